@@ -1,0 +1,23 @@
+# SPDX-FileCopyrightText: 2026 The korvasync developers
+# SPDX-License-Identifier: LGPL-2.1-or-later
+
+# What every target of the project has in common. All settings go on targets.
+
+find_package(Qt${KORVASYNC_QT} REQUIRED COMPONENTS Core DBus)
+find_package(PkgConfig REQUIRED)
+
+function(korvasync_target_settings target)
+    target_compile_features(${target} PUBLIC cxx_std_17)
+    target_compile_definitions(${target} PRIVATE
+        QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH)
+    target_compile_options(${target} PRIVATE -Wall -Wextra -Wconversion)
+    if(KORVASYNC_WARNINGS_AS_ERRORS)
+        target_compile_options(${target} PRIVATE -Werror)
+    endif()
+    set_target_properties(${target} PROPERTIES
+        AUTOMOC ON
+        CXX_EXTENSIONS OFF
+        CXX_VISIBILITY_PRESET hidden
+        VISIBILITY_INLINES_HIDDEN ON
+        POSITION_INDEPENDENT_CODE ON)
+endfunction()

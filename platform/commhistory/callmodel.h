@@ -1,0 +1,44 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#pragma once
+
+#include <commhistory/eventmodel.h>
+
+#include <QtCore/QDateTime>
+
+namespace CommHistory {
+
+namespace CallEvent {
+//! Kinds of calls that a read can ask for.
+enum CallType { AllCalls = 0, OutgoingCall = 1, MissedCall = 2, IncomingCall = 3 };
+} // namespace CallEvent
+
+//! The calls of one kind since a time.
+class KORVAPLATFORM_EXPORT CallModel : public EventModel
+{
+    Q_OBJECT
+public:
+    //! The one order that is offered: newest first by start time, equal times by
+    //! descending id.
+    enum Sorting { SortByTime = 1 };
+
+    explicit CallModel(QObject *parent = nullptr);
+    ~CallModel() override;
+
+    //! \param since  lower bound of the start time, included; null = from the beginning
+    void setFilter(Sorting sorting, CallEvent::CallType type, const QDateTime &since);
+
+    //! As SyncSMSModel::getEvents().
+    bool getEvents();
+
+    //! Removes every call and nothing else. Synchronous: when it returns true, they
+    //! are gone from the disk.
+    bool deleteAll();
+
+Q_SIGNALS:
+    //! The rows of the read are in the model.
+    void modelReady();
+};
+
+} // namespace CommHistory

@@ -1,0 +1,26 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#pragma once
+
+#include <commhistory/event.h>
+#include <platformexport.h>
+
+namespace CommHistory {
+
+//! Synchronous access to single events.
+class KORVAPLATFORM_EXPORT TrackerIO
+{
+public:
+    //! The one object of the process; never null, not owned by the caller.
+    static TrackerIO *instance();
+
+    //! Reads one event by its database id. False, and \a event left as it was, when
+    //! there is none or the store cannot be read.
+    bool getEvent(int id, Event &event);
+
+private:
+    TrackerIO() = default;
+};
+
+} // namespace CommHistory
