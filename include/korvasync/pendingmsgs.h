@@ -53,8 +53,6 @@ private Q_SLOTS:
     void retrievedCallMessages(QList<KorvaSyncIf::CallInfo> callInfoList);
 
 private:
-    void finish();
-
     SyncStorageIf *storageIf; // of the pool, not owned
     QList<SyncSmsInfo> smsResults;
     QStringList callResults;

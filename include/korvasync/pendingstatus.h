@@ -70,9 +70,6 @@ protected:
     bool errorOccured = false;
     QElapsedTimer timer;
     SyncStorageIf *storageIf; // of the pool, not owned
-
-private:
-    void finish();
 };
 
 } // namespace KorvaSyncIf
