@@ -15,26 +15,28 @@ class VMessage;
 // The four records of a parsed vMessage. Every text is a zero-terminated byte string
 // that lives as long as the parser's message, or null when the vMessage has no such
 // part. What they hold is told apart from what it means: values stand as written, ends
-// trimmed.
+// trimmed. An empty name, number or date counts as absent.
 
 struct VMessageHeader
 {
-    const char *status;   //!< X-IRMC-STATUS
-    const char *box;      //!< X-IRMC-BOX
-    const char *type;     //!< X-IRMC-TYPE
-    const char *dateTime; //!< X-QLT-DT or another maker's X-...-DT, else the body's Date line
+    const char *status;      //!< X-IRMC-STATUS, else X-READ or X-MESSAGE-STATUS
+    const char *box;         //!< X-IRMC-BOX, else X-BOX
+    const char *type;        //!< X-IRMC-TYPE
+    const char *dateTime;    //!< X-QLT-DT or another maker's X-...-DT, else the body's Date line
+    const char *messageType; //!< X-MESSAGE-TYPE; DELIVER or SUBMIT, 1 or 2: received or sent
 };
 
 struct VMessageOriginator
 {
-    const char *name;      //!< N of the sender's vCard 2.1
-    const char *telephone; //!< TEL of the sender's vCard 2.1
+    const char *name;      //!< N of the first vCard outside the envelopes
+    const char *telephone; //!< its first TEL or FROMTEL, written alike for both directions
 };
 
 struct VMessageRecipient
 {
-    const char *name;      //!< N of the first recipient's vCard 2.1
-    const char *telephone; //!< TEL of the first recipient's vCard 2.1
+    const char *name;      //!< N of the first vCard inside an envelope
+    const char *telephone; //!< its first TEL or FROMTEL
+    int count;             //!< vCards with a number inside the envelopes
 };
 
 struct VMessageBody
@@ -42,14 +44,19 @@ struct VMessageBody
     const char *date;     //!< value of a Date line at the top of the body
     const char *property; //!< name of the property that carried the text, null for bare lines
     const char *encoding; //!< transfer encoding as named, such as QUOTED-PRINTABLE
-    const char *charset;  //!< character set as named; the text itself is UTF-8 whatever it says
-    const char *language;
-    const char *text; //!< the message text, decoded, in UTF-8, line ends as LF
-    int length;       //!< bytes of \a text without the terminating zero
+    const char *charset;  //!< as named by the body, else by a card; \a text is UTF-8 all the same
+    const char *language; //!< likewise
+    const char *text;     //!< the message text, decoded, in UTF-8, line ends as LF
+    int length;           //!< bytes of \a text without the terminating zero
 };
 
-//! Parser for text messages stored as vMessage. One object parses one message after
-//! the other; the latest result replaces the one before.
+//! Parser for text messages stored as vMessage, in the forms that VMessageEncoder, phones
+//! and backup programs write. One object parses one message after the other; the latest
+//! result replaces the one before.
+//!
+//! A text that holds vMessage syntax comes back whole: the lines that close the message are
+//! looked for from the end. So give it one message at a time; VMessageScanner finds them in
+//! a file of many.
 class KORVAPLATFORM_EXPORT VMessageParser
 {
 public:
@@ -57,8 +64,9 @@ public:
     ~VMessageParser();
 
     //! \param data    the bytes; UTF-8, or another character set where the vMessage names it
-    //! \param length  bytes to read; a terminating zero may be counted in
-    //! \return the message, or null when the bytes hold none or its body is cut short
+    //! \param length  bytes to read; zeros at the end and lines around the message are passed over
+    //! \return the message, or null when the bytes hold none or it is cut short. Missing
+    //!         END:VENV and END:VMSG lines behind a closed body are no cut.
     const VMessage *parseVMessage(const char *data, unsigned int length);
 
     //! Each returns null when the message has no such part.

@@ -1,0 +1,110 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "vmessagelines.h"
+
+#include <algorithm>
+
+namespace VMessageLines {
+
+namespace {
+
+bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\r'; }
+
+char lower(char c) { return c >= 'A' && c <= 'Z' ? char(c - 'A' + 'a') : c; }
+
+// A last line that was cut inside the words that close a message.
+bool isCutClosing(const Line &line)
+{
+    return line.end == LineEnd::None
+        && (startsWith("END:VENV", line.text) || startsWith("END:VMSG", line.text));
+}
+
+} // namespace
+
+Line readLine(std::string_view bytes)
+{
+    const size_t feed = bytes.find('\n');
+    if (feed == std::string_view::npos)
+        return {bytes, bytes.substr(bytes.size()), LineEnd::None};
+    if (feed > 0 && bytes[feed - 1] == '\r')
+        return {bytes.substr(0, feed - 1), bytes.substr(feed + 1), LineEnd::CrLf};
+    return {bytes.substr(0, feed), bytes.substr(feed + 1), LineEnd::Lf};
+}
+
+Keyword keyword(std::string_view line)
+{
+    // Files that were joined have a byte order mark before each message.
+    if (line.substr(0, 3) == "\xEF\xBB\xBF")
+        line.remove_prefix(3);
+    const bool begin = startsWith(line, "BEGIN");
+    if (!begin && !startsWith(line, "END"))
+        return Keyword::None;
+    line = trimmed(line.substr(begin ? 5 : 3));
+    if (line.empty() || line.front() != ':')
+        return Keyword::None;
+    line = trimmed(line.substr(1));
+    if (equals(line, "VMSG"))
+        return begin ? Keyword::BeginVMsg : Keyword::EndVMsg;
+    if (equals(line, "VENV"))
+        return begin ? Keyword::BeginVEnv : Keyword::EndVEnv;
+    if (equals(line, "VCARD"))
+        return begin ? Keyword::BeginVCard : Keyword::EndVCard;
+    if (equals(line, "VBODY"))
+        return begin ? Keyword::BeginVBody : Keyword::EndVBody;
+    return Keyword::None;
+}
+
+std::string_view trimmed(std::string_view text)
+{
+    while (!text.empty() && isBlank(text.back()))
+        text.remove_suffix(1);
+    while (!text.empty() && isBlank(text.front()))
+        text.remove_prefix(1);
+    return text;
+}
+
+bool equals(std::string_view a, std::string_view b)
+{
+    return a.size() == b.size() && startsWith(a, b);
+}
+
+bool startsWith(std::string_view text, std::string_view start)
+{
+    return text.size() >= start.size()
+        && std::equal(start.begin(), start.end(), text.begin(),
+                      [](char a, char b) { return lower(a) == lower(b); });
+}
+
+const char *findBodyEnd(std::string_view bytes, bool crLf)
+{
+    bool closed = true; // from the line after this one on
+    while (!bytes.empty()) {
+        const size_t feed = bytes.substr(0, bytes.size() - 1).rfind('\n');
+        const size_t start = feed == std::string_view::npos ? 0 : feed + 1;
+        const Line line = readLine(bytes.substr(start));
+        bytes = bytes.substr(0, start);
+        const LineEnd before =
+            start == 0 || (start > 1 && bytes[start - 2] == '\r') ? LineEnd::CrLf : LineEnd::Lf;
+
+        const bool structure = isStructure(before, line.end, crLf);
+        switch (structure ? keyword(line.text) : Keyword::None) {
+        case Keyword::EndVBody:
+            if (closed)
+                return line.text.data();
+            closed = false;
+            break;
+        case Keyword::EndVMsg:
+        case Keyword::BeginVMsg:
+            closed = true;
+            break;
+        case Keyword::EndVEnv:
+            break;
+        default:
+            closed = closed && structure && (trimmed(line.text).empty() || isCutClosing(line));
+        }
+    }
+    return nullptr;
+}
+
+} // namespace VMessageLines

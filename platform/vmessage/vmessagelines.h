@@ -1,0 +1,58 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#pragma once
+
+#include <string_view>
+
+// The lines of a vMessage and the rule by which its body ends: what parser and scanner
+// have in common, so that both always see the same message in the same bytes.
+namespace VMessageLines {
+
+enum class LineEnd { CrLf, Lf, None };
+
+struct Line
+{
+    std::string_view text; //!< without the line end
+    std::string_view rest; //!< what follows the line end
+    LineEnd end;
+};
+
+//! The first line of \a bytes.
+Line readLine(std::string_view bytes);
+
+enum class Keyword {
+    None,
+    BeginVMsg,
+    EndVMsg,
+    BeginVEnv,
+    EndVEnv,
+    BeginVCard,
+    EndVCard,
+    BeginVBody,
+    EndVBody,
+};
+
+//! What a line opens or closes. Blanks count round the colon and at the end of the line,
+//! but not before its first word: an indented line is text.
+Keyword keyword(std::string_view line);
+
+std::string_view trimmed(std::string_view text);                //!< without blanks at both ends
+bool equals(std::string_view a, std::string_view b);            //!< without regard to ASCII case
+bool startsWith(std::string_view text, std::string_view start); //!< likewise
+
+//! Where the END:VBODY line starts that closes the body at the start of \a bytes: the
+//! last one that is followed by nothing but END:VENV lines up to END:VMSG, BEGIN:VMSG or
+//! the end. Null when the body is not closed.
+//! \param crLf  the lines before the body end in CR LF; see isStructure()
+const char *findBodyEnd(std::string_view bytes, bool crLf);
+
+//! Whether a line of a body may be structure. VMessageEncoder drops every carriage return
+//! from a text and ends its own lines in CR LF. So where structure ends in CR LF, a line
+//! next to a bare line feed is text, whatever it says.
+inline bool isStructure(LineEnd before, LineEnd end, bool crLf)
+{
+    return !crLf || (before != LineEnd::Lf && end != LineEnd::Lf);
+}
+
+} // namespace VMessageLines

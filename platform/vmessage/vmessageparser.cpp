@@ -1,0 +1,464 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "vmessageparser.h"
+
+#include "textdecoding.h"
+#include "vmessagelines.h"
+
+#include <algorithm>
+#include <limits>
+#include <optional>
+#include <string>
+#include <string_view>
+
+using namespace VMessageLines;
+
+class VMessage
+{
+public:
+    // The input. Texts stay in their places and get their zero there, over the line end
+    // or the separator behind them.
+    std::string bytes;
+    std::string convertedText; // the message text, where it needs more room than it has
+    VMessageHeader header = {};
+    std::optional<VMessageOriginator> originator;
+    std::optional<VMessageRecipient> recipient;
+    std::optional<VMessageBody> body;
+};
+
+namespace {
+
+struct Property
+{
+    std::string_view name;
+    std::string_view parameters;
+    std::string_view value; // blanks at its ends included
+};
+
+struct Parameters
+{
+    std::string_view encoding;
+    std::string_view charset;
+    std::string_view language;
+};
+
+struct HeaderField
+{
+    std::string_view name;
+    const char *VMessageHeader::*field;
+};
+
+constexpr HeaderField headerFields[] = {
+    {"X-IRMC-STATUS", &VMessageHeader::status},
+    {"X-IRMC-BOX", &VMessageHeader::box},
+    {"X-IRMC-TYPE", &VMessageHeader::type},
+    {"X-MESSAGE-TYPE", &VMessageHeader::messageType},
+    {"X-BOX", &VMessageHeader::box},
+    {"X-READ", &VMessageHeader::status},
+    {"X-MESSAGE-STATUS", &VMessageHeader::status},
+};
+
+std::optional<Property> splitProperty(std::string_view line)
+{
+    const size_t colon = line.find(':');
+    if (colon == std::string_view::npos)
+        return std::nullopt;
+    const std::string_view head = line.substr(0, colon);
+    const size_t nameLength = std::min(head.find(';'), head.size());
+    return Property{trimmed(head.substr(0, nameLength)),
+                    head.substr(std::min(nameLength + 1, head.size())), line.substr(colon + 1)};
+}
+
+// The property that carries a message text. Two converters leave out the semicolon behind
+// its name: SubjectENCODING=QUOTED-PRINTABLE;CHARSET=UTF-8:
+std::optional<Property> splitTextProperty(std::string_view line)
+{
+    for (std::string_view name : {"X-SMS", "TEXT", "Subject"}) {
+        if (!startsWith(line, name))
+            continue;
+        std::optional<Property> property = splitProperty(line);
+        if (!property || property->name.size() == name.size())
+            return property;
+        const std::string_view glued = property->name.substr(name.size());
+        if (!startsWith(glued, "ENCODING=") && !startsWith(glued, "CHARSET="))
+            return std::nullopt;
+        property->name = line.substr(0, name.size());
+        property->parameters = line.substr(name.size(), line.find(':') - name.size());
+        return property;
+    }
+    return std::nullopt;
+}
+
+// Sets the parameter that `text`, such as CHARSET=UTF-8, names; the first one counts.
+bool readParameter(std::string_view text, Parameters *parameters)
+{
+    const size_t equal = text.find('=');
+    if (equal == std::string_view::npos)
+        return false;
+    const std::string_view name = trimmed(text.substr(0, equal));
+    std::string_view *parameter = equals(name, "ENCODING") ? &parameters->encoding
+        : equals(name, "CHARSET")                          ? &parameters->charset
+        : equals(name, "LANGUAGE")                         ? &parameters->language
+                                                           : nullptr;
+    if (parameter && parameter->empty())
+        *parameter = trimmed(text.substr(equal + 1));
+    return parameter;
+}
+
+void readParameters(std::string_view list, Parameters *parameters)
+{
+    while (!list.empty()) {
+        const size_t length = std::min(list.find(';'), list.size());
+        const std::string_view item = trimmed(list.substr(0, length));
+        list.remove_prefix(std::min(length + 1, list.size()));
+        // vCard 2.1 lets an encoding stand without its name.
+        const bool bareEncoding = equals(item, "QUOTED-PRINTABLE") || equals(item, "BASE64");
+        if (bareEncoding && parameters->encoding.empty())
+            parameters->encoding = item;
+        else
+            readParameter(item, parameters);
+    }
+}
+
+bool isMakersDate(std::string_view name)
+{
+    return name.size() > 5 && startsWith(name, "X-") && equals(name.substr(name.size() - 3), "-DT");
+}
+
+// The value of a line "Date: ..." or, as one program writes it, "Date 1288794330000".
+std::optional<std::string_view> dateOf(std::string_view line)
+{
+    if (!startsWith(line, "Date"))
+        return std::nullopt;
+    const std::string_view rest = trimmed(line.substr(4));
+    if (!rest.empty() && rest.front() == ':')
+        return trimmed(rest.substr(1));
+    const bool isNumber = !rest.empty() && rest.size() < line.size() - 4
+        && rest.find_first_not_of("0123456789") == std::string_view::npos;
+    return isNumber ? std::optional(rest) : std::nullopt;
+}
+
+bool isBlankLine(const Line &line) { return trimmed(line.text).empty(); }
+
+// Fills a message from its bytes, line by line from the first to the last.
+class Reader
+{
+public:
+    explicit Reader(VMessage *message)
+        : m(*message)
+        , rest(message->bytes)
+    {
+    }
+
+    bool read();
+
+private:
+    bool findBegin();
+    Line nextLine();
+    void readHeaderField(const Property &property);
+    void readCard();
+    Line unfolded(Line line);
+    void addCard(const char *name, const char *telephone);
+    bool readBody();
+    std::string_view readBodyFields(std::string_view content, Parameters *parameters);
+    bool readBodyField(std::string_view line, Parameters *parameters);
+    void decodeText(std::string_view text, const Parameters &parameters);
+
+    char *writable(const char *position) { return m.bytes.data() + (position - m.bytes.data()); }
+    const char *keep(std::string_view text);
+    const char *keepFilled(std::string_view text) { return text.empty() ? nullptr : keep(text); }
+
+    VMessage &m;
+    std::string_view rest; // not read yet
+    bool crLf = true;      // all lines so far end in CR LF
+    unsigned depth = 0;    // open envelopes
+    Parameters inherited;  // the first ones named above the body
+};
+
+bool Reader::read()
+{
+    if (!findBegin())
+        return false;
+    while (!rest.empty()) {
+        const Line line = nextLine();
+        switch (keyword(line.text)) {
+        case Keyword::BeginVBody:
+            return readBody();
+        case Keyword::EndVMsg:
+            return true;
+        case Keyword::BeginVMsg:
+            return false;
+        case Keyword::BeginVEnv:
+            ++depth;
+            break;
+        case Keyword::EndVEnv:
+            depth -= depth > 0;
+            break;
+        case Keyword::BeginVCard:
+            readCard();
+            break;
+        case Keyword::EndVCard:
+        case Keyword::EndVBody:
+            break;
+        case Keyword::None:
+            if (const std::optional<Property> property = splitProperty(line.text)) {
+                readParameters(property->parameters, &inherited);
+                readHeaderField(*property);
+            }
+        }
+    }
+    return false;
+}
+
+bool Reader::findBegin()
+{
+    while (!rest.empty()) {
+        const Line line = readLine(rest);
+        rest = line.rest;
+        crLf = line.end != LineEnd::Lf;
+        if (keyword(line.text) == Keyword::BeginVMsg)
+            return true;
+    }
+    return false;
+}
+
+Line Reader::nextLine()
+{
+    const Line line = readLine(rest);
+    rest = line.rest;
+    crLf = crLf && line.end != LineEnd::Lf;
+    return line;
+}
+
+const char *Reader::keep(std::string_view text)
+{
+    *writable(text.data() + text.size()) = '\0';
+    return text.data();
+}
+
+void Reader::readHeaderField(const Property &property)
+{
+    const std::string_view value = trimmed(property.value);
+    for (const HeaderField &known : headerFields) {
+        if (!equals(property.name, known.name))
+            continue;
+        const char *&field = m.header.*known.field;
+        if (!field || !*field)
+            field = keep(value);
+        return;
+    }
+    if (isMakersDate(property.name) && !m.header.dateTime)
+        m.header.dateTime = keepFilled(value);
+    else if (equals(property.name, "FROMTEL") && !value.empty())
+        addCard(nullptr, keep(value));
+}
+
+void Reader::readCard()
+{
+    const char *name = nullptr;
+    const char *telephone = nullptr;
+    while (!rest.empty()) {
+        const std::string_view here = rest;
+        const Line line = nextLine();
+        const Keyword word = keyword(line.text);
+        if (word != Keyword::None) {
+            if (word != Keyword::EndVCard)
+                rest = here; // END:VCARD is missing
+            break;
+        }
+        const std::optional<Property> property = splitProperty(unfolded(line).text);
+        if (!property)
+            continue;
+        readParameters(property->parameters, &inherited);
+        const std::string_view ungrouped = property->name.substr(property->name.rfind('.') + 1);
+        const std::string_view value = trimmed(property->value);
+        if (equals(ungrouped, "N") && !name)
+            name = keepFilled(value);
+        else if ((equals(ungrouped, "TEL") || equals(ungrouped, "FROMTEL")) && !telephone)
+            telephone = keepFilled(value);
+    }
+    addCard(name, telephone);
+}
+
+// Moves the continuation lines, which begin with a blank, up to the end of their first.
+Line Reader::unfolded(Line line)
+{
+    while (!rest.empty() && (rest.front() == ' ' || rest.front() == '\t')) {
+        const std::string_view more = nextLine().text.substr(1);
+        std::copy(more.begin(), more.end(), writable(line.text.data() + line.text.size()));
+        line.text = {line.text.data(), line.text.size() + more.size()};
+    }
+    return line;
+}
+
+// Sent messages often have an empty card above the one that counts, so the first card with
+// a number is taken, and the first of all where none has one.
+void Reader::addCard(const char *name, const char *telephone)
+{
+    if (depth == 0) {
+        if (!m.originator || (!m.originator->telephone && telephone))
+            m.originator = VMessageOriginator{name, telephone};
+        return;
+    }
+    const int count = (m.recipient ? m.recipient->count : 0) + (telephone ? 1 : 0);
+    if (!m.recipient || (!m.recipient->telephone && telephone))
+        m.recipient = VMessageRecipient{name, telephone, 0};
+    m.recipient->count = count;
+}
+
+bool Reader::readBody()
+{
+    const char *bodyEnd = findBodyEnd(rest, crLf);
+    // Files edited by hand have line ends of both kinds; only the form that VMessageEncoder
+    // writes is bound to differ between structure and text.
+    if (!bodyEnd && crLf && !startsWith(rest, "X-SMS"))
+        bodyEnd = findBodyEnd(rest, false);
+    if (!bodyEnd)
+        return false;
+
+    std::string_view content = rest.substr(0, size_t(bodyEnd - rest.data()));
+    if (!content.empty())
+        content.remove_suffix(1);
+    if (!content.empty() && content.back() == '\r')
+        content.remove_suffix(1);
+
+    m.body = VMessageBody{};
+    Parameters parameters;
+    const std::string_view text = readBodyFields(content, &parameters);
+    decodeText(text, parameters);
+    m.body->encoding = keepFilled(parameters.encoding);
+    m.body->charset =
+        keepFilled(parameters.charset.empty() ? inherited.charset : parameters.charset);
+    m.body->language =
+        keepFilled(parameters.language.empty() ? inherited.language : parameters.language);
+    if (!m.header.dateTime)
+        m.header.dateTime = m.body->date;
+    return m.body->text;
+}
+
+// Reads what stands above the message text and hands out the text, not yet decoded.
+std::string_view Reader::readBodyFields(std::string_view content, Parameters *parameters)
+{
+    std::string_view bareText = content;
+    while (!content.empty()) {
+        const Line line = readLine(content);
+        content = line.rest;
+        if (const std::optional<Property> property = splitTextProperty(line.text)) {
+            readParameters(property->parameters, parameters);
+            m.body->property = keep(property->name);
+            const char *end = bareText.data() + bareText.size();
+            return {property->value.data(), size_t(end - property->value.data())};
+        }
+        const bool unknown = startsWith(line.text, "X-") && splitProperty(line.text);
+        // Below the date an unknown property may as well be the first line of a bare text;
+        // a text property further down tells.
+        if (readBodyField(line.text, parameters) || (unknown && !m.body->date))
+            bareText = line.rest;
+        else if (!unknown && !isBlankLine(line))
+            break;
+    }
+    while (!bareText.empty() && isBlankLine(readLine(bareText)))
+        bareText = readLine(bareText).rest;
+    return bareText;
+}
+
+// Whether the line is one of the known fields above a message text.
+bool Reader::readBodyField(std::string_view line, Parameters *parameters)
+{
+    if (!m.body->date) {
+        if (const std::optional<std::string_view> date = dateOf(line)) {
+            m.body->date = keepFilled(*date);
+            return true;
+        }
+    }
+    const std::optional<Property> property = splitProperty(line);
+    if (!property)
+        return trimmed(line).find(' ') == std::string_view::npos && readParameter(line, parameters);
+    const bool known = std::any_of(std::begin(headerFields), std::end(headerFields),
+                                   [&](const auto &f) { return equals(property->name, f.name); })
+        || isMakersDate(property->name) || equals(property->name, "FROMTEL");
+    if (known)
+        readHeaderField(*property);
+    // When the network took the message; the Date line says when it came.
+    return known || equals(property->name, "DateSent") || equals(property->name, "DateOrigin");
+}
+
+void Reader::decodeText(std::string_view text, const Parameters &parameters)
+{
+    char *begin = writable(text.data());
+    size_t length = text.size();
+    if (equals(parameters.encoding, "QUOTED-PRINTABLE"))
+        length = TextDecoding::decodeQuotedPrintable(begin, length);
+    else if (equals(parameters.encoding, "BASE64") || equals(parameters.encoding, "B"))
+        length = TextDecoding::decodeBase64(begin, length);
+
+    // A character set that the body names is believed, one named further up only where the
+    // bytes are no UTF-8.
+    const std::string_view bytes(begin, length);
+    const auto convertFrom = [&](std::string_view charset) {
+        return TextDecoding::convertToUtf8(bytes, std::string(charset), &m.convertedText);
+    };
+    const bool named = !parameters.charset.empty() && !equals(parameters.charset, "UTF-8");
+    bool converted = named && convertFrom(parameters.charset);
+    if (!converted && !TextDecoding::isUtf8(bytes)) {
+        converted = true;
+        if (inherited.charset.empty() || !convertFrom(inherited.charset))
+            m.convertedText = TextDecoding::repairedUtf8(bytes);
+    }
+    if (converted) {
+        begin = m.convertedText.data();
+        length = m.convertedText.size();
+    }
+
+    length = TextDecoding::unifyLineEnds(begin, length);
+    begin[length] = '\0';
+    if (length <= size_t(std::numeric_limits<int>::max())) {
+        m.body->text = begin;
+        m.body->length = int(length);
+    }
+}
+
+} // namespace
+
+class VMessageParserPrivate
+{
+public:
+    std::optional<VMessage> message;
+};
+
+VMessageParser::VMessageParser()
+    : d(new VMessageParserPrivate)
+{
+}
+
+VMessageParser::~VMessageParser() = default;
+
+const VMessage *VMessageParser::parseVMessage(const char *data, unsigned int length)
+{
+    while (length > 0 && data[length - 1] == '\0')
+        --length;
+    VMessage &message = d->message.emplace();
+    message.bytes.assign(data, length);
+    return Reader(&message).read() ? &message : nullptr;
+}
+
+const VMessageHeader *VMessageParser::header(const VMessage *message)
+{
+    return message ? &message->header : nullptr;
+}
+
+const VMessageOriginator *VMessageParser::originator(const VMessage *message)
+{
+    return message && message->originator ? &*message->originator : nullptr;
+}
+
+const VMessageRecipient *VMessageParser::recipients(const VMessage *message)
+{
+    return message && message->recipient ? &*message->recipient : nullptr;
+}
+
+const VMessageBody *VMessageParser::body(const VMessage *message)
+{
+    return message && message->body ? &*message->body : nullptr;
+}
