@@ -14,6 +14,7 @@ SmsInfo::SmsInfo() = default;
 
 SmsInfo::SmsInfo(const SmsInfo &other) { copy(other); }
 
+// NOLINTNEXTLINE(cert-oop54-cpp): member by member, so onto itself is safe
 SmsInfo &SmsInfo::operator=(const SmsInfo &other)
 {
     copy(other);

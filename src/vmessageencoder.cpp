@@ -54,9 +54,6 @@ void appendLine(QLatin1String line, QString &text)
 
 } // namespace
 
-VMessageEncoder::VMessageEncoder() = default;
-VMessageEncoder::~VMessageEncoder() = default;
-
 SyncSmsInfo VMessageEncoder::encode(const SmsInfo &message)
 {
     qCDebug(lcEncoder) << "KorvaSyncIf::SyncSmsInfo "

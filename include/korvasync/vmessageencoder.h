@@ -24,8 +24,8 @@ public:
     static const char *const LWSP;
     static const char hexTab[16]; //!< upper-case hexadecimal digits, no terminating zero
 
-    VMessageEncoder();
-    ~VMessageEncoder();
+    VMessageEncoder() = default;
+    ~VMessageEncoder() = default;
 
     //! The whole message. The result's time is the message's in Qt::TextDate form and its
     //! own zone, while the vMessage has it in UTC.
