@@ -1,0 +1,70 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#pragma once
+
+#include <QtCore/QList>
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+#include <QtCore/QtGlobal>
+
+//! Takes what goes to Qt's message handler, as long as it lives. One at a time.
+class MessageLog
+{
+public:
+    MessageLog()
+    {
+        Q_ASSERT(!current());
+        current() = this;
+        previous = qInstallMessageHandler(take);
+    }
+    ~MessageLog()
+    {
+        qInstallMessageHandler(previous);
+        current() = nullptr;
+    }
+
+    //! The lines of one level, in order.
+    QStringList lines(QtMsgType level) const
+    {
+        QStringList result;
+        for (const Line &line : entries) {
+            if (line.level == level)
+                result.append(line.text);
+        }
+        return result;
+    }
+    //! The lines of one level that begin with \a start.
+    QStringList linesFrom(QtMsgType level, const QString &start) const
+    {
+        QStringList result;
+        for (const QString &line : lines(level)) {
+            if (line.startsWith(start))
+                result.append(line);
+        }
+        return result;
+    }
+    void clear() { entries.clear(); }
+
+private:
+    Q_DISABLE_COPY(MessageLog)
+
+    struct Line
+    {
+        QtMsgType level;
+        QString text;
+    };
+
+    static MessageLog *&current()
+    {
+        static MessageLog *log = nullptr;
+        return log;
+    }
+    static void take(QtMsgType level, const QMessageLogContext &, const QString &text)
+    {
+        current()->entries.append({level, text});
+    }
+
+    QtMessageHandler previous;
+    QList<Line> entries;
+};
