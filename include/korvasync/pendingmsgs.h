@@ -53,7 +53,7 @@ private Q_SLOTS:
     void retrievedCallMessages(QList<KorvaSyncIf::CallInfo> callInfoList);
 
 private:
-    SyncStorageIf *storageIf; // of the pool, not owned
+    SyncStorageIf *storageIf = nullptr; // of the pool, not owned
     QList<SyncSmsInfo> smsResults;
     QStringList callResults;
     bool errorOccured = false;

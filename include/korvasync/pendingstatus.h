@@ -69,7 +69,7 @@ protected:
     QList<CallSyncError> callStatusList;
     bool errorOccured = false;
     QElapsedTimer timer;
-    SyncStorageIf *storageIf; // of the pool, not owned
+    SyncStorageIf *storageIf = nullptr; // of the pool, not owned
 };
 
 } // namespace KorvaSyncIf

@@ -81,7 +81,7 @@ int SyncStorageIfPrivate::getGroup(const QString &localUid, const QString &remot
                        "nie:generator ?remoteId. FILTER REGEX(?remoteId, '%2$')}")
             .arg(localUid)
             .arg(remoteId);
-    const QScopedPointer<QSparqlResult> result(
+    QScopedPointer<QSparqlResult> result(
         connection.exec(QSparqlQuery(text, QSparqlQuery::SelectStatement)));
     int id = -1;
     if (result) {
@@ -92,7 +92,8 @@ int SyncStorageIfPrivate::getGroup(const QString &localUid, const QString &remot
                 id = channel.mid(channel.indexOf(QLatin1Char(':')) + 1).toInt();
         }
     }
-    qCDebug(lcAdapter) << "Exit " << id;
+    result.reset();
+    qCDebug(lcAdapter) << "Exit ";
     return id;
 }
 

@@ -21,8 +21,8 @@ void registerSignalTypes()
     static const int callListType =
         qRegisterMetaType<QList<CallInfo>>("QList<KorvaSyncIf::CallInfo>");
     static const int boolListType = qRegisterMetaType<QList<bool>>("QList<bool>");
-    qCDebug(lcAdapter) << "regId2>" << smsListType << "regId3>" << causeType << "regId4>"
-                       << callListType << "regId5>" << boolListType;
+    qCDebug(lcAdapter) << "regId2>" << smsListType << "regId3" << causeType << "regId4"
+                       << callListType << "regId5" << boolListType;
 }
 
 } // namespace
