@@ -39,6 +39,10 @@ public:
 Q_SIGNALS:
     //! The rows of the read are in the model.
     void modelReady();
+
+private:
+    CallEvent::CallType m_type = CallEvent::AllCalls;
+    QDateTime m_since;
 };
 
 } // namespace CommHistory

@@ -43,7 +43,8 @@ public:
     virtual void setQueryMode(QueryMode mode);
 
     //! Adds the events in order and gives each its id, never -1 in a report with
-    //! status true. \a toModelOnly adds rows to this model and writes nothing.
+    //! status true. \a toModelOnly adds rows to this model and writes nothing,
+    //! so that no report follows.
     virtual bool addEvents(QList<Event> &events, bool toModelOnly);
     //! Writes of each event the fields whose setters were called, and the time of
     //! the modification. A group id below 1 is not written. An unknown id makes the
@@ -59,7 +60,7 @@ Q_SIGNALS:
     void eventsCommitted(QList<CommHistory::Event> events, bool status);
 
 protected:
-    explicit EventModel(EventModelPrivate *d, QObject *parent);
+    friend class EventModelPrivate;
     QScopedPointer<EventModelPrivate> d;
 };
 

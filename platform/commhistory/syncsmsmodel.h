@@ -47,6 +47,9 @@ public:
 Q_SIGNALS:
     //! The rows of the read are in the model.
     void modelReady(bool successful);
+
+private:
+    SyncSMSFilter m_filter;
 };
 
 } // namespace CommHistory

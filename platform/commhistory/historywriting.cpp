@@ -1,0 +1,277 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "historywriting_p.h"
+
+#include "eventrow_p.h"
+#include "storeconnection_p.h"
+#include "storedtext_p.h"
+
+#include <QtCore/QHash>
+#include <QtCore/QSet>
+
+#include <limits>
+
+namespace CommHistory {
+
+namespace {
+
+constexpr char EventCounter[] = "kv:lastEventId";
+constexpr char ConversationCounter[] = "kv:lastConversationId";
+constexpr int NoConversation = -1;
+
+constexpr Event::Properties AllFields = Event::Properties::fromInt(~0u);
+
+//! Runs a statement that gives at most one number. Gives 0 when there is none, which is
+//! no id, and nothing when the store cannot be read.
+bool readNumber(StoreConnection &connection, TrackerSparqlStatement *statement, int *number)
+{
+    const auto cursor = connection.execute(statement);
+    const auto step = connection.next(cursor.get());
+    if (step == StoreConnection::Step::Failed) {
+        connection.warnAbout(StoreProblem::ReadFailed);
+        return false;
+    }
+    *number = step == StoreConnection::Step::Row
+        ? int(tracker_sparql_cursor_get_integer(cursor.get(), 0))
+        : 0;
+    return true;
+}
+
+GPointer<TrackerResource> newResource(const QByteArray &uri, const char *type)
+{
+    GPointer<TrackerResource> resource(tracker_resource_new(uri.constData()));
+    tracker_resource_add_uri(resource.get(), "rdf:type", type);
+    return resource;
+}
+
+void addTo(TrackerBatch *batch, TrackerResource *resource)
+{
+    tracker_batch_add_resource(batch, KORVASYNC_GRAPH, resource);
+}
+
+//! The counters stand in the graph of what they count, so that a transaction keeps or loses
+//! both together and no id is ever given twice.
+class IdCounter
+{
+public:
+    explicit IdCounter(const char *property)
+        : m_property(property)
+    {
+    }
+
+    bool read(StoreConnection &connection)
+    {
+        const std::string text =
+            std::string("SELECT ?last FROM <" KORVASYNC_GRAPH "> { <urn:korvasync:ids> ")
+            + m_property + " ?last }";
+        return readNumber(connection, connection.statement(text), &m_last);
+    }
+    bool hasRoomFor(int count) const { return m_last <= std::numeric_limits<int>::max() - count; }
+    int next() { return ++m_last; }
+    void write(TrackerBatch *batch) const
+    {
+        const auto counter = newResource("urn:korvasync:ids", "kv:IdCounter");
+        tracker_resource_set_int64(counter.get(), m_property, m_last);
+        addTo(batch, counter.get());
+    }
+
+private:
+    const char *m_property;
+    int m_last = 0;
+};
+
+QByteArray conversationUri(int id) { return "conversation:" + QByteArray::number(id); }
+
+void setConversation(TrackerResource *resource, int id)
+{
+    tracker_resource_set_int64(resource, "kv:conversationId", id);
+    tracker_resource_set_uri(resource, "kv:channel", conversationUri(id).constData());
+}
+
+//! The event as the database takes it, with the fields that \a set names.
+GPointer<TrackerResource> toResource(const Event &event, Event::Properties set)
+{
+    auto resource = newResource(eventUri(event.id()), "kv:Event");
+    TrackerResource *r = resource.get();
+    const auto setInteger = [&](Event::Property property, const char *name, qint64 value) {
+        if (set & property)
+            tracker_resource_set_int64(r, name, value);
+    };
+    setInteger(Event::Type, "kv:type", event.type());
+    setInteger(Event::StartTime, "kv:startTime", toStoredTime(event.startTime()));
+    setInteger(Event::EndTime, "kv:endTime", toStoredTime(event.endTime()));
+    setInteger(Event::EventDirection, "kv:direction", event.direction());
+    setInteger(Event::EventStatus, "kv:status", event.status());
+    setInteger(Event::ParentId, "kv:folder", event.parentId());
+    if (set & Event::IsRead)
+        tracker_resource_set_boolean(r, "kv:isRead", event.isRead());
+    if (set & Event::IsMissedCall)
+        tracker_resource_set_boolean(r, "kv:isMissedCall", event.isMissedCall());
+    if ((set & Event::GroupId) && event.groupId() > 0)
+        setConversation(r, event.groupId());
+    for (const TextField &field : TextFields) {
+        if (set & field.property)
+            tracker_resource_set_string(r, field.name, toStoredText((event.*field.get)()));
+    }
+    tracker_resource_set_int64(r, "kv:lastModified", toStoredTime(event.lastModified()));
+    return resource;
+}
+
+bool exists(StoreConnection &connection, int id, bool *found)
+{
+    TrackerSparqlStatement *statement =
+        connection.statement("SELECT ?id FROM <" KORVASYNC_GRAPH "> { ~event kv:id ?id }");
+    if (statement)
+        tracker_sparql_statement_bind_string(statement, "event", eventUri(id).constData());
+    int number = 0;
+    const bool isRead = readNumber(connection, statement, &number);
+    *found = number > 0;
+    return isRead;
+}
+
+//! The parties at the other end as one text. The mark after each of several keeps the
+//! conversation query, which looks at the end of the text, from taking a conversation of
+//! many for that with the last of them.
+QByteArray remoteText(const Group &group)
+{
+    const QStringList uids = group.remoteUids();
+    if (uids.size() == 1)
+        return toStoredText(uids.first());
+    QString text;
+    for (const QString &uid : uids)
+        text += uid + QChar(0x1e);
+    return toStoredText(text);
+}
+
+//! \param id  of the conversation, 0 when there is none
+bool findConversation(StoreConnection &connection, const QByteArray &local,
+                      const QByteArray &remote, int *id)
+{
+    TrackerSparqlStatement *statement = connection.statement(
+        "SELECT ?id FROM <" KORVASYNC_GRAPH "> { ?channel a nmo:CommunicationChannel ;"
+        " nie:subject ~local ; nie:generator ~remote . BIND (xsd:integer(STRAFTER(STR(?channel),"
+        " 'conversation:')) AS ?id) } ORDER BY ?id LIMIT 1");
+    if (statement) {
+        tracker_sparql_statement_bind_string(statement, "local", local.constData());
+        tracker_sparql_statement_bind_string(statement, "remote", remote.constData());
+    }
+    return readNumber(connection, statement, id);
+}
+
+} // namespace
+
+bool addEvents(StoreConnection &connection, QList<Event> &events)
+{
+    QList<Event> added = events;
+    const bool written = connection.write([&](TrackerBatch *batch) {
+        IdCounter counter(EventCounter);
+        if (!counter.read(connection) || !counter.hasRoomFor(int(added.size())))
+            return false;
+        const QDateTime now = QDateTime::currentDateTime();
+        for (Event &event : added) {
+            event.setId(counter.next());
+            event.setLastModified(now);
+            const auto resource = toResource(event, AllFields);
+            tracker_resource_set_int64(resource.get(), "kv:id", event.id());
+            if (event.groupId() < 1)
+                tracker_resource_set_int64(resource.get(), "kv:conversationId", NoConversation);
+            addTo(batch, resource.get());
+        }
+        counter.write(batch);
+        return true;
+    });
+    if (written)
+        events.swap(added);
+    return written;
+}
+
+bool modifyEvents(StoreConnection &connection, QList<Event> &events)
+{
+    QList<Event> modified = events;
+    const bool written = connection.write([&](TrackerBatch *batch) {
+        const QDateTime now = QDateTime::currentDateTime();
+        for (Event &event : modified) {
+            bool found = false;
+            if (!exists(connection, event.id(), &found) || !found)
+                return false;
+            const Event::Properties set = event.setProperties();
+            event.setLastModified(now);
+            addTo(batch, toResource(event, set).get());
+        }
+        return true;
+    });
+    if (written)
+        events.swap(modified);
+    return written;
+}
+
+bool removeEvents(StoreConnection &connection, const QVector<int> &ids, QVector<bool> *removed)
+{
+    QVector<bool> found;
+    const bool written = connection.write([&](TrackerBatch *batch) {
+        QSet<int> seen;
+        QByteArray text;
+        for (const int id : ids) {
+            bool isThere = false;
+            if (!seen.contains(id) && !exists(connection, id, &isThere))
+                return false;
+            seen.insert(id);
+            found.append(isThere);
+            if (isThere)
+                text += "<" + eventUri(id) + "> a rdfs:Resource . ";
+        }
+        if (!text.isEmpty()) {
+            text = "DELETE DATA { GRAPH <" KORVASYNC_GRAPH "> { " + text + "} }";
+            tracker_batch_add_sparql(batch, text.constData());
+        }
+        return true;
+    });
+    if (written)
+        removed->swap(found);
+    return written;
+}
+
+bool removeCalls(StoreConnection &connection)
+{
+    return connection.write([](TrackerBatch *batch) {
+        tracker_batch_add_sparql(batch,
+                                 "DELETE { GRAPH <" KORVASYNC_GRAPH "> { ?call a rdfs:Resource } }"
+                                 " WHERE { GRAPH <" KORVASYNC_GRAPH "> { ?call kv:type 3 } }");
+        return true;
+    });
+}
+
+bool addConversations(StoreConnection &connection, const QList<Group> &groups, QList<int> *ids)
+{
+    QList<int> given;
+    const bool written = connection.write([&](TrackerBatch *batch) {
+        IdCounter counter(ConversationCounter);
+        if (!counter.read(connection) || !counter.hasRoomFor(int(groups.size())))
+            return false;
+        QHash<QPair<QByteArray, QByteArray>, int> added; // in this batch
+        for (const Group &group : groups) {
+            const QByteArray local = toStoredText(group.localUid());
+            const QByteArray remote = remoteText(group);
+            int id = added.value({local, remote});
+            if (id == 0 && !findConversation(connection, local, remote, &id))
+                return false;
+            if (id == 0) {
+                id = counter.next();
+                added.insert({local, remote}, id);
+                const auto channel = newResource(conversationUri(id), "nmo:CommunicationChannel");
+                tracker_resource_set_string(channel.get(), "nie:subject", local.constData());
+                tracker_resource_set_string(channel.get(), "nie:generator", remote.constData());
+                addTo(batch, channel.get());
+            }
+            given.append(id);
+        }
+        counter.write(batch);
+        return true;
+    });
+    if (written)
+        ids->swap(given);
+    return written;
+}
+
+} // namespace CommHistory

@@ -1,0 +1,173 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "store_p.h"
+
+#include "storeconnection_p.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QStandardPaths>
+
+#include <future>
+
+#include <unistd.h>
+
+namespace CommHistory {
+
+namespace {
+
+QString storeLocation()
+{
+    QString path = qEnvironmentVariable("KORVASYNC_STORE");
+    if (path.isEmpty())
+        path = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
+            + QLatin1String("/korvasync");
+    // Absolute, since the process may change its working directory later.
+    return QDir::cleanPath(QDir::current().absoluteFilePath(path));
+}
+
+} // namespace
+
+Store &Store::instance()
+{
+    static Store store;
+    return store;
+}
+
+Store::Store()
+    : m_directory(storeLocation())
+    , m_thread(&Store::work, this)
+{
+}
+
+Store::~Store()
+{
+    {
+        const std::lock_guard<std::mutex> locker(m_mutex);
+        enqueueGathered();
+        m_ending = true;
+    }
+    m_changed.notify_one();
+    m_thread.join();
+}
+
+void Store::post(Access access, Request request)
+{
+    {
+        const std::lock_guard<std::mutex> locker(m_mutex);
+        enqueueGathered();
+        m_queue.push_back({access, std::move(request)});
+    }
+    m_changed.notify_one();
+}
+
+void Store::run(Access access, const Request &request)
+{
+    std::promise<void> done;
+    post(access, [&](StoreConnection *connection) {
+        request(connection);
+        done.set_value();
+    });
+    done.get_future().wait();
+}
+
+bool Store::isReadable(Access access)
+{
+    if (!m_isOpen)
+        run(access, [](StoreConnection *) {});
+    return m_isOpen;
+}
+
+bool Store::gather(const void *owner, int id, std::function<Request(QVector<int>)> make)
+{
+    const std::lock_guard<std::mutex> locker(m_mutex);
+    const bool isFirst = m_gathering.owner != owner;
+    if (isFirst) {
+        enqueueGathered();
+        m_gathering.owner = owner;
+        m_gathering.make = std::move(make);
+    }
+    m_gathering.ids.append(id);
+    return isFirst;
+}
+
+void Store::endGathering()
+{
+    {
+        const std::lock_guard<std::mutex> locker(m_mutex);
+        enqueueGathered();
+    }
+    m_changed.notify_one();
+}
+
+void Store::enqueueGathered()
+{
+    if (m_gathering.owner)
+        m_queue.push_back({Access::Write, m_gathering.make(m_gathering.ids)});
+    m_gathering = Gathering();
+}
+
+void Store::work()
+{
+    std::unique_lock<std::mutex> locker(m_mutex);
+    while (true) {
+        m_changed.wait(locker, [this] { return m_ending || !m_queue.empty(); });
+        if (m_queue.empty())
+            return;
+        const Entry entry = std::move(m_queue.front());
+        m_queue.pop_front();
+        locker.unlock();
+        entry.request(connection(entry.access));
+        locker.lock();
+    }
+}
+
+StoreConnection *Store::connection(Access access)
+{
+    if (!m_connection) {
+        const StoreProblem problem = open(access);
+        // Every request tries again, since the user may have put it right meanwhile, but
+        // says so only once.
+        const bool isTold = problem == m_lastProblem
+            || (problem == StoreProblem::Absent && access == Access::LookUp);
+        if (!isTold && problem != StoreProblem::None)
+            warnAbout(problem, m_directory.path());
+        if (!isTold)
+            m_lastProblem = problem;
+        m_isOpen = problem == StoreProblem::None;
+    }
+    return m_connection.get();
+}
+
+StoreProblem Store::open(Access access)
+{
+    StoreProblem problem = m_directory.check();
+    if (problem == StoreProblem::Absent && access != Access::Write)
+        return problem;
+    if (problem != StoreProblem::None && problem != StoreProblem::Absent)
+        return problem;
+    const bool canWrite = m_directory.claim(m_lock) == StoreProblem::None;
+    if (!canWrite && problem == StoreProblem::Absent)
+        return StoreProblem::NoAccess;
+    if (!canWrite) {
+        m_connection = StoreConnection::open(m_directory, nullptr);
+        return m_connection ? StoreProblem::None : StoreProblem::NoAccess;
+    }
+
+    const StoreLockHolder holder(m_lock);
+    if (!holder.isHeld())
+        return StoreProblem::Busy;
+    // Another process may have been faster, or killed on the way.
+    problem = m_directory.check();
+    if (problem == StoreProblem::Absent)
+        problem = m_directory.create();
+    else if (problem == StoreProblem::None)
+        problem = m_directory.finishCreation();
+    if (problem != StoreProblem::None)
+        return problem;
+    m_connection = StoreConnection::open(m_directory, &m_lock);
+    m_directory.makePrivate();
+    return m_connection ? StoreProblem::None : StoreProblem::Damaged;
+}
+
+} // namespace CommHistory

@@ -1,0 +1,92 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#pragma once
+
+#include "storedirectory_p.h"
+#include "storelock_p.h"
+
+#include <QtCore/QVector>
+
+#include <atomic>
+#include <condition_variable>
+#include <deque>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <thread>
+
+namespace CommHistory {
+
+class StoreConnection;
+
+//! The store of the process: where it is, the one connection to it and the thread that
+//! works on it. Requests are carried out in the order in which they came; the process ends
+//! when all that were taken are done.
+class Store
+{
+public:
+    //! Gets null when the store cannot be used, after the warning that says why.
+    using Request = std::function<void(StoreConnection *)>;
+
+    enum class Access {
+        Read,
+        LookUp, //!< as Read, but silent about a store that is absent: it may come to be
+        Write   //!< makes the store when it is absent
+    };
+
+    static Store &instance();
+
+    //! Has the store's thread carry out the request.
+    void post(Access access, Request request);
+    //! The same, and waits until it is done.
+    void run(Access access, const Request &request);
+    //! Whether the store can be used; waits for requests before only when it is not open yet.
+    bool isReadable(Access access);
+
+    //! Gathers deletions into one request until the turn of the event loop ends (endGathering())
+    //! or any other request comes, so that requests keep their order.
+    //! \param make  gives the request for the ids gathered for \a owner
+    //! \return true for the first id of a gathering
+    bool gather(const void *owner, int id, std::function<Request(QVector<int>)> make);
+    void endGathering();
+
+private:
+    struct Entry
+    {
+        Access access;
+        Request request;
+    };
+    struct Gathering
+    {
+        const void *owner = nullptr;
+        QVector<int> ids;
+        std::function<Request(QVector<int>)> make;
+    };
+
+    Store();
+    ~Store();
+    Q_DISABLE_COPY(Store)
+
+    void enqueueGathered(); // m_mutex is locked
+    void work();
+    StoreConnection *connection(Access access);
+    StoreProblem open(Access access);
+
+    StoreDirectory m_directory;
+    std::mutex m_mutex; // guards m_queue, m_gathering, m_ending
+    std::condition_variable m_changed;
+    std::deque<Entry> m_queue;
+    Gathering m_gathering;
+    bool m_ending = false;
+    std::atomic<bool> m_isOpen{false};
+
+    // What only the store's thread touches.
+    StoreLock m_lock;
+    std::unique_ptr<StoreConnection> m_connection;
+    StoreProblem m_lastProblem = StoreProblem::None;
+
+    std::thread m_thread; // last: starts when all the rest is there
+};
+
+} // namespace CommHistory

@@ -1,0 +1,221 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "storeconnection_p.h"
+
+#include "storelock_p.h"
+
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+#include <QtCore/QLoggingCategory>
+
+#include <cerrno>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace CommHistory {
+
+namespace {
+
+// What the database library says may hold texts of the user: never shown by default.
+Q_LOGGING_CATEGORY(lcDatabase, "korvasync.store.database", QtCriticalMsg)
+
+constexpr char OntologyUri[] = "resource:///org/korvasync/ontology";
+
+//! The database library keeps each graph in a file of its own. A transaction reaches the
+//! main file first: what a crash can leave is an unused name, never an event without one.
+constexpr const char *DatabaseFiles[] = {"meta.db", "urn%3Akorvasync%3Ahistory.db"};
+
+//! An error that is out parameter and owner in one.
+class Error
+{
+public:
+    ~Error() { g_clear_error(&m_error); }
+    operator GError **() { return &m_error; }
+    //! True when a call failed; its reason goes to the log.
+    bool isSet() const
+    {
+        if (m_error)
+            qCDebug(lcDatabase).noquote() << m_error->message;
+        return m_error;
+    }
+
+private:
+    GError *m_error = nullptr;
+};
+
+void logCritical(const gchar *, GLogLevelFlags, const gchar *message, gpointer)
+{
+    qCDebug(lcDatabase).noquote() << message;
+}
+
+GPointer<TrackerSparqlConnection> openDatabase(const QString &path, bool readOnly)
+{
+    // The library's own channel writes to stderr, where the client's user would see it.
+    static const guint handler = g_log_set_handler(
+        "Tracker", GLogLevelFlags(G_LOG_LEVEL_MASK | G_LOG_FLAG_RECURSION), logCritical, nullptr);
+    Q_UNUSED(handler)
+
+    const GPointer<GFile> store(g_file_new_for_path(QFile::encodeName(path).constData()));
+    const GPointer<GFile> ontology(g_file_new_for_uri(OntologyUri));
+    const auto flags =
+        readOnly ? TRACKER_SPARQL_CONNECTION_FLAGS_READONLY : TRACKER_SPARQL_CONNECTION_FLAGS_NONE;
+    Error error;
+    GPointer<TrackerSparqlConnection> connection(
+        tracker_sparql_connection_new(flags, store.get(), ontology.get(), nullptr, error));
+    if (error.isSet())
+        connection.reset();
+    return connection;
+}
+
+QString filePath(const QString &databasePath, const char *name)
+{
+    return databasePath + QLatin1Char('/') + QLatin1String(name);
+}
+
+} // namespace
+
+QByteArray eventUri(int id) { return "event:" + QByteArray::number(id); }
+
+StoreProblem StoreConnection::checkFiles(const QString &databasePath)
+{
+    for (const char *name : DatabaseFiles) {
+        const QFileInfo file(filePath(databasePath, name));
+        if (!file.exists())
+            return StoreProblem::LostDatabase;
+        if (file.size() == 0)
+            return StoreProblem::Damaged;
+    }
+    return StoreProblem::None;
+}
+
+bool StoreConnection::createDatabase(const QString &databasePath)
+{
+    const auto connection = openDatabase(databasePath, false);
+    if (!connection)
+        return false;
+    Error error;
+    tracker_sparql_connection_update(connection.get(),
+                                     "CREATE GRAPH <" KORVASYNC_GRAPH "> ;"
+                                     "INSERT DATA { GRAPH <" KORVASYNC_GRAPH
+                                     "> { <urn:korvasync:ids> a kv:IdCounter ;"
+                                     " kv:lastEventId 0 ; kv:lastConversationId 0 } }",
+                                     nullptr, error);
+    if (error.isSet())
+        return false;
+    tracker_sparql_connection_close(connection.get());
+    return true;
+}
+
+std::unique_ptr<StoreConnection> StoreConnection::open(const StoreDirectory &directory,
+                                                       StoreLock *lock)
+{
+    auto connection = openDatabase(directory.databasePath(), !lock);
+    if (!connection)
+        return nullptr;
+    return std::unique_ptr<StoreConnection>(
+        new StoreConnection(directory, lock, std::move(connection)));
+}
+
+StoreConnection::StoreConnection(const StoreDirectory &directory, StoreLock *lock,
+                                 GPointer<TrackerSparqlConnection> connection)
+    : m_directory(directory)
+    , m_lock(lock)
+    , m_connection(std::move(connection))
+{
+}
+
+TrackerSparqlStatement *StoreConnection::statement(const std::string &text)
+{
+    auto &statement = m_statements[text];
+    if (!statement) {
+        Error error;
+        statement.reset(tracker_sparql_connection_query_statement(m_connection.get(), text.c_str(),
+                                                                  nullptr, error));
+        if (error.isSet())
+            return nullptr;
+    }
+    return statement.get();
+}
+
+GPointer<TrackerSparqlCursor> StoreConnection::execute(TrackerSparqlStatement *statement)
+{
+    if (!statement)
+        return nullptr;
+    Error error;
+    GPointer<TrackerSparqlCursor> cursor(
+        tracker_sparql_statement_execute(statement, nullptr, error));
+    if (error.isSet())
+        return nullptr;
+    return cursor;
+}
+
+GPointer<TrackerSparqlCursor> StoreConnection::query(const QByteArray &text)
+{
+    Error error;
+    GPointer<TrackerSparqlCursor> cursor(
+        tracker_sparql_connection_query(m_connection.get(), text.constData(), nullptr, error));
+    if (error.isSet())
+        return nullptr;
+    return cursor;
+}
+
+StoreConnection::Step StoreConnection::next(TrackerSparqlCursor *cursor)
+{
+    if (!cursor)
+        return Step::Failed;
+    Error error;
+    const bool isRow = tracker_sparql_cursor_next(cursor, nullptr, error);
+    if (error.isSet())
+        return Step::Failed;
+    return isRow ? Step::Row : Step::End;
+}
+
+bool StoreConnection::write(const std::function<bool(TrackerBatch *)> &fill)
+{
+    if (!m_lock) {
+        warnAbout(StoreProblem::WriteFailed);
+        return false;
+    }
+    const StoreLockHolder holder(*m_lock);
+    if (!holder.isHeld()) {
+        warnAbout(StoreProblem::Busy);
+        return false;
+    }
+    const GPointer<TrackerBatch> batch(tracker_sparql_connection_create_batch(m_connection.get()));
+    if (!fill(batch.get()))
+        return false;
+    Error error;
+    tracker_batch_execute(batch.get(), nullptr, error);
+    if (error.isSet() || !syncToDisk()) {
+        warnAbout(StoreProblem::WriteFailed);
+        return false;
+    }
+    return true;
+}
+
+void StoreConnection::warnAbout(StoreProblem problem) const
+{
+    CommHistory::warnAbout(problem, m_directory.path());
+}
+
+//! The database library leaves a committed transaction to the system's caches, where a
+//! power cut takes it. It stands in the write-ahead logs until they are moved to the main
+//! files, which the library does with care.
+bool StoreConnection::syncToDisk() const
+{
+    for (const char *name : DatabaseFiles) {
+        const QString path = filePath(m_directory.databasePath(), name) + QLatin1String("-wal");
+        const int file = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
+        if (file < 0 && errno == ENOENT)
+            continue;
+        const bool synced = file >= 0 && ::fdatasync(file) == 0;
+        if (file >= 0)
+            ::close(file);
+        if (!synced)
+            return false;
+    }
+    return true;
+}
+
+} // namespace CommHistory

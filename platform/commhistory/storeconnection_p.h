@@ -1,0 +1,77 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#pragma once
+
+#include "storedirectory_p.h"
+
+#include <QtCore/QByteArray>
+#include <QtCore/QString>
+
+#include <libtracker-sparql/tracker-sparql.h>
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+
+namespace CommHistory {
+
+class StoreLock;
+
+struct GObjectDeleter
+{
+    void operator()(gpointer object) const { g_object_unref(object); }
+};
+template <typename T>
+using GPointer = std::unique_ptr<T, GObjectDeleter>;
+
+//! The one graph that holds all events, conversations and id counters. Reads name it: over
+//! all graphs at once the database uses no index.
+#define KORVASYNC_GRAPH "urn:korvasync:history"
+
+//! The name of an event in the graph; it follows from the id, so that no query has to look
+//! for it.
+QByteArray eventUri(int id);
+
+//! The open database. Used by the store's thread only.
+class StoreConnection
+{
+public:
+    enum class Step { Row, End, Failed };
+
+    //! What check() says of the files of a database: a missing or empty one would be taken
+    //! for a fresh database.
+    static StoreProblem checkFiles(const QString &databasePath);
+    static bool createDatabase(const QString &databasePath);
+    //! Null when the database cannot be opened.
+    //! \param lock  null for a database that can only be read
+    static std::unique_ptr<StoreConnection> open(const StoreDirectory &directory, StoreLock *lock);
+
+    //! The statement, prepared once; null when that fails. Values are bound, never pasted.
+    TrackerSparqlStatement *statement(const std::string &text);
+    //! Runs a statement with the values that are bound to it; null when that fails.
+    GPointer<TrackerSparqlCursor> execute(TrackerSparqlStatement *statement);
+    GPointer<TrackerSparqlCursor> query(const QByteArray &text);
+    //! Steps to the first or next row.
+    Step next(TrackerSparqlCursor *cursor);
+
+    //! One transaction under the lock of all processes. \a fill adds to the batch what is
+    //! to be written, after reading what it needs; it returns false to write nothing. True
+    //! when everything is on disk.
+    bool write(const std::function<bool(TrackerBatch *)> &fill);
+
+    void warnAbout(StoreProblem problem) const;
+
+private:
+    StoreConnection(const StoreDirectory &directory, StoreLock *lock,
+                    GPointer<TrackerSparqlConnection> connection);
+    bool syncToDisk() const;
+
+    StoreDirectory m_directory;
+    StoreLock *m_lock;
+    GPointer<TrackerSparqlConnection> m_connection;
+    std::map<std::string, GPointer<TrackerSparqlStatement>> m_statements;
+};
+
+} // namespace CommHistory

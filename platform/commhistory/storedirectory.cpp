@@ -1,0 +1,185 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "storedirectory_p.h"
+
+#include "storeconnection_p.h"
+#include "storelock_p.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QDirIterator>
+#include <QtCore/QLoggingCategory>
+#include <QtCore/QSaveFile>
+
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace CommHistory {
+
+namespace {
+
+Q_LOGGING_CATEGORY(lcStore, "korvasync.store", QtWarningMsg)
+
+constexpr char MarkerName[] = "korvasync-store";
+constexpr char NewDatabaseName[] = "db.new";
+constexpr char LockName[] = "lock";
+constexpr char Format[] = "1";
+
+constexpr mode_t OthersMask = S_IRWXG | S_IRWXO;
+
+QString sentence(StoreProblem problem)
+{
+    switch (problem) {
+    case StoreProblem::None:
+        break;
+    case StoreProblem::Absent:
+        return QStringLiteral("There is no store in %1 yet; add something first, or name the "
+                              "directory of another store.");
+    case StoreProblem::NotAStore:
+        return QStringLiteral("The directory %1 is not a store and not empty; name an empty "
+                              "directory or that of a store.");
+    case StoreProblem::UnknownFormat:
+        return QStringLiteral("The store in %1 has a format that this version does not know; "
+                              "use the version that made it, or a newer one.");
+    case StoreProblem::LostDatabase:
+        return QStringLiteral("The store in %1 has lost its database; restore the directory "
+                              "from a backup, or name another one.");
+    case StoreProblem::NoAccess:
+        return QStringLiteral("The store in %1 cannot be accessed; check its owner, its "
+                              "permissions and that its disk is there and writable.");
+    case StoreProblem::Busy:
+        return QStringLiteral("The store in %1 is kept busy by another process; end that "
+                              "process or try again later.");
+    case StoreProblem::Damaged:
+        return QStringLiteral("The database of the store in %1 cannot be opened and may be "
+                              "damaged; check the disk, or restore the directory from a backup.");
+    case StoreProblem::ReadFailed:
+        return QStringLiteral("The store in %1 cannot be read; check the disk, or restore the "
+                              "directory from a backup.");
+    case StoreProblem::WriteFailed:
+        return QStringLiteral("The store in %1 cannot be written; check its permissions and "
+                              "the free space of its disk, and repeat what was not stored.");
+    }
+    return QString();
+}
+
+//! Whether nothing but the remains of an interrupted creation is there.
+bool isEmpty(const QDir &directory)
+{
+    const auto filters = QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
+    const QStringList names = directory.entryList(filters);
+    return std::all_of(names.cbegin(), names.cend(), [](const QString &name) {
+        return name == QLatin1String(LockName) || name == QLatin1String(NewDatabaseName)
+            || name.startsWith(QLatin1String(MarkerName)); // the marker's own remains
+    });
+}
+
+//! Closes one file or directory to other users; true when it is closed.
+bool close(const QString &path)
+{
+    const QByteArray name = QFile::encodeName(path);
+    struct stat status;
+    if (::lstat(name.constData(), &status) != 0)
+        return false;
+    if (S_ISLNK(status.st_mode) || (status.st_mode & OthersMask) == 0)
+        return true;
+    return ::chmod(name.constData(), status.st_mode & S_IRWXU) == 0;
+}
+
+void syncDirectory(const QString &path)
+{
+    const int directory = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
+    if (directory < 0)
+        return;
+    ::fsync(directory);
+    ::close(directory);
+}
+
+} // namespace
+
+void warnAbout(StoreProblem problem, const QString &directory)
+{
+    qCWarning(lcStore).noquote() << sentence(problem).arg(QDir::toNativeSeparators(directory));
+}
+
+QString StoreDirectory::filePath(const char *name) const
+{
+    return m_path + QLatin1Char('/') + QLatin1String(name);
+}
+
+StoreProblem StoreDirectory::check() const
+{
+    struct stat status;
+    if (::stat(QFile::encodeName(m_path).constData(), &status) != 0)
+        return errno == ENOENT ? StoreProblem::Absent : StoreProblem::NoAccess;
+    if (!S_ISDIR(status.st_mode))
+        return StoreProblem::NotAStore;
+    if (::access(QFile::encodeName(m_path).constData(), R_OK | X_OK) != 0)
+        return StoreProblem::NoAccess;
+    if (QFileInfo::exists(filePath(MarkerName)))
+        return checkMarker();
+    return isEmpty(QDir(m_path)) ? StoreProblem::Absent : StoreProblem::NotAStore;
+}
+
+StoreProblem StoreDirectory::checkMarker() const
+{
+    QFile marker(filePath(MarkerName));
+    if (!marker.open(QIODevice::ReadOnly))
+        return StoreProblem::NoAccess;
+    if (marker.read(64).trimmed() != Format)
+        return StoreProblem::UnknownFormat;
+    if (QFileInfo::exists(databasePath()))
+        return StoreConnection::checkFiles(databasePath());
+    return QFileInfo::exists(filePath(NewDatabaseName)) ? StoreProblem::None
+                                                        : StoreProblem::LostDatabase;
+}
+
+StoreProblem StoreDirectory::claim(StoreLock &lock) const
+{
+    if (!QDir().mkpath(QFileInfo(m_path).absolutePath()))
+        return StoreProblem::NoAccess;
+    if (::mkdir(QFile::encodeName(m_path).constData(), S_IRWXU) != 0 && errno != EEXIST)
+        return StoreProblem::NoAccess;
+    if (!close(m_path) || !lock.open(filePath(LockName)))
+        return StoreProblem::NoAccess;
+    return StoreProblem::None;
+}
+
+void StoreDirectory::makePrivate() const
+{
+    close(m_path);
+    const auto filters = QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot;
+    QDirIterator entry(m_path, filters, QDirIterator::Subdirectories);
+    while (entry.hasNext())
+        close(entry.next());
+}
+
+StoreProblem StoreDirectory::create() const
+{
+    const QString database = filePath(NewDatabaseName);
+    if (!QDir(database).removeRecursively()
+        || ::mkdir(QFile::encodeName(database).constData(), S_IRWXU) != 0)
+        return StoreProblem::WriteFailed;
+    if (!StoreConnection::createDatabase(database)) {
+        QDir(database).removeRecursively();
+        return StoreProblem::WriteFailed;
+    }
+    QSaveFile marker(filePath(MarkerName));
+    if (!marker.open(QIODevice::WriteOnly) || marker.write(Format) < 0 || marker.write("\n") < 0
+        || !marker.commit())
+        return StoreProblem::WriteFailed;
+    return finishCreation();
+}
+
+StoreProblem StoreDirectory::finishCreation() const
+{
+    if (!QFileInfo::exists(databasePath())
+        && !QDir().rename(filePath(NewDatabaseName), databasePath()))
+        return StoreProblem::WriteFailed;
+    syncDirectory(m_path);
+    return StoreProblem::None;
+}
+
+} // namespace CommHistory

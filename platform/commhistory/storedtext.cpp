@@ -1,0 +1,52 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "storedtext_p.h"
+
+namespace CommHistory {
+
+namespace {
+
+constexpr QChar Mark(0x1a);
+constexpr int MarkedLength = 5; // the mark and its digits
+
+bool isHalfPair(const QString &text, int at)
+{
+    const QChar c = text.at(at);
+    if (c.isHighSurrogate())
+        return at + 1 == text.size() || !text.at(at + 1).isLowSurrogate();
+    return c.isLowSurrogate() && (at == 0 || !text.at(at - 1).isHighSurrogate());
+}
+
+} // namespace
+
+QByteArray toStoredText(const QString &text)
+{
+    QString stored;
+    int taken = 0; // everything before it is in stored
+    for (int i = 0; i < text.size(); ++i) {
+        const QChar c = text.at(i);
+        if (!c.isNull() && c != Mark && !isHalfPair(text, i))
+            continue;
+        stored.append(QStringView(text).mid(taken, i - taken));
+        stored.append(Mark);
+        stored.append(QString::number(c.unicode(), 16).rightJustified(4, QLatin1Char('0')));
+        taken = i + 1;
+    }
+    if (taken == 0)
+        return text.toUtf8();
+    stored.append(QStringView(text).mid(taken));
+    return stored.toUtf8();
+}
+
+QString fromStoredText(const QByteArray &stored)
+{
+    QString text = QString::fromUtf8(stored);
+    for (auto at = text.indexOf(Mark); at >= 0; at = text.indexOf(Mark, at + 1)) {
+        const ushort code = QStringView(text).mid(at + 1, 4).toUShort(nullptr, 16);
+        text.replace(at, MarkedLength, QChar(code));
+    }
+    return text;
+}
+
+} // namespace CommHistory
