@@ -141,6 +141,16 @@ std::optional<std::string_view> dateOf(std::string_view line)
 
 bool isBlankLine(const Line &line) { return trimmed(line.text).empty(); }
 
+std::string_view withoutLineEnd(std::string_view text)
+{
+    if (text.empty() || text.back() != '\n')
+        return text;
+    text.remove_suffix(1);
+    if (!text.empty() && text.back() == '\r')
+        text.remove_suffix(1);
+    return text;
+}
+
 // Fills a message from its bytes, line by line from the first to the last.
 class Reader
 {
@@ -317,11 +327,10 @@ bool Reader::readBody()
     if (!bodyEnd)
         return false;
 
-    std::string_view content = rest.substr(0, size_t(bodyEnd - rest.data()));
-    if (!content.empty())
-        content.remove_suffix(1);
-    if (!content.empty() && content.back() == '\r')
-        content.remove_suffix(1);
+    std::string_view content = withoutLineEnd(rest.substr(0, size_t(bodyEnd - rest.data())));
+    // Some programs write a blank line after every line, the last one of the text included.
+    if (isBlankLine(readLine(content)))
+        content = withoutLineEnd(content);
 
     m.body = VMessageBody{};
     Parameters parameters;

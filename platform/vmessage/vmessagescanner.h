@@ -1,0 +1,57 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#pragma once
+
+#include <platformexport.h>
+
+#include <QtCore/QScopedPointer>
+
+#include <string_view>
+
+class VMessageScannerPrivate;
+
+//! Finds the vMessages in a UTF-8 file that is read piece by piece:
+//! \code
+//! while (read(&chunk)) {
+//!     scanner.add(chunk);
+//!     while (scanner.next(&message))
+//!         parse(message.bytes);
+//! }
+//! scanner.finish();
+//! while (scanner.next(&message)) ...
+//! \endcode
+//! What stands before, between and behind the messages is passed over. The size of the
+//! pieces makes no difference, and no byte is looked at more often for being in a long
+//! message. The scanner keeps what it has not handed out.
+//!
+//! Where the lines of a message up to its body end in CR LF, lines next to a bare line feed
+//! are text and never end it: so no text that VMessageEncoder wrote can pass for another
+//! message. Where lines end in LF alone this cannot be told: there a text with an END:VBODY
+//! line ends early if nothing but END:VENV lines stands between it and END:VMSG, BEGIN:VMSG
+//! or the end of the file. A BEGIN:VMSG line always begins a message.
+class KORVAPLATFORM_EXPORT VMessageScanner
+{
+public:
+    struct Message
+    {
+        std::string_view bytes; //!< from BEGIN:VMSG on; for VMessageParser::parseVMessage()
+        quint64 offset = 0;     //!< of the first byte in the file
+        quint64 line = 0;       //!< of BEGIN:VMSG in the file, from 1
+        bool complete = false;  //!< ends in END:VMSG; if not, the parser tells whether it was cut
+    };
+
+    VMessageScanner();
+    ~VMessageScanner();
+
+    //! Adds the next bytes of the file. Ends the life of all bytes handed out so far.
+    void add(std::string_view bytes);
+    //! Says that the file has ended, so that its last lines count as whole.
+    void finish();
+    //! \return false when the next message is not there as a whole; after finish(): no more
+    bool next(Message *message);
+
+private:
+    Q_DISABLE_COPY(VMessageScanner)
+    QScopedPointer<VMessageScannerPrivate> d;
+};

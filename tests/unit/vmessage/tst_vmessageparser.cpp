@@ -1,0 +1,353 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "vmessagesupport.h"
+
+#include <vmessage/vmessageparser.h>
+#include <vmessage/vmessagescanner.h>
+
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QRandomGenerator>
+#include <QtTest/QtTest>
+
+#include <cstring>
+#include <memory>
+
+using namespace VMessageSupport;
+
+namespace {
+
+QByteArray escaped(const char *text, int length)
+{
+    QByteArray result;
+    for (const char c : QByteArray(text, length)) {
+        if (c == '\n')
+            result += "\\n";
+        else if (c == '\\')
+            result += "\\\\";
+        else if (uchar(c) < 0x20 || c == 0x7F)
+            result += "\\x" + QByteArray(1, c).toHex();
+        else
+            result += c;
+    }
+    return result;
+}
+
+QByteArray field(const char *name, const char *value)
+{
+    return value ? name + QByteArray(": ") + escaped(value, int(strlen(value))) + '\n'
+                 : QByteArray();
+}
+
+// The records in the form of the .expected files: absent parts and fields are left out.
+QByteArray rendered(VMessageParser &parser, const VMessage *message)
+{
+    if (!message)
+        return "no message\n";
+    QByteArray result;
+    if (const VMessageHeader *header = parser.header(message)) {
+        result += "[header]\n" + field("status", header->status) + field("box", header->box)
+            + field("type", header->type) + field("dateTime", header->dateTime)
+            + field("messageType", header->messageType);
+    }
+    if (const VMessageOriginator *originator = parser.originator(message)) {
+        result += "[originator]\n" + field("name", originator->name)
+            + field("telephone", originator->telephone);
+    }
+    if (const VMessageRecipient *recipient = parser.recipients(message)) {
+        result += "[recipient]\n" + field("name", recipient->name)
+            + field("telephone", recipient->telephone)
+            + "count: " + QByteArray::number(recipient->count) + '\n';
+    }
+    if (const VMessageBody *body = parser.body(message)) {
+        result += "[body]\n" + field("date", body->date) + field("property", body->property)
+            + field("encoding", body->encoding) + field("charset", body->charset)
+            + field("language", body->language) + "text: " + escaped(body->text, body->length)
+            + "\nlength: " + QByteArray::number(body->length) + '\n';
+    }
+    return result;
+}
+
+// Parses a copy without a byte of room behind it, so that a sanitizer sees a read too far.
+const VMessage *parse(VMessageParser &parser, const QByteArray &bytes)
+{
+    const auto size = size_t(bytes.size());
+    const std::unique_ptr<char[]> copy(new char[size]);
+    std::copy(bytes.begin(), bytes.end(), copy.get());
+    return parser.parseVMessage(copy.get(), uint(size));
+}
+
+QByteArray parsed(const QByteArray &bytes)
+{
+    VMessageParser parser;
+    return rendered(parser, parse(parser, bytes));
+}
+
+// The text of the message, null when there is no message or no body.
+QByteArray textOf(const QByteArray &bytes)
+{
+    VMessageParser parser;
+    const VMessageBody *body = parser.body(parse(parser, bytes));
+    return body ? QByteArray(body->text, body->length) : QByteArray();
+}
+
+QByteArray contents(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
+}
+
+void addMessageFiles()
+{
+    QTest::addColumn<QString>("path");
+    const QDir folder(QStringLiteral(VMESSAGE_DATA));
+    for (const QString &name : folder.entryList({QStringLiteral("*.vmsg")}))
+        QTest::newRow(qPrintable(name)) << folder.filePath(name);
+}
+
+} // namespace
+
+class TestVMessageParser : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void readsMessageFiles_data() { addMessageFiles(); }
+    void readsMessageFiles();
+    void readsTheSameThroughTheScanner_data() { addMessageFiles(); }
+    void readsTheSameThroughTheScanner();
+    void readsEveryPrefix_data() { addMessageFiles(); }
+    void readsEveryPrefix();
+    void readsEveryChangedByte_data() { addMessageFiles(); }
+    void readsEveryChangedByte();
+
+    void keepsEveryOwnText();
+    void cutsNoOwnText_data();
+    void cutsNoOwnText();
+    void cutsNoOwnTextAtALengthInUtf16Units();
+    void passesOverLineEndsBehindTheEnd();
+    void countsATerminatingZeroIn();
+    void refusesNullAndNothing();
+    void replacesTheResultBefore();
+    void handsOutNothingForNoMessage();
+
+    void survivesHostileInput_data();
+    void survivesHostileInput();
+    void survivesNoise();
+};
+
+void TestVMessageParser::readsMessageFiles()
+{
+    QFETCH(QString, path);
+    QString expected = path;
+    expected.replace(QLatin1String(".vmsg"), QLatin1String(".expected"));
+    QCOMPARE(parsed(contents(path)), contents(expected));
+}
+
+void TestVMessageParser::readsTheSameThroughTheScanner()
+{
+    QFETCH(QString, path);
+    const QByteArray bytes = contents(path);
+    VMessageScanner scanner;
+    scanner.add({bytes.constData(), size_t(bytes.size())});
+    scanner.finish();
+    VMessageScanner::Message message;
+    QByteArray result = "no message\n";
+    if (scanner.next(&message))
+        result = parsed(QByteArray(message.bytes.data(), int(message.bytes.size())));
+    QCOMPARE(result, parsed(bytes));
+    QVERIFY(!scanner.next(&message));
+}
+
+void TestVMessageParser::readsEveryPrefix()
+{
+    QFETCH(QString, path);
+    const QByteArray whole = contents(path);
+    for (int length = 0; length < whole.size(); ++length)
+        parsed(whole.left(length));
+}
+
+void TestVMessageParser::readsEveryChangedByte()
+{
+    QFETCH(QString, path);
+    const QByteArray whole = contents(path);
+    for (int i = 0; i < whole.size(); ++i) {
+        for (const char c : {'\0', '\n', '=', ':', ';', '\xFF'}) {
+            QByteArray changed = whole;
+            changed[i] = c;
+            parsed(changed);
+        }
+    }
+}
+
+void TestVMessageParser::keepsEveryOwnText()
+{
+    TextSource texts(1);
+    for (int i = 0; i < 1000; ++i) {
+        const QByteArray text = texts.next();
+        QCOMPARE(textOf(ownMessage(text)), text);
+    }
+}
+
+void TestVMessageParser::cutsNoOwnText_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::newRow("short") << QByteArray("Hello");
+    QTest::newRow("empty") << QByteArray("");
+    QTest::newRow("closing line first") << QByteArray("END:VBODY");
+    QTest::newRow("closing line last") << QByteArray("a\nEND:VBODY");
+    QTest::newRow("closing lines last") << QByteArray("a\nEND:VBODY\nEND:VENV\nEND:VMSG");
+    QTest::newRow("closing lines within") << QByteArray("a\nEND:VBODY\nEND:VENV\nEND:VMSG\nb\n");
+    QTest::newRow("closing lines twice")
+        << QByteArray("END:VBODY\nEND:VBODY\nEND:VENV\nEND:VMSG\n\nEND:VBODY\nEND:VMSG\n\n");
+    QTest::newRow("own message") << withLfOnly(ownMessage("inner"));
+    QTest::newRow("two messages") << withLfOnly(ownMessage("1") + ownMessage("2"));
+}
+
+// What is cut gives no message or the whole text, never a part of it.
+void TestVMessageParser::cutsNoOwnText()
+{
+    QFETCH(QByteArray, text);
+    const QByteArray whole = ownMessage(text);
+    const int textEnd = int(whole.lastIndexOf("END:VBODY")) + int(strlen("END:VBODY"));
+    for (int length = 0; length <= whole.size(); ++length) {
+        VMessageParser parser;
+        const VMessage *message = parse(parser, whole.left(length));
+        QCOMPARE(message != nullptr, length >= textEnd);
+        if (message) {
+            QCOMPARE(QByteArray(parser.body(message)->text, parser.body(message)->length), text);
+            QCOMPARE(QByteArray(parser.originator(message)->telephone), QByteArray("+15550100"));
+        }
+    }
+}
+
+// The sending service passes a length in UTF-16 units over UTF-8 bytes.
+void TestVMessageParser::cutsNoOwnTextAtALengthInUtf16Units()
+{
+    const QString text = QStringLiteral("\u00E9\u00E9\u00E9\nEND:VBODY\nEND:VMSG\n\U0001F600");
+    const QByteArray whole = ownMessage(text.toUtf8());
+    const auto units = int(QString::fromUtf8(whole).size());
+    QCOMPARE(int(whole.size()) - units, 5);
+    QCOMPARE(textOf(whole.left(units)), text.toUtf8());
+
+    const QString longText = text.repeated(20);
+    const QByteArray longMessage = ownMessage(longText.toUtf8());
+    const auto longUnits = int(QString::fromUtf8(longMessage).size());
+    QCOMPARE(parsed(longMessage.left(longUnits)), QByteArray("no message\n"));
+    const QByteArray lengthened = longMessage + QByteArray(longMessage.size() - longUnits, '\n');
+    QCOMPARE(textOf(lengthened.left(longMessage.size())), longText.toUtf8());
+}
+
+void TestVMessageParser::passesOverLineEndsBehindTheEnd()
+{
+    for (const char *ends : {"\n", "\r\n\r\n", "\r", "\n\n\n\r\r"})
+        QCOMPARE(parsed(ownMessage("a\n") + ends), parsed(ownMessage("a\n")));
+    QCOMPARE(textOf(ownMessage("a\n") + "\r\n\n"), QByteArray("a\n"));
+}
+
+void TestVMessageParser::countsATerminatingZeroIn()
+{
+    const QByteArray bytes = ownMessage("Hello");
+    VMessageParser parser;
+    const VMessage *message = parser.parseVMessage(bytes.constData(), uint(bytes.size()) + 1);
+    QVERIFY(message);
+    QCOMPARE(parser.body(message)->text, "Hello");
+    QCOMPARE(parser.body(message)->length, 5);
+}
+
+void TestVMessageParser::refusesNullAndNothing()
+{
+    VMessageParser parser;
+    QVERIFY(!parser.parseVMessage(nullptr, 0));
+    QVERIFY(!parser.parseVMessage("", 1));
+}
+
+void TestVMessageParser::replacesTheResultBefore()
+{
+    VMessageParser parser;
+    QVERIFY(parse(parser, ownMessage("first")));
+    QVERIFY(!parse(parser, "BEGIN:VMSG\r\n"));
+    const VMessage *message = parse(parser, "BEGIN:VMSG\r\nEND:VMSG\r\n");
+    QVERIFY(message);
+    QCOMPARE(rendered(parser, message), QByteArray("[header]\n"));
+}
+
+void TestVMessageParser::handsOutNothingForNoMessage()
+{
+    VMessageParser parser;
+    QVERIFY(!parser.header(nullptr));
+    QVERIFY(!parser.originator(nullptr));
+    QVERIFY(!parser.recipients(nullptr));
+    QVERIFY(!parser.body(nullptr));
+}
+
+void TestVMessageParser::survivesHostileInput_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QByteArray>("text");
+    constexpr int mebi = 1 << 20;
+    const QByteArray quoted =
+        "BEGIN:VMSG\r\nBEGIN:VBODY\r\nSubject;ENCODING=QUOTED-PRINTABLE:%1\r\nEND:VBODY\r\n";
+    const QByteArray card = "BEGIN:VMSG\r\nBEGIN:VCARD\r\n%1\r\nBEGIN:VBODY\r\nhm\r\nEND:VBODY\r\n";
+    const QByteArray nested = "BEGIN:VMSG\r\n%1BEGIN:VBODY\r\nhm\r\nEND:VBODY\r\n";
+
+    QTest::newRow("long text") << ownMessage(QByteArray(mebi, 'x')) << QByteArray(mebi, 'x');
+    QTest::newRow("many line feeds")
+        << ownMessage(QByteArray(mebi, '\n')) << QByteArray(mebi, '\n');
+    QTest::newRow("long blank line") << ownMessage(QByteArray(mebi, ' ')) << QByteArray(mebi, ' ');
+    QTest::newRow("closing lines") << ownMessage(QByteArray("END:VBODY\n").repeated(100000))
+                                   << QByteArray("END:VBODY\n").repeated(100000);
+    QTest::newRow("long name") << QByteArray(nested).replace("%1", QByteArray(mebi, 'X') + ":1\r\n")
+                               << QByteArray("hm");
+    QTest::newRow("parameters") << QByteArray(nested).replace(
+        "%1", QByteArray("X;").repeated(mebi / 2) + ":1\r\n")
+                                << QByteArray("hm");
+    QTest::newRow("envelopes") << QByteArray(nested).replace(
+        "%1", QByteArray("BEGIN:VENV\r\n").repeated(100000))
+                               << QByteArray("hm");
+    QTest::newRow("envelopes and cards") << QByteArray(nested).replace(
+        "%1", QByteArray("BEGIN:VENV\r\nBEGIN:VCARD\r\n").repeated(100000))
+                                         << QByteArray("hm");
+    QTest::newRow("folds") << QByteArray(card).replace("%1",
+                                                       "TEL:" + QByteArray("1\n ").repeated(100000))
+                           << QByteArray("hm");
+    QTest::newRow("soft breaks") << QByteArray(quoted).replace("%1",
+                                                               QByteArray("=\r\n").repeated(100000))
+                                 << QByteArray("");
+    QTest::newRow("equals signs and blanks")
+        << QByteArray(quoted).replace("%1", "=" + QByteArray("= ").repeated(100000) + "z")
+        << "=" + QByteArray("= ").repeated(100000) + "z";
+    QTest::newRow("properties above the text") << QByteArray(nested).replace("%1", "").replace(
+        "hm", QByteArray("X-A:1\r\n").repeated(100000) + "hm")
+                                               << QByteArray("hm");
+    QTest::newRow("blank lines above the text") << QByteArray(nested).replace("%1", "").replace(
+        "hm", QByteArray("\r\n").repeated(100000) + "hm")
+                                                << QByteArray("hm");
+}
+
+void TestVMessageParser::survivesHostileInput()
+{
+    QFETCH(QByteArray, bytes);
+    QFETCH(QByteArray, text);
+    QVERIFY(textOf(bytes) == text);
+}
+
+void TestVMessageParser::survivesNoise()
+{
+    QRandomGenerator random(7);
+    const QByteArray opening = "BEGIN:VMSG\r\nBEGIN:VBODY\r\n";
+    for (int i = 0; i < 1000; ++i) {
+        QByteArray noise(int(random.bounded(200)), '\0');
+        for (char &c : noise)
+            c = char(random.bounded(256));
+        parsed(noise);
+        parsed(opening + "Subject;ENCODING=QUOTED-PRINTABLE;CHARSET=ISO-2022-JP:" + noise
+               + "\r\nEND:VBODY\r\n");
+        parsed(opening + noise + "\r\nEND:VBODY\r\nEND:VMSG\r\n");
+    }
+}
+
+QTEST_APPLESS_MAIN(TestVMessageParser)
+
+#include "tst_vmessageparser.moc"

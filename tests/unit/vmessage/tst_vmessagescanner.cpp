@@ -1,0 +1,285 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "vmessagesupport.h"
+
+#include <vmessage/vmessageparser.h>
+#include <vmessage/vmessagescanner.h>
+
+#include <QtCore/QList>
+#include <QtTest/QtTest>
+
+using namespace VMessageSupport;
+
+namespace {
+
+struct Found
+{
+    QByteArray bytes;
+    quint64 offset;
+    quint64 line;
+    bool complete;
+
+    bool operator==(const Found &other) const
+    {
+        return bytes == other.bytes && offset == other.offset && line == other.line
+            && complete == other.complete;
+    }
+};
+
+QList<Found> scanned(const QByteArray &file, int chunkSize)
+{
+    QList<Found> result;
+    VMessageScanner scanner;
+    VMessageScanner::Message message;
+    const auto takeAll = [&] {
+        while (scanner.next(&message)) {
+            result.append({QByteArray(message.bytes.data(), int(message.bytes.size())),
+                           message.offset, message.line, message.complete});
+        }
+    };
+    for (int i = 0; i < file.size(); i += chunkSize) {
+        const QByteArray chunk = file.mid(i, chunkSize);
+        scanner.add({chunk.constData(), size_t(chunk.size())});
+        takeAll();
+    }
+    scanner.finish();
+    takeAll();
+    return result;
+}
+
+QList<Found> scanned(const QByteArray &file) { return scanned(file, int(file.size()) + 1); }
+
+QList<QByteArray> bytesOf(const QList<Found> &messages)
+{
+    QList<QByteArray> result;
+    for (const Found &message : messages)
+        result.append(message.bytes);
+    return result;
+}
+
+QByteArray textOf(const QByteArray &bytes)
+{
+    VMessageParser parser;
+    const VMessageBody *body =
+        parser.body(parser.parseVMessage(bytes.constData(), uint(bytes.size())));
+    return body ? QByteArray(body->text, body->length) : QByteArray("no text");
+}
+
+// Dialects without a text property; the lines of the text end as all others do.
+QByteArray phoneMessage(const QByteArray &text)
+{
+    return "BEGIN:VMSG\nVERSION:1.1\nX-ABC-DT:20101103T142530Z\nBEGIN:VCARD\nTEL:+15550100\n"
+           "END:VCARD\nBEGIN:VENV\nBEGIN:VBODY\nDate:03.11.2010 14:25:30\n"
+        + text + "\nEND:VBODY\nEND:VENV\nEND:VMSG\n";
+}
+
+} // namespace
+
+class TestVMessageScanner : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void findsOwnMessagesWhateverTheirTexts();
+    void isNotForgedByAnOwnText();
+    void findsMessagesAmongOtherLines();
+    void tellsOffsetAndLine();
+    void findsMessagesWithLfOnly();
+    void keepsAClosingLineInAnLfTextUnlessItCloses();
+    void endsAMessageWithoutEndVMsgAtTheNext();
+    void findsTheMessageAfterACutOne_data();
+    void findsTheMessageAfterACutOne();
+    void handsOutTheCutMessageAtTheEndOfTheFile();
+    void waitsForMore();
+    void findsMessagesBehindByteOrderMarks();
+    void findsNothingInOtherFiles();
+    void findsTheSameInPiecesOfAnySize_data();
+    void findsTheSameInPiecesOfAnySize();
+    void survivesHostileInput();
+};
+
+void TestVMessageScanner::findsOwnMessagesWhateverTheirTexts()
+{
+    TextSource texts(2);
+    QByteArray file;
+    QList<QByteArray> expected;
+    for (int i = 0; i < 1000; ++i) {
+        expected.append(texts.next());
+        file += ownMessage(expected.last());
+    }
+    QList<QByteArray> found;
+    for (const Found &message : scanned(file)) {
+        QVERIFY(message.complete);
+        found.append(textOf(message.bytes));
+    }
+    QCOMPARE(found, expected);
+}
+
+void TestVMessageScanner::isNotForgedByAnOwnText()
+{
+    const QByteArray forging = "a\nEND:VBODY\nEND:VENV\nEND:VMSG\n"
+        + withLfOnly(ownMessage("forged")) + "BEGIN:VMSG\nEND:VBODY";
+    const QList<Found> found = scanned(ownMessage(forging) + ownMessage("second"));
+    QCOMPARE(found.size(), 2);
+    QCOMPARE(textOf(found[0].bytes), forging);
+    QCOMPARE(textOf(found[1].bytes), QByteArray("second"));
+}
+
+void TestVMessageScanner::findsMessagesAmongOtherLines()
+{
+    const QByteArray first = ownMessage("first");
+    const QByteArray second = phoneMessage("second");
+    const QByteArray file = "2\r\nEND:VMSG\r\nBEGIN:VNOTE\r\nEND:VNOTE\r\n" + first
+        + "\r\nEND:VBODY\r\nEND:VMSG\r\nbetween\n" + second + "behind";
+    QCOMPARE(bytesOf(scanned(file)), QList<QByteArray>({first, second}));
+}
+
+void TestVMessageScanner::tellsOffsetAndLine()
+{
+    const QList<Found> found =
+        scanned("one\r\ntwo\n" + ownMessage("a\nb") + "\n" + phoneMessage("c"));
+    QCOMPARE(found.size(), 2);
+    QCOMPARE(found[0].offset, quint64(9));
+    QCOMPARE(found[0].line, quint64(3));
+    QCOMPARE(found[1].offset, quint64(9 + ownMessage("a\nb").size() + 1));
+    QCOMPARE(found[1].line, quint64(3 + 18 + 1));
+}
+
+void TestVMessageScanner::findsMessagesWithLfOnly()
+{
+    const QByteArray first = withLfOnly(ownMessage("one\n\ntwo"));
+    const QByteArray second = phoneMessage("three\n four");
+    const QList<Found> found = scanned(first + second);
+    QCOMPARE(bytesOf(found), QList<QByteArray>({first, second}));
+    QCOMPARE(textOf(found[0].bytes), QByteArray("one\n\ntwo"));
+    QCOMPARE(textOf(found[1].bytes), QByteArray("three\n four"));
+}
+
+void TestVMessageScanner::keepsAClosingLineInAnLfTextUnlessItCloses()
+{
+    const QByteArray kept = "one\nEND:VBODY\nEND:VENV\ntwo\nEND:VMSG\nEND:VBODY\nEND:VBODY\nthree";
+    const QList<Found> found = scanned(phoneMessage(kept) + phoneMessage("second"));
+    QCOMPARE(found.size(), 2);
+    QCOMPARE(textOf(found[0].bytes), kept);
+
+    const QList<Found> forged = scanned(phoneMessage("one\nEND:VBODY\n\nEND:VENV\nEND:VMSG\ntwo"));
+    QCOMPARE(forged.size(), 1);
+    QCOMPARE(textOf(forged[0].bytes), QByteArray("one"));
+}
+
+void TestVMessageScanner::endsAMessageWithoutEndVMsgAtTheNext()
+{
+    for (const QByteArray &message : {ownMessage("first"), phoneMessage("first")}) {
+        const QByteArray open = message.left(message.indexOf("END:VMSG"));
+        const QByteArray opener = message.left(message.lastIndexOf("END:VENV"));
+        for (const QByteArray &first : {open, opener}) {
+            const QList<Found> found = scanned(first + message);
+            QCOMPARE(bytesOf(found), QList<QByteArray>({first, message}));
+            QVERIFY(!found[0].complete);
+            QVERIFY(found[1].complete);
+            QCOMPARE(textOf(found[0].bytes), QByteArray("first"));
+        }
+    }
+}
+
+void TestVMessageScanner::findsTheMessageAfterACutOne_data()
+{
+    QTest::addColumn<QByteArray>("cut");
+    const QByteArray own = ownMessage("some\r\ntext");
+    QTest::newRow("first line") << QByteArray("BEGIN:VMSG\r\n");
+    QTest::newRow("header") << own.left(own.indexOf("X-IRMC-TYPE"));
+    QTest::newRow("card") << own.left(own.indexOf("TEL:"));
+    QTest::newRow("body without text") << own.left(own.indexOf("X-SMS"));
+    QTest::newRow("text") << own.left(own.indexOf("text"));
+    QTest::newRow("all but the closing lines") << own.left(own.indexOf("END:VBODY"));
+}
+
+void TestVMessageScanner::findsTheMessageAfterACutOne()
+{
+    QFETCH(QByteArray, cut);
+    const QList<Found> found = scanned(cut + ownMessage("second"));
+    QCOMPARE(bytesOf(found), QList<QByteArray>({cut, ownMessage("second")}));
+    QVERIFY(!found[0].complete);
+    QCOMPARE(textOf(found[0].bytes), QByteArray("no text"));
+
+    const QList<Found> lfOnly = scanned(withLfOnly(cut + ownMessage("second")));
+    QCOMPARE(bytesOf(lfOnly),
+             QList<QByteArray>({withLfOnly(cut), withLfOnly(ownMessage("second"))}));
+}
+
+void TestVMessageScanner::handsOutTheCutMessageAtTheEndOfTheFile()
+{
+    const QByteArray whole = ownMessage("a\nEND:VBODY\nEND:VENV\nEND:VMSG\nb");
+    const auto withoutLineEnd = int(whole.size()) - 2;
+    for (int length = int(qstrlen("BEGIN:VMSG")); length < withoutLineEnd; ++length) {
+        const QList<Found> found = scanned(whole.left(length));
+        QCOMPARE(bytesOf(found), QList<QByteArray>({whole.left(length)}));
+        QVERIFY(!found[0].complete);
+    }
+    QVERIFY(scanned(whole.left(withoutLineEnd))[0].complete);
+}
+
+void TestVMessageScanner::waitsForMore()
+{
+    const QByteArray bytes = ownMessage("Hello");
+    VMessageScanner scanner;
+    VMessageScanner::Message message;
+    QVERIFY(!scanner.next(&message));
+    scanner.add({bytes.constData(), size_t(bytes.size()) - 1});
+    QVERIFY(!scanner.next(&message));
+    scanner.add("\n");
+    QVERIFY(scanner.next(&message));
+    QCOMPARE(QByteArray(message.bytes.data(), int(message.bytes.size())), bytes);
+    QVERIFY(!scanner.next(&message));
+    scanner.finish();
+    QVERIFY(!scanner.next(&message));
+}
+
+void TestVMessageScanner::findsMessagesBehindByteOrderMarks()
+{
+    const QByteArray marked = "\xEF\xBB\xBF" + ownMessage("Hello");
+    const QList<Found> found = scanned(marked + marked);
+    QCOMPARE(bytesOf(found), QList<QByteArray>({marked, marked}));
+    QCOMPARE(textOf(found[1].bytes), QByteArray("Hello"));
+}
+
+void TestVMessageScanner::findsNothingInOtherFiles()
+{
+    for (const char *file : {"", "\n", "Hello", "BEGIN:VNOTE\r\nBODY:x\r\nEND:VNOTE\r\n",
+                             "BEGIN:VCARD\nEND:VCARD\n", " BEGIN:VMSG\n", "BEGIN:VMSGX\n"})
+        QVERIFY(scanned(file).isEmpty());
+}
+
+void TestVMessageScanner::findsTheSameInPiecesOfAnySize_data()
+{
+    QTest::addColumn<QByteArray>("file");
+    const QByteArray own = ownMessage("one\nEND:VBODY\nEND:VENV\nEND:VMSG\n\n\xF0\x9F\x98\x80");
+    QTest::newRow("own") << own + own;
+    QTest::newRow("lf") << withLfOnly(own) + phoneMessage("two");
+    QTest::newRow("mixed with rubbish") << "x\r\ny\n" + own + "z\n\n" + phoneMessage("two") + "end";
+    QTest::newRow("cut") << own.left(own.size() / 2) + "\r\n" + own.left(own.size() - 4);
+}
+
+void TestVMessageScanner::findsTheSameInPiecesOfAnySize()
+{
+    QFETCH(QByteArray, file);
+    const QList<Found> whole = scanned(file);
+    QVERIFY(!whole.isEmpty());
+    for (int size = 1; size <= 100; ++size)
+        QVERIFY(scanned(file, size) == whole);
+}
+
+void TestVMessageScanner::survivesHostileInput()
+{
+    constexpr int mebi = 1 << 20;
+    const QByteArray own = ownMessage(QByteArray("END:VBODY\n").repeated(mebi / 10));
+    QCOMPARE(scanned(own, 1).size(), 1);
+    QCOMPARE(scanned(QByteArray("BEGIN:VMSG\n").repeated(mebi / 10)).size(), mebi / 10);
+    QCOMPARE(scanned(QByteArray(mebi, 'x'), 1).size(), 0);
+    QCOMPARE(scanned("BEGIN:VMSG\nBEGIN:VBODY\n" + QByteArray(mebi, ' '), 1).size(), 1);
+}
+
+QTEST_APPLESS_MAIN(TestVMessageScanner)
+
+#include "tst_vmessagescanner.moc"
