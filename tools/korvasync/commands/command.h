@@ -1,0 +1,41 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#pragma once
+
+#include "options/globaloptions.h"
+#include "output/standardoutput.h"
+#include "process/exitcode.h"
+#include "store/storelocation.h"
+
+#include <QtCore/QCommandLineParser>
+
+//! What a command works with.
+struct Invocation
+{
+    const QCommandLineParser &options;
+    const QStringList arguments; //!< without the command's own name
+    const GlobalOptions &global;
+    StoreLocation &location;
+    StandardOutput &output;
+
+    bool isSet(const char *option) const { return options.isSet(QLatin1String(option)); }
+    QString value(const char *option) const { return options.value(QLatin1String(option)); }
+};
+
+//! One verb of the command line.
+struct Command
+{
+    const char *name;
+    const char *arguments; //!< for the help
+    const char *summary;   //!< for the help, one line
+    QStringList formats;   //!< of -o, the default first
+    QList<QCommandLineOption> options;
+    ExitCode (*run)(const Invocation &invocation);
+};
+
+Command listCommand();
+Command showCommand();
+Command addCommand();
+Command modifyCommand();
+Command deleteCommand();

@@ -1,0 +1,140 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "command.h"
+#include "storeaccess.h"
+
+#include "options/arguments.h"
+#include "output/progress.h"
+#include "output/results.h"
+#include "process/diagnostics.h"
+#include "process/interrupt.h"
+
+#include <QtCore/QSet>
+
+#include <cstdio>
+#include <unistd.h>
+
+namespace {
+
+constexpr int chunkSize = 500;
+
+//! The work of "korvasync delete".
+class Deleting
+{
+public:
+    explicit Deleting(const Invocation &invocation)
+        : invocation(invocation)
+        , store(invocation.global.timeout)
+        , results(invocation.output, ItemResult::Deleted,
+                  invocation.global.format == QLatin1String("ndjson"))
+        , progress(invocation.global.progress)
+    {
+    }
+
+    ExitCode run(const QList<int> &ids)
+    {
+        if (const ExitCode code = StoreAccess::requireReadable(invocation.location, store))
+            return code;
+        for (int i = 0; i < ids.size() && trouble == AllDone && Interrupt::signalNumber() == 0
+             && invocation.output.error().isEmpty();
+             i += chunkSize) {
+            deleteChunk(ids.mid(i, chunkSize));
+            progress.show(results.count(),
+                          static_cast<double>(results.count()) / static_cast<double>(ids.size()));
+        }
+        progress.end();
+        if (invocation.global.quiet == 0)
+            results.printSummary();
+        results.warnOfRefusals();
+        return worse(trouble, results.exitCode());
+    }
+
+private:
+    void deleteChunk(const QList<int> &ids);
+    void report(int id, ItemResult::Status status, Refusal refusal);
+
+    const Invocation &invocation;
+    MessageStore store;
+    Results results;
+    Progress progress;
+    QSet<int> deleted;
+    ExitCode trouble = AllDone; // the store's
+};
+
+void Deleting::deleteChunk(const QList<int> &ids)
+{
+    QList<int> known; // calls share the ids, and the library would delete one as well
+    QSet<int> seen = deleted;
+    for (const int id : ids) {
+        if (!seen.contains(id) && store.message(id).id != -1)
+            known += id;
+        seen += id;
+    }
+    if (!invocation.global.dryRun && !known.isEmpty()) {
+        const MessageStore::Written written = store.remove(known);
+        Answer answer = written.answer;
+        if (answer == Answer::Finished && written.status.contains(KorvaSyncIf::SmsDeleteFailed))
+            answer = store.probe() == Answer::Finished ? Answer::Finished : Answer::Refused;
+        trouble = StoreAccess::complain(invocation.location, answer);
+    }
+    QSet<int> waiting(known.cbegin(), known.cend());
+    for (const int id : ids) {
+        if (!waiting.remove(id))
+            report(id, ItemResult::Refused, Refusal::SmsBadId);
+        else if (trouble == AllDone && (invocation.global.dryRun || store.message(id).id == -1))
+            report(id, ItemResult::Deleted, Refusal::None);
+        else
+            report(id, ItemResult::Failed, Refusal::SmsDelete);
+    }
+    deleted.unite(seen);
+    invocation.output.flush();
+}
+
+void Deleting::report(int id, ItemResult::Status status, Refusal refusal)
+{
+    ItemResult result;
+    result.ref = results.count();
+    result.status = status;
+    result.id = id;
+    result.refusal = refusal;
+    results.report(result);
+}
+
+bool isConfirmed(qsizetype count)
+{
+    std::fprintf(stderr, "Delete %d message(s)? [y/N] ", static_cast<int>(count));
+    const int answer = std::getchar();
+    return answer == 'y' || answer == 'Y';
+}
+
+ExitCode run(const Invocation &invocation)
+{
+    if (invocation.arguments.isEmpty()) {
+        Diagnostics::error(QStringLiteral("delete needs an id"));
+        return UsageError;
+    }
+    const bool asks = !invocation.isSet("yes") && !invocation.global.dryRun;
+    if (asks && !isatty(STDIN_FILENO)) {
+        Diagnostics::error(QStringLiteral("delete needs --yes where it cannot ask on a terminal"));
+        return UsageError;
+    }
+    const auto ids = Arguments::databaseIds(invocation.arguments);
+    if (!ids)
+        return UsageError;
+    if (asks && !isConfirmed(ids->size()))
+        return AllDone;
+    return Deleting(invocation).run(*ids);
+}
+
+} // namespace
+
+Command deleteCommand()
+{
+    return {"delete",
+            "ID...",
+            "Deletes messages by id (- reads ids from standard input).",
+            {QStringLiteral("text"), QStringLiteral("ndjson")},
+            {{QStringLiteral("yes"), QStringLiteral("Do not ask.")}},
+            run};
+}

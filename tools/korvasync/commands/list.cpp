@@ -1,0 +1,189 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "command.h"
+#include "storeaccess.h"
+
+#include "messages/folder.h"
+#include "messages/number.h"
+#include "options/arguments.h"
+#include "output/messageformats.h"
+#include "process/diagnostics.h"
+#include "process/interrupt.h"
+
+#include <QtCore/QRegularExpression>
+#include <QtCore/QSet>
+
+#include <algorithm>
+#include <limits>
+
+using namespace KorvaSyncIf;
+
+namespace {
+
+//! Which messages are wanted.
+struct Selection
+{
+    QList<LocationId> folders = Folder::all();
+    QDateTime since;
+    QDateTime modifiedSince;
+    std::optional<QString> number; //!< comparable
+    QRegularExpression body;
+    int limit = std::numeric_limits<int>::max();
+
+    bool take(const Invocation &invocation);
+    bool accepts(const StoredMessage &message) const;
+};
+
+bool Selection::take(const Invocation &invocation)
+{
+    const QTimeZone &zone = invocation.global.localZone;
+    if (!Arguments::takeTime(invocation.options, "since", zone, since)
+        || !Arguments::takeTime(invocation.options, "modified-since", zone, modifiedSince)
+        || !Arguments::takeNumber(invocation.options, "limit", 0, limit, limit))
+        return false;
+    const QString folder = invocation.value("folder");
+    if (invocation.isSet("folder") && folder != QLatin1String("all")) {
+        const auto location = Folder::byName(folder);
+        if (!location) {
+            Diagnostics::error(
+                QStringLiteral("--folder is inbox, outbox, drafts, sent, my or all"));
+            return false;
+        }
+        folders = {*location};
+    }
+    if (invocation.isSet("number"))
+        number = Number::comparable(invocation.value("number"));
+    if (invocation.isSet("grep"))
+        body = QRegularExpression(invocation.value("grep"),
+                                  QRegularExpression::UseUnicodePropertiesOption);
+    if (!body.isValid()) {
+        Diagnostics::error(
+            QStringLiteral("--grep is no regular expression: %1").arg(body.errorString()));
+        return false;
+    }
+    return true;
+}
+
+bool Selection::accepts(const StoredMessage &message) const
+{
+    return folders.contains(static_cast<LocationId>(message.folder))
+        && (since.isNull() || (message.time.isValid() && message.time >= since))
+        && (!number || Number::comparable(message.number) == number)
+        && (body.pattern().isEmpty() || body.match(message.body).hasMatch());
+}
+
+// A read by modification carries that time as the messages' own: only its ids are of use.
+Answer readModified(MessageStore &store, const Selection &selection, QList<StoredMessage> &messages)
+{
+    QSet<int> ids;
+    for (const LocationId folder : selection.folders) {
+        const MessageStore::Read read = store.modifiedMessages(selection.modifiedSince, folder);
+        if (read.answer != Answer::Finished)
+            return read.answer;
+        for (const SyncSmsInfo &record : read.messages)
+            ids += record.id;
+    }
+    for (const int id : ids) {
+        const StoredMessage message = StoredMessage::fromRecord(store.message(id));
+        if (message.id != -1 && selection.accepts(message)) // it may be gone or elsewhere by now
+            messages += message;
+    }
+    return Answer::Finished;
+}
+
+Answer readFolders(MessageStore &store, const Selection &selection, QList<StoredMessage> &messages)
+{
+    for (const LocationId folder : selection.folders) {
+        const MessageStore::Read read = store.messages(selection.since, folder);
+        if (read.answer != Answer::Finished)
+            return read.answer;
+        for (const SyncSmsInfo &record : read.messages) {
+            const StoredMessage message = StoredMessage::fromRecord(record);
+            if (selection.accepts(message))
+                messages += message;
+        }
+    }
+    return Answer::Finished;
+}
+
+void arrange(QList<StoredMessage> &messages, int limit)
+{
+    std::sort(messages.begin(), messages.end(), [](const StoredMessage &a, const StoredMessage &b) {
+        const qint64 first = a.time.isValid() ? a.time.toMSecsSinceEpoch() : 0;
+        const qint64 second = b.time.isValid() ? b.time.toMSecsSinceEpoch() : 0;
+        return std::tie(first, a.id) < std::tie(second, b.id);
+    });
+    if (messages.size() > limit)
+        messages = messages.mid(messages.size() - limit);
+}
+
+void print(const QList<StoredMessage> &messages, const QString &format, StandardOutput &output)
+{
+    if (format == QLatin1String("text")) {
+        output.write(MessageFormats::table(messages));
+        return;
+    }
+    const auto form =
+        format == QLatin1String("vmsg") ? MessageFormats::vmsg : MessageFormats::ndjson;
+    for (const StoredMessage &message : messages)
+        output.write(form(message));
+}
+
+ExitCode run(const Invocation &invocation)
+{
+    const bool idsOnly = invocation.isSet("ids");
+    const bool countOnly = invocation.isSet("count");
+    Selection selection;
+    if (!invocation.arguments.isEmpty() || (idsOnly && countOnly)
+        || ((idsOnly || countOnly) && invocation.global.format == QLatin1String("vmsg"))) {
+        Diagnostics::error(QStringLiteral("list takes no arguments, and --ids, --count and -o vmsg "
+                                          "exclude each other"));
+        return UsageError;
+    }
+    if (!selection.take(invocation))
+        return UsageError;
+    MessageStore store(invocation.global.timeout);
+    if (const ExitCode code = StoreAccess::requireReadable(invocation.location, store))
+        return code;
+    QList<StoredMessage> messages;
+    const auto read = selection.modifiedSince.isNull() ? readFolders : readModified;
+    const Answer answer = read(store, selection, messages);
+    if (answer != Answer::Finished)
+        return StoreAccess::complain(invocation.location, answer);
+    arrange(messages, selection.limit);
+    if (countOnly) {
+        invocation.output.write(QByteArray::number(messages.size()) + '\n');
+    } else if (idsOnly) {
+        for (const StoredMessage &message : messages)
+            invocation.output.write(QByteArray::number(message.id) + '\n');
+    } else {
+        print(messages, invocation.global.format, invocation.output);
+    }
+    return AllDone;
+}
+
+} // namespace
+
+Command listCommand()
+{
+    const auto text = [](const char *latin1) { return QString::fromLatin1(latin1); };
+    return {
+        "list",
+        "",
+        "Messages of the store, oldest first.",
+        {text("text"), text("ndjson"), text("vmsg")},
+        {
+            {text("folder"), text("inbox, outbox, drafts, sent, my or all (default)."), text("F")},
+            {text("since"),
+             text("From this time on: 2024-05-01T10:00:00Z, 2024-05-01 or @seconds."), text("T")},
+            {text("modified-since"), text("Added or changed after this time."), text("T")},
+            {text("number"), text("To or from this number (its last 7 digits) or word."),
+             text("N")},
+            {text("grep"), text("With a text that this regular expression matches."), text("RE")},
+            {text("limit"), text("The newest N."), text("N")},
+            {text("ids"), text("Print the ids alone.")},
+            {text("count"), text("Print their number alone.")},
+        },
+        run};
+}

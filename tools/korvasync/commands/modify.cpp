@@ -1,0 +1,118 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "command.h"
+#include "storeaccess.h"
+
+#include "messages/folder.h"
+#include "messages/messagereader.h"
+#include "messages/settling.h"
+#include "options/arguments.h"
+#include "output/results.h"
+#include "output/terminaltext.h"
+#include "process/diagnostics.h"
+#include "store/messagewriter.h"
+
+#include <korvasync/vmessageencoder.h>
+
+using namespace KorvaSyncIf;
+
+namespace {
+
+// The only message of a file.
+std::optional<MessageReader::Message> readOne(const QString &path)
+{
+    MessageReader reader(path);
+    const auto message = reader.next();
+    const bool isAlone = !reader.next();
+    if (!reader.error().isEmpty()) {
+        Diagnostics::error(
+            QStringLiteral("%1 cannot be read: %2").arg(terminalText(path), reader.error()));
+    } else if (!message || !isAlone) {
+        Diagnostics::error(QStringLiteral("modify takes exactly one message, and %1 has %2")
+                               .arg(terminalText(path), QLatin1String(message ? "more" : "none")));
+    } else {
+        return message;
+    }
+    return std::nullopt;
+}
+
+void write(MessageStore &store, const StoredMessage &old, SmsInfo message, ItemResult &result)
+{
+    message.time = old.time; // stays whatever is given; so does the token
+    SyncSmsInfo record;
+    record.id = old.id;
+    record.parentId = Folder::None;
+    record.messageToken = old.token;
+    record.vMessage = VMessageEncoder().encode(message).vMessage;
+    const MessageStore::Written written = store.modify(record);
+    const QString trouble = difference(StoredMessage::fromRecord(store.message(old.id)), message);
+    if (written.answer == Answer::Finished && trouble.isEmpty()) {
+        result.status = ItemResult::Changed;
+        return;
+    }
+    result.status = ItemResult::Failed;
+    result.refusal = Refusal::SmsStore;
+    if (written.answer != Answer::Finished || written.status.contains(SmsDatabaseError))
+        result.detail =
+            QStringLiteral("the store did not take it; a new number must have messages already");
+    else
+        result.detail = trouble;
+}
+
+ExitCode run(const Invocation &invocation)
+{
+    const GlobalOptions &global = invocation.global;
+    if (invocation.arguments.size() != 2 || invocation.arguments.first() == QLatin1String("-")) {
+        Diagnostics::error(QStringLiteral("modify needs an id and a file"));
+        return UsageError;
+    }
+    const auto ids = Arguments::databaseIds(invocation.arguments.mid(0, 1));
+    const QString path = invocation.arguments.last();
+    if (!ids)
+        return UsageError;
+    const auto given = readOne(path);
+    if (!given)
+        return UsageError;
+    MessageStore store(global.timeout);
+    if (const ExitCode code = StoreAccess::requireReadable(invocation.location, store))
+        return code;
+
+    Results results(invocation.output, ItemResult::Changed,
+                    global.format == QLatin1String("ndjson"));
+    ItemResult result;
+    result.source = QStringLiteral("%1:%2").arg(path).arg(given->line);
+    result.id = ids->first();
+    const StoredMessage old = StoredMessage::fromRecord(store.message(result.id));
+    const auto parsed = ParsedMessage::parse(given->bytes);
+    SettlingRules rules;
+    rules.badTimeIsNow = true;
+    rules.now = QDateTime::currentDateTimeUtc(); // is not written
+    rules.localZone = global.localZone;
+    const SettledMessage settled = parsed ? settle(*parsed, rules) : SettledMessage();
+    if (old.id == -1)
+        result.refusal = Refusal::SmsBadId;
+    else
+        result.refusal = parsed ? settled.refusal : Refusal::SmsParse;
+    if (result.refusal == Refusal::None && global.dryRun)
+        result.status = ItemResult::Changed;
+    else if (result.refusal == Refusal::None)
+        write(store, old, settled.message, result);
+    results.report(result);
+    if (global.quiet == 0)
+        results.printSummary();
+    results.warnOfRefusals();
+    return results.exitCode();
+}
+
+} // namespace
+
+Command modifyCommand()
+{
+    return {"modify",
+            "ID FILE|-",
+            "Replaces a message by the one vMessage given; its time and token stay.",
+            {QStringLiteral("text"), QStringLiteral("ndjson")},
+            {},
+            run};
+}

@@ -1,0 +1,66 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "storeaccess.h"
+
+#include "output/terminaltext.h"
+#include "process/diagnostics.h"
+
+namespace StoreAccess {
+
+ExitCode complain(const StoreLocation &location, Answer answer)
+{
+    const QString path = terminalText(location.path());
+    switch (answer) {
+    case Answer::Finished:
+    case Answer::Interrupted:
+        return AllDone;
+    case Answer::TimedOut:
+        Diagnostics::error(
+            QStringLiteral("the store %1 gave no answer in time; see whether "
+                           "another program holds it, or give it more with --timeout")
+                .arg(path));
+        return NoAnswer;
+    case Answer::Refused:
+        break;
+    }
+    const QString trouble = Diagnostics::storeTrouble();
+    Diagnostics::error(!trouble.isEmpty()
+                           ? trouble
+                           : QStringLiteral("the store %1 refuses the request; see that its disk "
+                                            "has room and that you may write there")
+                                 .arg(path));
+    return StoreFailed;
+}
+
+ExitCode requirePlace(StoreLocation &location)
+{
+    const StoreLocation::State state = location.state();
+    const QString path = terminalText(location.path());
+    if (state == StoreLocation::OtherFolder) {
+        Diagnostics::error(QStringLiteral("%1 is no store, and not empty: name another place "
+                                          "with --store")
+                               .arg(path));
+    } else if (state == StoreLocation::Unreachable) {
+        Diagnostics::error(
+            QStringLiteral("the store %1 cannot be opened: %2").arg(path, location.errorText()));
+    } else {
+        return AllDone;
+    }
+    return StoreFailed;
+}
+
+ExitCode requireReadable(StoreLocation &location, MessageStore &store)
+{
+    if (location.state() == StoreLocation::Absent) {
+        Diagnostics::error(QStringLiteral("there is no store at %1: --store names another place, "
+                                          "and \"korvasync add\" makes one")
+                               .arg(terminalText(location.path())));
+        return StoreFailed;
+    }
+    if (const ExitCode code = requirePlace(location))
+        return code;
+    return complain(location, store.probe());
+}
+
+} // namespace StoreAccess

@@ -1,0 +1,120 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "commands/command.h"
+#include "process/diagnostics.h"
+#include "process/interrupt.h"
+#include "process/localzone.h"
+
+#include <QtCore/QCoreApplication>
+
+#include <algorithm>
+
+namespace {
+
+const QList<Command> &commands()
+{
+    static const QList<Command> all{listCommand(), showCommand(), addCommand(), modifyCommand(),
+                                    deleteCommand()};
+    return all;
+}
+
+QByteArray overview()
+{
+    QByteArray text("Usage: korvasync [OPTIONS] COMMAND [ARGUMENTS]\n"
+                    "Reads and writes the text messages of a phone's store.\n\n"
+                    "Commands (\"korvasync COMMAND --help\" tells more):\n");
+    for (const Command &command : commands()) {
+        text += "  " + QByteArray(command.name).leftJustified(8) + command.summary + '\n';
+    }
+    QCommandLineParser parser;
+    GlobalOptions::declare(parser);
+    const QByteArray help = parser.helpText().toUtf8();
+    return text + '\n' + help.mid(help.indexOf("Options:")) + '\n';
+}
+
+QByteArray helpOf(const Command &command, const QCommandLineParser &parser)
+{
+    const QByteArray help = parser.helpText().toUtf8();
+    return QByteArray("Usage: korvasync [OPTIONS] ") + command.name + ' ' + command.arguments + '\n'
+        + command.summary + "\n\n" + help.mid(help.indexOf("Options:")) + '\n';
+}
+
+ExitCode usageError(const QString &sentence)
+{
+    Diagnostics::error(sentence + QLatin1String("; see korvasync --help"));
+    return UsageError;
+}
+
+ExitCode runCommand(const Command &command, GlobalOptions &global, StandardOutput &output)
+{
+    QCommandLineParser parser;
+    parser.addOptions(command.options);
+    GlobalOptions::declare(parser);
+    if (!parser.parse(QCoreApplication::arguments()))
+        return usageError(parser.errorText());
+    if (parser.isSet(QStringLiteral("help"))) {
+        output.write(helpOf(command, parser));
+        return AllDone;
+    }
+    const QString wrong = global.take(parser);
+    if (!wrong.isEmpty())
+        return usageError(wrong);
+    if (global.format.isEmpty())
+        global.format = command.formats.first();
+    if (!command.formats.contains(global.format)) {
+        return usageError(
+            QStringLiteral("%1 prints %2")
+                .arg(QLatin1String(command.name), command.formats.join(QLatin1String(", "))));
+    }
+    Diagnostics::install(global.verbose);
+    if (global.quiet > 1)
+        Diagnostics::silenceWarnings();
+    StoreLocation location(global.store);
+    location.select();
+    return command.run({parser, parser.positionalArguments().mid(1), global, location, output});
+}
+
+// The first look at the command line, which only finds the command.
+ExitCode run(GlobalOptions &global, StandardOutput &output)
+{
+    QCommandLineParser parser;
+    GlobalOptions::declare(parser);
+    parser.setOptionsAfterPositionalArgumentsMode(QCommandLineParser::ParseAsPositionalArguments);
+    if (!parser.parse(QCoreApplication::arguments()))
+        return usageError(parser.errorText());
+    const QString name = parser.positionalArguments().value(0);
+    const auto command =
+        std::find_if(commands().cbegin(), commands().cend(),
+                     [&](const Command &c) { return name == QLatin1String(c.name); });
+    if (command != commands().cend())
+        return runCommand(*command, global, output);
+    if (!name.isEmpty())
+        return usageError(QStringLiteral("there is no command %1").arg(name));
+    if (parser.isSet(QStringLiteral("version")))
+        output.write("korvasync " KORVASYNC_VERSION "\n");
+    else if (parser.isSet(QStringLiteral("help")))
+        output.write(overview());
+    else
+        return usageError(QStringLiteral("no command is given"));
+    return AllDone;
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    GlobalOptions global;
+    global.localZone = LocalZone::rememberAndLeave();
+    // Names of files and all that is printed are UTF-8, whatever the locale says.
+    qputenv("LC_ALL", "C.UTF-8");
+    QCoreApplication application(argc, argv);
+    Interrupt::install();
+    StandardOutput output;
+    ExitCode code = run(global, output);
+    if (!output.flush()) {
+        Diagnostics::error(QLatin1String("standard output cannot be written: ") + output.error());
+        code = worse(code, SomeNotDone);
+    }
+    return Interrupt::signalNumber() == 0 ? code : 128 + Interrupt::signalNumber();
+}

@@ -1,0 +1,27 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#pragma once
+
+#include <QtCore/QDateTime>
+#include <QtCore/QString>
+#include <QtCore/QTimeZone>
+
+//! Times as message files, people and our own output spell them.
+namespace DateText {
+
+//! Reads the time of a message in any of the spellings that message files have. A text
+//! that names no zone is meant in \a local.
+//! \return in UTC; null for a text that is no time, also for the stand-ins that writers
+//!         use for a missing one (19700000T000000Z, 01.01.1970 00:00:00)
+QDateTime readMessageTime(const QString &text, const QTimeZone &local);
+
+//! Reads a time of the command line: RFC 3339, a date (its midnight in \a local) or
+//! @seconds since 1970.
+//! \return in UTC; null for any other text
+QDateTime readOption(const QString &text, const QTimeZone &local);
+
+//! 2010-11-03T14:25:30Z; empty for a null time.
+QString write(const QDateTime &time);
+
+} // namespace DateText

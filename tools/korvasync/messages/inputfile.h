@@ -1,0 +1,40 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#pragma once
+
+#include "utf16.h"
+
+#include <QtCore/QByteArray>
+#include <QtCore/QString>
+
+#include <optional>
+
+//! Reads a message file or standard input as UTF-8, whatever its bytes are, in pieces of
+//! bounded size. Bytes that are not UTF-16 are handed on as they stand: a vMessage names
+//! its character set itself.
+class InputFile
+{
+public:
+    //! \param path  "-" is standard input
+    explicit InputFile(const QString &path);
+    ~InputFile();
+
+    //! The next piece; empty at the end, after an error and when a signal came.
+    QByteArray read();
+
+    QString error() const { return errorText; } //!< empty = none so far
+    qint64 bytesRead() const { return consumed; }
+
+private:
+    Q_DISABLE_COPY(InputFile)
+    QByteArray readBytes();
+    QByteArray readStart();
+
+    int descriptor = -1;
+    bool started = false;
+    bool ended = false;
+    qint64 consumed = 0;
+    QString errorText;
+    std::optional<Utf16Converter> converter;
+};

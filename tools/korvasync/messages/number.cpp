@@ -1,0 +1,32 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "number.h"
+
+#include <algorithm>
+
+namespace Number {
+
+QString comparable(const QString &number)
+{
+    const bool isWord = std::any_of(number.cbegin(), number.cend(),
+                                    [](QChar c) { return c.isLetter() || c.isSurrogate(); });
+    if (isWord)
+        return number;
+    QString digits;
+    for (const QChar c : number) {
+        if (c.isDigit())
+            digits += QChar('0' + c.digitValue());
+    }
+    constexpr int matchLength = 7; // as the store joins numbers to conversations
+    return digits.isEmpty() ? number : digits.right(matchLength);
+}
+
+QString asMeant(const QString &number)
+{
+    const QByteArray bytes = number.toLatin1();
+    const QString meant = QString::fromUtf8(bytes);
+    return QString::fromLatin1(bytes) == number && meant.toUtf8() == bytes ? meant : number;
+}
+
+} // namespace Number

@@ -1,0 +1,21 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#pragma once
+
+#include <QtCore/QString>
+
+//! Phone numbers and the words that stand in their place, such as "InfoPost".
+namespace Number {
+
+//! What two spellings of one party have in common: the last seven digits of a number, so
+//! that the international and the national form are alike; a word as it stands.
+QString comparable(const QString &number);
+
+//! What was meant by a number of a vMessage. The library takes the UTF-8 of a number for
+//! Latin-1, so a word such as "Bänk" stands in the store, and in every vMessage that comes
+//! from there, as "BÃ¤nk". Undone here, it is shown right, stays what it is when it is
+//! added again, and is equal to itself.
+QString asMeant(const QString &number);
+
+} // namespace Number

@@ -1,0 +1,27 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#pragma once
+
+#include <QtCore/QByteArray>
+#include <QtCore/QString>
+
+#include <optional>
+
+//! The parts of one vMessage as it wrote them; empty where it has no such part.
+struct ParsedMessage
+{
+    QString status;
+    QString box;
+    QString type;        //!< SMS, INET, ...
+    QString messageType; //!< the direction: DELIVER or SUBMIT, 1 or 2
+    QString headerTime;
+    QString bodyTime;
+    QString originator; //!< number of the vCard in the sender's place
+    QString recipient;  //!< number of the first vCard in the receiver's place
+    int recipients = 0; //!< vCards with a number in the receiver's place
+    QString body;       //!< without what the store cannot hold
+
+    //! Nothing when the bytes hold no whole vMessage.
+    static std::optional<ParsedMessage> parse(const QByteArray &vMessage);
+};

@@ -1,0 +1,53 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "refusal.h"
+
+namespace {
+
+struct Wording
+{
+    const char *code;
+    const char *reason;
+};
+
+Wording wordingOf(Refusal refusal)
+{
+    switch (refusal) {
+    case Refusal::None:
+        return {"", ""};
+    case Refusal::SmsParse:
+        return {"sms-parse", "not a whole vMessage"};
+    case Refusal::SmsDraft:
+        return {"sms-draft", "a draft, and drafts cannot be written"};
+    case Refusal::SmsNoNumber:
+        return {"sms-no-number", "no number of the other party"};
+    case Refusal::SmsBadId:
+        return {"sms-bad-id", "no message has this id"};
+    case Refusal::SmsNoFolder:
+        return {"sms-no-folder", "no known folder; --folder names one"};
+    case Refusal::SmsStore:
+        return {"sms-store", "the store did not take it"};
+    case Refusal::SmsDelete:
+        return {"sms-delete", "the store did not delete it"};
+    case Refusal::BadTime:
+        return {"bad-time", "no time, or none that can be; --on-bad-time now takes the clock's"};
+    case Refusal::Duplicate:
+        return {"duplicate", "there already"};
+    case Refusal::TooManyRecipients:
+        return {"too-many-recipients", "more than one recipient; a message can be kept for one"};
+    case Refusal::MmsNotSupported:
+        return {"mms-not-supported", "a multimedia message"};
+    case Refusal::ForeignObject:
+        return {"foreign-object", "not a text message but another kind of object"};
+    case Refusal::Unreadable:
+        return {"unreadable", "the file cannot be read"};
+    }
+    Q_UNREACHABLE();
+}
+
+} // namespace
+
+QString codeOf(Refusal refusal) { return QLatin1String(wordingOf(refusal).code); }
+
+QString reasonOf(Refusal refusal) { return QLatin1String(wordingOf(refusal).reason); }

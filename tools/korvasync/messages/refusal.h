@@ -1,0 +1,29 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#pragma once
+
+#include <QtCore/QString>
+
+//! Why an item was not done. The order is of no meaning.
+enum class Refusal {
+    None,
+    SmsParse,
+    SmsDraft,
+    SmsNoNumber,
+    SmsBadId,
+    SmsNoFolder,
+    SmsStore,
+    SmsDelete,
+    BadTime,
+    Duplicate,
+    TooManyRecipients,
+    MmsNotSupported,
+    ForeignObject,
+    Unreadable
+};
+
+//! The word that results carry, such as "sms-no-number"; empty for None.
+QString codeOf(Refusal refusal);
+//! The same in a sentence's end: "name no number".
+QString reasonOf(Refusal refusal);

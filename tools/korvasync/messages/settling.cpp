@@ -1,0 +1,128 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "settling.h"
+
+#include "datetext.h"
+#include "folder.h"
+
+#include <algorithm>
+
+using namespace KorvaSyncIf;
+
+namespace {
+
+// The box as programs name it, by its first letters as the library does: DRAFT and DRAFTS,
+// SENT and SENTBOX. SENDBOX is what backup programs of touch phones call the sent folder.
+int folderOfBox(const QString &box)
+{
+    static constexpr struct
+    {
+        const char *word;
+        int folder;
+    } words[] = {{"INBOX", LocInbox}, {"DRAFT", LocDrafts}, {"OUTBOX", LocOutbox},
+                 {"SENT", LocSent},   {"SENDBOX", LocSent}, {"MYFOLDER", LocMyFolder}};
+    for (const auto &entry : words) {
+        if (box.startsWith(QLatin1String(entry.word), Qt::CaseInsensitive))
+            return entry.folder;
+    }
+    return Folder::None;
+}
+
+bool is(const QString &text, const char *word)
+{
+    return text.compare(QLatin1String(word), Qt::CaseInsensitive) == 0;
+}
+
+// Where no box is known, the direction tells the folder, then the status.
+int folderOf(const ParsedMessage &parsed)
+{
+    if (const int folder = folderOfBox(parsed.box))
+        return folder;
+    if (is(parsed.status, "DRAFT"))
+        return LocDrafts;
+    if (is(parsed.messageType, "DELIVER") || is(parsed.messageType, "1"))
+        return LocInbox;
+    if (is(parsed.messageType, "SUBMIT") || is(parsed.messageType, "2")
+        || is(parsed.status, "SENT"))
+        return LocSent;
+    return Folder::None;
+}
+
+// A control character in a number would break out of its line in our own form.
+bool isNumber(const QString &text)
+{
+    return !text.isEmpty() && std::none_of(text.cbegin(), text.cend(), [](QChar c) {
+        return c.category() == QChar::Other_Control;
+    });
+}
+
+// The vCards stand in the sender's and the receiver's place, but many programs write the
+// other party always in the first.
+QString otherParty(const ParsedMessage &parsed, bool outbound)
+{
+    const QString &expected = outbound ? parsed.recipient : parsed.originator;
+    const QString &other = outbound ? parsed.originator : parsed.recipient;
+    return isNumber(expected) ? expected : isNumber(other) ? other : QString();
+}
+
+QString readStatus(const ParsedMessage &parsed, const SettlingRules &rules, bool outbound)
+{
+    const bool unread = is(parsed.status, "UNREAD") || is(parsed.status, "0");
+    const bool read = is(parsed.status, "READ") || is(parsed.status, "1");
+    // One's own messages need no reading.
+    const bool settled = rules.markRead || read || (outbound && !unread);
+    return settled ? QStringLiteral("READ") : QStringLiteral("UNREAD");
+}
+
+// A clock that was never set says 1980 or so; one that is set wrong, some time to come.
+bool isBelievable(const QDateTime &time, const QDateTime &now)
+{
+    return time.isValid() && time.date().year() >= 1990 && time <= now.addDays(1);
+}
+
+QDateTime timeOf(const ParsedMessage &parsed, const SettlingRules &rules)
+{
+    for (const QString &text : {parsed.headerTime, parsed.bodyTime}) {
+        const QDateTime time = DateText::readMessageTime(text, rules.localZone);
+        if (isBelievable(time, rules.now))
+            return time;
+    }
+    return rules.badTimeIsNow ? rules.now : QDateTime();
+}
+
+Refusal refusalOf(const ParsedMessage &parsed, const SmsInfo &message)
+{
+    if (is(parsed.type, "INET"))
+        return Refusal::ForeignObject;
+    if (is(parsed.type, "MMS"))
+        return Refusal::MmsNotSupported;
+    if (message.parentId == LocDrafts)
+        return Refusal::SmsDraft;
+    if (message.parentId == Folder::None)
+        return Refusal::SmsNoFolder;
+    if (message.fromNumber.isEmpty() && message.toNumber.isEmpty())
+        return Refusal::SmsNoNumber;
+    if (Folder::isOutbound(message.parentId) && parsed.recipients > 1)
+        return Refusal::TooManyRecipients; // a stored message has one, the others would be lost
+    if (!message.time.isValid())
+        return Refusal::BadTime;
+    return Refusal::None;
+}
+
+} // namespace
+
+SettledMessage settle(const ParsedMessage &parsed, const SettlingRules &rules)
+{
+    SettledMessage settled;
+    SmsInfo &message = settled.message;
+    const int named = folderOf(parsed);
+    message.parentId = named == Folder::None ? rules.folder : named;
+    const bool outbound = Folder::isOutbound(message.parentId);
+    (outbound ? message.toNumber : message.fromNumber) = otherParty(parsed, outbound);
+    message.readStatus = readStatus(parsed, rules, outbound);
+    message.time = timeOf(parsed, rules);
+    message.body = parsed.body;
+    settled.refusal = refusalOf(parsed, message);
+    return settled;
+}

@@ -1,0 +1,79 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "arguments.h"
+
+#include "messages/datetext.h"
+#include "messages/inputfile.h"
+#include "output/terminaltext.h"
+#include "process/diagnostics.h"
+
+#include <limits>
+
+namespace Arguments {
+
+bool takeTime(const QCommandLineParser &parser, const char *option, const QTimeZone &local,
+              QDateTime &time)
+{
+    const QString name = QLatin1String(option);
+    if (!parser.isSet(name))
+        return true;
+    time = DateText::readOption(parser.value(name), local);
+    if (!time.isValid()) {
+        Diagnostics::error(
+            QStringLiteral("--%1 takes 2024-05-01T10:00:00Z, 2024-05-01 or @seconds").arg(name));
+    }
+    return time.isValid();
+}
+
+bool takeNumber(const QCommandLineParser &parser, const char *option, int least, int most,
+                int &number)
+{
+    const QString name = QLatin1String(option);
+    if (!parser.isSet(name))
+        return true;
+    bool isNumber = false;
+    number = parser.value(name).toInt(&isNumber);
+    const bool fits = isNumber && number >= least && number <= most;
+    if (!fits)
+        Diagnostics::error(
+            QStringLiteral("--%1 is a number from %2 to %3").arg(name).arg(least).arg(most));
+    return fits;
+}
+
+static QStringList linesOfStandardInput()
+{
+    InputFile input(QStringLiteral("-"));
+    QByteArray bytes;
+    for (QByteArray piece = input.read(); !piece.isEmpty(); piece = input.read())
+        bytes += piece;
+    return QString::fromUtf8(bytes).split(QLatin1Char('\n'));
+}
+
+std::optional<QList<int>> databaseIds(const QStringList &arguments)
+{
+    QStringList words;
+    for (const QString &argument : arguments) {
+        if (argument != QLatin1String("-")) {
+            words += argument;
+            continue;
+        }
+        for (const QString &line : linesOfStandardInput()) {
+            if (!line.trimmed().isEmpty())
+                words += line.trimmed();
+        }
+    }
+    QList<int> ids;
+    for (const QString &word : words) {
+        bool isNumber = false;
+        const int id = word.toInt(&isNumber);
+        if (!isNumber || id < 0) {
+            Diagnostics::error(QStringLiteral("%1 is no database id").arg(terminalText(word)));
+            return std::nullopt;
+        }
+        ids += id;
+    }
+    return ids;
+}
+
+} // namespace Arguments

@@ -1,0 +1,30 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#pragma once
+
+#include <QtCore/QCommandLineParser>
+#include <QtCore/QDateTime>
+#include <QtCore/QList>
+#include <QtCore/QTimeZone>
+
+#include <korvasync/syncrecords.h>
+
+#include <optional>
+
+//! Values of options and arguments that several commands take. What is wrong with one is
+//! told on stderr.
+namespace Arguments {
+
+//! An absent option leaves \a time null. \return false when it is no time
+bool takeTime(const QCommandLineParser &parser, const char *option, const QTimeZone &local,
+              QDateTime &time);
+
+//! An absent option leaves \a number as it is. \return false when it is no number in bounds
+bool takeNumber(const QCommandLineParser &parser, const char *option, int least, int most,
+                int &number);
+
+//! Database ids from the arguments, where "-" stands for standard input, one a line.
+std::optional<QList<int>> databaseIds(const QStringList &arguments);
+
+} // namespace Arguments

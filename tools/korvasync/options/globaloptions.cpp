@@ -1,0 +1,51 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "globaloptions.h"
+
+void GlobalOptions::declare(QCommandLineParser &parser)
+{
+    const auto text = [](const char *latin1) { return QString::fromLatin1(latin1); };
+    parser.addOptions({
+        {text("store"),
+         text("The store (default: $KORVASYNC_STORE, else the data folder's korvasync)."),
+         text("DIR")},
+        {text("o"), text("Output format: text, ndjson or vmsg."), text("FORMAT")},
+        {{text("n"), text("dry-run")}, text("Say what would happen, write nothing.")},
+        {text("q"), text("No summary; -qq: no warnings either.")},
+        {text("v"), text("The library's own trace, which shows numbers and texts.")},
+        {text("progress"), text("On stderr: auto (only on a terminal), always or never."),
+         text("WHEN"), text("auto")},
+        {text("timeout"), text("Seconds to wait for an answer of the store (60)."), text("S"),
+         text("60")},
+        {{text("h"), text("help")}, text("This help.")},
+        {text("version"), text("The version.")},
+    });
+}
+
+QString GlobalOptions::take(const QCommandLineParser &parser)
+{
+    const auto isSet = [&](const char *name) { return parser.isSet(QLatin1String(name)); };
+    const auto value = [&](const char *name) { return parser.value(QLatin1String(name)); };
+    store = value("store");
+    if (isSet("store") && store.isEmpty())
+        return QStringLiteral("--store names no folder");
+    format = value("o");
+    if (isSet("o") && format.isEmpty())
+        return QStringLiteral("-o names no format");
+    dryRun = isSet("dry-run");
+    quiet = static_cast<int>(parser.optionNames().count(QStringLiteral("q")));
+    verbose = isSet("v");
+    progress = value("progress");
+    static const QStringList progressValues{QStringLiteral("auto"), QStringLiteral("always"),
+                                            QStringLiteral("never")};
+    if (!progressValues.contains(progress))
+        return QStringLiteral("--progress is auto, always or never");
+    bool isNumber = false;
+    const double seconds = value("timeout").toDouble(&isNumber);
+    constexpr double longest = 1000000;
+    if (!isNumber || !(seconds > 0 && seconds <= longest))
+        return QStringLiteral("--timeout is a number of seconds above 0");
+    timeout = std::chrono::milliseconds(static_cast<qint64>(seconds * 1000));
+    return QString();
+}

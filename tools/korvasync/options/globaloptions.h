@@ -1,0 +1,28 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#pragma once
+
+#include <QtCore/QCommandLineParser>
+#include <QtCore/QTimeZone>
+
+#include <chrono>
+
+//! The options that every command has.
+struct GlobalOptions
+{
+    QString store;  //!< empty = the default place
+    QString format; //!< empty = the command's default
+    bool dryRun = false;
+    int quiet = 0; //!< 1 = no summary, 2 = no warnings either
+    bool verbose = false;
+    QString progress;
+    std::chrono::milliseconds timeout;
+    QTimeZone localZone;
+
+    static void declare(QCommandLineParser &parser);
+
+    //! Takes the values of a parsed command line.
+    //! \return what is wrong with them; empty = nothing
+    QString take(const QCommandLineParser &parser);
+};

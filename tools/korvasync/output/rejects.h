@@ -1,0 +1,29 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#pragma once
+
+#include "results.h"
+
+#include <QtCore/QByteArray>
+#include <QtCore/QSaveFile>
+#include <QtCore/QString>
+
+//! Collects the messages that were refused, each as it was (in UTF-8) behind a line with
+//! the reason, which readers of message files pass over. The file appears, or replaces its
+//! predecessor, when all is written, so that it may be one of the files read.
+class Rejects
+{
+public:
+    //! \param path  empty = nothing is collected
+    explicit Rejects(const QString &path);
+
+    bool isWanted() const { return !file.fileName().isEmpty(); }
+    bool open();
+    void add(const ItemResult &result, const QByteArray &message);
+    bool commit();
+    QString errorText() const { return file.errorString(); }
+
+private:
+    QSaveFile file;
+};

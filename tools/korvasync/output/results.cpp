@@ -1,0 +1,105 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "results.h"
+
+#include "jsonline.h"
+#include "process/diagnostics.h"
+#include "terminaltext.h"
+
+static const char *nameOf(ItemResult::Status status)
+{
+    switch (status) {
+    case ItemResult::Added:
+        return "added";
+    case ItemResult::Present:
+        return "present";
+    case ItemResult::Changed:
+        return "changed";
+    case ItemResult::Deleted:
+        return "deleted";
+    case ItemResult::Refused:
+        return "refused";
+    case ItemResult::Failed:
+        return "failed";
+    }
+    Q_UNREACHABLE();
+}
+
+static QByteArray jsonOf(const ItemResult &result, const QString &detail)
+{
+    JsonLine json;
+    json.add("ref", result.ref)
+        .addUnlessEmpty("src", result.source)
+        .add("status", QLatin1String(nameOf(result.status)));
+    if (result.id != -1)
+        json.add("id", result.id);
+    return json.addUnlessEmpty("code", codeOf(result.refusal))
+        .addUnlessEmpty("detail", detail)
+        .line();
+}
+
+static QByteArray textOf(const ItemResult &result, const QString &detail)
+{
+    QStringList words{QLatin1String(nameOf(result.status))};
+    if (result.id != -1)
+        words += QString::number(result.id);
+    if (!result.source.isEmpty())
+        words += terminalText(result.source);
+    if (result.refusal != Refusal::None)
+        words += codeOf(result.refusal) + QLatin1String(": ") + terminalText(detail);
+    return words.join(QLatin1String("  ")).toUtf8() + '\n';
+}
+
+Results::Results(StandardOutput &output, ItemResult::Status done, bool asJson)
+    : output(output)
+    , done(done)
+    , asJson(asJson)
+{
+}
+
+void Results::report(const ItemResult &result)
+{
+    ++read;
+    ++totals[result.status];
+    if (result.refusal != Refusal::None)
+        ++refusals[result.refusal];
+    const QString detail = result.detail.isEmpty() ? reasonOf(result.refusal) : result.detail;
+    output.write(asJson ? jsonOf(result, detail) : textOf(result, detail));
+}
+
+void Results::printSummary()
+{
+    QList<ItemResult::Status> shown{done};
+    if (done == ItemResult::Added)
+        shown += ItemResult::Present;
+    shown << ItemResult::Refused << ItemResult::Failed;
+    JsonLine sums;
+    sums.add("read", read);
+    QStringList words{QStringLiteral("%1 read").arg(read)};
+    for (const ItemResult::Status status : shown) {
+        sums.add(nameOf(status), total(status));
+        words += QStringLiteral("%1 %2").arg(total(status)).arg(QLatin1String(nameOf(status)));
+    }
+    if (asJson)
+        output.write(JsonLine().add("summary", sums).line());
+    else
+        output.write(words.join(QLatin1String(", ")).toUtf8() + '\n');
+}
+
+void Results::warnOfRefusals() const
+{
+    for (auto it = refusals.cbegin(); it != refusals.cend(); ++it) {
+        Diagnostics::warn(
+            QStringLiteral("%1 not done (%2): %3")
+                .arg(QString::number(it.value()), codeOf(it.key()), reasonOf(it.key())));
+    }
+}
+
+ExitCode Results::exitCode() const
+{
+    const int unknownIds = refusals.value(Refusal::SmsBadId);
+    if (total(ItemResult::Refused) + total(ItemResult::Failed) > unknownIds)
+        return SomeNotDone;
+    return unknownIds > 0 ? IdNotFound : AllDone;
+}

@@ -1,0 +1,50 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#pragma once
+
+#include "messages/refusal.h"
+#include "process/exitcode.h"
+#include "standardoutput.h"
+
+#include <QtCore/QMap>
+#include <QtCore/QString>
+
+//! What became of one item of the input.
+struct ItemResult
+{
+    enum Status { Added, Present, Changed, Deleted, Refused, Failed };
+
+    int ref = 0;    //!< reference index: position in the whole input
+    QString source; //!< file:line; empty for items that come from no file
+    Status status = Refused;
+    int id = -1; //!< database id, -1 = none
+    Refusal refusal = Refusal::None;
+    QString detail; //!< instead of the refusal's own words
+};
+
+//! Prints the results of a writing command, one a line, then their sum.
+class Results
+{
+public:
+    //! \param done  what the command does to an item when all goes well
+    Results(StandardOutput &output, ItemResult::Status done, bool asJson);
+
+    void report(const ItemResult &result);
+    void printSummary();
+    //! One warning for each reason for which items were not done.
+    void warnOfRefusals() const;
+
+    int count() const { return read; }
+    ExitCode exitCode() const;
+
+private:
+    int total(ItemResult::Status status) const { return totals.value(status); }
+
+    StandardOutput &output;
+    const ItemResult::Status done;
+    const bool asJson;
+    int read = 0;
+    QMap<int, int> totals; // by ItemResult::Status
+    QMap<Refusal, int> refusals;
+};

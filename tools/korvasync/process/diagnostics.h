@@ -1,0 +1,25 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#pragma once
+
+#include <QtCore/QString>
+
+//! What goes to stderr. Unless the trace is on, neither numbers nor message texts are
+//! among it: the library's own messages are held back.
+namespace Diagnostics {
+
+//! Takes over Qt's message handler.
+//! \param trace  shows all that the library logs
+void install(bool trace);
+void silenceWarnings();
+
+void warn(const QString &sentence);  //!< unless warnings are silenced
+void error(const QString &sentence); //!< why the command ends
+
+//! The store's own words on its latest trouble: a sentence that says what to do. Empty when
+//! it had none.
+QString storeTrouble();
+int storeTroubleCount();
+
+} // namespace Diagnostics

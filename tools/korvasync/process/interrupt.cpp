@@ -1,0 +1,28 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "interrupt.h"
+
+#include <csignal>
+
+namespace Interrupt {
+
+static volatile std::sig_atomic_t received = 0;
+
+static void note(int number) { received = number; }
+
+void install()
+{
+    struct sigaction action = {};
+    action.sa_handler = note;
+    sigemptyset(&action.sa_mask);
+    action.sa_flags = static_cast<int>(SA_RESETHAND);
+    sigaction(SIGINT, &action, nullptr);
+    sigaction(SIGTERM, &action, nullptr);
+    // A reader of our output that goes away is told by the failed write.
+    std::signal(SIGPIPE, SIG_IGN);
+}
+
+int signalNumber() { return received; }
+
+} // namespace Interrupt

@@ -1,0 +1,22 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#pragma once
+
+#include <QtCore/QDateTime>
+#include <QtCore/QTimeZone>
+
+//! The person's time zone. Everything that this process writes is in UTC; only texts
+//! without a zone, in message files and on the command line, are meant in the person's.
+namespace LocalZone {
+
+//! Remembers the zone of the environment and puts the process on UTC. To be called before
+//! anything else of Qt looks at the zone.
+QTimeZone rememberAndLeave();
+
+//! The instant at which the clocks of \a zone show the given time, in UTC: the first one
+//! where they show it twice; where they skip it, what the clock would show had it not
+//! been put forward. Alike under every version of Qt.
+QDateTime toUtc(QDate date, QTime time, const QTimeZone &zone);
+
+} // namespace LocalZone

@@ -1,0 +1,32 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#pragma once
+
+#include "storedmessage.h"
+
+#include <QtCore/QDateTime>
+#include <QtCore/QHash>
+#include <QtCore/QString>
+
+//! What makes two messages one and the same: folder, number (see Number::comparable()),
+//! second and text. A digest, so that an index of a whole store stays small.
+struct Fingerprint
+{
+    quint64 high = 0;
+    quint64 low = 0;
+
+    static Fingerprint of(int folder, const QString &number, const QDateTime &time,
+                          const QString &body);
+    static Fingerprint of(const StoredMessage &message);
+
+    bool operator==(const Fingerprint &other) const
+    {
+        return high == other.high && low == other.low;
+    }
+};
+
+inline auto qHash(const Fingerprint &fingerprint, decltype(qHash(0)) seed = 0)
+{
+    return qHash(fingerprint.low, seed);
+}

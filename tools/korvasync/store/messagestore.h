@@ -1,0 +1,57 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#pragma once
+
+#include <korvasync/smssyncinterface.h>
+
+#include <QtCore/QList>
+
+#include <chrono>
+#include <functional>
+
+//! How a request ended.
+enum class Answer {
+    Finished,
+    Refused,    //!< the store could not take it, or will never finish it
+    TimedOut,   //!< no answer in time
+    Interrupted //!< a signal came while only reading
+};
+
+//! The library with its pending objects waited for. The only one of the process, since a
+//! facade that goes takes the store adapters of all others with it.
+class MessageStore
+{
+public:
+    explicit MessageStore(std::chrono::milliseconds timeout);
+
+    struct Read
+    {
+        Answer answer = Answer::Refused;
+        QList<KorvaSyncIf::SyncSmsInfo> messages;
+    };
+    struct Written
+    {
+        Answer answer = Answer::Refused;
+        QList<KorvaSyncIf::SMSSyncError> status; //!< by reference index
+        QList<int> ids;                          //!< adding only: database ids by reference index
+    };
+
+    //! Whether the store can be opened and read now. message() alone cannot tell a store
+    //! that is broken from an id that is unknown.
+    Answer probe();
+    Read messages(const QDateTime &since, KorvaSyncIf::LocationId folder);
+    Read modifiedMessages(const QDateTime &since, KorvaSyncIf::LocationId folder);
+    //! \return id -1 when no message has the id; calls share the ids, but are no messages
+    KorvaSyncIf::SyncSmsInfo message(int id);
+
+    Written add(QList<KorvaSyncIf::SyncSmsInfo> messages);
+    Written modify(const KorvaSyncIf::SyncSmsInfo &message);
+    Written remove(const QList<int> &ids);
+
+private:
+    Read await(KorvaSyncIf::PendingMsgs *pending);
+
+    std::chrono::milliseconds timeout;
+    KorvaSyncIf::SMSSyncInterface facade;
+};

@@ -1,0 +1,111 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "messagewriter.h"
+
+#include "messages/folder.h"
+
+#include <korvasync/vmessageencoder.h>
+
+#include <algorithm>
+
+using namespace KorvaSyncIf;
+
+QString difference(const StoredMessage &stored, const SmsInfo &given)
+{
+    if (stored.id == -1)
+        return QStringLiteral("the store does not have it");
+    QStringList parts;
+    if (stored.folder != given.parentId)
+        parts += QStringLiteral("folder");
+    if (stored.number != (given.fromNumber.isEmpty() ? given.toNumber : given.fromNumber))
+        parts += QStringLiteral("number");
+    if (stored.time != given.time)
+        parts += QStringLiteral("time");
+    if (stored.isRead != (given.readStatus == QLatin1String("READ")))
+        parts += QStringLiteral("read status");
+    if (stored.body != given.body)
+        parts += QStringLiteral("text");
+    if (parts.isEmpty())
+        return QString();
+    return QLatin1String("stored, but with another ") + parts.join(QLatin1String(" and "));
+}
+
+MessageWriter::MessageWriter(MessageStore &store, DuplicateIndex &index)
+    : store(store)
+    , index(index)
+{
+}
+
+Answer MessageWriter::add(QList<NewMessage> &messages)
+{
+    VMessageEncoder encoder;
+    QList<SyncSmsInfo> records;
+    records.reserve(messages.size());
+    for (const NewMessage &message : std::as_const(messages)) {
+        SyncSmsInfo record;
+        record.parentId = Folder::None; // the vMessage names its folder
+        record.vMessage = encoder.encode(message.message).vMessage;
+        records += record;
+    }
+    const MessageStore::Written written = store.add(records);
+    const Answer failure = written.answer == Answer::Finished ? Answer::Refused : written.answer;
+    const bool committed = written.answer == Answer::Finished && !written.ids.contains(-1)
+        && std::all_of(written.status.cbegin(), written.status.cend(),
+                       [](SMSSyncError error) { return error == SmsNoError; });
+    if (committed) {
+        for (int i = 0; i < messages.size(); ++i)
+            messages[i].id = written.ids.at(i);
+    } else if (findStored(messages) != Answer::Finished) {
+        return failure;
+    }
+    for (NewMessage &message : messages)
+        confirm(message);
+    const bool allStored = std::all_of(messages.cbegin(), messages.cend(),
+                                       [](const NewMessage &message) { return message.id != -1; });
+    return allStored ? Answer::Finished : failure;
+}
+
+// A failed commit names the whole chunk, and one that was never reported may have happened:
+// what the store holds now and did not hold before is ours.
+Answer MessageWriter::findStored(QList<NewMessage> &messages)
+{
+    for (const LocationId folder : Folder::all()) {
+        QDateTime since;
+        for (const NewMessage &message : std::as_const(messages)) {
+            const QDateTime time = message.message.time;
+            if (message.message.parentId == folder && (since.isNull() || time < since))
+                since = time;
+        }
+        if (since.isNull())
+            continue;
+        const MessageStore::Read read = store.messages(since, folder);
+        if (read.answer != Answer::Finished) {
+            for (NewMessage &message : messages)
+                message.trouble = QStringLiteral("not known, as the store cannot be read back");
+            return read.answer;
+        }
+        QMultiHash<Fingerprint, int> newIds;
+        for (const SyncSmsInfo &record : read.messages) {
+            const Fingerprint fingerprint = Fingerprint::of(StoredMessage::fromRecord(record));
+            if (!index.hasStored(fingerprint, record.id))
+                newIds.insert(fingerprint, record.id);
+        }
+        for (NewMessage &message : messages) {
+            if (message.message.parentId == folder && newIds.contains(message.fingerprint))
+                message.id = newIds.take(message.fingerprint);
+        }
+    }
+    return Answer::Finished;
+}
+
+void MessageWriter::confirm(NewMessage &message)
+{
+    if (message.id == -1) {
+        message.trouble = QStringLiteral("the store did not take it");
+        return;
+    }
+    index.addStored(message.fingerprint, message.id);
+    message.trouble =
+        difference(StoredMessage::fromRecord(store.message(message.id)), message.message);
+}

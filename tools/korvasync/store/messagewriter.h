@@ -1,0 +1,45 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#pragma once
+
+#include "duplicateindex.h"
+#include "messagestore.h"
+#include "storedmessage.h"
+
+//! A settled message on its way into the store, and what became of it.
+struct NewMessage
+{
+    KorvaSyncIf::SmsInfo message;
+    Fingerprint fingerprint;
+    int id = -1;     //!< database id once it is stored
+    QString trouble; //!< why it is not, or not as it was given; empty = none
+
+    QString number() const
+    {
+        return message.fromNumber.isEmpty() ? message.toNumber : message.fromNumber;
+    }
+};
+
+//! Adds messages and makes sure of what became of each, whatever the store reported.
+class MessageWriter
+{
+public:
+    //! \param index  what the store holds; messages that were added are entered
+    MessageWriter(MessageStore &store, DuplicateIndex &index);
+
+    //! Adds one chunk.
+    //! \return Finished when every message is stored, else how the store failed; what is
+    //!         stored all the same has its id
+    Answer add(QList<NewMessage> &messages);
+
+private:
+    Answer findStored(QList<NewMessage> &messages);
+    void confirm(NewMessage &message);
+
+    MessageStore &store;
+    DuplicateIndex &index;
+};
+
+//! How a stored message differs from what was handed over, empty when it does not.
+QString difference(const StoredMessage &stored, const KorvaSyncIf::SmsInfo &given);

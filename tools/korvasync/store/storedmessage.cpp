@@ -1,0 +1,23 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "storedmessage.h"
+
+#include "messages/datetext.h"
+#include "messages/parsedmessage.h"
+
+StoredMessage StoredMessage::fromRecord(const KorvaSyncIf::SyncSmsInfo &record)
+{
+    StoredMessage message;
+    message.id = record.id;
+    message.folder = record.parentId;
+    message.token = record.messageToken;
+    message.vMessage = record.vMessage;
+    if (const auto parsed = ParsedMessage::parse(record.vMessage.toUtf8())) {
+        message.isRead = parsed->status == QLatin1String("READ");
+        message.time = DateText::readMessageTime(parsed->headerTime, QTimeZone::utc());
+        message.number = parsed->originator.isEmpty() ? parsed->recipient : parsed->originator;
+        message.body = parsed->body;
+    }
+    return message;
+}
