@@ -146,14 +146,10 @@ StoreProblem Store::open(Access access)
         return problem;
     if (problem != StoreProblem::None && problem != StoreProblem::Absent)
         return problem;
-    const bool canWrite = m_directory.claim(m_lock) == StoreProblem::None;
-    if (!canWrite && problem == StoreProblem::Absent)
+    // Reading, too, needs a directory that can be written: the database keeps the logs that
+    // its readers and writers share there.
+    if (!m_directory.claim(m_lock))
         return StoreProblem::NoAccess;
-    if (!canWrite) {
-        m_connection = StoreConnection::open(m_directory, nullptr);
-        return m_connection ? StoreProblem::None : StoreProblem::NoAccess;
-    }
-
     const StoreLockHolder holder(m_lock);
     if (!holder.isHeld())
         return StoreProblem::Busy;
@@ -165,7 +161,7 @@ StoreProblem Store::open(Access access)
         problem = m_directory.finishCreation();
     if (problem != StoreProblem::None)
         return problem;
-    m_connection = StoreConnection::open(m_directory, &m_lock);
+    m_connection = StoreConnection::open(m_directory, m_lock);
     m_directory.makePrivate();
     return m_connection ? StoreProblem::None : StoreProblem::Damaged;
 }

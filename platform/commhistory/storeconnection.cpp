@@ -11,6 +11,7 @@
 
 #include <cerrno>
 #include <fcntl.h>
+#include <sqlite3.h>
 #include <unistd.h>
 
 namespace CommHistory {
@@ -19,6 +20,8 @@ namespace {
 
 // What the database library says may hold texts of the user: never shown by default.
 Q_LOGGING_CATEGORY(lcDatabase, "korvasync.store.database", QtCriticalMsg)
+
+constexpr int BusyMsecs = 10000;
 
 constexpr char OntologyUri[] = "resource:///org/korvasync/ontology";
 
@@ -49,7 +52,7 @@ void logCritical(const gchar *, GLogLevelFlags, const gchar *message, gpointer)
     qCDebug(lcDatabase).noquote() << message;
 }
 
-GPointer<TrackerSparqlConnection> openDatabase(const QString &path, bool readOnly)
+GPointer<TrackerSparqlConnection> openDatabase(const QString &path)
 {
     // The library's own channel writes to stderr, where the client's user would see it.
     static const guint handler = g_log_set_handler(
@@ -58,14 +61,32 @@ GPointer<TrackerSparqlConnection> openDatabase(const QString &path, bool readOnl
 
     const GPointer<GFile> store(g_file_new_for_path(QFile::encodeName(path).constData()));
     const GPointer<GFile> ontology(g_file_new_for_uri(OntologyUri));
-    const auto flags =
-        readOnly ? TRACKER_SPARQL_CONNECTION_FLAGS_READONLY : TRACKER_SPARQL_CONNECTION_FLAGS_NONE;
     Error error;
-    GPointer<TrackerSparqlConnection> connection(
-        tracker_sparql_connection_new(flags, store.get(), ontology.get(), nullptr, error));
+    GPointer<TrackerSparqlConnection> connection(tracker_sparql_connection_new(
+        TRACKER_SPARQL_CONNECTION_FLAGS_NONE, store.get(), ontology.get(), nullptr, error));
     if (error.isSet())
         connection.reset();
     return connection;
+}
+
+struct DatabaseCloser
+{
+    void operator()(sqlite3 *database) const { sqlite3_close(database); }
+};
+
+//! Whether SQLite, on which the database library stands, can open the file and read what
+//! it is made of. The library itself crashes at the first read when it cannot.
+bool isReadable(const QString &path)
+{
+    sqlite3 *opened = nullptr;
+    const int result = sqlite3_open_v2(QFile::encodeName(path).constData(), &opened,
+                                       SQLITE_OPEN_READWRITE, nullptr);
+    const std::unique_ptr<sqlite3, DatabaseCloser> database(opened);
+    if (result != SQLITE_OK)
+        return false;
+    sqlite3_busy_timeout(opened, BusyMsecs);
+    return sqlite3_exec(opened, "SELECT count(*) FROM sqlite_master", nullptr, nullptr, nullptr)
+        == SQLITE_OK;
 }
 
 QString filePath(const QString &databasePath, const char *name)
@@ -91,7 +112,7 @@ StoreProblem StoreConnection::checkFiles(const QString &databasePath)
 
 bool StoreConnection::createDatabase(const QString &databasePath)
 {
-    const auto connection = openDatabase(databasePath, false);
+    const auto connection = openDatabase(databasePath);
     if (!connection)
         return false;
     Error error;
@@ -108,16 +129,20 @@ bool StoreConnection::createDatabase(const QString &databasePath)
 }
 
 std::unique_ptr<StoreConnection> StoreConnection::open(const StoreDirectory &directory,
-                                                       StoreLock *lock)
+                                                       StoreLock &lock)
 {
-    auto connection = openDatabase(directory.databasePath(), !lock);
+    auto connection = openDatabase(directory.databasePath());
     if (!connection)
         return nullptr;
+    for (const char *name : DatabaseFiles) {
+        if (!isReadable(filePath(directory.databasePath(), name)))
+            return nullptr;
+    }
     return std::unique_ptr<StoreConnection>(
         new StoreConnection(directory, lock, std::move(connection)));
 }
 
-StoreConnection::StoreConnection(const StoreDirectory &directory, StoreLock *lock,
+StoreConnection::StoreConnection(const StoreDirectory &directory, StoreLock &lock,
                                  GPointer<TrackerSparqlConnection> connection)
     : m_directory(directory)
     , m_lock(lock)
@@ -173,11 +198,7 @@ StoreConnection::Step StoreConnection::next(TrackerSparqlCursor *cursor)
 
 bool StoreConnection::write(const std::function<bool(TrackerBatch *)> &fill)
 {
-    if (!m_lock) {
-        warnAbout(StoreProblem::WriteFailed);
-        return false;
-    }
-    const StoreLockHolder holder(*m_lock);
+    const StoreLockHolder holder(m_lock);
     if (!holder.isHeld()) {
         warnAbout(StoreProblem::Busy);
         return false;

@@ -44,9 +44,8 @@ public:
     //! for a fresh database.
     static StoreProblem checkFiles(const QString &databasePath);
     static bool createDatabase(const QString &databasePath);
-    //! Null when the database cannot be opened.
-    //! \param lock  null for a database that can only be read
-    static std::unique_ptr<StoreConnection> open(const StoreDirectory &directory, StoreLock *lock);
+    //! Null when the database cannot be opened. The lock must be held.
+    static std::unique_ptr<StoreConnection> open(const StoreDirectory &directory, StoreLock &lock);
 
     //! The statement, prepared once; null when that fails. Values are bound, never pasted.
     TrackerSparqlStatement *statement(const std::string &text);
@@ -64,12 +63,12 @@ public:
     void warnAbout(StoreProblem problem) const;
 
 private:
-    StoreConnection(const StoreDirectory &directory, StoreLock *lock,
+    StoreConnection(const StoreDirectory &directory, StoreLock &lock,
                     GPointer<TrackerSparqlConnection> connection);
     bool syncToDisk() const;
 
     StoreDirectory m_directory;
-    StoreLock *m_lock;
+    StoreLock &m_lock;
     GPointer<TrackerSparqlConnection> m_connection;
     std::map<std::string, GPointer<TrackerSparqlStatement>> m_statements;
 };

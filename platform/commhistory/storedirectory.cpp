@@ -11,6 +11,7 @@
 #include <QtCore/QLoggingCategory>
 #include <QtCore/QSaveFile>
 
+#include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -136,15 +137,13 @@ StoreProblem StoreDirectory::checkMarker() const
                                                         : StoreProblem::LostDatabase;
 }
 
-StoreProblem StoreDirectory::claim(StoreLock &lock) const
+bool StoreDirectory::claim(StoreLock &lock) const
 {
     if (!QDir().mkpath(QFileInfo(m_path).absolutePath()))
-        return StoreProblem::NoAccess;
+        return false;
     if (::mkdir(QFile::encodeName(m_path).constData(), S_IRWXU) != 0 && errno != EEXIST)
-        return StoreProblem::NoAccess;
-    if (!close(m_path) || !lock.open(filePath(LockName)))
-        return StoreProblem::NoAccess;
-    return StoreProblem::None;
+        return false;
+    return close(m_path) && lock.open(filePath(LockName));
 }
 
 void StoreDirectory::makePrivate() const

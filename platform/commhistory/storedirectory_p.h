@@ -50,7 +50,7 @@ public:
     //! Whether there is a store and what is wrong with it. Changes nothing.
     StoreProblem check() const;
     //! Makes the directory when it is absent, closes it to other users and opens the lock.
-    StoreProblem claim(StoreLock &lock) const;
+    bool claim(StoreLock &lock) const;
     //! Closes what is there to other users, as far as the system lets us.
     void makePrivate() const;
     //! Makes a store of a directory where check() says Absent. The lock must be held.

@@ -1,0 +1,112 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+// A process of its own on the store of KORVASYNC_STORE, for the tests that need several,
+// kill one or take rights away from it. Prints one word or line for each outcome.
+
+#include "storetesting.h"
+
+#include <commhistory/callmodel.h>
+#include <commhistory/trackerio.h>
+
+#include <QtCore/QTextStream>
+
+#include <cstdio>
+
+using namespace CommHistory;
+using namespace StoreTesting;
+
+namespace {
+
+//! Prints "refused", "failed" (nothing came of the read) or the number of messages, then
+//! each one's id and text.
+int list()
+{
+    QTextStream out(stdout);
+    SyncSMSModel model(Inbox, QDateTime(), false);
+    QSignalSpy ready(&model, &SyncSMSModel::modelReady);
+    if (!model.getEvents()) {
+        out << "refused\n";
+        return 1;
+    }
+    // Requests are carried out in order: when this one is answered, so is the read.
+    Event event;
+    TrackerIO::instance()->getEvent(1, event);
+    QCoreApplication::processEvents();
+    if (ready.isEmpty()) {
+        out << "failed\n";
+        return 1;
+    }
+    out << model.rowCount() << "\n";
+    for (const Event &read : eventsOf(model))
+        out << read.id() << " " << read.freeText() << "\n";
+    return 0;
+}
+
+//! Adds messages, a hundred a request, and prints each id as soon as it is reported.
+int add(int count, const QString &text)
+{
+    EventModel model;
+    Reports reports(&model);
+    for (int done = 0; done < count; done += 100) {
+        QList<Event> events = messages(qMin(100, count - done), text + QString::number(done));
+        model.addEvents(events, false);
+        const QList<Report> report = reports.wait(1);
+        if (report.isEmpty() || !report.first().status) {
+            std::puts(report.isEmpty() ? "silent" : "failed");
+            return 1;
+        }
+        for (const Event &event : report.first().events)
+            std::printf("%d %s\n", event.id(), qPrintable(event.freeText()));
+        std::fflush(stdout);
+    }
+    return 0;
+}
+
+//! Leaves the process while the messages are still to be written.
+int addAndLeave(int count)
+{
+    EventModel model;
+    QList<Event> events = messages(count);
+    model.addEvents(events, false);
+    return 0;
+}
+
+//! Adds conversations with the same parties as every other process that does so.
+int addConversations(int count)
+{
+    GroupModel model;
+    QSignalSpy committed(&model, &GroupModel::groupsCommitted);
+    for (int i = 0; i < count; ++i) {
+        Group group;
+        group.setLocalUid(QStringLiteral("account"));
+        group.setRemoteUids({QString::number(5550100 + i)});
+        QList<Group> groups{group};
+        model.addGroups(groups);
+        if (!committed.wait(Patience) || !committed.first().at(1).toBool()) {
+            std::puts("failed");
+            return 1;
+        }
+        std::printf("%d %d\n", i, committed.takeFirst().at(0).value<QList<int>>().first());
+    }
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    QCoreApplication application(argc, argv);
+    const QStringList arguments = application.arguments();
+    const QString verb = arguments.value(1);
+    const int count = arguments.value(2).toInt();
+    if (verb == QLatin1String("list"))
+        return list();
+    if (verb == QLatin1String("add"))
+        return add(count, arguments.value(3, QStringLiteral("text")));
+    if (verb == QLatin1String("add-and-leave"))
+        return addAndLeave(count);
+    if (verb == QLatin1String("add-conversations"))
+        return addConversations(count);
+    return 2;
+}
