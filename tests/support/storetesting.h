@@ -120,6 +120,9 @@ inline QList<int> add(QList<CommHistory::Event> events)
     return ids;
 }
 
+//! A store comes to be by the first write.
+inline bool makeStore() { return !add(messages(1, QStringLiteral("first"), 1)).isEmpty(); }
+
 inline QList<CommHistory::Event> eventsOf(const CommHistory::EventModel &model)
 {
     QList<CommHistory::Event> events;

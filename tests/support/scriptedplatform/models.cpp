@@ -17,7 +17,7 @@ namespace CommHistory {
 class EventModelPrivate
 {
 public:
-    QString className;
+    QString className = QStringLiteral("EventModel");
     QList<Event> rows;
     QList<int> deletionsOfThisTurn;
 };
@@ -36,11 +36,11 @@ QString timeText(const QDateTime &time)
     return time.isNull() ? QStringLiteral("null") : time.toUTC().toString(Qt::ISODate);
 }
 
-EventModelPrivate *newPrivate(const char *className)
+QString filterText(const SyncSMSFilter &filter)
 {
-    auto *const d = new EventModelPrivate;
-    d->className = QString::fromLatin1(className);
-    return d;
+    return QStringLiteral("%1, %2, %3")
+        .arg(filter.parentId)
+        .arg(timeText(filter.time), boolText(filter.lastModified));
 }
 
 //! The requested events with the ids that the report names; ids beyond them come alone.
@@ -71,14 +71,8 @@ bool startWrite(Request request, const QList<Event> &events, const QList<int> &i
 // ---- EventModel
 
 EventModel::EventModel(QObject *parent)
-    : EventModel(newPrivate("EventModel"), parent)
-{
-    ScriptedStore::record(QStringLiteral("EventModel()"));
-}
-
-EventModel::EventModel(EventModelPrivate *d, QObject *parent)
     : QAbstractListModel(parent)
-    , d(d)
+    , d(new EventModelPrivate)
 {
     qRegisterMetaType<QList<Event>>("QList<CommHistory::Event>");
 }
@@ -144,20 +138,20 @@ bool EventModel::deleteEvent(int id)
 // ---- SyncSMSModel
 
 SyncSMSModel::SyncSMSModel(int parentId, const QDateTime &time, bool lastModified, QObject *parent)
-    : EventModel(newPrivate("SyncSMSModel"), parent)
+    : EventModel(parent)
+    , m_filter(parentId, time, lastModified)
 {
-    ScriptedStore::record(QStringLiteral("SyncSMSModel(%1, %2, %3)")
-                              .arg(parentId)
-                              .arg(timeText(time), boolText(lastModified)));
+    d->className = QStringLiteral("SyncSMSModel");
+    ScriptedStore::record(QStringLiteral("SyncSMSModel(%1)").arg(filterText(m_filter)));
 }
 
 SyncSMSModel::~SyncSMSModel() = default;
 
 void SyncSMSModel::setSyncSmsFilter(const SyncSMSFilter &filter)
 {
-    ScriptedStore::record(QStringLiteral("SyncSMSModel::setSyncSmsFilter(%1, %2, %3)")
-                              .arg(filter.parentId)
-                              .arg(timeText(filter.time), boolText(filter.lastModified)));
+    m_filter = filter;
+    ScriptedStore::record(
+        QStringLiteral("SyncSMSModel::setSyncSmsFilter(%1)").arg(filterText(m_filter)));
 }
 
 bool SyncSMSModel::getEvents()
@@ -172,8 +166,9 @@ bool SyncSMSModel::getEvents()
 // ---- CallModel
 
 CallModel::CallModel(QObject *parent)
-    : EventModel(newPrivate("CallModel"), parent)
+    : EventModel(parent)
 {
+    d->className = QStringLiteral("CallModel");
     ScriptedStore::record(QStringLiteral("CallModel()"));
 }
 
@@ -181,10 +176,12 @@ CallModel::~CallModel() = default;
 
 void CallModel::setFilter(Sorting sorting, CallEvent::CallType type, const QDateTime &since)
 {
+    m_type = type;
+    m_since = since;
     ScriptedStore::record(QStringLiteral("CallModel::setFilter(%1, %2, %3)")
                               .arg(int(sorting))
-                              .arg(int(type))
-                              .arg(timeText(since)));
+                              .arg(int(m_type))
+                              .arg(timeText(m_since)));
 }
 
 bool CallModel::getEvents()
