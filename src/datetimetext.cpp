@@ -22,6 +22,9 @@ int digits(const QChar *text, int count)
     return value;
 }
 
+//! Invalid when a part is no number; QDate itself would take the year -1.
+QDate dateOf(int year, int month, int day) { return year > 0 ? QDate(year, month, day) : QDate(); }
+
 void appendDigits(int value, int count, QString &text)
 {
     const auto start = text.size();
@@ -45,7 +48,7 @@ DateAndTime readStamp(const QChar *text)
 {
     if (text[8] != QLatin1Char('T'))
         return {};
-    return {QDate(digits(text, 4), digits(text + 4, 2), digits(text + 6, 2)),
+    return {dateOf(digits(text, 4), digits(text + 4, 2), digits(text + 6, 2)),
             QTime(digits(text + 9, 2), digits(text + 11, 2), digits(text + 13, 2))};
 }
 
@@ -96,7 +99,7 @@ QDateTime readLocalDate(const QString &text)
     if (c[2] != QLatin1Char('.') || c[5] != QLatin1Char('.') || c[10] != QLatin1Char(' ')
         || c[13] != QLatin1Char(':') || c[16] != QLatin1Char(':'))
         return QDateTime();
-    return localTime({QDate(digits(c + 6, 4), digits(c + 3, 2), digits(c, 2)),
+    return localTime({dateOf(digits(c + 6, 4), digits(c + 3, 2), digits(c, 2)),
                       QTime(digits(c + 11, 2), digits(c + 14, 2), digits(c + 17, 2))});
 }
 
