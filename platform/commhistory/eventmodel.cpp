@@ -108,14 +108,14 @@ int EventModel::rowCount(const QModelIndex &parent) const
 
 QVariant EventModel::data(const QModelIndex &index, int role) const
 {
-    if (role != Qt::UserRole || !checkIndex(index, CheckIndexOption::IndexIsValid))
+    if (role != Qt::UserRole || !hasIndex(index.row(), index.column()))
         return QVariant();
     return QVariant::fromValue(event(index));
 }
 
 Event EventModel::event(const QModelIndex &index) const
 {
-    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
+    if (!hasIndex(index.row(), index.column()))
         return Event();
     return fromRow(d->rows.at(index.row()));
 }

@@ -18,6 +18,13 @@ bool isHalfPair(const QString &text, int at)
     return c.isLowSurrogate() && (at == 0 || !text.at(at - 1).isHighSurrogate());
 }
 
+bool needsMark(const QString &text, int at)
+{
+    constexpr QChar byteOrderMark(QChar::ByteOrderMark); // Qt drops it at the start of UTF-8
+    const QChar c = text.at(at);
+    return c.isNull() || c == Mark || isHalfPair(text, at) || (at == 0 && c == byteOrderMark);
+}
+
 } // namespace
 
 QByteArray toStoredText(const QString &text)
@@ -25,12 +32,12 @@ QByteArray toStoredText(const QString &text)
     QString stored;
     int taken = 0; // everything before it is in stored
     for (int i = 0; i < text.size(); ++i) {
-        const QChar c = text.at(i);
-        if (!c.isNull() && c != Mark && !isHalfPair(text, i))
+        if (!needsMark(text, i))
             continue;
         stored.append(QStringView(text).mid(taken, i - taken));
         stored.append(Mark);
-        stored.append(QString::number(c.unicode(), 16).rightJustified(4, QLatin1Char('0')));
+        stored.append(
+            QString::number(text.at(i).unicode(), 16).rightJustified(4, QLatin1Char('0')));
         taken = i + 1;
     }
     if (taken == 0)

@@ -8,9 +8,10 @@
 
 namespace CommHistory {
 
-// The database takes any text but U+0000 and halves of surrogate pairs. So that nothing
-// is lost, those, and the character U+001A that marks them, are stored as U+001A and four
-// hexadecimal digits. Every other text is stored as it is.
+// The database takes any text but U+0000 and halves of surrogate pairs, and a byte order
+// mark at the start would be lost when it is read. So that nothing is, those, and the
+// character U+001A that marks them, are stored as U+001A and four hexadecimal digits.
+// Everything else is stored as it is.
 
 //! The text as UTF-8 that the database takes; holds no zero byte.
 QByteArray toStoredText(const QString &text);

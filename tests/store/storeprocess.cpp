@@ -6,8 +6,9 @@
 
 #include "storetesting.h"
 
-#include <commhistory/callmodel.h>
 #include <commhistory/trackerio.h>
+#include <sparql/qsparqlconnection.h>
+#include <sparql/qsparqlresult.h>
 
 #include <QtCore/QTextStream>
 
@@ -92,6 +93,16 @@ int addConversations(int count)
     return 0;
 }
 
+//! Prints what a query of the conversations gives.
+int lookUp()
+{
+    QSparqlConnection connection(QStringLiteral("QTRACKER_DIRECT"));
+    const QScopedPointer<QSparqlResult> result(connection.exec(
+        QSparqlQuery(QStringLiteral("SELECT ?c { ?c a nmo:CommunicationChannel }"))));
+    std::puts(result ? "a result" : "no result");
+    return 0;
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -108,5 +119,7 @@ int main(int argc, char *argv[])
         return addAndLeave(count);
     if (verb == QLatin1String("add-conversations"))
         return addConversations(count);
+    if (verb == QLatin1String("look-up"))
+        return lookUp();
     return 2;
 }

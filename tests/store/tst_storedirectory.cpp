@@ -1,0 +1,333 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "storeprocess.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QDir>
+#include <QtCore/QTemporaryDir>
+#include <QtTest/QTest>
+
+#include <memory>
+
+//! Directories that are no store, or no longer a whole one: never a crash, never a fresh
+//! store in the place of a lost one, and one sentence that says what to do.
+class TestStoreDirectory : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void init();
+    void anAbsentStoreIsMadeByTheFirstWrite_data();
+    void anAbsentStoreIsMadeByTheFirstWrite();
+    void anAbsentStoreIsLookedUpInSilence();
+    void theDefaultIsInTheDataHome();
+    void aRelativePathIsMeantFromTheStart();
+    void aForeignDirectoryIsRefused();
+    void aFileIsRefused();
+    void anUnknownFormatIsRefused_data();
+    void anUnknownFormatIsRefused();
+    void aLostDatabaseIsNotReplaced_data();
+    void aLostDatabaseIsNotReplaced();
+    void aDamagedDatabaseIsNotReplaced_data();
+    void aDamagedDatabaseIsNotReplaced();
+    void damageWithinTheRowsFailsTheRead();
+    void aStoreWithoutPermissionIsRefused();
+    void aReadOnlyDiskIsRefused();
+    void aFullDiskFailsTheWrite();
+    void aStoreMadeOnAFullDiskIsMadeLater();
+
+private:
+    void makeStore(int count = 1);
+    void expectRefused(const QString &words);
+    QString path(const char *name) const
+    {
+        return m_store + QLatin1Char('/') + QLatin1String(name);
+    }
+
+    std::unique_ptr<QTemporaryDir> m_directory;
+    QString m_store;
+};
+
+namespace {
+
+const QString Add = QStringLiteral("add");
+const QString List = QStringLiteral("list");
+constexpr char History[] = "db/urn%3Akorvasync%3Ahistory.db";
+constexpr char Meta[] = "db/meta.db";
+
+QByteArray contents(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+bool replace(const QString &path, const QByteArray &contents)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(contents) == contents.size();
+}
+
+//! The command in a mount namespace of its own, with \a mount done before it.
+QStringList withMount(const QString &mount)
+{
+    return {QStringLiteral("unshare"), QStringLiteral("-m"), QStringLiteral("sh"),
+            QStringLiteral("-c"), mount + QStringLiteral(" && exec \"$0\" \"$@\"")};
+}
+
+} // namespace
+
+void TestStoreDirectory::init()
+{
+    m_directory = std::make_unique<QTemporaryDir>();
+    m_store = m_directory->filePath(QStringLiteral("store"));
+}
+
+void TestStoreDirectory::makeStore(int count)
+{
+    QCOMPARE(StoreProcess(m_store).run({Add, QString::number(count)}).lines.size(), count);
+}
+
+//! A read is refused and a write reported as failed, both with one sentence that has these
+//! words and the directory.
+void TestStoreDirectory::expectRefused(const QString &words)
+{
+    const StoreProcess program(m_store);
+    for (const QString &verb : {List, Add}) {
+        const auto outcome = program.run({verb, QStringLiteral("1")});
+        QVERIFY(outcome.ended);
+        QCOMPARE(outcome.first(),
+                 verb == List ? QStringLiteral("refused") : QStringLiteral("failed"));
+        QVERIFY2(outcome.errors.contains(words), qPrintable(outcome.errors));
+        QVERIFY2(outcome.errors.contains(m_store), qPrintable(outcome.errors));
+        QVERIFY2(outcome.errors.startsWith(QLatin1String("korvasync.store: ")),
+                 qPrintable(outcome.errors));
+        QCOMPARE(outcome.errors.count(QLatin1Char('\n')), 1);
+    }
+}
+
+void TestStoreDirectory::anAbsentStoreIsMadeByTheFirstWrite_data()
+{
+    QTest::addColumn<QString>("below");
+    QTest::addColumn<bool>("exists");
+    QTest::newRow("absent") << QString() << false;
+    QTest::newRow("empty") << QString() << true;
+    QTest::newRow("absent with its parents") << QStringLiteral("/a/b") << false;
+}
+
+void TestStoreDirectory::anAbsentStoreIsMadeByTheFirstWrite()
+{
+    QFETCH(QString, below);
+    QFETCH(bool, exists);
+    m_store += below;
+    if (exists)
+        QVERIFY(QDir().mkpath(m_store));
+    const StoreProcess program(m_store);
+    const auto refused = program.run({List});
+    QCOMPARE(refused.first(), QStringLiteral("refused"));
+    QCOMPARE(refused.errors,
+             QStringLiteral("korvasync.store: There is no store in %1 yet; add something first, "
+                            "or name the directory of another store.\n")
+                 .arg(m_store));
+    QCOMPARE(QFileInfo::exists(m_store), exists); // reading makes nothing
+    if (exists)
+        QVERIFY(QDir(m_store).isEmpty());
+
+    makeStore();
+    QCOMPARE(contents(path("korvasync-store")), QByteArray("1\n"));
+    QCOMPARE(program.list(), QStringLiteral("1"));
+}
+
+void TestStoreDirectory::anAbsentStoreIsLookedUpInSilence()
+{
+    const auto outcome = StoreProcess(m_store).run({QStringLiteral("look-up")});
+    QCOMPARE(outcome.first(), QStringLiteral("no result"));
+    QCOMPARE(outcome.errors, QString());
+    QVERIFY(!QFileInfo::exists(m_store));
+}
+
+void TestStoreDirectory::theDefaultIsInTheDataHome()
+{
+    StoreProcess program{QString()};
+    program.setEnvironment(QStringLiteral("XDG_DATA_HOME"), m_directory->path());
+    QCOMPARE(program.run({Add, QStringLiteral("1")}).lines.size(), 1);
+    QVERIFY(QFileInfo::exists(m_directory->filePath(QStringLiteral("korvasync/korvasync-store"))));
+}
+
+void TestStoreDirectory::aRelativePathIsMeantFromTheStart()
+{
+    const StoreProcess program(QStringLiteral("relative"),
+                               {QStringLiteral("env"), QStringLiteral("-C"), m_directory->path()});
+    QCOMPARE(program.run({Add, QStringLiteral("1")}).lines.size(), 1);
+    QVERIFY(QFileInfo::exists(m_directory->filePath(QStringLiteral("relative/korvasync-store"))));
+}
+
+void TestStoreDirectory::aForeignDirectoryIsRefused()
+{
+    QVERIFY(QDir().mkpath(m_store));
+    QVERIFY(replace(path("letter"), "kept"));
+    QFile::setPermissions(m_store, QFile::Permissions(0x7755));
+    expectRefused(QStringLiteral("is not a store and not empty"));
+    QCOMPARE(QDir(m_store).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+             QStringList{QStringLiteral("letter")});
+    QVERIFY(QFile::permissions(m_store) & QFile::ReadOther); // not ours to change
+}
+
+void TestStoreDirectory::aFileIsRefused()
+{
+    QVERIFY(replace(m_store, "kept"));
+    expectRefused(QStringLiteral("is not a store and not empty"));
+    QCOMPARE(contents(m_store), QByteArray("kept"));
+}
+
+void TestStoreDirectory::anUnknownFormatIsRefused_data()
+{
+    QTest::addColumn<QByteArray>("marker");
+    QTest::newRow("newer") << QByteArray("2\n");
+    QTest::newRow("longer") << QByteArray("10\n");
+    QTest::newRow("empty") << QByteArray();
+    QTest::newRow("noise") << QByteArray("\xff\x00\x01", 3);
+}
+
+void TestStoreDirectory::anUnknownFormatIsRefused()
+{
+    QFETCH(QByteArray, marker);
+    makeStore();
+    const QByteArray history = contents(path(History));
+    QVERIFY(replace(path("korvasync-store"), marker));
+    expectRefused(QStringLiteral("has a format that this version does not know"));
+    QCOMPARE(contents(path("korvasync-store")), marker);
+    QVERIFY(contents(path(History)) == history);
+}
+
+void TestStoreDirectory::aLostDatabaseIsNotReplaced_data()
+{
+    QTest::addColumn<QString>("lost");
+    for (const char *name : {"db", Meta, History})
+        QTest::newRow(name) << QString::fromLatin1(name);
+}
+
+void TestStoreDirectory::aLostDatabaseIsNotReplaced()
+{
+    QFETCH(QString, lost);
+    makeStore();
+    const QString path = m_store + QLatin1Char('/') + lost;
+    QVERIFY(QFileInfo(path).isDir() ? QDir(path).removeRecursively() : QFile::remove(path));
+    expectRefused(QStringLiteral("has lost its database"));
+    QVERIFY(!QFileInfo::exists(path));
+}
+
+void TestStoreDirectory::aDamagedDatabaseIsNotReplaced_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<int>("size"); // -1: the beginning is overwritten
+    for (const char *name : {Meta, History}) {
+        for (const int size : {-1, 0, 10, 4096, 40960})
+            QTest::addRow("%s %d", name, size) << QString::fromLatin1(name) << size;
+    }
+}
+
+void TestStoreDirectory::aDamagedDatabaseIsNotReplaced()
+{
+    QFETCH(QString, name);
+    QFETCH(int, size);
+    makeStore(1000);
+    const QString path = m_store + QLatin1Char('/') + name;
+    QByteArray damaged = contents(path);
+    QVERIFY(damaged.size() > 100000);
+    if (size < 0)
+        damaged.replace(0, 40000, QByteArray(40000, 'x'));
+    else
+        damaged.truncate(size);
+    QVERIFY(replace(path, damaged));
+    expectRefused(QStringLiteral("cannot be opened and may be damaged"));
+    QVERIFY(contents(path) == damaged);
+}
+
+void TestStoreDirectory::damageWithinTheRowsFailsTheRead()
+{
+    makeStore(2000);
+    QByteArray damaged = contents(path(History));
+    damaged.replace(120000, 160000, QByteArray(160000, 'x'));
+    QVERIFY(replace(path(History), damaged));
+    const auto outcome = StoreProcess(m_store).run({List});
+    QVERIFY(outcome.ended);
+    QCOMPARE(outcome.first(), QStringLiteral("failed")); // no partial rows
+    QVERIFY2(outcome.errors.contains(QLatin1String("cannot be read")), qPrintable(outcome.errors));
+}
+
+void TestStoreDirectory::aStoreWithoutPermissionIsRefused()
+{
+    makeStore();
+    QFile::setPermissions(m_directory->path(), QFile::Permissions(0x7755));
+    const StoreProcess nobody(m_store,
+                              {QStringLiteral("setpriv"), QStringLiteral("--reuid=nobody"),
+                               QStringLiteral("--clear-groups")});
+    for (const QString &verb : {List, Add}) {
+        const auto outcome = nobody.run({verb, QStringLiteral("1")});
+        QCOMPARE(outcome.first(),
+                 verb == List ? QStringLiteral("refused") : QStringLiteral("failed"));
+        QVERIFY2(outcome.errors.contains(QLatin1String("cannot be accessed")),
+                 qPrintable(outcome.errors));
+    }
+}
+
+void TestStoreDirectory::aReadOnlyDiskIsRefused()
+{
+    makeStore();
+    const StoreProcess program(
+        m_store,
+        withMount(
+            QStringLiteral("mount --bind %1 %1 && mount -o remount,ro,bind %1").arg(m_store)));
+    for (const QString &verb : {List, Add}) {
+        const auto outcome = program.run({verb, QStringLiteral("1")});
+        QCOMPARE(outcome.first(),
+                 verb == List ? QStringLiteral("refused") : QStringLiteral("failed"));
+        QVERIFY2(outcome.errors.contains(QLatin1String("cannot be accessed")),
+                 qPrintable(outcome.errors));
+    }
+    QCOMPARE(StoreProcess(m_store).list(), QStringLiteral("1"));
+}
+
+void TestStoreDirectory::aFullDiskFailsTheWrite()
+{
+    // On a small disk as many are added as fit; then the disk grows and all goes on.
+    const QString disk = m_directory->filePath(QStringLiteral("disk"));
+    const QString mount =
+        QStringLiteral("mkdir -p %1 && mount -t tmpfs -o size=6m none %1").arg(disk);
+    const QString again =
+        QStringLiteral("\"$0\" add 100000 >%1/full; tail -n 1 %1/full; grep -c text %1/full; "
+                       "\"$0\" list | head -n 1;"
+                       " mount -o remount,size=60m %2; \"$0\" add 1; \"$0\" list | head -n 1");
+    QStringList command = withMount(mount);
+    command.last() = mount + QStringLiteral(" && ") + again.arg(m_directory->path(), disk);
+    const auto outcome = StoreProcess(disk + QStringLiteral("/store"), command).run({});
+    QVERIFY(outcome.ended);
+    QCOMPARE(outcome.lines.size(), 5);
+    QCOMPARE(outcome.lines.at(0), QStringLiteral("failed"));
+    const int stored = outcome.lines.at(1).toInt();
+    QVERIFY(stored >= 100);
+    QCOMPARE(outcome.lines.at(2).toInt(), stored);
+    QCOMPARE(outcome.lines.at(4).toInt(), stored + 1);
+    QVERIFY2(outcome.errors.contains(QLatin1String("cannot be written")),
+             qPrintable(outcome.errors));
+}
+
+void TestStoreDirectory::aStoreMadeOnAFullDiskIsMadeLater()
+{
+    const QString disk = m_directory->filePath(QStringLiteral("disk"));
+    const QString mount =
+        QStringLiteral("mkdir -p %1 && mount -t tmpfs -o size=1m none %1").arg(disk);
+    QStringList command = withMount(mount);
+    command.last() = mount
+        + QStringLiteral(" && \"$0\" add 1; mount -o remount,size=60m %1; \"$0\" list;"
+                         " \"$0\" add 1; \"$0\" list | head -n 1")
+              .arg(disk);
+    const auto outcome = StoreProcess(disk + QStringLiteral("/store"), command).run({});
+    QVERIFY(outcome.ended);
+    QCOMPARE(outcome.lines,
+             (QStringList{QStringLiteral("failed"), QStringLiteral("refused"),
+                          QStringLiteral("1 text00"), QStringLiteral("1")}));
+}
+
+QTEST_GUILESS_MAIN(TestStoreDirectory)
+#include "tst_storedirectory.moc"
