@@ -17,6 +17,9 @@ install(FILES
     DESTINATION ${package_dir})
 install(EXPORT KorvaSyncTargets NAMESPACE KorvaSync:: DESTINATION ${package_dir})
 
+# Relative to the file itself, so that a tree can be moved or installed to another prefix.
+file(RELATIVE_PATH pc_to_prefix /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
+string(REGEX REPLACE "/$" "" PC_PREFIX "\${pcfiledir}/${pc_to_prefix}")
 cmake_path(APPEND PC_LIBDIR "\${prefix}" ${CMAKE_INSTALL_LIBDIR})
 cmake_path(APPEND PC_INCLUDEDIR "\${prefix}" ${CMAKE_INSTALL_INCLUDEDIR})
 configure_file(${PROJECT_SOURCE_DIR}/cmake/korvasync.pc.in

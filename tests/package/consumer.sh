@@ -17,11 +17,10 @@ cmake)
     ;;
 pkgconfig)
     mkdir "$work/build"
-    # The prefix was chosen at install time: the installed file is relocated with it.
     export PKG_CONFIG_PATH="$work/prefix/$libdir/pkgconfig"
     # shellcheck disable=SC2046
     c++ -std=c++17 -fPIC "$source/main.cpp" -o "$work/build/consumer" \
-        $(pkg-config --define-variable=prefix="$work/prefix" --cflags --libs korvasync)
+        $(pkg-config --cflags --libs korvasync)
     ;;
 esac
 output=$(LD_LIBRARY_PATH="$work/prefix/$libdir" "$work/build/consumer")
