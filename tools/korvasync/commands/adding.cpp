@@ -17,7 +17,7 @@ Adding::Adding(const Invocation &invocation, const AddingOptions &options)
     : invocation(invocation)
     , options(options)
     , store(invocation.global.timeout)
-    , writer(store, index)
+    , writer(invocation.location, store, index)
     , results(invocation.output, ItemResult::Added,
               invocation.global.format == QLatin1String("ndjson"))
     , rejects(invocation.global.dryRun ? QString() : options.rejects)

@@ -11,7 +11,7 @@ namespace Diagnostics {
 
 static bool traceIsOn = false;
 static bool warningsAreSilent = false;
-static QString lastStoreTrouble;
+static QString firstStoreTrouble;
 static int storeTroubles = 0;
 
 static void print(const QString &line)
@@ -24,7 +24,8 @@ static void handle(QtMsgType type, const QMessageLogContext &context, const QStr
 {
     const bool isTrouble = type != QtDebugMsg && type != QtInfoMsg;
     if (isTrouble && qstrcmp(context.category, "korvasync.store") == 0) {
-        lastStoreTrouble = message;
+        if (firstStoreTrouble.isEmpty())
+            firstStoreTrouble = message;
         ++storeTroubles;
     }
     if (traceIsOn || type == QtFatalMsg)
@@ -53,7 +54,7 @@ void warn(const QString &sentence)
 
 void error(const QString &sentence) { print(QLatin1String("korvasync: ") + sentence); }
 
-QString storeTrouble() { return lastStoreTrouble; }
+QString storeTrouble() { return firstStoreTrouble; }
 
 int storeTroubleCount() { return storeTroubles; }
 

@@ -17,8 +17,8 @@ void silenceWarnings();
 void warn(const QString &sentence);  //!< unless warnings are silenced
 void error(const QString &sentence); //!< why the command ends
 
-//! The store's own words on its latest trouble: a sentence that says what to do. Empty when
-//! it had none.
+//! The store's own words on its first trouble, the cause of any other: a sentence that says
+//! what to do. Empty when it had none.
 QString storeTrouble();
 int storeTroubleCount();
 

@@ -31,8 +31,9 @@ QString difference(const StoredMessage &stored, const SmsInfo &given)
     return QLatin1String("stored, but with another ") + parts.join(QLatin1String(" and "));
 }
 
-MessageWriter::MessageWriter(MessageStore &store, DuplicateIndex &index)
-    : store(store)
+MessageWriter::MessageWriter(StoreLocation &location, MessageStore &store, DuplicateIndex &index)
+    : location(location)
+    , store(store)
     , index(index)
 {
 }
@@ -56,11 +57,13 @@ Answer MessageWriter::add(QList<NewMessage> &messages)
     if (committed) {
         for (int i = 0; i < messages.size(); ++i)
             messages[i].id = written.ids.at(i);
-    } else if (findStored(messages) != Answer::Finished) {
-        return failure;
+    } else {
+        findStored(messages, failure);
     }
-    for (NewMessage &message : messages)
-        confirm(message);
+    for (NewMessage &message : messages) {
+        if (message.id != -1)
+            confirm(message);
+    }
     const bool allStored = std::all_of(messages.cbegin(), messages.cend(),
                                        [](const NewMessage &message) { return message.id != -1; });
     return allStored ? Answer::Finished : failure;
@@ -68,8 +71,15 @@ Answer MessageWriter::add(QList<NewMessage> &messages)
 
 // A failed commit names the whole chunk, and one that was never reported may have happened:
 // what the store holds now and did not hold before is ours.
-Answer MessageWriter::findStored(QList<NewMessage> &messages)
+void MessageWriter::findStored(QList<NewMessage> &messages, Answer failure)
 {
+    for (NewMessage &message : messages) {
+        message.trouble = failure == Answer::TimedOut
+            ? QStringLiteral("no answer in time; not stored so far") // it can still come
+            : QStringLiteral("the store did not take it");
+    }
+    if (location.state() == StoreLocation::Absent) // not even made
+        return;
     for (const LocationId folder : Folder::all()) {
         QDateTime since;
         for (const NewMessage &message : std::as_const(messages)) {
@@ -83,7 +93,7 @@ Answer MessageWriter::findStored(QList<NewMessage> &messages)
         if (read.answer != Answer::Finished) {
             for (NewMessage &message : messages)
                 message.trouble = QStringLiteral("not known, as the store cannot be read back");
-            return read.answer;
+            return;
         }
         QMultiHash<Fingerprint, int> newIds;
         for (const SyncSmsInfo &record : read.messages) {
@@ -96,15 +106,10 @@ Answer MessageWriter::findStored(QList<NewMessage> &messages)
                 message.id = newIds.take(message.fingerprint);
         }
     }
-    return Answer::Finished;
 }
 
 void MessageWriter::confirm(NewMessage &message)
 {
-    if (message.id == -1) {
-        message.trouble = QStringLiteral("the store did not take it");
-        return;
-    }
     index.addStored(message.fingerprint, message.id);
     message.trouble =
         difference(StoredMessage::fromRecord(store.message(message.id)), message.message);

@@ -6,6 +6,7 @@
 #include "duplicateindex.h"
 #include "messagestore.h"
 #include "storedmessage.h"
+#include "storelocation.h"
 
 //! A settled message on its way into the store, and what became of it.
 struct NewMessage
@@ -26,7 +27,7 @@ class MessageWriter
 {
 public:
     //! \param index  what the store holds; messages that were added are entered
-    MessageWriter(MessageStore &store, DuplicateIndex &index);
+    MessageWriter(StoreLocation &location, MessageStore &store, DuplicateIndex &index);
 
     //! Adds one chunk.
     //! \return Finished when every message is stored, else how the store failed; what is
@@ -34,9 +35,10 @@ public:
     Answer add(QList<NewMessage> &messages);
 
 private:
-    Answer findStored(QList<NewMessage> &messages);
+    void findStored(QList<NewMessage> &messages, Answer failure);
     void confirm(NewMessage &message);
 
+    StoreLocation &location;
     MessageStore &store;
     DuplicateIndex &index;
 };

@@ -1,0 +1,100 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "clientprocess.h"
+
+#include <QtCore/QDir>
+#include <QtTest/QTest>
+
+ClientProcess::ClientProcess()
+    : environment(QProcessEnvironment::systemEnvironment())
+{
+    environment.remove(QStringLiteral("KORVASYNC_STORE"));
+    environment.remove(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"));
+    environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), filePath(QStringLiteral("no-bus")));
+    environment.insert(QStringLiteral("XDG_DATA_HOME"), filePath(QStringLiteral("data")));
+    environment.insert(QStringLiteral("TZ"), QStringLiteral("Europe/Helsinki"));
+    environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C"));
+}
+
+void ClientProcess::start(QProcess &process, const QStringList &arguments) const
+{
+    process.setProcessEnvironment(environment);
+    process.setWorkingDirectory(workingDirectory);
+    process.start(QStringLiteral(KORVASYNC_CLIENT),
+                  QStringList{QStringLiteral("--store"), store()} + arguments);
+}
+
+ClientProcess::Outcome ClientProcess::wait(QProcess &process, const QByteArray &input) const
+{
+    constexpr int patience = 120000; // milliseconds
+    Outcome outcome;
+    process.write(input);
+    process.closeWriteChannel();
+    if (!process.waitForFinished(patience)) {
+        process.kill();
+        process.waitForFinished();
+        return outcome;
+    }
+    if (process.exitStatus() == QProcess::NormalExit)
+        outcome.exitCode = process.exitCode();
+    outcome.output = process.readAllStandardOutput();
+    outcome.errors = process.readAllStandardError();
+    return outcome;
+}
+
+ClientProcess::Outcome ClientProcess::run(const QStringList &arguments,
+                                          const QByteArray &input) const
+{
+    QProcess process;
+    start(process, arguments);
+    return wait(process, input);
+}
+
+ClientProcess::Outcome ClientProcess::runProgram(const QString &program,
+                                                 const QStringList &arguments,
+                                                 const QByteArray &input) const
+{
+    QProcess process;
+    process.setProcessEnvironment(environment);
+    process.setWorkingDirectory(workingDirectory);
+    process.start(program, arguments);
+    return wait(process, input);
+}
+
+void ClientProcess::fill(const QByteArray &messages) const
+{
+    const Outcome outcome =
+        run({QStringLiteral("add"), QStringLiteral("-q"), QStringLiteral("-")}, messages);
+    QVERIFY2(outcome.exitCode == 0, outcome.output + outcome.errors);
+}
+
+QByteArray ClientProcess::listed(const QStringList &options) const
+{
+    return run(QStringList{QStringLiteral("list"), QStringLiteral("-o"), QStringLiteral("ndjson")}
+               + options)
+        .output;
+}
+
+QString ClientProcess::write(const QString &name, const QByteArray &bytes) const
+{
+    const QString path = filePath(name);
+    QDir().mkpath(QFileInfo(path).path());
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+        qFatal("a test file cannot be written");
+    return path;
+}
+
+QByteArray vMessage(const QByteArray &box, const QByteArray &stamp, const QByteArray &number,
+                    const QByteArray &body, const QByteArray &status)
+{
+    QByteArray message("BEGIN:VMSG\r\nVERSION:1.1\r\n");
+    message += "X-IRMC-STATUS:" + status + "\r\nX-IRMC-BOX:" + box + "\r\n";
+    if (!stamp.isEmpty())
+        message += "X-ABC-DT:" + stamp + "\r\n";
+    message += "BEGIN:VCARD\r\nVERSION:2.1\r\nTEL:" + number + "\r\nEND:VCARD\r\n";
+    message += "BEGIN:VENV\r\nBEGIN:VBODY\r\nX-SMS;TYPE=TEXT;CHARSET=UTF-8:" + body
+        + "\r\nEND:VBODY\r\nEND:VENV\r\nEND:VMSG\r\n";
+    return message;
+}

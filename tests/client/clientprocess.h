@@ -1,0 +1,56 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#pragma once
+
+#include <QtCore/QByteArray>
+#include <QtCore/QProcess>
+#include <QtCore/QProcessEnvironment>
+#include <QtCore/QStringList>
+#include <QtCore/QTemporaryDir>
+
+//! The real client, on a store of its own that does not exist at the start, in a time zone
+//! two hours ahead of UTC in winter, without a session bus.
+class ClientProcess
+{
+public:
+    ClientProcess();
+
+    struct Outcome
+    {
+        int exitCode = -1; //!< -1: it crashed or took too long
+        QByteArray output;
+        QByteArray errors;
+    };
+
+    //! Runs "korvasync --store STORE arguments...".
+    Outcome run(const QStringList &arguments, const QByteArray &input = QByteArray()) const;
+    //! Runs any program in the same environment.
+    Outcome runProgram(const QString &program, const QStringList &arguments,
+                       const QByteArray &input = QByteArray()) const;
+
+    //! Starts the client and leaves it to the caller.
+    void start(QProcess &process, const QStringList &arguments) const;
+
+    //! Adds own-form messages, which must all go in.
+    void fill(const QByteArray &messages) const;
+    QByteArray listed(const QStringList &options = {}) const; //!< "list -o ndjson options..."
+
+    QString store() const { return folder.filePath(QStringLiteral("store")); }
+    QString filePath(const QString &name) const { return folder.filePath(name); }
+    QString write(const QString &name, const QByteArray &bytes) const; //!< \return its path
+
+    QProcessEnvironment environment;
+    QString workingDirectory;
+
+private:
+    Outcome wait(QProcess &process, const QByteArray &input) const;
+
+    QTemporaryDir folder;
+};
+
+//! One message as phones write it; lines end in CR LF.
+QByteArray vMessage(const QByteArray &box, const QByteArray &stamp, const QByteArray &number,
+                    const QByteArray &body, const QByteArray &status = "READ");
+
+inline QString text(const char *utf8) { return QString::fromUtf8(utf8); }

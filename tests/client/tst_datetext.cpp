@@ -1,0 +1,146 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "messages/datetext.h"
+#include "process/localzone.h"
+
+#include <QtTest/QTest>
+
+class TestDateText : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void readsTheSpellingsOfMessageFiles_data();
+    void readsTheSpellingsOfMessageFiles();
+    void refusesWhatIsNoTime_data();
+    void refusesWhatIsNoTime();
+    void readsTimesOfTheCommandLine_data();
+    void readsTimesOfTheCommandLine();
+    void takesTheFirstOfTwoEqualLocalTimes();
+    void movesLocalTimesOutOfAGap();
+    void agreesWithQtAllYearRound();
+
+private:
+    const QTimeZone helsinki{"Europe/Helsinki"};
+};
+
+void TestDateText::readsTheSpellingsOfMessageFiles_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("utc");
+    const auto row = [](const char *text, const char *utc) {
+        QTest::newRow(text) << QString::fromLatin1(text) << QString::fromLatin1(utc);
+    };
+    row("20101103T142530Z", "2010-11-03T14:25:30Z");
+    row("20101103T142530", "2010-11-03T12:25:30Z");
+    row("03.11.2010 14:25:30", "2010-11-03T12:25:30Z");
+    row("03-11-2010 14:25:30", "2010-11-03T12:25:30Z");
+    row("03.07.2010 14:25:30", "2010-07-03T11:25:30Z");
+    row("2010/11/03 14:25:30", "2010-11-03T12:25:30Z");
+    row("2010/11/03 24:05:30", "2010-11-02T22:05:30Z");
+    row("2010/11/03 14:25:30 GMT", "2010-11-03T14:25:30Z");
+    row("2010-11-03T14:25:30", "2010-11-03T12:25:30Z");
+    row("2010-11-03T14:25:30Z", "2010-11-03T14:25:30Z");
+    row("2010.11.3.14.25.30", "2010-11-03T12:25:30Z");
+    row("2010.11.3.14.25.30Z", "2010-11-03T14:25:30Z");
+    row("2010.1.3.4.5.6", "2010-01-03T02:05:06Z");
+    row("02:25PM, 2010 Nov 03", "2010-11-03T12:25:00Z");
+    row("12:05AM, 2010 Nov 03", "2010-11-02T22:05:00Z");
+    row("12:05PM, 2010 Nov 03", "2010-11-03T10:05:00Z");
+    row("1288794330000", "2010-11-03T14:25:30Z");
+    row("1288794330999", "2010-11-03T14:25:30Z");
+    row("1288794330", "2010-11-03T14:25:30Z");
+    row("Wed, 03 Nov 2010 14:25:30 +0900", "2010-11-03T05:25:30Z");
+    row("3 Nov 2010 14:25:30 -0130", "2010-11-03T15:55:30Z");
+    row("Wed, 03 Nov 2010 14:25:30 GMT", "2010-11-03T14:25:30Z");
+    row("  03.11.2010 14:25:30 ", "2010-11-03T12:25:30Z");
+}
+
+void TestDateText::readsTheSpellingsOfMessageFiles()
+{
+    QFETCH(QString, text);
+    QFETCH(QString, utc);
+    QCOMPARE(DateText::write(DateText::readMessageTime(text, helsinki)), utc);
+}
+
+void TestDateText::refusesWhatIsNoTime_data()
+{
+    QTest::addColumn<QString>("text");
+    for (const char *text :
+         {"", " ", "19700000T000000Z", "01.01.1970 00:00:00", "soon", "03.13.2010 14:25:30",
+          "31.04.2010 14:25:30", "03.11.2010", "03.11.2010 25:25:30", "03.11-2010 14:25:30",
+          "2010/11/03 14:61:30", "20101103T142530Zulu", "20101103T142530Z later",
+          "13:05PM, 2010 Nov 03", "02:25PM, 2010 Foo 03", "-1288794330",
+          "99999999999999999999999999", "0"})
+        QTest::newRow(text) << QString::fromLatin1(text);
+}
+
+void TestDateText::refusesWhatIsNoTime()
+{
+    QFETCH(QString, text);
+    QVERIFY(DateText::readMessageTime(text, helsinki).isNull());
+}
+
+void TestDateText::readsTimesOfTheCommandLine_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("utc");
+    const auto row = [](const char *text, const char *utc) {
+        QTest::newRow(text) << QString::fromLatin1(text) << QString::fromLatin1(utc);
+    };
+    row("2024-05-01T10:00:00Z", "2024-05-01T10:00:00Z");
+    row("2024-05-01T10:00:00.250Z", "2024-05-01T10:00:00Z");
+    row("2024-05-01T10:00:00+02:00", "2024-05-01T08:00:00Z");
+    row("2024-05-01", "2024-04-30T21:00:00Z");
+    row("2024-01-01", "2023-12-31T22:00:00Z");
+    row("@1714557600", "2024-05-01T10:00:00Z");
+    row("@0", "1970-01-01T00:00:00Z");
+    row("@-1", "1969-12-31T23:59:59Z");
+    row("1970-01-01T00:00:00Z", "1970-01-01T00:00:00Z");
+    row("2024-05-01T10:00:00", "");
+    row("2024-02-30", "");
+    row("2024/05/01", "");
+    row("01.05.2024", "");
+    row("yesterday", "");
+    row("@", "");
+    row("", "");
+}
+
+void TestDateText::readsTimesOfTheCommandLine()
+{
+    QFETCH(QString, text);
+    QFETCH(QString, utc);
+    QCOMPARE(DateText::write(DateText::readOption(text, helsinki)), utc);
+}
+
+void TestDateText::takesTheFirstOfTwoEqualLocalTimes()
+{
+    const QDateTime utc = LocalZone::toUtc(QDate(2010, 10, 31), QTime(3, 30), helsinki);
+    QCOMPARE(DateText::write(utc), QStringLiteral("2010-10-31T00:30:00Z"));
+}
+
+void TestDateText::movesLocalTimesOutOfAGap()
+{
+    const QDateTime utc = LocalZone::toUtc(QDate(2010, 3, 28), QTime(3, 30), helsinki);
+    QCOMPARE(DateText::write(utc), QStringLiteral("2010-03-28T01:30:00Z"));
+}
+
+void TestDateText::agreesWithQtAllYearRound()
+{
+    for (const char *id : {"Europe/Helsinki", "America/New_York", "Asia/Kathmandu"}) {
+        const QTimeZone zone(id);
+        QDateTime utc(QDate(2010, 1, 1), QTime(0, 0), Qt::UTC);
+        for (; utc.date().year() == 2010; utc = utc.addSecs(30 * 60)) {
+            const QDateTime local = utc.toTimeZone(zone);
+            const QDateTime again = LocalZone::toUtc(local.date(), local.time(), zone);
+            // Only the second of two equal times of the clock is taken for the first.
+            if (again != utc)
+                QCOMPARE(again.toTimeZone(zone).time(), local.time());
+            QVERIFY(again == utc || again == utc.addSecs(-3600));
+        }
+    }
+}
+
+QTEST_GUILESS_MAIN(TestDateText)
+#include "tst_datetext.moc"

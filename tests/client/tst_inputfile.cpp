@@ -1,0 +1,137 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "messages/inputfile.h"
+#include "messages/inputpaths.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QTemporaryDir>
+#include <QtTest/QTest>
+
+class TestInputFile : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void readsEveryFormAsUtf8_data();
+    void readsEveryFormAsUtf8();
+    void joinsCharactersCutBetweenPieces();
+    void readsMoreThanOnePiece();
+    void tellsWhyAFileCannotBeRead();
+    void findsMessageFilesByName();
+
+private:
+    QString write(const QString &name, const QByteArray &bytes) const
+    {
+        const QString path = folder.filePath(name);
+        QDir().mkpath(QFileInfo(path).path());
+        QFile file(path);
+        if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+            qFatal("a test file cannot be written");
+        return path;
+    }
+
+    QTemporaryDir folder;
+};
+
+static QByteArray readAll(InputFile &file)
+{
+    QByteArray all;
+    for (QByteArray piece = file.read(); !piece.isEmpty(); piece = file.read())
+        all += piece;
+    return all;
+}
+
+static QByteArray bytes(std::initializer_list<int> values)
+{
+    QByteArray all;
+    for (const int value : values)
+        all += static_cast<char>(value);
+    return all;
+}
+
+void TestInputFile::readsEveryFormAsUtf8_data()
+{
+    QTest::addColumn<QByteArray>("file");
+    QTest::addColumn<QByteArray>("utf8");
+    QTest::newRow("empty") << QByteArray() << QByteArray();
+    QTest::newRow("one-byte") << QByteArray("B") << QByteArray("B");
+    QTest::newRow("utf8") << QByteArray("B\xC3\xA4") << QByteArray("B\xC3\xA4");
+    QTest::newRow("utf8-mark") << QByteArray("\xEF\xBB\xBF"
+                                             "B")
+                               << QByteArray("B");
+    QTest::newRow("latin1-stays") << QByteArray("B\xE4r") << QByteArray("B\xE4r");
+    QTest::newRow("little") << bytes({'B', 0, 0xE4, 0}) << QByteArray("B\xC3\xA4");
+    QTest::newRow("little-mark") << bytes({0xFF, 0xFE, 'B', 0}) << QByteArray("B");
+    QTest::newRow("big") << bytes({0, 'B', 0, 0xE4}) << QByteArray("B\xC3\xA4");
+    QTest::newRow("big-mark") << bytes({0xFE, 0xFF, 0, 'B'}) << QByteArray("B");
+    QTest::newRow("mark-alone") << bytes({0xFF, 0xFE}) << QByteArray();
+    QTest::newRow("odd-end") << bytes({'B', 0, 'C', 0, 'D'}) << QByteArray("BC");
+    QTest::newRow("pair") << bytes({'B', 0, 0x3D, 0xD8, 0x00, 0xDE})
+                          << QByteArray("B\xF0\x9F\x98\x80");
+    QTest::newRow("three-bytes") << bytes({'B', 0, 0xAC, 0x20}) << QByteArray("B\xE2\x82\xAC");
+    QTest::newRow("high-half-alone") << bytes({'B', 0, 0x3D, 0xD8, 'C', 0})
+                                     << QByteArray("B\xEF\xBF\xBD"
+                                                   "C");
+    QTest::newRow("low-half-alone") << bytes({'B', 0, 0x00, 0xDE}) << QByteArray("B\xEF\xBF\xBD");
+    QTest::newRow("high-half-at-the-end")
+        << bytes({'B', 0, 0x3D, 0xD8}) << QByteArray("B\xEF\xBF\xBD");
+}
+
+void TestInputFile::readsEveryFormAsUtf8()
+{
+    QFETCH(QByteArray, file);
+    QFETCH(QByteArray, utf8);
+    InputFile input(write(QStringLiteral("file"), file));
+    QCOMPARE(readAll(input), utf8);
+    QCOMPARE(input.error(), QString());
+    QCOMPARE(input.bytesRead(), qint64(file.size()));
+}
+
+void TestInputFile::joinsCharactersCutBetweenPieces()
+{
+    Utf16Converter converter(Utf16Converter::LittleEndian);
+    QByteArray utf8;
+    for (const char c : bytes({'B', 0, 0x3D, 0xD8, 0x00, 0xDE, 0xAC, 0x20}))
+        utf8 += converter.convert(QByteArray(1, c));
+    QCOMPARE(utf8 + converter.finish(), QByteArray("B\xF0\x9F\x98\x80\xE2\x82\xAC"));
+}
+
+void TestInputFile::readsMoreThanOnePiece()
+{
+    const QByteArray line("a line of 16 by\n");
+    InputFile input(write(QStringLiteral("long"), line.repeated(100000)));
+    QVERIFY(input.read().size() < 100000);
+    QVERIFY(line.repeated(100000).endsWith(readAll(input)));
+    QCOMPARE(input.bytesRead(), qint64(1600000));
+}
+
+void TestInputFile::tellsWhyAFileCannotBeRead()
+{
+    InputFile missing(folder.filePath(QStringLiteral("missing")));
+    QCOMPARE(missing.error(), QStringLiteral("No such file or directory"));
+    QCOMPARE(missing.read(), QByteArray());
+    InputFile directory(folder.path());
+    QCOMPARE(directory.read(), QByteArray());
+    QCOMPARE(directory.error(), QStringLiteral("Is a directory"));
+}
+
+void TestInputFile::findsMessageFilesByName()
+{
+    const QString tree = QStringLiteral("tree/");
+    for (const char *name : {"b.vmg", "a/2.VMSG", "a/10.txt", "a/1.vmg", "c.jpg", ".hidden/x.vmg"})
+        write(tree + QString::fromLatin1(name), "x");
+    const QString root = folder.filePath(QStringLiteral("tree"));
+    QVERIFY(QFile::link(root + QStringLiteral("/b.vmg"), root + QStringLiteral("/link.vmg")));
+    QVERIFY(QFile::link(root, root + QStringLiteral("/circle")));
+    QStringList found = messageFiles({root, QStringLiteral("-"), QStringLiteral("c.jpg")});
+    found.replaceInStrings(root, QString());
+    const QStringList expected{QStringLiteral("/.hidden/x.vmg"), QStringLiteral("/a/1.vmg"),
+                               QStringLiteral("/a/10.txt"),      QStringLiteral("/a/2.VMSG"),
+                               QStringLiteral("/b.vmg"),         QStringLiteral("-"),
+                               QStringLiteral("c.jpg")};
+    QCOMPARE(found, expected);
+}
+
+QTEST_GUILESS_MAIN(TestInputFile)
+#include "tst_inputfile.moc"
