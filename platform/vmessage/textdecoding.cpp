@@ -106,13 +106,12 @@ size_t decodeQuotedPrintable(char *text, size_t length)
     char *out = text;
     while (in < end) {
         const char c = *in++;
-        if (c != '=') {
-            *out++ = c;
-        } else if (end - in >= 2 && hexDigit(in[0]) >= 0 && hexDigit(in[1]) >= 0) {
+        const char *softBreakEnd = c == '=' ? behindSoftBreak(in, end) : nullptr;
+        if (c == '=' && end - in >= 2 && hexDigit(in[0]) >= 0 && hexDigit(in[1]) >= 0) {
             *out++ = char(hexDigit(in[0]) * 16 + hexDigit(in[1]));
             in += 2;
-        } else if (const char *next = behindSoftBreak(in, end)) {
-            in = next;
+        } else if (softBreakEnd) {
+            in = softBreakEnd;
         } else {
             *out++ = c;
         }
@@ -172,7 +171,7 @@ bool convertToUtf8(std::string_view text, const std::string &charset, std::strin
     if (!isCharsetName(charset))
         return false;
     const iconv_t converter = iconv_open("UTF-8", charset.c_str());
-    if (converter == iconv_t(-1))
+    if (reinterpret_cast<intptr_t>(converter) == -1)
         return false;
     const bool done = convert(converter, text, result);
     iconv_close(converter);

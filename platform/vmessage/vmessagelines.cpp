@@ -101,7 +101,7 @@ const char *findBodyEnd(std::string_view bytes, bool crLf)
         case Keyword::EndVEnv:
             break;
         default:
-            closed = closed && structure && (trimmed(line.text).empty() || isCutClosing(line));
+            closed = closed && (trimmed(line.text).empty() || isCutClosing(line));
         }
     }
     return nullptr;

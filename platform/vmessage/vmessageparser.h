@@ -28,13 +28,13 @@ struct VMessageHeader
 
 struct VMessageOriginator
 {
-    const char *name;      //!< N of the first vCard outside the envelopes
-    const char *telephone; //!< its first TEL or FROMTEL, written alike for both directions
+    const char *name;      //!< N of the first vCard with a number outside the envelopes
+    const char *telephone; //!< its first TEL or FROMTEL; some write the recipient here
 };
 
 struct VMessageRecipient
 {
-    const char *name;      //!< N of the first vCard inside an envelope
+    const char *name;      //!< N of the first vCard with a number inside an envelope
     const char *telephone; //!< its first TEL or FROMTEL
     int count;             //!< vCards with a number inside the envelopes
 };

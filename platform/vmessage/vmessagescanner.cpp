@@ -125,7 +125,7 @@ bool VMessageScannerPrivate::readBodyLine(const Line &line, size_t start, Messag
     case Keyword::EndVEnv:
         return false;
     default:
-        if (!structure || !trimmed(line.text).empty())
+        if (!trimmed(line.text).empty())
             place = Place::Body;
         return false;
     }

@@ -86,6 +86,8 @@ private Q_SLOTS:
     void findsMessagesAmongOtherLines();
     void tellsOffsetAndLine();
     void findsMessagesWithLfOnly();
+    void findsMessagesWithMixedLineEnds();
+    void takesALineEndingInLfInACrLfTextAsText();
     void keepsAClosingLineInAnLfTextUnlessItCloses();
     void endsAMessageWithoutEndVMsgAtTheNext();
     void findsTheMessageAfterACutOne_data();
@@ -154,6 +156,23 @@ void TestVMessageScanner::findsMessagesWithLfOnly()
     QCOMPARE(bytesOf(found), QList<QByteArray>({first, second}));
     QCOMPARE(textOf(found[0].bytes), QByteArray("one\n\ntwo"));
     QCOMPARE(textOf(found[1].bytes), QByteArray("three\n four"));
+}
+
+void TestVMessageScanner::findsMessagesWithMixedLineEnds()
+{
+    const QByteArray message = phoneMessage("Hello").replace("VMSG\n", "VMSG\r\n");
+    const QList<Found> found = scanned(message + message);
+    QCOMPARE(bytesOf(found), QList<QByteArray>({message, message}));
+    QVERIFY(found[0].complete && found[1].complete);
+}
+
+void TestVMessageScanner::takesALineEndingInLfInACrLfTextAsText()
+{
+    const QByteArray message =
+        phoneMessage("one\nBEGIN:VMSG|two").replace("\n", "\r\n").replace('|', '\n');
+    const QList<Found> found = scanned(message);
+    QCOMPARE(bytesOf(found), QList<QByteArray>({message}));
+    QCOMPARE(textOf(found[0].bytes), QByteArray("one\nBEGIN:VMSG\ntwo"));
 }
 
 void TestVMessageScanner::keepsAClosingLineInAnLfTextUnlessItCloses()
