@@ -37,6 +37,7 @@ public:
     //! The event of the row under Qt::UserRole, nothing under any other role.
     QVariant data(const QModelIndex &index, int role) const override;
 
+    using QAbstractListModel::event;
     //! The event of the row; an invalid event for an index outside the model.
     Event event(const QModelIndex &index) const;
 

@@ -20,7 +20,7 @@ constexpr char EventCounter[] = "kv:lastEventId";
 constexpr char ConversationCounter[] = "kv:lastConversationId";
 constexpr int NoConversation = -1;
 
-constexpr Event::Properties AllFields = Event::Properties::fromInt(~0u);
+constexpr Event::Properties AllFields(QFlag(~0));
 
 //! Runs a statement that gives at most one number. Gives 0 when there is none, which is
 //! no id, and nothing when the store cannot be read.

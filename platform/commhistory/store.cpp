@@ -3,6 +3,7 @@
 
 #include "store_p.h"
 
+#include "logging_p.h"
 #include "storeconnection_p.h"
 
 #include <QtCore/QDir>
@@ -30,6 +31,9 @@ QString storeLocation()
 
 Store &Store::instance()
 {
+    // Constructed before the store, since it still logs when the process ends.
+    lcStore();
+    lcStoreDatabase();
     static Store store;
     return store;
 }
@@ -49,6 +53,11 @@ Store::~Store()
     }
     m_changed.notify_one();
     m_thread.join();
+    if (m_connection) {
+        // Closing writes, too.
+        const StoreLockHolder holder(m_lock);
+        m_connection.reset();
+    }
 }
 
 void Store::post(Access access, Request request)

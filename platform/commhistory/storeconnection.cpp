@@ -3,11 +3,11 @@
 
 #include "storeconnection_p.h"
 
+#include "logging_p.h"
 #include "storelock_p.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
-#include <QtCore/QLoggingCategory>
 
 #include <cerrno>
 #include <fcntl.h>
@@ -17,9 +17,6 @@
 namespace CommHistory {
 
 namespace {
-
-// What the database library says may hold texts of the user: never shown by default.
-Q_LOGGING_CATEGORY(lcDatabase, "korvasync.store.database", QtCriticalMsg)
 
 constexpr int BusyMsecs = 10000;
 
@@ -39,7 +36,7 @@ public:
     bool isSet() const
     {
         if (m_error)
-            qCDebug(lcDatabase).noquote() << m_error->message;
+            qCDebug(lcStoreDatabase).noquote() << m_error->message;
         return m_error;
     }
 
@@ -49,7 +46,7 @@ private:
 
 void logCritical(const gchar *, GLogLevelFlags, const gchar *message, gpointer)
 {
-    qCDebug(lcDatabase).noquote() << message;
+    qCDebug(lcStoreDatabase).noquote() << message;
 }
 
 GPointer<TrackerSparqlConnection> openDatabase(const QString &path)

@@ -3,12 +3,12 @@
 
 #include "storedirectory_p.h"
 
+#include "logging_p.h"
 #include "storeconnection_p.h"
 #include "storelock_p.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QDirIterator>
-#include <QtCore/QLoggingCategory>
 #include <QtCore/QSaveFile>
 
 #include <algorithm>
@@ -20,8 +20,6 @@
 namespace CommHistory {
 
 namespace {
-
-Q_LOGGING_CATEGORY(lcStore, "korvasync.store", QtWarningMsg)
 
 constexpr char MarkerName[] = "korvasync-store";
 constexpr char NewDatabaseName[] = "db.new";

@@ -168,17 +168,17 @@ void TestProcesses::aKilledProcessLosesNothingReported()
 void TestProcesses::aKilledCreationIsRedone()
 {
     // strace kills the process at a given call of one that creation makes on its way.
-    const QStringList stops{
-        QStringLiteral("mkdir:when=2"),
-        QStringLiteral("fdatasync:when=1"),
-        QStringLiteral("fdatasync:when=5"),
-        QStringLiteral("unlink:when=1"),
-        QStringLiteral("fsync:when=2"),
-        QStringLiteral("rename,renameat,renameat2,linkat:when=2"),
-        QStringLiteral("rename,renameat,renameat2,linkat:when=3"),
+    const char *const stops[] = {
+        "mkdir:when=3", // the database's directory
+        "mkdir:when=4",     "fdatasync:when=1",  "fsync:when=1",  "rename:when=1",
+        "fdatasync:when=8", "fdatasync:when=11", "unlink:when=2", "unlink:when=5",
+        "unlink:when=7",    "linkat:when=1", // the marker
+        "renameat2:when=1",                  // the database takes its place
+        "fsync:when=2",
     };
-    for (const QString &stop : stops) {
+    for (const char *name : stops) {
         init();
+        const QString stop = QString::fromLatin1(name);
         const QString calls = stop.section(QLatin1Char(':'), 0, 0);
         const StoreProcess killed(
             m_store,
