@@ -39,13 +39,7 @@ void ScriptedStore::react(Request request, const Reaction &reaction)
     reactions[request].append(reaction);
 }
 
-void ScriptedStore::release()
-{
-    const auto deliveries = waiting;
-    waiting.clear();
-    for (const auto &deliver : deliveries)
-        deliver();
-}
+void ScriptedStore::release() { waiting.takeFirst()(); }
 
 bool ScriptedStore::start(Request request, const QList<int> &requested, QObject *model,
                           const std::function<void(const Report &)> &deliver)

@@ -72,8 +72,13 @@ public:
 
     //! Lets the next request of the kind be answered so; several wait in a queue.
     void react(Request request, const Reaction &reaction);
-    //! Delivers what waits for it.
+    //! Delivers the oldest of the reports that wait for it.
     void release();
+    //! Makes the store know a conversation with the number, which ends in \a tail.
+    void knowConversation(const QString &tail, int id)
+    {
+        conversations.insert(tail, {QStringLiteral("conversation:%1").arg(id)});
+    }
 
     // ---- record
 

@@ -1,0 +1,193 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "atmodem.h"
+
+#include <QtCore/QTimer>
+
+namespace {
+
+constexpr char EndOfPdu = 0x1a;
+
+struct Answer
+{
+    const char *command; //!< how the command begins, behind "AT"
+    const char *reply;   //!< the line before OK
+};
+
+//! What does not depend on the modem's state. The first that fits counts.
+const Answer Answers[] = {
+    {"+CGMI", "Invented Modems"},
+    {"+CGMM", "Paper Modem"},
+    {"+CGMR", "1.0"},
+    {"+CGSN", "350000000000006"},
+    {"+GCAP", "+GCAP: +CGSM"},
+    {"+CIMI", "001010000000001"},
+    {"+CNUM", "+CNUM: \"\",\"+15550199\",145"},
+    {"+CSCA?", "+CSCA: \"+15550198\",145"},
+    {"+CSMS=?", "+CSMS: (0,1)"},
+    {"+CSMS", "+CSMS: 1,1,1"},
+    {"+CMGF=?", "+CMGF: (0)"},
+    {"+CMGF?", "+CMGF: 0"},
+    {"+CPMS=?", "+CPMS: (\"ME\",\"SM\"),(\"ME\",\"SM\"),(\"ME\",\"SM\")"},
+    {"+CPMS?", "+CPMS: \"ME\",0,20,\"ME\",0,20,\"ME\",0,20"},
+    {"+CPMS=", "+CPMS: 0,20,0,20,0,20"},
+    {"+CNMI=?", "+CNMI: (0-2),(0-3),(0,2),(0-2),(0,1)"},
+    {"+CSQ", "+CSQ: 25,0"},
+    {"+CREG=?", "+CREG: (0-2)"},
+    {"+CGREG=?", "+CGREG: (0-2)"},
+    {"+COPS=?", "+COPS: (2,\"Invented\",\"Inv\",\"00101\",0)"},
+    {"+COPS?", "+COPS: 0,2,\"00101\""},
+    {"+CFUN=?", "+CFUN: (0,1,4)"},
+    {"+CFUN?", "+CFUN: 1"},
+    {"+CSCS=?", "+CSCS: (\"GSM\",\"UCS2\")"},
+    {"+CSCS?", "+CSCS: \"GSM\""},
+    {"+CLCK=?", "+CLCK: (\"SC\",\"FD\")"},
+    {"+CLCK", "+CLCK: 0"},
+    {"+CPAS", "+CPAS: 0"},
+    // Identity and administrative data of the SIM: their sizes, then their contents.
+    {"+CRSM=192,12258", "+CRSM: 144,0,\"0000000A2FE2040000FFFF01020000\""},
+    {"+CRSM=176,12258", "+CRSM: 144,0,\"981000000000000000F0\""},
+    {"+CRSM=192,28589", "+CRSM: 144,0,\"000000046FAD040000FFFF01020000\""},
+    {"+CRSM=176,28589", "+CRSM: 144,0,\"00000002\""},
+};
+
+//! What this modem has not got.
+const char *const Unsupported[] = {"+CRSM", "+CPBS", "+CGDCONT=?", "+CIND", "+CUSD=?", "+CLAC"};
+
+} // namespace
+
+void AtModem::connectTo(QIODevice *line)
+{
+    closeLine();
+    m_line = line;
+    m_buffer.clear();
+    m_isInPdu = false;
+    connect(line, &QIODevice::readyRead, this, &AtModem::read);
+}
+
+void AtModem::closeLine()
+{
+    if (!m_line)
+        return;
+    disconnect(m_line, nullptr, this, nullptr);
+    m_line->close();
+    m_line->deleteLater();
+    m_line = nullptr;
+}
+
+void AtModem::obey(const QByteArray &order)
+{
+    if (order == "ready" || order == "ask-pin" || order == "no-sim") {
+        m_sim = order;
+    } else if (order == "home" || order == "away") {
+        m_isRegistered = order == "home";
+        write(m_isRegistered ? "+CREG: 1\r\n" : "+CREG: 0\r\n");
+        write(m_isRegistered ? "+CGREG: 1\r\n" : "+CGREG: 0\r\n");
+    } else if (order == "leave") {
+        closeLine();
+    } else if (order.startsWith("delay ")) {
+        m_behaviour = "accept";
+        m_delay = order.mid(6).toInt();
+    } else {
+        m_behaviour = order;
+        m_delay = 0;
+    }
+}
+
+void AtModem::write(const QByteArray &text)
+{
+    if (m_line)
+        m_line->write("\r\n" + text);
+}
+
+void AtModem::read()
+{
+    m_buffer += m_line->readAll();
+    while (m_line) {
+        const char end = m_isInPdu ? EndOfPdu : '\r';
+        const auto size = m_buffer.indexOf(end);
+        if (m_isInPdu && m_behaviour == "hang-up" && !m_buffer.isEmpty()) {
+            Q_EMIT submitted();
+            return closeLine();
+        }
+        if (size < 0)
+            return;
+        const QByteArray text = m_buffer.left(size).trimmed();
+        m_buffer.remove(0, size + 1);
+        if (m_isInPdu)
+            takePdu(text);
+        else if (text.startsWith("AT"))
+            answer(text.mid(2));
+    }
+}
+
+void AtModem::answer(const QByteArray &command)
+{
+    if (command.startsWith("+CMGS=")) {
+        m_announcedSize = command.mid(6).toInt();
+        m_isInPdu = true;
+        write("> ");
+        return;
+    }
+    for (const char *unsupported : Unsupported) {
+        if (command.startsWith(unsupported) && reply(command).isEmpty())
+            return write("ERROR\r\n");
+    }
+    if (m_sim == "no-sim" && (command.startsWith("+CPIN") || command.startsWith("+CIMI")))
+        return write("+CME ERROR: 10\r\n");
+    const QByteArray line = reply(command);
+    if (!line.isEmpty())
+        write(line + "\r\n");
+    write("OK\r\n");
+}
+
+QByteArray AtModem::reply(const QByteArray &command) const
+{
+    if (command == "+CPIN?")
+        return m_sim == "ready" ? "+CPIN: READY" : "+CPIN: SIM PIN";
+    if (command == "+SIMSTATE?") // whether there is a card; oFono's simulation plugin asks so
+        return m_sim == "no-sim" ? "+SIMSTATE: 0" : "+SIMSTATE: 1";
+    if (command == "+CREG?")
+        return m_isRegistered ? "+CREG: 1,1" : "+CREG: 1,0";
+    if (command == "+CGREG?")
+        return m_isRegistered ? "+CGREG: 1,1" : "+CGREG: 1,0";
+    for (const Answer &answer : Answers) {
+        if (command.startsWith(answer.command))
+            return answer.reply;
+    }
+    return QByteArray();
+}
+
+void AtModem::takePdu(const QByteArray &hex)
+{
+    m_isInPdu = false;
+    Q_EMIT submitted();
+    if (m_behaviour == "ignore")
+        return;
+    const QByteArray bytes = QByteArray::fromHex(hex);
+    const int centreSize = bytes.isEmpty() ? 0 : 1 + uchar(bytes.at(0));
+    const auto pdu = decodeSubmitPdu(bytes.mid(centreSize));
+    if (m_behaviour == "refuse")
+        return write("+CMS ERROR: 21\r\n"); // "short message transfer rejected"
+    if (!pdu || bytes.size() - centreSize != m_announcedSize)
+        return write("+CMS ERROR: 304\r\n"); // "invalid PDU mode parameter"
+    collect(*pdu);
+    QTimer::singleShot(m_delay, this, [this] {
+        write("+CMGS: " + QByteArray::number(++m_messageReference % 256) + "\r\n");
+        write("OK\r\n");
+    });
+}
+
+void AtModem::collect(const SubmitPdu &pdu)
+{
+    QMap<int, QString> &parts = m_parts[pdu.reference];
+    parts.insert(pdu.part, pdu.text);
+    if (parts.size() < pdu.partCount)
+        return;
+    QString text;
+    for (const QString &part : std::as_const(parts))
+        text += part;
+    m_parts.remove(pdu.reference);
+    Q_EMIT received(pdu.number, text);
+}

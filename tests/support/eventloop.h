@@ -1,0 +1,18 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#pragma once
+
+#include <QtCore/QEventLoop>
+#include <QtCore/QMetaObject>
+
+//! Runs the event loop until all is quiet. The scripted platform and the library work through
+//! posted events alone, so a fixed number of turns settles every test, however slow the machine.
+inline void settle()
+{
+    for (int turn = 0; turn < 20; ++turn) {
+        QEventLoop loop;
+        QMetaObject::invokeMethod(&loop, "quit", Qt::QueuedConnection);
+        loop.exec();
+    }
+}
