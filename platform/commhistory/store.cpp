@@ -82,8 +82,17 @@ void Store::run(Access access, const Request &request)
 
 bool Store::isReadable(Access access)
 {
-    if (!m_isOpen)
-        run(access, [](StoreConnection *) {});
+    if (m_isOpen)
+        return true;
+    const auto isTried = std::make_shared<bool>(false);
+    post(access, [this, isTried](StoreConnection *) {
+        const std::lock_guard<std::mutex> locker(m_mutex);
+        *isTried = true;
+        m_tried.notify_all();
+    });
+    // A request before this one may open the store; its work is not waited for.
+    std::unique_lock<std::mutex> locker(m_mutex);
+    m_tried.wait(locker, [&] { return *isTried || m_isOpen; });
     return m_isOpen;
 }
 
@@ -143,7 +152,9 @@ StoreConnection *Store::connection(Access access)
             warnAbout(problem, m_directory.path());
         if (!isTold)
             m_lastProblem = problem;
+        const std::lock_guard<std::mutex> locker(m_mutex);
         m_isOpen = problem == StoreProblem::None;
+        m_tried.notify_all();
     }
     return m_connection.get();
 }

@@ -41,7 +41,7 @@ public:
     void post(Access access, Request request);
     //! The same, and waits until it is done.
     void run(Access access, const Request &request);
-    //! Whether the store can be used; waits for requests before only when it is not open yet.
+    //! Whether the store can be used; waits for the attempt to open it when it is not open yet.
     bool isReadable(Access access);
 
     //! Gathers deletions into one request until the turn of the event loop ends (endGathering())
@@ -74,8 +74,9 @@ private:
     StoreProblem open(Access access);
 
     StoreDirectory m_directory;
-    std::mutex m_mutex; // guards m_queue, m_gathering, m_ending
-    std::condition_variable m_changed;
+    std::mutex m_mutex;                // guards m_queue, m_gathering, m_ending
+    std::condition_variable m_changed; // m_queue or m_ending
+    std::condition_variable m_tried;   // to open the store
     std::deque<Entry> m_queue;
     Gathering m_gathering;
     bool m_ending = false;

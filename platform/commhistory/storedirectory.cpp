@@ -64,15 +64,18 @@ QString sentence(StoreProblem problem)
     return QString();
 }
 
-//! Whether nothing but the remains of an interrupted creation is there.
+//! Whether nothing is there but the remains of an interrupted creation, which begins with
+//! the lock.
 bool isEmpty(const QDir &directory)
 {
     const auto filters = QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
     const QStringList names = directory.entryList(filters);
-    return std::all_of(names.cbegin(), names.cend(), [](const QString &name) {
-        return name == QLatin1String(LockName) || name == QLatin1String(NewDatabaseName)
-            || name.startsWith(QLatin1String(MarkerName)); // the marker's own remains
-    });
+    return names.isEmpty()
+        || (names.contains(QLatin1String(LockName))
+            && std::all_of(names.cbegin(), names.cend(), [](const QString &name) {
+                   return name == QLatin1String(LockName) || name == QLatin1String(NewDatabaseName)
+                       || name.startsWith(QLatin1String(MarkerName)); // of an unfinished marker
+               }));
 }
 
 //! Closes one file or directory to other users; true when it is closed.
@@ -80,11 +83,10 @@ bool close(const QString &path)
 {
     const QByteArray name = QFile::encodeName(path);
     struct stat status;
-    if (::lstat(name.constData(), &status) != 0)
+    if (::stat(name.constData(), &status) != 0)
         return false;
-    if (S_ISLNK(status.st_mode) || (status.st_mode & OthersMask) == 0)
-        return true;
-    return ::chmod(name.constData(), status.st_mode & S_IRWXU) == 0;
+    return (status.st_mode & OthersMask) == 0
+        || ::chmod(name.constData(), status.st_mode & S_IRWXU) == 0;
 }
 
 void syncDirectory(const QString &path)

@@ -45,7 +45,7 @@ int list()
 }
 
 //! Adds messages, a hundred a request, and prints each id as soon as it is reported.
-int add(int count, const QString &text)
+int addAndPrint(int count, const QString &text)
 {
     EventModel model;
     Reports reports(&model);
@@ -70,6 +70,35 @@ int addAndLeave(int count)
     EventModel model;
     QList<Event> events = messages(count);
     model.addEvents(events, false);
+    return 0;
+}
+
+//! Adds, modifies and deletes over and over, and looks whether the store agrees.
+int churn(int rounds)
+{
+    EventModel model;
+    Reports reports(&model);
+    for (int round = 0; round < rounds; ++round) {
+        const QList<int> ids = add(messages(10));
+        Event change;
+        change.setId(ids.value(9, -1));
+        change.setFreeText(QString::number(round));
+        QList<Event> changes{change};
+        model.modifyEvents(changes);
+        for (int i = 0; i < 9; ++i)
+            model.deleteEvent(ids.value(i, -1));
+        const QList<Report> got = reports.wait(2);
+        Event kept;
+        Event removed;
+        if (ids.size() != 10 || got.size() != 2 || !got[0].status || !got[1].status
+            || got[1].events.size() != 9 || TrackerIO::instance()->getEvent(ids[0], removed)
+            || !TrackerIO::instance()->getEvent(ids[9], kept)
+            || kept.freeText() != QString::number(round)) {
+            std::printf("failed in round %d\n", round);
+            return 1;
+        }
+    }
+    std::puts("agreed");
     return 0;
 }
 
@@ -114,11 +143,13 @@ int main(int argc, char *argv[])
     if (verb == QLatin1String("list"))
         return list();
     if (verb == QLatin1String("add"))
-        return add(count, arguments.value(3, QStringLiteral("text")));
+        return addAndPrint(count, arguments.value(3, QStringLiteral("text")));
     if (verb == QLatin1String("add-and-leave"))
         return addAndLeave(count);
     if (verb == QLatin1String("add-conversations"))
         return addConversations(count);
+    if (verb == QLatin1String("churn"))
+        return churn(count);
     if (verb == QLatin1String("look-up"))
         return lookUp();
     return 2;

@@ -22,6 +22,7 @@ private Q_SLOTS:
     void severalProcessesAddAtOnce();
     void severalProcessesMakeOneStore();
     void severalProcessesAddTheSameConversations();
+    void processesThatStayAgreeWithThoseThatComeAndGo();
     void readersDoNotHoldUpWriters();
     void aKilledProcessLosesNothingReported();
     void aKilledCreationIsRedone();
@@ -121,6 +122,18 @@ void TestProcesses::severalProcessesAddTheSameConversations()
             first = outcome.lines;
         QCOMPARE(outcome.lines, first);
     }
+}
+
+void TestProcesses::processesThatStayAgreeWithThoseThatComeAndGo()
+{
+    const StoreProcess program(m_store);
+    const QString churn = QStringLiteral("churn");
+    const Processes stay = startMany(program, 2, {churn, QStringLiteral("100")});
+    for (int i = 0; i < 10; ++i)
+        QCOMPARE(program.run({churn, QStringLiteral("2")}).first(), QStringLiteral("agreed"));
+    for (const auto &process : stay)
+        QCOMPARE(StoreProcess::finish(process.get()).first(), QStringLiteral("agreed"));
+    QCOMPARE(program.list(), QStringLiteral("220"));
 }
 
 void TestProcesses::readersDoNotHoldUpWriters()

@@ -23,6 +23,8 @@ private Q_SLOTS:
     void theDefaultIsInTheDataHome();
     void aRelativePathIsMeantFromTheStart();
     void aForeignDirectoryIsRefused();
+    void aForeignFolderOfOurNameIsLeftAlone();
+    void aLinkedStoreIsClosedToOthers();
     void aFileIsRefused();
     void anUnknownFormatIsRefused_data();
     void anUnknownFormatIsRefused();
@@ -170,6 +172,24 @@ void TestStoreDirectory::aForeignDirectoryIsRefused()
     QCOMPARE(QDir(m_store).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
              QStringList{QStringLiteral("letter")});
     QVERIFY(QFile::permissions(m_store) & QFile::ReadOther); // not ours to change
+}
+
+void TestStoreDirectory::aForeignFolderOfOurNameIsLeftAlone()
+{
+    QVERIFY(QDir().mkpath(path("db.new")));
+    QVERIFY(replace(path("db.new/letter"), "kept"));
+    expectRefused(QStringLiteral("is not a store and not empty"));
+    QCOMPARE(contents(path("db.new/letter")), QByteArray("kept"));
+}
+
+void TestStoreDirectory::aLinkedStoreIsClosedToOthers()
+{
+    const QString target = m_directory->filePath(QStringLiteral("target"));
+    QVERIFY(QDir().mkpath(target));
+    QFile::setPermissions(target, QFile::Permissions(0x7755));
+    QVERIFY(QFile::link(target, m_store));
+    makeStore();
+    QVERIFY(!(QFile::permissions(target) & QFile::ReadOther));
 }
 
 void TestStoreDirectory::aFileIsRefused()
