@@ -9,6 +9,7 @@
 #include <QtCore/QCoreApplication>
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace {
 
@@ -36,8 +37,10 @@ QByteArray overview()
 QByteArray helpOf(const Command &command, const QCommandLineParser &parser)
 {
     const QByteArray help = parser.helpText().toUtf8();
-    return QByteArray("Usage: korvasync [OPTIONS] ") + command.name + ' ' + command.arguments + '\n'
-        + command.summary + "\n\n" + help.mid(help.indexOf("Options:")) + '\n';
+    const QByteArray usage =
+        QByteArray("Usage: korvasync [OPTIONS] ") + command.name + ' ' + command.arguments;
+    return usage.trimmed() + '\n' + command.summary + "\n\n" + help.mid(help.indexOf("Options:"))
+        + '\n';
 }
 
 ExitCode usageError(const QString &sentence)
@@ -116,5 +119,8 @@ int main(int argc, char *argv[])
         Diagnostics::error(QLatin1String("standard output cannot be written: ") + output.error());
         code = worse(code, SomeNotDone);
     }
+    // A request that was given up would be waited for once more while the library ends.
+    if (code == NoAnswer)
+        std::_Exit(code);
     return Interrupt::signalNumber() == 0 ? code : 128 + Interrupt::signalNumber();
 }

@@ -1,0 +1,234 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "clientprocess.h"
+
+#include <QtTest/QTest>
+
+// "modify" and "delete".
+class TestChanging : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void replacesAMessageButNotItsTime();
+    void movesAMessageToAnotherFolder();
+    void readsTheReplacementFromStandardInput();
+    void takesExactlyOneMessage();
+    void refusesAReplacement_data();
+    void refusesAReplacement();
+    void failsForANumberWithoutMessages();
+    void tellsOfAnUnknownIdToModify();
+    void deletesMessages();
+    void readsIdsToDeleteFromStandardInput();
+    void doesTheOthersWhenAnIdIsUnknown();
+    void needsAYesWithoutATerminal();
+    void changesNothingInADryRun();
+    void deletesManyMessages();
+};
+
+static const QByteArray first = vMessage("INBOX", "20101103T142530Z", "+15550100", "Hello");
+static const QByteArray second = vMessage("SENT", "20101103T142531Z", "+15550101", "Good bye");
+
+static QStringList modify(const QStringList &more)
+{
+    return QStringList{text("modify"), text("-o"), text("ndjson")} + more;
+}
+
+static QStringList remove(const QStringList &more)
+{
+    return QStringList{text("delete"), text("-o"), text("ndjson")} + more;
+}
+
+void TestChanging::replacesAMessageButNotItsTime()
+{
+    ClientProcess client;
+    client.fill(first + second);
+    client.workingDirectory = client.filePath(QString());
+    client.write(text("new.vmg"),
+                 "\n"
+                     + vMessage("INBOX", "20200101T000000Z", "+15550101", "Hello again", "UNREAD"));
+    const auto outcome = client.run(modify({text("1"), text("new.vmg")}));
+    QCOMPARE(outcome.exitCode, 0);
+    QCOMPARE(outcome.output,
+             QByteArray("{\"ref\":0,\"src\":\"new.vmg:2\",\"status\":\"changed\",\"id\":1}\n"
+                        "{\"summary\":{\"read\":1,\"changed\":1,\"refused\":0,\"failed\":0}}\n"));
+    QCOMPARE(
+        client.listed({text("--folder"), text("inbox")}),
+        QByteArray("{\"id\":1,\"folder\":\"inbox\",\"number\":\"+15550101\","
+                   "\"time\":\"2010-11-03T14:25:30Z\",\"read\":false,\"body\":\"Hello again\"}\n"));
+}
+
+void TestChanging::movesAMessageToAnotherFolder()
+{
+    ClientProcess client;
+    client.fill(first);
+    const auto outcome =
+        client.run(modify({text("1"), text("-")}), vMessage("MYFOLDERS", "", "+15550100", "Hello"));
+    QCOMPARE(outcome.exitCode, 0);
+    QVERIFY(client.listed().startsWith("{\"id\":1,\"folder\":\"my\",\"number\":\"+15550100\","
+                                       "\"time\":\"2010-11-03T14:25:30Z\""));
+}
+
+void TestChanging::readsTheReplacementFromStandardInput()
+{
+    ClientProcess client;
+    client.fill(first);
+    const QByteArray shown = client.run({text("show"), text("1")}).output;
+    const auto outcome = client.run({text("modify"), text("1"), text("-")},
+                                    QByteArray(shown).replace("Hello", "Hallo"));
+    QCOMPARE(outcome.output,
+             QByteArray("changed  1  -:1\n1 read, 1 changed, 0 refused, 0 failed\n"));
+    QCOMPARE(client.run({text("show"), text("1")}).output,
+             QByteArray(shown).replace("Hello", "Hallo"));
+}
+
+void TestChanging::takesExactlyOneMessage()
+{
+    ClientProcess client;
+    client.fill(first);
+    const QByteArray before = client.listed();
+    const auto none = client.run(modify({text("1"), text("-")}), "nothing here");
+    QCOMPARE(none.exitCode, 2);
+    QCOMPARE(none.errors,
+             QByteArray("korvasync: modify takes exactly one message, and - has none\n"));
+    const auto two = client.run(modify({text("1"), text("-")}), second + second);
+    QCOMPARE(two.exitCode, 2);
+    QCOMPARE(two.errors,
+             QByteArray("korvasync: modify takes exactly one message, and - has more\n"));
+    QCOMPARE(client.run(modify({text("1"), text("missing.vmg")})).exitCode, 2);
+    QCOMPARE(client.listed(), before);
+}
+
+void TestChanging::refusesAReplacement_data()
+{
+    QTest::addColumn<QByteArray>("message");
+    QTest::addColumn<QByteArray>("code");
+    QTest::newRow("cut") << first.left(first.indexOf("END:VBODY")) << QByteArray("sms-parse");
+    QTest::newRow("draft") << vMessage("DRAFTS", "", "+15550100", "x") << QByteArray("sms-draft");
+    QTest::newRow("no-folder") << vMessage("", "", "+15550100", "x") << QByteArray("sms-no-folder");
+    QTest::newRow("no-number") << vMessage("INBOX", "", "", "x") << QByteArray("sms-no-number");
+}
+
+void TestChanging::refusesAReplacement()
+{
+    QFETCH(QByteArray, message);
+    QFETCH(QByteArray, code);
+    ClientProcess client;
+    client.fill(first);
+    const QByteArray before = client.listed();
+    const auto outcome = client.run(modify({text("1"), text("-")}), message);
+    QCOMPARE(outcome.exitCode, 1);
+    QVERIFY2(outcome.output.startsWith(
+                 "{\"ref\":0,\"src\":\"-:1\",\"status\":\"refused\",\"id\":1,\"code\":\"" + code),
+             outcome.output);
+    QCOMPARE(client.listed(), before);
+}
+
+void TestChanging::failsForANumberWithoutMessages()
+{
+    ClientProcess client;
+    client.fill(first);
+    const QByteArray before = client.listed();
+    const auto outcome =
+        client.run(modify({text("1"), text("-")}), vMessage("INBOX", "", "+15550177", "x"));
+    QCOMPARE(outcome.exitCode, 1);
+    QVERIFY2(
+        outcome.output.startsWith(
+            "{\"ref\":0,\"src\":\"-:1\",\"status\":\"failed\",\"id\":1,\"code\":\"sms-store\""),
+        outcome.output);
+    QCOMPARE(client.listed(), before);
+}
+
+void TestChanging::tellsOfAnUnknownIdToModify()
+{
+    ClientProcess client;
+    client.fill(first);
+    const auto outcome = client.run(modify({text("99"), text("-")}), second);
+    QCOMPARE(outcome.exitCode, 4);
+    QVERIFY2(outcome.output.contains("\"status\":\"refused\",\"id\":99,\"code\":\"sms-bad-id\""),
+             outcome.output);
+}
+
+void TestChanging::deletesMessages()
+{
+    ClientProcess client;
+    client.fill(first + second);
+    const auto outcome = client.run(remove({text("--yes"), text("1")}));
+    QCOMPARE(outcome.exitCode, 0);
+    QCOMPARE(outcome.output,
+             QByteArray("{\"ref\":0,\"status\":\"deleted\",\"id\":1}\n"
+                        "{\"summary\":{\"read\":1,\"deleted\":1,\"refused\":0,\"failed\":0}}\n"));
+    QCOMPARE(client.run({text("list"), text("--ids")}).output, QByteArray("2\n"));
+}
+
+void TestChanging::readsIdsToDeleteFromStandardInput()
+{
+    ClientProcess client;
+    client.fill(first + second);
+    QCOMPARE(client.run(remove({text("--yes"), text("-q"), text("-")}), "2\n1\n").output,
+             QByteArray("{\"ref\":0,\"status\":\"deleted\",\"id\":2}\n{\"ref\":1,\"status\":"
+                        "\"deleted\",\"id\":1}\n"));
+    QCOMPARE(client.run({text("list"), text("--ids")}).output, QByteArray());
+    QCOMPARE(client.run(remove({text("--yes"), text("-")})).exitCode, 0);
+}
+
+void TestChanging::doesTheOthersWhenAnIdIsUnknown()
+{
+    ClientProcess client;
+    client.fill(first + second);
+    const auto outcome =
+        client.run(remove({text("--yes"), text("99"), text("2"), text("2"), text("1")}));
+    QCOMPARE(outcome.exitCode, 4);
+    QCOMPARE(outcome.output,
+             QByteArray("{\"ref\":0,\"status\":\"refused\",\"id\":99,\"code\":\"sms-bad-id\","
+                        "\"detail\":\"no message has this id\"}\n"
+                        "{\"ref\":1,\"status\":\"deleted\",\"id\":2}\n"
+                        "{\"ref\":2,\"status\":\"refused\",\"id\":2,\"code\":\"sms-bad-id\","
+                        "\"detail\":\"no message has this id\"}\n"
+                        "{\"ref\":3,\"status\":\"deleted\",\"id\":1}\n"
+                        "{\"summary\":{\"read\":4,\"deleted\":2,\"refused\":2,\"failed\":0}}\n"));
+}
+
+void TestChanging::needsAYesWithoutATerminal()
+{
+    ClientProcess client;
+    client.fill(first);
+    const auto outcome = client.run(remove({text("1")}), "y\n");
+    QCOMPARE(outcome.exitCode, 2);
+    QCOMPARE(outcome.errors,
+             QByteArray("korvasync: delete needs --yes where it cannot ask on a terminal\n"));
+    QCOMPARE(client.run({text("list"), text("--ids")}).output, QByteArray("1\n"));
+}
+
+void TestChanging::changesNothingInADryRun()
+{
+    ClientProcess client;
+    client.fill(first + second);
+    const QByteArray before = client.listed();
+    QVERIFY(client.run(remove({text("-n"), text("1"), text("99")}))
+                .output.startsWith("{\"ref\":0,\"status\":\"deleted\",\"id\":1}\n{\"ref\":1,"
+                                   "\"status\":\"refused\",\"id\":99,"));
+    QVERIFY(
+        client.run(modify({text("-n"), text("1"), text("-")}), second)
+            .output.startsWith("{\"ref\":0,\"src\":\"-:1\",\"status\":\"changed\",\"id\":1}\n"));
+    QCOMPARE(client.listed(), before);
+}
+
+void TestChanging::deletesManyMessages()
+{
+    ClientProcess client;
+    QByteArray messages;
+    for (int i = 0; i < 1201; ++i)
+        messages += vMessage("INBOX", "20101103T142530Z", "+15550100", QByteArray::number(i));
+    client.fill(messages);
+    const QByteArray ids = client.run({text("list"), text("--ids")}).output;
+    const auto outcome = client.run(remove({text("--yes"), text("-")}), ids);
+    QCOMPARE(outcome.exitCode, 0);
+    QVERIFY(outcome.output.endsWith(
+        "{\"summary\":{\"read\":1201,\"deleted\":1201,\"refused\":0,\"failed\":0}}\n"));
+    QCOMPARE(client.run({text("list"), text("--count")}).output, QByteArray("0\n"));
+}
+
+QTEST_GUILESS_MAIN(TestChanging)
+#include "tst_changing.moc"

@@ -1,0 +1,125 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "clientprocess.h"
+
+#include <QtTest/QTest>
+
+// What counts as there already.
+class TestDuplicates : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void tellsThePresentOneApart_data();
+    void tellsThePresentOneApart();
+    void keepsTrueRepeatsOfOneFile();
+    void takesTheSameMessageOfTwoFilesOnce();
+    void doesSoInADryRun();
+    void addsAgainWhenTold();
+    void refusesWhenTold();
+};
+
+static QByteArray statusesOf(const ClientProcess::Outcome &outcome)
+{
+    QByteArray letters; // a added, p present, r refused, f failed
+    for (const QByteArray &line : outcome.output.split('\n')) {
+        const auto start = line.indexOf("\"status\":\"");
+        if (start > 0)
+            letters += line.at(start + 10);
+    }
+    return letters;
+}
+
+static QStringList add(const QStringList &more = {})
+{
+    return QStringList{text("add"), text("-o"), text("ndjson")} + more;
+}
+
+static const QByteArray hello = vMessage("INBOX", "20101103T142530Z", "+15550100", "Hello");
+
+void TestDuplicates::tellsThePresentOneApart_data()
+{
+    QTest::addColumn<QByteArray>("other");
+    QTest::addColumn<QByteArray>("status");
+    const QByteArray stamp("20101103T142530Z");
+    QTest::newRow("same") << hello << QByteArray("p");
+    QTest::newRow("unread") << vMessage("INBOX", stamp, "+15550100", "Hello", "UNREAD")
+                            << QByteArray("p");
+    QTest::newRow("national") << vMessage("INBOX", stamp, "0155 501-00", "Hello")
+                              << QByteArray("p");
+    QTest::newRow("local") << vMessage("INBOX", stamp, "(555) 01-00", "Hello") << QByteArray("p");
+    QTest::newRow("too-short") << vMessage("INBOX", stamp, "550100", "Hello") << QByteArray("a");
+    QTest::newRow("folder") << vMessage("MYFOLDERS", stamp, "+15550100", "Hello")
+                            << QByteArray("a");
+    QTest::newRow("second") << vMessage("INBOX", "20101103T142531Z", "+15550100", "Hello")
+                            << QByteArray("a");
+    QTest::newRow("text") << vMessage("INBOX", stamp, "+15550100", "Hello ") << QByteArray("a");
+}
+
+void TestDuplicates::tellsThePresentOneApart()
+{
+    QFETCH(QByteArray, other);
+    QFETCH(QByteArray, status);
+    ClientProcess client;
+    client.fill(hello);
+    QCOMPARE(statusesOf(client.run(add(), other)), status);
+}
+
+void TestDuplicates::keepsTrueRepeatsOfOneFile()
+{
+    ClientProcess client;
+    QCOMPARE(statusesOf(client.run(add(), hello + hello)), QByteArray("aa"));
+    QCOMPARE(statusesOf(client.run(add(), hello + hello + hello)), QByteArray("ppa"));
+    QCOMPARE(client.run(add({text("-q")}), hello + hello).output,
+             QByteArray("{\"ref\":0,\"src\":\"-:1\",\"status\":\"present\",\"id\":1}\n"
+                        "{\"ref\":1,\"src\":\"-:16\",\"status\":\"present\",\"id\":2}\n"));
+}
+
+void TestDuplicates::takesTheSameMessageOfTwoFilesOnce()
+{
+    ClientProcess client;
+    const QString first = client.write(text("1.vmg"), hello + hello);
+    const QString second = client.write(text("2.vmg"), hello + hello + hello);
+    const auto outcome = client.run(add({first, second}));
+    QCOMPARE(statusesOf(outcome), QByteArray("aappa"));
+    QCOMPARE(outcome.exitCode, 0);
+    QCOMPARE(client.run({text("list"), text("--count")}).output, QByteArray("3\n"));
+}
+
+void TestDuplicates::doesSoInADryRun()
+{
+    ClientProcess client;
+    const QString first = client.write(text("1.vmg"), hello + hello);
+    const QString second = client.write(text("2.vmg"), hello + hello + hello);
+    QCOMPARE(statusesOf(client.run(add({text("-n"), first, second}))), QByteArray("aappa"));
+}
+
+void TestDuplicates::addsAgainWhenTold()
+{
+    ClientProcess client;
+    client.fill(hello);
+    QCOMPARE(statusesOf(client.run(add({text("--on-duplicate"), text("add")}), hello)),
+             QByteArray("a"));
+    QCOMPARE(client.run({text("list"), text("--ids")}).output, QByteArray("1\n2\n"));
+}
+
+void TestDuplicates::refusesWhenTold()
+{
+    ClientProcess client;
+    client.fill(hello);
+    const auto outcome =
+        client.run(add({text("--on-duplicate"), text("fail")}),
+                   hello + vMessage("INBOX", "20101103T142531Z", "+15550100", "Hello"));
+    QCOMPARE(outcome.exitCode, 1);
+    QCOMPARE(
+        outcome.output,
+        QByteArray(
+            "{\"ref\":0,\"src\":\"-:1\",\"status\":\"refused\",\"id\":1,\"code\":\"duplicate\","
+            "\"detail\":\"there already\"}\n"
+            "{\"ref\":1,\"src\":\"-:16\",\"status\":\"added\",\"id\":2}\n"
+            "{\"summary\":{\"read\":2,\"added\":1,\"present\":0,\"refused\":1,\"failed\":0}}\n"));
+}
+
+QTEST_GUILESS_MAIN(TestDuplicates)
+#include "tst_duplicates.moc"

@@ -1,0 +1,354 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "clientprocess.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtTest/QTest>
+
+#include <csignal>
+#include <fcntl.h>
+#include <unistd.h>
+
+// A store that is missing, broken, full, closed or held, and the client interrupted.
+class TestTrouble : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void makesNoStoreByReading_data();
+    void makesNoStoreByReading();
+    void leavesAFolderOfOtherThingsAlone_data();
+    void leavesAFolderOfOtherThingsAlone();
+    void makesNoFreshStoreForALostDatabase_data();
+    void makesNoFreshStoreForALostDatabase();
+    void refusesADamagedDatabase();
+    void refusesAStoreOfSomebodyElse();
+    void refusesAPlaceThatIsAFile();
+    void writesNothingOnAReadOnlyDisk();
+    void keepsWhatWentInOnAFullDisk();
+    void makesNoHalfStoreOnAFullDisk();
+    void givesUpOnAHeldStore();
+    void endsTruthfullyWhenInterrupted_data();
+    void endsTruthfullyWhenInterrupted();
+    void failsWhenItsOutputIsLost();
+    void failsWhenItsOutputDoesNotFit();
+
+private:
+    static QByteArray many(int count);
+};
+
+static const QByteArray hello = vMessage("INBOX", "20101103T142530Z", "+15550100", "Hello");
+
+QByteArray TestTrouble::many(int count)
+{
+    QByteArray messages;
+    for (int i = 0; i < count; ++i)
+        messages +=
+            vMessage("INBOX", "20101103T142530Z", "+15550100", "message " + QByteArray::number(i));
+    return messages;
+}
+
+// One sentence, and it does not repeat what the messages say.
+static void verifySentence(const QByteArray &errors)
+{
+    QVERIFY2(errors.startsWith("korvasync: ") && errors.count('\n') >= 1, errors);
+    QVERIFY2(!errors.contains("5550100") && !errors.contains("Hello"), errors);
+}
+
+static void addCommandRows()
+{
+    QTest::addColumn<QStringList>("arguments");
+    for (const char *line : {"list", "list --modified-since 2024-01-01", "show 1", "modify 1 -",
+                             "delete --yes 1", "add -", "add -n -"})
+        QTest::newRow(line) << QString::fromLatin1(line).split(QLatin1Char(' '));
+}
+
+void TestTrouble::makesNoStoreByReading_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    for (const char *line : {"list", "show 1", "modify 1 -", "delete --yes 1"})
+        QTest::newRow(line) << QString::fromLatin1(line).split(QLatin1Char(' '));
+}
+
+void TestTrouble::makesNoStoreByReading()
+{
+    QFETCH(QStringList, arguments);
+    ClientProcess client;
+    auto outcome = client.run(arguments, hello);
+    QCOMPARE(outcome.exitCode, 3);
+    QCOMPARE(outcome.output, QByteArray());
+    QVERIFY2(outcome.errors.startsWith("korvasync: there is no store at "), outcome.errors);
+    QVERIFY(!QFile::exists(client.store()));
+    QVERIFY(QDir().mkpath(client.store()));
+    outcome = client.run(arguments, hello);
+    QCOMPARE(outcome.exitCode, 3);
+    QVERIFY(QDir(client.store()).isEmpty());
+}
+
+void TestTrouble::leavesAFolderOfOtherThingsAlone_data() { addCommandRows(); }
+
+void TestTrouble::leavesAFolderOfOtherThingsAlone()
+{
+    QFETCH(QStringList, arguments);
+    ClientProcess client;
+    client.write(text("store/photo.jpg"), "x");
+    const auto outcome = client.run(arguments, hello);
+    QCOMPARE(outcome.exitCode, 3);
+    QCOMPARE(outcome.output, QByteArray());
+    verifySentence(outcome.errors);
+    QCOMPARE(QDir(client.store()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
+             QStringList{text("photo.jpg")});
+}
+
+void TestTrouble::makesNoFreshStoreForALostDatabase_data() { addCommandRows(); }
+
+void TestTrouble::makesNoFreshStoreForALostDatabase()
+{
+    QFETCH(QStringList, arguments);
+    ClientProcess client;
+    client.write(text("store/korvasync-store"), "1\n");
+    const auto outcome = client.run(arguments, hello);
+    QCOMPARE(outcome.exitCode, 3);
+    QCOMPARE(outcome.output, QByteArray());
+    verifySentence(outcome.errors);
+    for (const QString &name :
+         QDir(client.store()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot))
+        QVERIFY2(name == text("korvasync-store") || name == text("lock"), qPrintable(name));
+}
+
+void TestTrouble::refusesADamagedDatabase()
+{
+    ClientProcess client;
+    client.fill(hello);
+    const QDir database(client.store() + text("/db"));
+    const QStringList files = database.entryList(QDir::Files);
+    QVERIFY(!files.isEmpty());
+    for (const QString &name : files)
+        client.write(text("store/db/") + name, QByteArray(5000, 'x'));
+    for (const QStringList &arguments :
+         {QStringList{text("list")}, QStringList{text("show"), text("1")},
+          QStringList{text("delete"), text("--yes"), text("1")},
+          QStringList{text("add"), text("-")}}) {
+        const auto outcome = client.run(arguments, hello);
+        QCOMPARE(outcome.exitCode, 3);
+        QCOMPARE(outcome.output, QByteArray());
+        verifySentence(outcome.errors);
+    }
+}
+
+void TestTrouble::refusesAStoreOfSomebodyElse()
+{
+    ClientProcess client;
+    client.fill(hello);
+    QVERIFY(QFile::setPermissions(client.filePath(QString()),
+                                  QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner
+                                      | QFile::ReadOther | QFile::ExeOther));
+    for (const QStringList &arguments :
+         {QStringList{text("list")}, QStringList{text("show"), text("1")},
+          QStringList{text("add"), text("-")}, QStringList{text("add"), text("-n"), text("-")}}) {
+        const auto outcome = client.runProgram(
+            text("setpriv"),
+            QStringList{text("--reuid=65534"), text("--regid=65534"), text("--clear-groups"),
+                        text(KORVASYNC_CLIENT), text("--store"), client.store()}
+                + arguments,
+            hello);
+        QCOMPARE(outcome.exitCode, 3);
+        QCOMPARE(outcome.output, QByteArray());
+        verifySentence(outcome.errors);
+    }
+}
+
+void TestTrouble::refusesAPlaceThatIsAFile()
+{
+    ClientProcess client;
+    client.write(text("store"), "x");
+    for (const char *command : {"list", "add"}) {
+        const auto outcome = client.run({QString::fromLatin1(command)}, hello);
+        QCOMPARE(outcome.exitCode, 3);
+        verifySentence(outcome.errors);
+    }
+}
+
+// Runs a shell script in a mount namespace of its own, where $STORE_DISK is a small disk.
+static ClientProcess::Outcome runOnDisk(const ClientProcess &client, const char *size,
+                                        const char *script, const QByteArray &input = QByteArray())
+{
+    QDir().mkpath(client.filePath(text("disk")));
+    const QString prelude =
+        text("DISK=%1; KORVASYNC=\"%2 --store $DISK/store\"; "
+             "mount -t tmpfs -o size=%3 none $DISK || exit 99; ")
+            .arg(client.filePath(text("disk")), text(KORVASYNC_CLIENT), text(size));
+    return client.runProgram(text("unshare"),
+                             {text("-m"), text("sh"), text("-c"), prelude + text(script)}, input);
+}
+
+void TestTrouble::writesNothingOnAReadOnlyDisk()
+{
+    ClientProcess client;
+    client.write(text("hello.vmg"), hello);
+    client.workingDirectory = client.filePath(QString());
+    const auto outcome =
+        runOnDisk(client, "20m",
+                  "$KORVASYNC add -q hello.vmg; mount -o remount,ro $DISK; "
+                  "$KORVASYNC add -o ndjson --on-duplicate add hello.vmg; echo $?; "
+                  "$KORVASYNC delete --yes 1; echo $?; "
+                  "mount -o remount,rw $DISK; $KORVASYNC list --ids");
+    const QList<QByteArray> lines = outcome.output.split('\n');
+    QCOMPARE(lines.first(), QByteArray("added  1  hello.vmg:1"));
+    QCOMPARE(lines.mid(lines.size() - 2), (QList<QByteArray>{"1", ""}));
+    QCOMPARE(lines.count("3"), 2);
+    verifySentence(outcome.errors);
+}
+
+void TestTrouble::keepsWhatWentInOnAFullDisk()
+{
+    ClientProcess client;
+    client.write(text("many.vmsg"), many(20000));
+    client.workingDirectory = client.filePath(QString());
+    const auto outcome =
+        runOnDisk(client, "6m",
+                  "$KORVASYNC add -o ndjson many.vmsg; echo $?; $KORVASYNC list --ids; "
+                  "mount -o remount,size=60m $DISK; "
+                  "$KORVASYNC add -o ndjson many.vmsg | tail -1; $KORVASYNC list --count");
+    verifySentence(outcome.errors);
+    const QList<QByteArray> lines = outcome.output.split('\n');
+    int line = 0;
+    QByteArray added;
+    int failed = 0;
+    for (; line < lines.size() && !lines.at(line).startsWith("{\"summary\""); ++line) {
+        const QByteArray &result = lines.at(line);
+        if (result.contains("\"status\":\"added\""))
+            added += result.mid(result.indexOf("\"id\":") + 5).chopped(1) + '\n';
+        else if (result.contains("\"status\":\"failed\"")
+                 && result.contains("\"code\":\"sms-store\""))
+            ++failed;
+    }
+    const int addedCount = static_cast<int>(added.count('\n'));
+    QVERIFY(addedCount > 0 && failed > 0);
+    QCOMPARE(lines.at(line),
+             "{\"summary\":{\"read\":" + QByteArray::number(addedCount + failed)
+                 + ",\"added\":" + QByteArray::number(addedCount)
+                 + ",\"present\":0,\"refused\":0,\"failed\":" + QByteArray::number(failed) + "}}");
+    QCOMPARE(lines.at(line + 1), QByteArray("3"));
+    // Just what was reported is there, and with room the rest goes in.
+    QCOMPARE(lines.mid(line + 2, addedCount).join('\n') + '\n', added);
+    QCOMPARE(lines.at(line + 2 + addedCount),
+             "{\"summary\":{\"read\":20000,\"added\":" + QByteArray::number(20000 - addedCount)
+                 + ",\"present\":" + QByteArray::number(addedCount)
+                 + ",\"refused\":0,\"failed\":0}}");
+    QCOMPARE(lines.at(line + 3 + addedCount), QByteArray("20000"));
+}
+
+void TestTrouble::makesNoHalfStoreOnAFullDisk()
+{
+    ClientProcess client;
+    client.write(text("hello.vmg"), hello);
+    client.workingDirectory = client.filePath(QString());
+    const auto outcome =
+        runOnDisk(client, "64k",
+                  "$KORVASYNC add hello.vmg; echo $?; $KORVASYNC list; echo $?; "
+                  "mount -o remount,size=20m $DISK; $KORVASYNC add -q hello.vmg; echo $?");
+    QCOMPARE(outcome.output,
+             QByteArray("failed  hello.vmg:1  sms-store: the store did not take it\n"
+                        "1 read, 0 added, 0 present, 0 refused, 1 failed\n"
+                        "3\n3\nadded  1  hello.vmg:1\n0\n"));
+    verifySentence(outcome.errors);
+}
+
+void TestTrouble::givesUpOnAHeldStore()
+{
+    ClientProcess client;
+    QProcess process;
+    client.start(process,
+                 {text("add"), text("-o"), text("ndjson"), text("--chunk"), text("1"),
+                  text("--timeout"), text("0.5"), text("-")});
+    process.write(hello);
+    QVERIFY(process.waitForStarted());
+    QVERIFY(process.waitForReadyRead(20000));
+    QCOMPARE(process.readAllStandardOutput(),
+             QByteArray("{\"ref\":0,\"src\":\"-:1\",\"status\":\"added\",\"id\":1}\n"));
+
+    // Now another process writes, and does not come to an end.
+    const QByteArray lockName = QFile::encodeName(client.store() + text("/lock"));
+    const int lock = open(lockName.constData(), O_RDWR | O_CLOEXEC);
+    struct flock all = {};
+    all.l_type = F_WRLCK;
+    all.l_whence = SEEK_SET;
+    QCOMPARE(fcntl(lock, F_OFD_SETLKW, &all), 0);
+    process.write(vMessage("INBOX", "20101103T142531Z", "+15550100", "Hello"));
+    process.closeWriteChannel();
+    QVERIFY(process.waitForFinished(20000));
+    close(lock);
+    QCOMPARE(process.exitCode(), 5);
+    QCOMPARE(
+        process.readAllStandardOutput(),
+        QByteArray(
+            "{\"ref\":1,\"src\":\"-:16\",\"status\":\"failed\",\"code\":\"sms-store\","
+            "\"detail\":\"not known, as the store cannot be read back\"}\n"
+            "{\"summary\":{\"read\":2,\"added\":1,\"present\":0,\"refused\":0,\"failed\":1}}\n"));
+    verifySentence(process.readAllStandardError());
+}
+
+void TestTrouble::endsTruthfullyWhenInterrupted_data()
+{
+    QTest::addColumn<int>("signalNumber");
+    QTest::newRow("interrupt") << SIGINT;
+    QTest::newRow("terminate") << SIGTERM;
+}
+
+void TestTrouble::endsTruthfullyWhenInterrupted()
+{
+    QFETCH(int, signalNumber);
+    ClientProcess client;
+    QProcess process;
+    client.start(process,
+                 {text("add"), text("-o"), text("ndjson"), text("--chunk"), text("1"), text("-")});
+    // The input stays open: after the first result the client waits for more.
+    process.write(many(3));
+    QVERIFY(process.waitForStarted());
+    QByteArray output;
+    while (output.count('\n') < 1 && process.waitForReadyRead(20000))
+        output += process.readAllStandardOutput();
+    QCOMPARE(kill(static_cast<pid_t>(process.processId()), signalNumber), 0);
+    QVERIFY(process.waitForFinished(20000));
+    output += process.readAllStandardOutput();
+    QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(process.exitCode(), 128 + signalNumber);
+    const int added = static_cast<int>(output.count("\"status\":\"added\""));
+    QVERIFY(added > 0);
+    const QByteArray count = QByteArray::number(added);
+    QVERIFY2(output.endsWith("{\"summary\":{\"read\":" + count + ",\"added\":" + count
+                             + ",\"present\":0,\"refused\":0,\"failed\":0}}\n"),
+             output);
+    QCOMPARE(client.run({text("list"), text("--count")}).output, count + '\n');
+}
+
+void TestTrouble::failsWhenItsOutputIsLost()
+{
+    ClientProcess client;
+    client.fill(many(2000));
+    client.environment.insert(text("STORE"), client.store());
+    const auto outcome = client.runProgram(
+        text("bash"),
+        {text("-c"),
+         text("{ " KORVASYNC_CLIENT " --store $STORE list -o vmsg; echo $? >&2; } | head -c 10")});
+    QCOMPARE(outcome.errors,
+             QByteArray("korvasync: standard output cannot be written: Broken pipe\n1\n"));
+}
+
+void TestTrouble::failsWhenItsOutputDoesNotFit()
+{
+    ClientProcess client;
+    client.environment.insert(text("STORE"), client.store());
+    const auto outcome = client.runProgram(
+        text("bash"),
+        {text("-c"), text(KORVASYNC_CLIENT " --store $STORE add - > /dev/full; echo $?")}, hello);
+    QCOMPARE(outcome.output, QByteArray("1\n"));
+    QCOMPARE(outcome.errors,
+             QByteArray("korvasync: standard output cannot be written: No space left on device\n"));
+}
+
+QTEST_GUILESS_MAIN(TestTrouble)
+#include "tst_trouble.moc"

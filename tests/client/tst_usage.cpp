@@ -1,0 +1,213 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "clientprocess.h"
+
+#include <QtCore/QFile>
+#include <QtTest/QTest>
+
+// The command line itself, and what goes to which stream.
+class TestUsage : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void refusesWhatItDoesNotUnderstand_data();
+    void refusesWhatItDoesNotUnderstand();
+    void helps_data();
+    void helps();
+    void takesGlobalOptionsBeforeAndAfterTheCommand();
+    void takesTheStoreOfTheEnvironment();
+    void leavesTheSummaryOutWhenQuiet();
+    void keepsNumbersAndTextsOffStderr();
+    void showsTheTraceWhenVerbose();
+    void printsTimesInUtcInAnyZone();
+};
+
+static const QByteArray hello = vMessage("INBOX", "20101103T142530Z", "+15550100", "Hello");
+
+void TestUsage::refusesWhatItDoesNotUnderstand_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    for (const char *line : {"frob",
+                             "mirror",
+                             "status",
+                             "changes",
+                             "undo",
+                             "stats",
+                             "numbers",
+                             "verify",
+                             "dups",
+                             "log",
+                             "lis",
+                             "list --frob",
+                             "--frob list",
+                             "list extra",
+                             "list --folder spam",
+                             "list --folder",
+                             "list --since yesterday",
+                             "list --since",
+                             "list --modified-since 1.1.2024",
+                             "list --limit many",
+                             "list --limit -1",
+                             "list --grep (",
+                             "list -o xml",
+                             "list -o entries",
+                             "list --ids --count",
+                             "list --ids -o vmsg",
+                             "list --timeout 0",
+                             "list --timeout soon",
+                             "list --progress often",
+                             "list --store=",
+                             "show",
+                             "show x",
+                             "show -1",
+                             "show 1.5",
+                             "show 99999999999",
+                             "show -o entries 1",
+                             "add --folder all -",
+                             "add --folder spam -",
+                             "add --chunk 0 -",
+                             "add --chunk 1001 -",
+                             "add --on-duplicate maybe -",
+                             "add --on-bad-time later -",
+                             "add -o vmsg -",
+                             "add --rejects /nonexistent/rejects.vmsg -",
+                             "modify",
+                             "modify 1",
+                             "modify 1 2 3",
+                             "modify x -",
+                             "modify - -",
+                             "delete",
+                             "delete --yes",
+                             "delete --yes x",
+                             "delete --yes -o vmsg 1"})
+        QTest::newRow(line) << QString::fromLatin1(line).split(QLatin1Char(' '));
+    QTest::newRow("nothing") << QStringList();
+}
+
+void TestUsage::refusesWhatItDoesNotUnderstand()
+{
+    QFETCH(QStringList, arguments);
+    ClientProcess client;
+    const auto outcome = client.run(arguments, hello);
+    QCOMPARE(outcome.exitCode, 2);
+    QCOMPARE(outcome.output, QByteArray());
+    QVERIFY(outcome.errors.startsWith("korvasync: "));
+    QCOMPARE(outcome.errors.count('\n'), 1);
+    QVERIFY(!QFile::exists(client.store()));
+}
+
+void TestUsage::helps_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QByteArray>("start");
+    const auto row = [](const char *line, const char *start) {
+        QTest::newRow(line) << QString::fromLatin1(line).split(QLatin1Char(' '))
+                            << QByteArray(start);
+    };
+    row("--help", "Usage: korvasync [OPTIONS] COMMAND [ARGUMENTS]\n");
+    row("-h", "Usage: korvasync [OPTIONS] COMMAND [ARGUMENTS]\n");
+    row("list --help", "Usage: korvasync [OPTIONS] list\n");
+    row("-h list", "Usage: korvasync [OPTIONS] list\n");
+    row("show -h", "Usage: korvasync [OPTIONS] show ID...\n");
+    row("add -h", "Usage: korvasync [OPTIONS] add [FILE|DIR|-]...\n");
+    row("modify -h", "Usage: korvasync [OPTIONS] modify ID FILE|-\n");
+    row("delete -h", "Usage: korvasync [OPTIONS] delete ID...\n");
+    row("--version", "korvasync ");
+}
+
+void TestUsage::helps()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QByteArray, start);
+    const auto outcome = ClientProcess().run(arguments);
+    QCOMPARE(outcome.exitCode, 0);
+    QVERIFY2(outcome.output.startsWith(start), outcome.output);
+    QVERIFY(outcome.output.endsWith('\n'));
+    QCOMPARE(outcome.errors, QByteArray());
+}
+
+void TestUsage::takesGlobalOptionsBeforeAndAfterTheCommand()
+{
+    ClientProcess client;
+    client.fill(hello);
+    const QString program = QStringLiteral(KORVASYNC_CLIENT);
+    const QByteArray ndjson = client.listed();
+    QVERIFY(ndjson.startsWith("{\"id\":1,"));
+    for (const QStringList &arguments :
+         {QStringList{text("--store"), client.store(), text("-o"), text("ndjson"), text("list")},
+          QStringList{text("list"), text("-ondjson"), text("--store"), client.store()},
+          QStringList{text("-o"), text("ndjson"), text("list"), text("--store=") + client.store()}})
+        QCOMPARE(client.runProgram(program, arguments).output, ndjson);
+}
+
+void TestUsage::takesTheStoreOfTheEnvironment()
+{
+    ClientProcess client;
+    const QString program = QStringLiteral(KORVASYNC_CLIENT);
+    QCOMPARE(client.runProgram(program, {text("add"), text("-q")}, hello).exitCode, 0);
+    QVERIFY(QFile::exists(client.filePath(text("data/korvasync/korvasync-store"))));
+    client.environment.insert(text("KORVASYNC_STORE"), client.filePath(text("elsewhere")));
+    QCOMPARE(client.runProgram(program, {text("list")}).exitCode, 3);
+    QCOMPARE(client.runProgram(program, {text("add"), text("-q")}, hello).exitCode, 0);
+    QVERIFY(QFile::exists(client.filePath(text("elsewhere/korvasync-store"))));
+    QCOMPARE(client.run({text("list")}).exitCode, 3); // --store goes first
+}
+
+void TestUsage::leavesTheSummaryOutWhenQuiet()
+{
+    const QByteArray draft = vMessage("DRAFTS", "20101103T142530Z", "+15550100", "Hello");
+    const QByteArray result("refused  -:1  sms-draft: a draft, and drafts cannot be written\n");
+    const QByteArray warning(
+        "korvasync: 1 not done (sms-draft): a draft, and drafts cannot be written\n");
+    ClientProcess client;
+    const auto normal = client.run({text("add")}, draft);
+    QCOMPARE(normal.output, result + "1 read, 0 added, 0 present, 1 refused, 0 failed\n");
+    QCOMPARE(normal.errors, warning);
+    const auto quiet = client.run({text("add"), text("-q")}, draft);
+    QCOMPARE(quiet.output, result);
+    QCOMPARE(quiet.errors, warning);
+    const auto quieter = client.run({text("-qq"), text("add")}, draft);
+    QCOMPARE(quieter.output, result);
+    QCOMPARE(quieter.errors, QByteArray());
+    QCOMPARE(quieter.exitCode, 1);
+}
+
+void TestUsage::keepsNumbersAndTextsOffStderr()
+{
+    ClientProcess client;
+    client.environment.insert(text("QT_LOGGING_RULES"), text("*=true"));
+    QCOMPARE(client.run({text("add")}, hello).errors, QByteArray());
+    QCOMPARE(client.run({text("list")}).errors, QByteArray());
+    QCOMPARE(client.run({text("delete"), text("--yes"), text("1")}).errors, QByteArray());
+}
+
+void TestUsage::showsTheTraceWhenVerbose()
+{
+    ClientProcess client;
+    const auto added = client.run({text("add"), text("-v")}, hello);
+    QVERIFY(added.errors.contains("Time taken by PendingStatus to write/modify"));
+    QVERIFY(added.errors.contains("+15550100"));
+    QVERIFY(!added.output.contains("+15550100"));
+}
+
+void TestUsage::printsTimesInUtcInAnyZone()
+{
+    const QByteArray local =
+        vMessage("INBOX", "", "+15550100", "Hello")
+            .replace("BEGIN:VBODY\r\n", "BEGIN:VBODY\r\nDate: 03.07.2010 14:25:30\r\n");
+    for (const auto &row : {qMakePair("Asia/Kathmandu", "2010-07-03T08:40:30Z"),
+                            qMakePair("America/New_York", "2010-07-03T18:25:30Z"),
+                            qMakePair("UTC", "2010-07-03T14:25:30Z")}) {
+        ClientProcess client;
+        client.environment.insert(text("TZ"), QString::fromLatin1(row.first));
+        client.fill(local);
+        QVERIFY2(client.listed().contains(row.second), client.listed());
+        client.environment.insert(text("TZ"), text("Europe/Helsinki"));
+        QVERIFY2(client.listed().contains(row.second), client.listed());
+    }
+}
+
+QTEST_GUILESS_MAIN(TestUsage)
+#include "tst_usage.moc"
