@@ -79,6 +79,7 @@ bool startsWith(std::string_view text, std::string_view start)
 const char *findBodyEnd(std::string_view bytes, bool crLf)
 {
     bool closed = true; // from the line after this one on
+    bool nextCloses = false;
     while (!bytes.empty()) {
         const size_t feed = bytes.substr(0, bytes.size() - 1).rfind('\n');
         const size_t start = feed == std::string_view::npos ? 0 : feed + 1;
@@ -87,8 +88,11 @@ const char *findBodyEnd(std::string_view bytes, bool crLf)
         const LineEnd before =
             start == 0 || (start > 1 && bytes[start - 2] == '\r') ? LineEnd::CrLf : LineEnd::Lf;
 
-        const bool structure = isStructure(before, line.end, crLf);
-        switch (structure ? keyword(line.text) : Keyword::None) {
+        const Keyword word = keyword(line.text);
+        const bool structure = isStructure(before, line.end, crLf)
+            || (nextCloses && word == Keyword::EndVBody && line.end == LineEnd::CrLf);
+        nextCloses = closesEnvelope(word, line.end);
+        switch (structure ? word : Keyword::None) {
         case Keyword::EndVBody:
             if (closed)
                 return line.text.data();

@@ -55,4 +55,12 @@ inline bool isStructure(LineEnd before, LineEnd end, bool crLf)
     return !crLf || (before != LineEnd::Lf && end != LineEnd::Lf);
 }
 
+//! What tells an END:VBODY line behind a bare line feed, as an editor leaves it that ends
+//! its lines so, from a text that ends in these words: behind that text another END:VBODY
+//! line follows.
+inline bool closesEnvelope(Keyword word, LineEnd end)
+{
+    return (word == Keyword::EndVEnv || word == Keyword::EndVMsg) && end == LineEnd::CrLf;
+}
+
 } // namespace VMessageLines

@@ -38,7 +38,8 @@ public:
     Place place = Place::Outside;
     size_t begin = 0; // of the open message
     quint64 beginLine = 0;
-    bool crLf = false; // its lines up to the body end in CR LF
+    bool crLf = false;        // its lines up to the body end in CR LF
+    bool mayBeClosed = false; // the line before was END:VBODY behind a bare line feed
     LineEnd before = LineEnd::None;
 };
 
@@ -107,8 +108,12 @@ bool VMessageScannerPrivate::readLineOf(const Line &line, size_t start, Message 
 
 bool VMessageScannerPrivate::readBodyLine(const Line &line, size_t start, Message *message)
 {
+    const Keyword word = keyword(line.text);
     const bool structure = isStructure(before, line.end, crLf);
-    switch (structure ? keyword(line.text) : Keyword::None) {
+    if (mayBeClosed && closesEnvelope(word, line.end))
+        place = Place::Closing;
+    mayBeClosed = !structure && word == Keyword::EndVBody && line.end == LineEnd::CrLf;
+    switch (structure ? word : Keyword::None) {
     case Keyword::BeginVMsg:
         *message = messageUpTo(start, false);
         open(line, start);

@@ -87,6 +87,8 @@ private Q_SLOTS:
     void tellsOffsetAndLine();
     void findsMessagesWithLfOnly();
     void findsMessagesWithMixedLineEnds();
+    void findsOwnMessagesWithAnEditedLine();
+    void refusesAnOwnMessageCutBehindAClosingWord();
     void takesALineEndingInLfInACrLfTextAsText();
     void keepsAClosingLineInAnLfTextUnlessItCloses();
     void endsAMessageWithoutEndVMsgAtTheNext();
@@ -164,6 +166,27 @@ void TestVMessageScanner::findsMessagesWithMixedLineEnds()
     const QList<Found> found = scanned(message + message);
     QCOMPARE(bytesOf(found), QList<QByteArray>({message, message}));
     QVERIFY(found[0].complete && found[1].complete);
+}
+
+void TestVMessageScanner::findsOwnMessagesWithAnEditedLine()
+{
+    const QByteArray edited = ownMessage("Hello").replace("Hello\r\n", "Changed\n");
+    const QByteArray next = ownMessage("next");
+    const QList<Found> found = scanned(edited + next);
+    QCOMPARE(bytesOf(found), QList<QByteArray>({edited, next}));
+    QCOMPARE(textOf(found[0].bytes), QByteArray("Changed"));
+}
+
+// The text ends in the words that close it; behind them the file was cut.
+void TestVMessageScanner::refusesAnOwnMessageCutBehindAClosingWord()
+{
+    const QByteArray whole = ownMessage("one\nEND:VBODY");
+    const QByteArray cut = whole.left(whole.indexOf("END:VBODY") + int(qstrlen("END:VBODY\r\n")));
+    const QByteArray next = ownMessage("next");
+    const QList<Found> found = scanned(cut + next);
+    QCOMPARE(bytesOf(found), QList<QByteArray>({cut, next}));
+    VMessageParser parser;
+    QVERIFY(!parser.parseVMessage(cut.constData(), uint(cut.size())));
 }
 
 void TestVMessageScanner::takesALineEndingInLfInACrLfTextAsText()
