@@ -8,6 +8,7 @@
 
 #include <vmessage/vmessageparser.h>
 
+#include <QtCore/QByteArray>
 #include <QtCore/QDebug>
 #include <QtCore/QElapsedTimer>
 
@@ -77,8 +78,12 @@ void extractBody(const VMessageBody *body, const VMessageHeader *header, SmsInfo
         info.encoding = QString::fromLatin1(body->encoding);
     if (body->language)
         info.language = QString::fromLatin1(body->language);
-    if (body->text)
+    if (body->text) {
         info.body = QString::fromUtf8(body->text, body->length);
+        // Qt takes a byte order mark at the beginning away; here it is part of the text.
+        if (QByteArray::fromRawData(body->text, body->length).startsWith("\xEF\xBB\xBF"))
+            info.body.prepend(QChar::ByteOrderMark);
+    }
 }
 
 //! The time for a record whose vMessage gave none.
