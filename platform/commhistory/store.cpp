@@ -72,12 +72,12 @@ void Store::post(Access access, Request request)
 
 void Store::run(Access access, const Request &request)
 {
-    std::promise<void> done;
-    post(access, [&](StoreConnection *connection) {
+    const auto done = std::make_shared<std::promise<void>>();
+    post(access, [&request, done](StoreConnection *connection) {
         request(connection);
-        done.set_value();
+        done->set_value();
     });
-    done.get_future().wait();
+    done->get_future().wait();
 }
 
 bool Store::isReadable(Access access)

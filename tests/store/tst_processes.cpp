@@ -24,6 +24,7 @@ private Q_SLOTS:
     void severalProcessesAddTheSameConversations();
     void processesThatStayAgreeWithThoseThatComeAndGo();
     void readersDoNotHoldUpWriters();
+    void whatIsReportedIsOnDisk();
     void aKilledProcessLosesNothingReported();
     void aKilledCreationIsRedone();
     void whatWasTakenIsWrittenBeforeTheProcessEnds();
@@ -146,6 +147,31 @@ void TestProcesses::readersDoNotHoldUpWriters()
     for (const auto &process : writers)
         QCOMPARE(StoreProcess::finish(process.get()).lines.size(), 2000);
     QCOMPARE(program.list(), QStringLiteral("6000"));
+}
+
+void TestProcesses::whatIsReportedIsOnDisk()
+{
+    const QString trace = m_directory->filePath(QStringLiteral("trace"));
+    const StoreProcess program(
+        m_store,
+        {QStringLiteral("strace"), QStringLiteral("-f"), QStringLiteral("-y"), QStringLiteral("-o"),
+         trace, QStringLiteral("-e"), QStringLiteral("trace=pwrite64,fdatasync,write")});
+    QCOMPARE(program.run({Add, QStringLiteral("1")}).lines,
+             QStringList{QStringLiteral("1 text00")});
+    QFile file(trace);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QByteArray before = file.readAll();
+    before.truncate(before.indexOf("1 text00\\n"));
+    // Nothing is written to a log after it was last brought to the disk.
+    for (const char *log : {"meta.db-wal", "history.db-wal"}) {
+        QList<QByteArray> calls;
+        for (const QByteArray &line : before.split('\n')) {
+            if (line.contains(log) && (line.contains("pwrite64") || line.contains("fdatasync")))
+                calls.append(line);
+        }
+        QVERIFY(!calls.isEmpty());
+        QVERIFY2(calls.last().contains("fdatasync"), calls.last().constData());
+    }
 }
 
 void TestProcesses::aKilledProcessLosesNothingReported()
