@@ -1,0 +1,224 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "process/diagnostics.h"
+#include "store/messagewriter.h"
+
+#include "samplerecords.h"
+#include "scriptedstore.h"
+
+#include <QtCore/QFile>
+#include <QtCore/QTemporaryDir>
+#include <QtCore/QTimer>
+#include <QtTest/QTest>
+
+using namespace KorvaSyncIf;
+
+// What the client makes of a store that fails in the library's own ways.
+class TestMessageWriter : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { Diagnostics::install(false); }
+    void confirmsWhatWasAdded();
+    void tellsOfAMessageStoredOtherwise();
+    void tellsOfAMessageThatIsNotThere();
+    void findsWhatAFailedCommitStoredAllTheSame();
+    void believesAFailedCommitThatStoredNothing();
+    void takesNoOlderEqualMessageForItsOwn();
+    void doesNotKnowWhatItCannotReadBack();
+    void givesUpWhenNoAnswerComes();
+    void doesNotWaitForConversationsThatCannotBeMade();
+    void addsAgainAfterConversationsCouldNotBeMade();
+    void endsAReadThatTheStoreWarnsOf();
+    void takesNoCallForAMessage();
+};
+
+namespace {
+
+constexpr std::chrono::milliseconds patience(20000);
+constexpr std::chrono::milliseconds shortly(50);
+
+//! A store whose marker is there, with a scripted platform behind it. The number of the
+//! messages has a conversation.
+struct Fixture
+{
+    explicit Fixture(std::chrono::milliseconds timeout = patience)
+        : messages(timeout)
+    {
+        QFile marker(folder.filePath(QStringLiteral("korvasync-store")));
+        if (!marker.open(QIODevice::WriteOnly))
+            qFatal("no marker");
+        scripted.knowConversation(QStringLiteral("5550100"), 7);
+    }
+
+    //! The store holds these messages, with the ids from 101 on.
+    void hold(const QStringList &bodies)
+    {
+        int id = 101;
+        for (const QString &body : bodies) {
+            CommHistory::Event event = messageEvent(id, LocInbox);
+            event.setFreeText(body);
+            event.setIsRead(true);
+            event.setEndTime(QDateTime(QDate(2010, 11, 3), QTime(14, 25, 30), Qt::UTC));
+            scripted.eventsById.insert(id, event);
+            scripted.messageRows += event;
+            ++id;
+        }
+    }
+
+    static NewMessage message(const char *body, const char *number = "+15550100")
+    {
+        NewMessage added;
+        added.message = receivedFrom(QString::fromLatin1(number), -1);
+        added.message.body = QString::fromLatin1(body);
+        added.fingerprint = Fingerprint::of(added.message.parentId, added.number(),
+                                            added.message.time, added.message.body);
+        return added;
+    }
+
+    QTemporaryDir folder;
+    ScriptedStore scripted;
+    StoreLocation location{folder.path()};
+    MessageStore messages;
+    DuplicateIndex index;
+    MessageWriter writer{location, messages, index};
+};
+
+const QString notTaken = QStringLiteral("the store did not take it");
+
+} // namespace
+
+void TestMessageWriter::confirmsWhatWasAdded()
+{
+    Fixture fixture;
+    fixture.hold({QStringLiteral("one"), QStringLiteral("two")});
+    QList<NewMessage> added{fixture.message("one"), fixture.message("two")};
+    QCOMPARE(fixture.writer.add(added), Answer::Finished);
+    QCOMPARE(added.at(0).id, 101);
+    QCOMPARE(added.at(1).id, 102);
+    QCOMPARE(added.at(0).trouble + added.at(1).trouble, QString());
+    QCOMPARE(fixture.index.storedId(added.at(1).fingerprint, 1), 102);
+}
+
+void TestMessageWriter::tellsOfAMessageStoredOtherwise()
+{
+    Fixture fixture;
+    fixture.hold({QStringLiteral("on")});
+    fixture.scripted.eventsById[101].setIsRead(false);
+    QList<NewMessage> added{fixture.message("one")};
+    QCOMPARE(fixture.writer.add(added), Answer::Finished);
+    QCOMPARE(added.at(0).id, 101);
+    QCOMPARE(added.at(0).trouble, QStringLiteral("stored, but with another read status and text"));
+}
+
+void TestMessageWriter::tellsOfAMessageThatIsNotThere()
+{
+    Fixture fixture;
+    QList<NewMessage> added{fixture.message("one")};
+    fixture.writer.add(added);
+    QCOMPARE(added.at(0).trouble, QStringLiteral("the store does not have it"));
+}
+
+void TestMessageWriter::findsWhatAFailedCommitStoredAllTheSame()
+{
+    Fixture fixture;
+    fixture.hold({QStringLiteral("two")});
+    fixture.scripted.react(Request::AddEvents, Reaction::failed());
+    QList<NewMessage> added{fixture.message("one"), fixture.message("two")};
+    QCOMPARE(fixture.writer.add(added), Answer::Refused);
+    QCOMPARE(added.at(0).id, -1);
+    QCOMPARE(added.at(0).trouble, notTaken);
+    QCOMPARE(added.at(1).id, 101);
+    QCOMPARE(added.at(1).trouble, QString());
+}
+
+void TestMessageWriter::believesAFailedCommitThatStoredNothing()
+{
+    Fixture fixture;
+    fixture.scripted.react(Request::AddEvents, Reaction::failed());
+    QList<NewMessage> added{fixture.message("one")};
+    QCOMPARE(fixture.writer.add(added), Answer::Refused);
+    QCOMPARE(added.at(0).trouble, notTaken);
+    QCOMPARE(fixture.index.storedCount(added.at(0).fingerprint), 0);
+}
+
+void TestMessageWriter::takesNoOlderEqualMessageForItsOwn()
+{
+    Fixture fixture;
+    fixture.hold({QStringLiteral("one")});
+    QList<NewMessage> added{fixture.message("one")};
+    fixture.index.addStored(added.at(0).fingerprint, 101);
+    fixture.scripted.react(Request::AddEvents, Reaction::failed());
+    QCOMPARE(fixture.writer.add(added), Answer::Refused);
+    QCOMPARE(added.at(0).id, -1);
+}
+
+void TestMessageWriter::doesNotKnowWhatItCannotReadBack()
+{
+    Fixture fixture;
+    fixture.scripted.react(Request::AddEvents, Reaction::failed());
+    fixture.scripted.react(Request::ReadMessages, Reaction::refused());
+    QList<NewMessage> added{fixture.message("one")};
+    QCOMPARE(fixture.writer.add(added), Answer::Refused);
+    QCOMPARE(added.at(0).trouble, QStringLiteral("not known, as the store cannot be read back"));
+}
+
+void TestMessageWriter::givesUpWhenNoAnswerComes()
+{
+    for (const Reaction &reaction : {Reaction::silent(), Reaction::refused()}) {
+        Fixture fixture(shortly);
+        fixture.scripted.react(Request::AddEvents, reaction);
+        QList<NewMessage> added{fixture.message("one")};
+        QCOMPARE(fixture.writer.add(added), Answer::TimedOut);
+        QCOMPARE(added.at(0).trouble, QStringLiteral("no answer in time; not stored so far"));
+    }
+}
+
+void TestMessageWriter::doesNotWaitForConversationsThatCannotBeMade()
+{
+    Fixture fixture(patience);
+    fixture.scripted.react(Request::AddGroups, Reaction::failed());
+    QList<NewMessage> added{fixture.message("one"), fixture.message("two", "+15550199")};
+    QCOMPARE(fixture.writer.add(added), Answer::Refused);
+    QCOMPARE(added.at(0).trouble, notTaken);
+    QCOMPARE(added.at(1).trouble, notTaken);
+    QVERIFY(fixture.scripted.addedEvents.isEmpty());
+}
+
+void TestMessageWriter::addsAgainAfterConversationsCouldNotBeMade()
+{
+    Fixture fixture;
+    fixture.scripted.react(Request::AddGroups, Reaction::failed());
+    QList<NewMessage> lost{fixture.message("one", "+15550199")};
+    fixture.writer.add(lost);
+    fixture.hold({QStringLiteral("two")});
+    QList<NewMessage> added{fixture.message("two")};
+    QCOMPARE(fixture.writer.add(added), Answer::Finished);
+    QCOMPARE(added.at(0).id, 101);
+    QCOMPARE(lost.at(0).id, -1);
+}
+
+void TestMessageWriter::endsAReadThatTheStoreWarnsOf()
+{
+    Fixture fixture(patience);
+    fixture.scripted.react(Request::ReadMessages, Reaction::silent());
+    QTimer::singleShot(0, this, [] {
+        QMessageLogger(nullptr, 0, nullptr, "korvasync.store")
+            .warning("The store is gone; look for it.");
+    });
+    QCOMPARE(fixture.messages.messages(QDateTime(), LocInbox).answer, Answer::Refused);
+    QCOMPARE(Diagnostics::storeTrouble(), QStringLiteral("The store is gone; look for it."));
+}
+
+void TestMessageWriter::takesNoCallForAMessage()
+{
+    Fixture fixture;
+    fixture.scripted.eventsById.insert(5, callEvent(5, CommHistory::Event::Inbound));
+    QCOMPARE(fixture.messages.message(5).id, -1); // a call is no message
+    QCOMPARE(fixture.messages.message(6).id, -1);
+}
+
+QTEST_GUILESS_MAIN(TestMessageWriter)
+#include "tst_messagewriter.moc"
