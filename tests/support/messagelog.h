@@ -14,7 +14,8 @@ class MessageLog
 public:
     MessageLog()
     {
-        Q_ASSERT(!current());
+        if (current())
+            qFatal("There is a message log already");
         current() = this;
         previous = qInstallMessageHandler(take);
     }

@@ -14,7 +14,8 @@ ScriptedStore *currentStore = nullptr;
 
 ScriptedStore::ScriptedStore()
 {
-    Q_ASSERT(!currentStore);
+    if (currentStore)
+        qFatal("There is a scripted store already");
     currentStore = this;
 }
 

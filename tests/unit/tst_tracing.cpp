@@ -1,0 +1,111 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+// What the library logs by level, and what a silenced trace costs. This program wraps
+// Event::lastModified() (see CMakeLists.txt): reading a message without its modified time calls
+// it for the trace line alone, so its calls count how often the line's arguments are evaluated.
+
+#include "eventloop.h"
+#include "messagelog.h"
+#include "platformfixture.h"
+#include "samplerecords.h"
+#include "syncstorageif/syncstorageif_p.h"
+
+#include <korvasync/pendingids.h>
+#include <korvasync/pendingmsgs.h>
+
+#include <QtCore/QLoggingCategory>
+#include <QtTest/QTest>
+
+using namespace KorvaSyncIf;
+
+namespace {
+
+int lastModifiedCalls = 0;
+
+//! Filter rules as long as it lives.
+struct LoggingRules
+{
+    explicit LoggingRules(const char *rules)
+    {
+        QLoggingCategory::setFilterRules(QString::fromLatin1(rules));
+    }
+    ~LoggingRules() { QLoggingCategory::setFilterRules(QString()); }
+
+private:
+    Q_DISABLE_COPY(LoggingRules)
+};
+
+void readOneRecord()
+{
+    SmsInfo info;
+    SyncStorageIfPrivate::fillSmsInfo(messageEvent(9, LocInbox), info, false);
+}
+
+} // namespace
+
+extern "C" {
+QDateTime __real__ZNK11CommHistory5Event12lastModifiedEv(const CommHistory::Event *event);
+QDateTime __wrap__ZNK11CommHistory5Event12lastModifiedEv(const CommHistory::Event *event);
+QDateTime __wrap__ZNK11CommHistory5Event12lastModifiedEv(const CommHistory::Event *event)
+{
+    ++lastModifiedCalls;
+    return __real__ZNK11CommHistory5Event12lastModifiedEv(event);
+}
+}
+
+class TestTracing : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void argumentsOfATraceLineAreEvaluatedForItAlone();
+    void theTraceIsOnByDefaultAtDebugLevel();
+    void aSilencedTraceLeavesWarningsAndTimes();
+};
+
+void TestTracing::argumentsOfATraceLineAreEvaluatedForItAlone()
+{
+    MessageLog log;
+    lastModifiedCalls = 0;
+    readOneRecord();
+    QCOMPARE(lastModifiedCalls, 1);
+    const LoggingRules rules("korvasync.*.debug=false");
+    log.clear();
+    readOneRecord();
+    QCOMPARE(lastModifiedCalls, 1);
+    QVERIFY(log.lines(QtDebugMsg).isEmpty());
+}
+
+void TestTracing::theTraceIsOnByDefaultAtDebugLevel()
+{
+    MessageLog log;
+    PlatformFixture f;
+    auto *const pending = new PendingIds(1, &f.parent);
+    pending->store({receivedFrom(QStringLiteral("+15550100"), 0)});
+    settle();
+    QVERIFY(!log.lines(QtDebugMsg).isEmpty());
+    QVERIFY(log.lines(QtInfoMsg).isEmpty());
+    QVERIFY(log.lines(QtWarningMsg).isEmpty());
+    QCOMPARE(int(log.lines(QtCriticalMsg).size()), 1); // the completion's time
+}
+
+void TestTracing::aSilencedTraceLeavesWarningsAndTimes()
+{
+    const LoggingRules rules("korvasync.*.debug=false");
+    MessageLog log;
+    PlatformFixture f;
+    f.store.react(Request::AddGroups, Reaction::failed());
+    auto *const pending = new PendingIds(1, &f.parent);
+    pending->store({receivedFrom(QStringLiteral("+15550100"), 0)});
+    (new PendingMsgs(&f.parent))->messages(QDateTime(), LocInbox, false);
+    settle();
+    QVERIFY(log.lines(QtDebugMsg).isEmpty());
+    // The second warning is of the doubled reference of a new number.
+    const auto warning =
+        QStringLiteral("Group Id not found for the message at idx 0 setting database error");
+    QCOMPARE(log.lines(QtWarningMsg), (QStringList{warning, warning}));
+    QCOMPARE(int(log.lines(QtCriticalMsg).size()), 1);
+}
+
+QTEST_GUILESS_MAIN(TestTracing)
+#include "tst_tracing.moc"
