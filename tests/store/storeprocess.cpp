@@ -64,6 +64,16 @@ int addAndPrint(int count, const QString &text)
     return 0;
 }
 
+//! Deletes a message through a model that is gone at once, and stays until its input ends.
+int removeAndStay(int id)
+{
+    EventModel().deleteEvent(id);
+    std::puts("asked");
+    std::fflush(stdout);
+    std::getchar();
+    return 0;
+}
+
 //! Leaves the process while the messages are still to be written.
 int addAndLeave(int count)
 {
@@ -148,6 +158,8 @@ int main(int argc, char *argv[])
         return addAndLeave(count);
     if (verb == QLatin1String("add-conversations"))
         return addConversations(count);
+    if (verb == QLatin1String("remove-and-stay"))
+        return removeAndStay(count);
     if (verb == QLatin1String("churn"))
         return churn(count);
     if (verb == QLatin1String("look-up"))

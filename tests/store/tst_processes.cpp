@@ -28,6 +28,7 @@ private Q_SLOTS:
     void aKilledProcessLosesNothingReported();
     void aKilledCreationIsRedone();
     void whatWasTakenIsWrittenBeforeTheProcessEnds();
+    void aDeletionDoesNotWaitForTheEndOfTheProcess();
     void theStoreIsPrivateUnderAnyMask();
     void anOpenStoreIsClosedToOthers();
     void worksWithoutTheGlibEventLoop();
@@ -241,6 +242,18 @@ void TestProcesses::whatWasTakenIsWrittenBeforeTheProcessEnds()
     QVERIFY(outcome.ended);
     QCOMPARE(outcome.errors, QString());
     QCOMPARE(program.list(), QStringLiteral("3000"));
+}
+
+void TestProcesses::aDeletionDoesNotWaitForTheEndOfTheProcess()
+{
+    const StoreProcess program(m_store);
+    QCOMPARE(program.run({Add, QStringLiteral("1")}).first(), QStringLiteral("1 text00"));
+    QProcess process;
+    program.start(&process, {QStringLiteral("remove-and-stay"), QStringLiteral("1")});
+    QVERIFY(process.waitForReadyRead(60000));
+    QTRY_COMPARE_WITH_TIMEOUT(program.list(), QStringLiteral("0"), 20000);
+    process.closeWriteChannel();
+    QVERIFY(StoreProcess::finish(&process).ended);
 }
 
 void TestProcesses::theStoreIsPrivateUnderAnyMask()
