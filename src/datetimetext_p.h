@@ -9,8 +9,9 @@
 // The fixed date-time texts of vMessages and call-history entries, read and written by
 // hand: with Qt's patterns one date costs many times what the rest of a message does.
 // They give what QDateTime::fromString() and toString() give for the same pattern, but for
-// one thing: a UTC stamp never passes through local time, where those of the hour that a
-// DST change skips would get lost.
+// two things: a UTC stamp never passes through local time, where those of the hour that a
+// DST change skips would get lost; and signs, which Qt takes in places that differ by
+// version, match nothing.
 
 namespace KorvaSyncIf {
 

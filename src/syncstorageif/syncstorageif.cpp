@@ -21,6 +21,8 @@ void registerSignalTypes()
     static const int callListType =
         qRegisterMetaType<QList<CallInfo>>("QList<KorvaSyncIf::CallInfo>");
     static const int boolListType = qRegisterMetaType<QList<bool>>("QList<bool>");
+    static const int intListType = qRegisterMetaType<QList<int>>("QList<int>");
+    Q_UNUSED(intListType) // in most signals, but not among the four of the trace
     qCDebug(lcAdapter) << "regId2>" << smsListType << "regId3" << causeType << "regId4"
                        << callListType << "regId5" << boolListType;
 }
