@@ -99,7 +99,6 @@ private Q_SLOTS:
     void aFailedCallCommitShowsInTheErrorFlagAlone();
     void aMissingConversationMarksItsItemAndFinishesNothing();
     void aMissingConversationOutsideTheRequestIsLogged();
-    void anotherCauseChangesNothing();
     void callsDoNotHearOfMissingConversations();
     void failedDeletionsShowInTheStatusAlone();
     void deletionsOutsideTheRequestAreLogged();
@@ -512,17 +511,6 @@ void TestPendingStatus::aMissingConversationOutsideTheRequestIsLogged()
              QStringList(QStringLiteral(
                  "void KorvaSyncIf::PendingStatus::errorIndexesNotProcessed(QList<int>, "
                  "KorvaSyncIf::ErrorCause) 0")));
-}
-
-void TestPendingStatus::anotherCauseChangesNothing()
-{
-    StatusWrite write(1, SmsSync);
-    MessageLog log;
-    write.call("errorIndexesNotProcessed", Q_ARG(QList<int>, (Ints{0})),
-               Q_ARG(KorvaSyncIf::ErrorCause, ErrorCause(1)));
-    QVERIFY(warnings(log).isEmpty());
-    QCOMPARE(write.pending->status(), Errors{SmsNoError});
-    QCOMPARE(write.finishedCount, 0);
 }
 
 void TestPendingStatus::callsDoNotHearOfMissingConversations()

@@ -44,14 +44,15 @@ void readOneRecord()
 
 } // namespace
 
-extern "C" {
-QDateTime __real__ZNK11CommHistory5Event12lastModifiedEv(const CommHistory::Event *event);
-QDateTime __wrap__ZNK11CommHistory5Event12lastModifiedEv(const CommHistory::Event *event);
-QDateTime __wrap__ZNK11CommHistory5Event12lastModifiedEv(const CommHistory::Event *event)
+// The linker sends every call of the getter to the second function.
+QDateTime storedLastModified(const CommHistory::Event *event) __asm__(
+    "__real__ZNK11CommHistory5Event12lastModifiedEv");
+QDateTime countedLastModified(const CommHistory::Event *event) __asm__(
+    "__wrap__ZNK11CommHistory5Event12lastModifiedEv");
+QDateTime countedLastModified(const CommHistory::Event *event)
 {
     ++lastModifiedCalls;
-    return __real__ZNK11CommHistory5Event12lastModifiedEv(event);
-}
+    return storedLastModified(event);
 }
 
 class TestTracing : public QObject
