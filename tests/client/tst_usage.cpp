@@ -4,6 +4,7 @@
 #include "clientprocess.h"
 
 #include <QtCore/QFile>
+#include <QtCore/QMap>
 #include <QtTest/QTest>
 
 // The command line itself, and what goes to which stream.
@@ -197,15 +198,16 @@ void TestUsage::printsTimesInUtcInAnyZone()
     const QByteArray local =
         vMessage("INBOX", "", "+15550100", "Hello")
             .replace("BEGIN:VBODY\r\n", "BEGIN:VBODY\r\nDate: 03.07.2010 14:25:30\r\n");
-    for (const auto &row : {qMakePair("Asia/Kathmandu", "2010-07-03T08:40:30Z"),
-                            qMakePair("America/New_York", "2010-07-03T18:25:30Z"),
-                            qMakePair("UTC", "2010-07-03T14:25:30Z")}) {
+    const QMap<QString, QByteArray> times{{text("Asia/Kathmandu"), "2010-07-03T08:40:30Z"},
+                                          {text("America/New_York"), "2010-07-03T18:25:30Z"},
+                                          {text("UTC"), "2010-07-03T14:25:30Z"}};
+    for (auto time = times.cbegin(); time != times.cend(); ++time) {
         ClientProcess client;
-        client.environment.insert(text("TZ"), QString::fromLatin1(row.first));
+        client.environment.insert(text("TZ"), time.key());
         client.fill(local);
-        QVERIFY2(client.listed().contains(row.second), client.listed());
+        QVERIFY2(client.listed().contains(time.value()), client.listed());
         client.environment.insert(text("TZ"), text("Europe/Helsinki"));
-        QVERIFY2(client.listed().contains(row.second), client.listed());
+        QVERIFY2(client.listed().contains(time.value()), client.listed());
     }
 }
 
