@@ -28,6 +28,7 @@ private Q_SLOTS:
     void refusesAPlaceThatIsAFile();
     void writesNothingOnAReadOnlyDisk();
     void keepsWhatWentInOnAFullDisk();
+    void changesNothingOnAFullDisk();
     void makesNoHalfStoreOnAFullDisk();
     void givesUpOnAHeldStore();
     void endsTruthfullyWhenInterrupted_data();
@@ -239,6 +240,26 @@ void TestTrouble::keepsWhatWentInOnAFullDisk()
                  + ",\"present\":" + QByteArray::number(addedCount)
                  + ",\"refused\":0,\"failed\":0}}");
     QCOMPARE(lines.at(line + 3 + addedCount), QByteArray("20000"));
+}
+
+void TestTrouble::changesNothingOnAFullDisk()
+{
+    ClientProcess client;
+    client.write(text("hello.vmg"), hello);
+    client.write(text("long.vmg"), vMessage("INBOX", "", "+15550100", QByteArray(1000000, 'x')));
+    client.workingDirectory = client.filePath(QString());
+    const auto outcome = runOnDisk(client, "20m",
+                                   "$KORVASYNC add -q hello.vmg; "
+                                   "USED=$(df -k --output=used $DISK | tail -1); "
+                                   "mount -o remount,size=$((USED + 200))k $DISK; "
+                                   "$KORVASYNC modify -q 1 long.vmg; echo $?; "
+                                   "$KORVASYNC list -o ndjson");
+    QCOMPARE(outcome.output,
+             QByteArray("added  1  hello.vmg:1\n"
+                        "failed  1  long.vmg:1  sms-store: the store did not take it\n3\n"
+                        "{\"id\":1,\"folder\":\"inbox\",\"number\":\"+15550100\","
+                        "\"time\":\"2010-11-03T14:25:30Z\",\"read\":true,\"body\":\"Hello\"}\n"));
+    verifySentence(outcome.errors);
 }
 
 void TestTrouble::makesNoHalfStoreOnAFullDisk()

@@ -71,18 +71,21 @@ void Deleting::deleteChunk(const QList<int> &ids)
             known += id;
         seen += id;
     }
+    bool canTell = true;
     if (!invocation.global.dryRun && !known.isEmpty()) {
         const MessageStore::Written written = store.remove(known);
-        Answer answer = written.answer;
-        if (answer == Answer::Finished && written.status.contains(KorvaSyncIf::SmsDeleteFailed))
-            answer = store.probe() == Answer::Finished ? Answer::Finished : Answer::Refused;
+        // A failed commit names the whole chunk, and a store that cannot be read has no ids.
+        canTell = store.probe() == Answer::Finished;
+        const bool hasTrouble = !canTell || Diagnostics::storeTroubleCount() > 0;
+        const Answer answer =
+            written.answer == Answer::Finished && hasTrouble ? Answer::Refused : written.answer;
         trouble = StoreAccess::complain(invocation.location, answer);
     }
     QSet<int> waiting(known.cbegin(), known.cend());
     for (const int id : ids) {
         if (!waiting.remove(id))
             report(id, ItemResult::Refused, Refusal::SmsBadId);
-        else if (trouble == AllDone && (invocation.global.dryRun || store.message(id).id == -1))
+        else if (invocation.global.dryRun || (canTell && store.message(id).id == -1))
             report(id, ItemResult::Deleted, Refusal::None);
         else
             report(id, ItemResult::Failed, Refusal::SmsDelete);

@@ -37,7 +37,8 @@ std::optional<MessageReader::Message> readOne(const QString &path)
     return std::nullopt;
 }
 
-void write(MessageStore &store, const StoredMessage &old, SmsInfo message, ItemResult &result)
+// Finished also when the message alone is at fault, not the store.
+Answer write(MessageStore &store, const StoredMessage &old, SmsInfo message, ItemResult &result)
 {
     message.time = old.time; // stays whatever is given; so does the token
     SyncSmsInfo record;
@@ -47,17 +48,20 @@ void write(MessageStore &store, const StoredMessage &old, SmsInfo message, ItemR
     record.vMessage = VMessageEncoder().encode(message).vMessage;
     const MessageStore::Written written = store.modify(record);
     const QString trouble = difference(StoredMessage::fromRecord(store.message(old.id)), message);
-    if (written.answer == Answer::Finished && trouble.isEmpty()) {
+    if (trouble.isEmpty()) {
         result.status = ItemResult::Changed;
-        return;
+        return Answer::Finished;
     }
     result.status = ItemResult::Failed;
     result.refusal = Refusal::SmsStore;
-    if (written.answer != Answer::Finished || written.status.contains(SmsDatabaseError))
-        result.detail =
-            QStringLiteral("the store did not take it; a new number must have messages already");
-    else
-        result.detail = trouble;
+    if (written.answer != Answer::Finished)
+        return written.answer;
+    if (Diagnostics::storeTroubleCount() > 0)
+        return Answer::Refused;
+    result.detail = written.status.contains(SmsDatabaseError)
+        ? QStringLiteral("the number has no messages yet; add one first")
+        : trouble;
+    return Answer::Finished;
 }
 
 ExitCode run(const Invocation &invocation)
@@ -94,15 +98,16 @@ ExitCode run(const Invocation &invocation)
         result.refusal = Refusal::SmsBadId;
     else
         result.refusal = parsed ? settled.refusal : Refusal::SmsParse;
+    Answer answer = Answer::Finished;
     if (result.refusal == Refusal::None && global.dryRun)
         result.status = ItemResult::Changed;
     else if (result.refusal == Refusal::None)
-        write(store, old, settled.message, result);
+        answer = write(store, old, settled.message, result);
     results.report(result);
     if (global.quiet == 0)
         results.printSummary();
     results.warnOfRefusals();
-    return results.exitCode();
+    return worse(StoreAccess::complain(invocation.location, answer), results.exitCode());
 }
 
 } // namespace
