@@ -179,6 +179,8 @@ StoreProblem Store::open(Access access)
         problem = m_directory.create();
     else if (problem == StoreProblem::None)
         problem = m_directory.finishCreation();
+    if (problem == StoreProblem::None)
+        problem = StoreConnection::probeFiles(m_directory.databasePath());
     if (problem != StoreProblem::None)
         return problem;
     m_connection = StoreConnection::open(m_directory, m_lock);

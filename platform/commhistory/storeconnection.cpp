@@ -71,19 +71,24 @@ struct DatabaseCloser
     void operator()(sqlite3 *database) const { sqlite3_close(database); }
 };
 
-//! Whether SQLite, on which the database library stands, can open the file and read what
-//! it is made of. The library itself crashes at the first read when it cannot.
-bool isReadable(const QString &path)
+//! What SQLite, on which the database library stands, says of a file. The library itself
+//! crashes at the first read of a file that cannot be opened, and waits for many minutes
+//! when another program holds it.
+StoreProblem probe(const QString &path)
 {
     sqlite3 *opened = nullptr;
-    const int result = sqlite3_open_v2(QFile::encodeName(path).constData(), &opened,
-                                       SQLITE_OPEN_READWRITE, nullptr);
+    int result = sqlite3_open_v2(QFile::encodeName(path).constData(), &opened,
+                                 SQLITE_OPEN_READWRITE, nullptr);
     const std::unique_ptr<sqlite3, DatabaseCloser> database(opened);
-    if (result != SQLITE_OK)
-        return false;
-    sqlite3_busy_timeout(opened, BusyMsecs);
-    return sqlite3_exec(opened, "SELECT count(*) FROM sqlite_master", nullptr, nullptr, nullptr)
-        == SQLITE_OK;
+    if (result == SQLITE_OK) {
+        sqlite3_busy_timeout(opened, BusyMsecs);
+        result =
+            sqlite3_exec(opened, "BEGIN IMMEDIATE; SELECT count(*) FROM sqlite_master; ROLLBACK",
+                         nullptr, nullptr, nullptr);
+    }
+    if (result == SQLITE_OK)
+        return StoreProblem::None;
+    return result == SQLITE_BUSY ? StoreProblem::Busy : StoreProblem::Damaged;
 }
 
 QString filePath(const QString &databasePath, const char *name)
@@ -105,6 +110,16 @@ StoreProblem StoreConnection::checkFiles(const QString &databasePath)
             return StoreProblem::Damaged;
     }
     return StoreProblem::None;
+}
+
+StoreProblem StoreConnection::probeFiles(const QString &databasePath)
+{
+    StoreProblem problem = StoreProblem::None;
+    for (const char *name : DatabaseFiles) {
+        if (problem == StoreProblem::None)
+            problem = probe(filePath(databasePath, name));
+    }
+    return problem;
 }
 
 bool StoreConnection::createDatabase(const QString &databasePath)
@@ -131,10 +146,6 @@ std::unique_ptr<StoreConnection> StoreConnection::open(const StoreDirectory &dir
     auto connection = openDatabase(directory.databasePath());
     if (!connection)
         return nullptr;
-    for (const char *name : DatabaseFiles) {
-        if (!isReadable(filePath(directory.databasePath(), name)))
-            return nullptr;
-    }
     return std::unique_ptr<StoreConnection>(
         new StoreConnection(directory, lock, std::move(connection)));
 }

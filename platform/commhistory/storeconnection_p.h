@@ -43,6 +43,8 @@ public:
     //! What check() says of the files of a database: a missing or empty one would be taken
     //! for a fresh database.
     static StoreProblem checkFiles(const QString &databasePath);
+    //! Whether the files can be opened now. The lock must be held.
+    static StoreProblem probeFiles(const QString &databasePath);
     static bool createDatabase(const QString &databasePath);
     //! Null when the database cannot be opened. The lock must be held.
     static std::unique_ptr<StoreConnection> open(const StoreDirectory &directory, StoreLock &lock);

@@ -32,6 +32,7 @@ private Q_SLOTS:
     void aLostDatabaseIsNotReplaced();
     void aDamagedDatabaseIsNotReplaced_data();
     void aDamagedDatabaseIsNotReplaced();
+    void aDatabaseThatAnotherProgramHoldsIsRefused();
     void damageWithinTheRowsFailsTheRead();
     void aStoreWithoutPermissionIsRefused();
     void aReadOnlyDiskIsRefused();
@@ -261,6 +262,21 @@ void TestStoreDirectory::aDamagedDatabaseIsNotReplaced()
     QVERIFY(replace(path, damaged));
     expectRefused(QStringLiteral("cannot be opened and may be damaged"));
     QVERIFY(contents(path) == damaged);
+}
+
+void TestStoreDirectory::aDatabaseThatAnotherProgramHoldsIsRefused()
+{
+    makeStore();
+    QProcess holder;
+    holder.start(QStringLiteral("sqlite3"), {path(Meta)});
+    holder.write("BEGIN IMMEDIATE;\nSELECT 'held';\n");
+    QVERIFY(holder.waitForReadyRead(20000));
+    const auto outcome = StoreProcess(m_store).run({List});
+    QCOMPARE(outcome.first(), QStringLiteral("refused"));
+    QVERIFY2(outcome.errors.contains(QLatin1String("is kept busy")), qPrintable(outcome.errors));
+    holder.closeWriteChannel();
+    QVERIFY(holder.waitForFinished(20000));
+    QCOMPARE(StoreProcess(m_store).list(), QStringLiteral("1"));
 }
 
 void TestStoreDirectory::damageWithinTheRowsFailsTheRead()
