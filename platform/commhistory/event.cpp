@@ -94,78 +94,69 @@ QList<Event::Contact> Event::contacts() const { return d->contacts; }
 namespace {
 
 template <typename T>
-void assign(EventPrivate *d, T EventPrivate::*field, const T &value, Event::Property property)
+void assign(EventPrivate &d, T EventPrivate::*field, const T &value, Event::Property property)
 {
-    d->*field = value;
-    d->properties |= property;
+    d.*field = value;
+    d.properties |= property;
 }
 
 } // namespace
 
-void Event::setId(int id) { assign(d.data(), &EventPrivate::id, id, Id); }
-void Event::setType(EventType type) { assign(d.data(), &EventPrivate::type, type, Type); }
+void Event::setId(int id) { assign(*d, &EventPrivate::id, id, Id); }
+void Event::setType(EventType type) { assign(*d, &EventPrivate::type, type, Type); }
 void Event::setStartTime(const QDateTime &time)
 {
-    assign(d.data(), &EventPrivate::startTime, time, StartTime);
+    assign(*d, &EventPrivate::startTime, time, StartTime);
 }
-void Event::setEndTime(const QDateTime &time)
-{
-    assign(d.data(), &EventPrivate::endTime, time, EndTime);
-}
+void Event::setEndTime(const QDateTime &time) { assign(*d, &EventPrivate::endTime, time, EndTime); }
 void Event::setDirection(Direction direction)
 {
-    assign(d.data(), &EventPrivate::direction, direction, EventDirection);
+    assign(*d, &EventPrivate::direction, direction, EventDirection);
 }
-void Event::setIsRead(bool isRead) { assign(d.data(), &EventPrivate::isRead, isRead, IsRead); }
+void Event::setIsRead(bool isRead) { assign(*d, &EventPrivate::isRead, isRead, IsRead); }
 void Event::setIsMissedCall(bool isMissed)
 {
-    assign(d.data(), &EventPrivate::isMissedCall, isMissed, IsMissedCall);
+    assign(*d, &EventPrivate::isMissedCall, isMissed, IsMissedCall);
 }
-void Event::setStatus(Status status)
-{
-    assign(d.data(), &EventPrivate::status, status, EventStatus);
-}
-void Event::setLocalUid(const QString &uid)
-{
-    assign(d.data(), &EventPrivate::localUid, uid, LocalUid);
-}
+void Event::setStatus(Status status) { assign(*d, &EventPrivate::status, status, EventStatus); }
+void Event::setLocalUid(const QString &uid) { assign(*d, &EventPrivate::localUid, uid, LocalUid); }
 void Event::setRemoteUid(const QString &uid)
 {
-    assign(d.data(), &EventPrivate::remoteUid, uid, RemoteUid);
+    assign(*d, &EventPrivate::remoteUid, uid, RemoteUid);
 }
-void Event::setParentId(int id) { assign(d.data(), &EventPrivate::parentId, id, ParentId); }
-void Event::setGroupId(int id) { assign(d.data(), &EventPrivate::groupId, id, GroupId); }
+void Event::setParentId(int id) { assign(*d, &EventPrivate::parentId, id, ParentId); }
+void Event::setGroupId(int id) { assign(*d, &EventPrivate::groupId, id, GroupId); }
 void Event::setFreeText(const QString &text)
 {
-    assign(d.data(), &EventPrivate::freeText, text, FreeText);
+    assign(*d, &EventPrivate::freeText, text, FreeText);
 }
 void Event::setMessageToken(const QString &token)
 {
-    assign(d.data(), &EventPrivate::messageToken, token, MessageToken);
+    assign(*d, &EventPrivate::messageToken, token, MessageToken);
 }
 void Event::setEncoding(const QString &encoding)
 {
-    assign(d.data(), &EventPrivate::encoding, encoding, Encoding);
+    assign(*d, &EventPrivate::encoding, encoding, Encoding);
 }
 void Event::setCharacterSet(const QString &charset)
 {
-    assign(d.data(), &EventPrivate::characterSet, charset, CharacterSet);
+    assign(*d, &EventPrivate::characterSet, charset, CharacterSet);
 }
 void Event::setLanguage(const QString &language)
 {
-    assign(d.data(), &EventPrivate::language, language, Language);
+    assign(*d, &EventPrivate::language, language, Language);
 }
 void Event::setLastModified(const QDateTime &time)
 {
-    assign(d.data(), &EventPrivate::lastModified, time, LastModified);
+    assign(*d, &EventPrivate::lastModified, time, LastModified);
 }
 void Event::setMessageParts(const QList<MessagePart> &parts)
 {
-    assign(d.data(), &EventPrivate::messageParts, parts, MessageParts);
+    assign(*d, &EventPrivate::messageParts, parts, MessageParts);
 }
 void Event::setContacts(const QList<Contact> &contacts)
 {
-    assign(d.data(), &EventPrivate::contacts, contacts, Contacts);
+    assign(*d, &EventPrivate::contacts, contacts, Contacts);
 }
 
 } // namespace CommHistory
