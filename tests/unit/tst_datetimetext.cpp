@@ -320,6 +320,7 @@ void TestDateTimeText::epochSecondsAreUnsigned_data()
     QTest::newRow("null") << QDateTime() << 4294967295u;
     QTest::newRow("epoch") << utc(1970, 1, 1, QTime(0, 0)) << 0u;
     QTest::newRow("before") << utc(1969, 12, 31, QTime(23, 59, 59)) << 4294967295u;
+    QTest::newRow("long-before") << utc(1903, 7, 1, QTime(0, 0)) << 4294967295u;
     QTest::newRow("fraction") << utc(1970, 1, 1, QTime(0, 0, 1, 999)) << 1u;
     QTest::newRow("beyond-31-bits") << utc(2038, 1, 19, QTime(3, 14, 8)) << 2147483648u;
     QTest::newRow("beyond-32-bits") << utc(2106, 2, 7, QTime(6, 28, 17)) << 4294967295u;
