@@ -173,7 +173,7 @@ void AtModem::takePdu(const QByteArray &hex)
     if (!pdu || bytes.size() - centreSize != m_announcedSize)
         return write("+CMS ERROR: 304\r\n"); // "invalid PDU mode parameter"
     collect(*pdu);
-    QTimer::singleShot(m_delay, this, [this] {
+    QTimer::singleShot(m_delay, Qt::PreciseTimer, this, [this] {
         write("+CMGS: " + QByteArray::number(++m_messageReference % 256) + "\r\n");
         write("OK\r\n");
     });

@@ -8,7 +8,7 @@
 //
 // Takes orders from standard input, one a line (see AtModem::obey()), and leaves at its end.
 // Writes JSON to standard output, an object a line: first {"listening": PATH or port}, then
-// {"connected": true} for each connection, {"submitted": true} for each PDU and
+// {"obeyed": ORDER} for each order, {"submitted": true} for each PDU that begins to come and
 // {"number": ..., "text": ...} for each whole message that was taken.
 
 #include "atmodem.h"
@@ -38,10 +38,8 @@ void tell(const QJsonObject &object)
 template <typename Server, typename Address>
 bool serve(Server *server, const Address &address, AtModem *modem)
 {
-    QObject::connect(server, &Server::newConnection, modem, [=] {
-        modem->connectTo(server->nextPendingConnection());
-        tell({{QStringLiteral("connected"), true}});
-    });
+    QObject::connect(server, &Server::newConnection, modem,
+                     [=] { modem->connectTo(server->nextPendingConnection()); });
     return server->listen(address);
 }
 
@@ -55,7 +53,9 @@ void takeOrders(AtModem *modem)
     buffer.append(bytes, int(size));
     while (buffer.contains('\n')) {
         const auto end = buffer.indexOf('\n');
-        modem->obey(buffer.left(end));
+        const QByteArray order = buffer.left(end);
+        modem->obey(order);
+        tell({{QStringLiteral("obeyed"), QString::fromLatin1(order)}});
         buffer.remove(0, end + 1);
     }
 }

@@ -1,0 +1,147 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "messagesending_p.h"
+
+#include "historyentry_p.h"
+#include "modemmanagersubmission_p.h"
+#include "ofonosubmission_p.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QLoggingCategory>
+#include <QtCore/QRegularExpression>
+#include <QtDBus/QDBusConnection>
+#include <QtDBus/QDBusMessage>
+
+#include <algorithm>
+#include <iterator>
+
+namespace {
+
+Q_LOGGING_CATEGORY(lcMessaging, "korvasync.messaging", QtWarningMsg)
+
+constexpr int BusLimit = 5000; //!< milliseconds
+
+template <typename Backend>
+Submission *makeSubmission(const QString &daemon, const QString &modemPath,
+                           const OutgoingMessage &message, QObject *parent)
+{
+    return new Backend(daemon, modemPath, message, parent);
+}
+
+bool isSeparator(QChar c)
+{
+    return c.isSpace() || c.category() == QChar::Punctuation_Dash
+        || c.category() == QChar::Other_Format // direction marks come along from other programs
+        || QStringLiteral("().,/").contains(c);
+}
+
+//! The number as it can be dialled; empty when it cannot. Nothing but separators is left out,
+//! so that the message never goes to another number than the one that was meant.
+QString toDial(const QString &number)
+{
+    QString digits;
+    std::copy_if(number.cbegin(), number.cend(), std::back_inserter(digits),
+                 [](QChar c) { return !isSeparator(c); });
+    static const QRegularExpression dialled(QStringLiteral("^\\+?[0-9*#]+$"));
+    return dialled.match(digits).hasMatch() ? digits : QString();
+}
+
+} // namespace
+
+struct MessageSending::Daemon
+{
+    const char *busName;
+    const char *modemPathStart; //!< which of the daemons a path of a modem belongs to
+    decltype(&makeSubmission<OfonoSubmission>) makeSubmission;
+};
+
+//! In order of preference.
+const MessageSending::Daemon MessageSending::Daemons[] = {
+    {"org.freedesktop.ModemManager1", "/org/freedesktop/ModemManager1/",
+     makeSubmission<ModemManagerSubmission>},
+    {"org.ofono", "/", makeSubmission<OfonoSubmission>},
+};
+
+MessageSending::MessageSending(const QString &modemPath, const QString &number, const QString &text,
+                               bool keepInHistory)
+    : QObject(QCoreApplication::instance())
+    , m_modemPath(modemPath)
+    , m_number(number)
+    , m_text(text)
+    , m_keepInHistory(keepInHistory)
+{
+}
+
+void MessageSending::start()
+{
+    QMetaObject::invokeMethod(this, &MessageSending::begin, Qt::QueuedConnection);
+}
+
+void MessageSending::begin()
+{
+    using Outcome = Submission::Outcome;
+    if (toDial(m_number).isEmpty())
+        return keep(Outcome::NotSent, QStringLiteral("The number cannot be dialled."));
+    if (!QDBusConnection::systemBus().isConnected())
+        return keep(Outcome::NotSent, QStringLiteral("There is no system bus."));
+    lookFor(std::begin(Daemons));
+}
+
+//! Asks the bus for the daemon's unique name; the next daemon is looked for when there is none.
+void MessageSending::lookFor(const Daemon *daemon)
+{
+    daemon = std::find_if(daemon, std::end(Daemons), [this](const Daemon &candidate) {
+        return m_modemPath.isEmpty()
+            || m_modemPath.startsWith(QLatin1String(candidate.modemPathStart));
+    });
+    if (daemon == std::end(Daemons)) {
+        return keep(Submission::Outcome::NotSent,
+                    QStringLiteral("There is no modem daemon, neither ModemManager nor oFono."));
+    }
+    QDBusMessage question = QDBusMessage::createMethodCall(
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("GetNameOwner"));
+    question << QString::fromLatin1(daemon->busName);
+    auto *answer = new QDBusPendingCallWatcher(
+        QDBusConnection::systemBus().asyncCall(question, BusLimit), this);
+    connect(answer, &QDBusPendingCallWatcher::finished, this, [=] {
+        answer->deleteLater();
+        const QDBusPendingReply<QString> reply(*answer);
+        if (reply.isError())
+            lookFor(daemon + 1);
+        else
+            submit(*daemon, reply.value());
+    });
+}
+
+void MessageSending::submit(const Daemon &daemon, const QString &uniqueName)
+{
+    auto *submission =
+        daemon.makeSubmission(uniqueName, m_modemPath, {toDial(m_number), m_text}, this);
+    connect(submission, &Submission::finished, this, &MessageSending::keep);
+    submission->start();
+}
+
+void MessageSending::keep(Submission::Outcome outcome, const QString &problem)
+{
+    if (!m_keepInHistory || outcome == Submission::Outcome::Unknown)
+        return finish(problem);
+    const auto folder = outcome == Submission::Outcome::Accepted ? HistoryEntry::Folder::Sent
+                                                                 : HistoryEntry::Folder::Outbox;
+    auto *entry = new HistoryEntry(m_number, m_text, folder, this);
+    connect(entry, &HistoryEntry::written, this, [=](bool isStored) {
+        if (!isStored)
+            qCWarning(lcMessaging, "A message could not be added to the history.");
+        finish(problem);
+    });
+    entry->write();
+}
+
+void MessageSending::finish(const QString &problem)
+{
+    deleteLater();
+    Q_EMIT finished(problem);
+}
+
+#include "moc_messagesending_p.cpp"

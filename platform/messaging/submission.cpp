@@ -1,0 +1,50 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "submission_p.h"
+
+QString Submission::describe(const QDBusError &error)
+{
+    switch (error.type()) {
+    case QDBusError::NoReply:
+    case QDBusError::Timeout:
+    case QDBusError::TimedOut:
+        return QStringLiteral("The modem daemon does not answer.");
+    case QDBusError::Disconnected:
+    case QDBusError::ServiceUnknown:
+        return QStringLiteral("The modem daemon has ended.");
+    case QDBusError::AccessDenied:
+        return QStringLiteral("The modem daemon does not serve this user.");
+    default:
+        return QStringLiteral("The modem daemon reports: %1").arg(error.message());
+    }
+}
+
+bool Submission::mayHaveBeenServed(const QDBusError &error)
+{
+    switch (error.type()) {
+    case QDBusError::NoReply:
+    case QDBusError::Timeout:
+    case QDBusError::TimedOut:
+    case QDBusError::Disconnected:
+        return true;
+    default:
+        return false;
+    }
+}
+
+void Submission::finishUnknown(const QString &reason)
+{
+    finish(Outcome::Unknown,
+           QStringLiteral("It is not known whether the message was sent. %1").arg(reason));
+}
+
+void Submission::finish(Outcome outcome, const QString &problem)
+{
+    if (m_isFinished)
+        return;
+    m_isFinished = true;
+    Q_EMIT finished(outcome, problem);
+}
+
+#include "moc_submission_p.cpp"

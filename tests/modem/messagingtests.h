@@ -1,0 +1,41 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#pragma once
+
+#include "modemtesting.h"
+
+//! What holds for both daemons. A test class for each derives from this one.
+class MessagingTests : public QObject
+{
+    Q_OBJECT
+protected:
+    MessagingTests(ModemStack::Daemon daemon, const PrivateBus &systemBus)
+        : stack(daemon, systemBus)
+    {
+    }
+
+    void sendsWhole(const QString &text);
+    //! Sends a message that fails with the problem; stored = in the outbox, else nowhere.
+    void fails(const QString &problem, bool isStored = true);
+
+    ModemStack stack;
+
+private Q_SLOTS:
+    void cleanup();
+    void sendsTextsWhole_data();
+    void sendsTextsWhole();
+    void storesASentMessage();
+    void sendsTwoInARow();
+    void leavesSeparatorsOutForTheModemOnly();
+    void sendsThroughTheModemThatIsNamed();
+    void tellsThatTheNamedModemIsMissing();
+    void keepsNothingWhenAsked();
+    void seesAMessageThroughWithoutItsSender();
+    void waitsForALateAnswer();
+    void tellsALockedSim();
+    void tellsAMissingSim();
+    void tellsAMissingModem();
+    void tellsAMissingNetwork();
+    void doesNotKnowWhenTheDaemonGoes();
+};
