@@ -23,7 +23,7 @@ namespace {
 std::optional<MessageReader::Message> readOne(const QString &path)
 {
     MessageReader reader(path);
-    const auto message = reader.next();
+    auto message = reader.next();
     const bool isAlone = !reader.next();
     if (!reader.error().isEmpty()) {
         Diagnostics::error(

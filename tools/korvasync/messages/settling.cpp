@@ -84,7 +84,7 @@ bool isBelievable(const QDateTime &time, const QDateTime &now)
 QDateTime timeOf(const ParsedMessage &parsed, const SettlingRules &rules)
 {
     for (const QString &text : {parsed.headerTime, parsed.bodyTime}) {
-        const QDateTime time = DateText::readMessageTime(text, rules.localZone);
+        QDateTime time = DateText::readMessageTime(text, rules.localZone);
         if (isBelievable(time, rules.now))
             return time;
     }

@@ -24,7 +24,7 @@ QDateTime toUtc(QDate date, QTime time, const QTimeZone &zone)
         return QDateTime();
     const int before = zone.offsetFromUtc(shown.addDays(-1));
     const int after = zone.offsetFromUtc(shown.addDays(1));
-    const QDateTime early = shown.addSecs(-before);
+    QDateTime early = shown.addSecs(-before);
     if (before == after || zone.offsetFromUtc(early) == before)
         return early;
     const QDateTime late = shown.addSecs(-after);
