@@ -13,7 +13,8 @@ MessageReader::MessageReader(const QString &path)
 
 std::optional<MessageReader::Message> MessageReader::next()
 {
-    constexpr qint64 longestMessage = qint64(256) * 1024 * 1024; // all of it is kept until its end is found
+    // All of a message is kept until its end is found.
+    constexpr qint64 longestMessage = qint64(256) * 1024 * 1024;
     constexpr int startSize = 256;
     VMessageScanner::Message found;
     while (!scanner.next(&found)) {
