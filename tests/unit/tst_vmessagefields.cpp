@@ -73,6 +73,7 @@ private Q_SLOTS:
     void anAbsentStatusGivesANullText();
     void textsAreReadAsLatin1AndTheBodyAsUtf8();
     void theBodyEndsAtItsLength();
+    void aByteOrderMarkAtItsBeginningBelongsToTheBody();
     void numbersAreTracedInDoubleQuotes();
     void theOnlyNumberMovesToItsSide_data();
     void theOnlyNumberMovesToItsSide();
@@ -213,6 +214,14 @@ void TestVMessageFields::theBodyEndsAtItsLength()
     QCOMPARE(extracted(script).body, QString());
     body = bodyWith("a\0b", 3);
     QCOMPARE(extracted(script).body, QString::fromLatin1("a\0b", 3));
+}
+
+void TestVMessageFields::aByteOrderMarkAtItsBeginningBelongsToTheBody()
+{
+    ScriptedParser script;
+    const VMessageBody body = bodyWith("\xEF\xBB\xBF\xEF\xBB\xBFx", 7);
+    script.body = &body;
+    QCOMPARE(extracted(script).body, QStringLiteral("\uFEFF\uFEFFx"));
 }
 
 void TestVMessageFields::numbersAreTracedInDoubleQuotes()
