@@ -7,6 +7,7 @@
 
 #include <QtCore/QFile>
 
+#include <array>
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
@@ -79,12 +80,13 @@ QByteArray InputFile::readBytes()
         if (Interrupt::signalNumber() != 0)
             return QByteArray();
     }
-    QByteArray piece(pieceSize, Qt::Uninitialized);
-    const ssize_t count = ::read(descriptor, piece.data(), pieceSize);
+    std::array<char, pieceSize> piece;
+    const ssize_t count = ::read(descriptor, piece.data(), piece.size());
     if (count < 0)
         errorText = QString::fromLocal8Bit(std::strerror(errno));
     ended = count <= 0;
-    piece.truncate(count > 0 ? static_cast<int>(count) : 0);
-    consumed += piece.size();
-    return piece;
+    if (ended)
+        return QByteArray();
+    consumed += count;
+    return QByteArray(piece.data(), static_cast<int>(count));
 }
