@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The korvasync developers
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include "adding.h"
+#include "addablemessages.h"
 #include "command.h"
-#include "storeaccess.h"
 
+#include "messages/datetext.h"
 #include "messages/folder.h"
 #include "messages/inputpaths.h"
 #include "options/arguments.h"
@@ -14,26 +14,13 @@
 
 namespace {
 
-bool takeChoice(const Invocation &invocation, const char *option, const QStringList &choices,
-                QString &chosen)
+bool takeOptions(const Invocation &invocation, AddingOptions &options, SettlingRules &rules)
 {
-    chosen = invocation.value(option);
-    if (choices.contains(chosen))
-        return true;
-    Diagnostics::error(QStringLiteral("--%1 is one of: %2")
-                           .arg(QLatin1String(option), choices.join(QLatin1String(", "))));
-    return false;
-}
-
-bool takeOptions(const Invocation &invocation, AddingOptions &options)
-{
-    QString onDuplicate;
-    QString onBadTime;
-    if (!takeChoice(invocation, "on-duplicate",
-                    {QStringLiteral("skip"), QStringLiteral("add"), QStringLiteral("fail")},
-                    onDuplicate)
-        || !takeChoice(invocation, "on-bad-time", {QStringLiteral("refuse"), QStringLiteral("now")},
-                       onBadTime)
+    if (!options.takeOnDuplicate(invocation))
+        return false;
+    const auto onBadTime = Arguments::takeChoice(invocation.options, "on-bad-time",
+                                                 {QStringLiteral("refuse"), QStringLiteral("now")});
+    if (!onBadTime
         || !Arguments::takeNumber(invocation.options, "chunk", 1, 1000, options.chunkSize))
         return false;
     if (invocation.isSet("folder")) {
@@ -42,16 +29,12 @@ bool takeOptions(const Invocation &invocation, AddingOptions &options)
             Diagnostics::error(QStringLiteral("--folder is inbox, outbox, drafts, sent or my"));
             return false;
         }
-        options.rules.folder = *folder;
+        rules.folder = *folder;
     }
-    options.onDuplicate = onDuplicate == QLatin1String("skip") ? AddingOptions::Skip
-        : onDuplicate == QLatin1String("add")                  ? AddingOptions::AddAgain
-                                                               : AddingOptions::Refuse;
-    options.rules.badTimeIsNow = onBadTime == QLatin1String("now");
-    options.rules.markRead = invocation.isSet("mark-read");
-    options.rules.localZone = invocation.global.localZone;
-    const qint64 nowSeconds = QDateTime::currentSecsSinceEpoch();
-    options.rules.now = QDateTime::fromMSecsSinceEpoch(nowSeconds * 1000, Qt::UTC);
+    rules.badTimeIsNow = *onBadTime == 1;
+    rules.markRead = invocation.isSet("mark-read");
+    rules.localZone = invocation.global.localZone;
+    rules.now = DateText::now();
     options.rejects = invocation.value("rejects");
     return true;
 }
@@ -59,7 +42,8 @@ bool takeOptions(const Invocation &invocation, AddingOptions &options)
 ExitCode run(const Invocation &invocation)
 {
     AddingOptions options;
-    if (!takeOptions(invocation, options))
+    SettlingRules rules;
+    if (!takeOptions(invocation, options, rules))
         return UsageError;
     QStringList arguments = invocation.arguments;
     if (arguments.isEmpty() && isatty(STDIN_FILENO)) {
@@ -68,7 +52,8 @@ ExitCode run(const Invocation &invocation)
     }
     if (arguments.isEmpty())
         arguments = QStringList{QStringLiteral("-")};
-    return Adding(invocation, options).run(messageFiles(arguments));
+    AddableMessages messages(invocation, rules);
+    return Adding(invocation, options, messages).run(messageFiles(arguments));
 }
 
 } // namespace

@@ -4,13 +4,16 @@
 #pragma once
 
 #include "command.h"
-#include "messages/messagereader.h"
-#include "messages/settling.h"
 #include "output/progress.h"
 #include "output/rejects.h"
 #include "output/results.h"
-#include "store/messagewriter.h"
+#include "output/terminaltext.h"
+#include "process/diagnostics.h"
+#include "process/interrupt.h"
+#include "store/duplicateindex.h"
+#include "storeaccess.h"
 
+#include <QtCore/QFileInfo>
 #include <QtCore/QHash>
 
 struct AddingOptions
@@ -18,55 +21,276 @@ struct AddingOptions
     enum OnDuplicate { Skip, AddAgain, Refuse };
 
     OnDuplicate onDuplicate = Skip;
-    SettlingRules rules;
     int chunkSize = 500;
     QString rejects; //!< file for what is refused; empty = none
+
+    //! \return false when --on-duplicate has none of its words, which is told on stderr
+    bool takeOnDuplicate(const Invocation &invocation);
 };
 
-//! The work of "korvasync add": judges one message after the other and writes them in
-//! chunks. A chunk is so many messages of the input, whether new or not, so that results
-//! come in the order of the input and memory stays bounded.
+//! One item of the input: new, or why it is none.
+template <typename New>
+struct Judged
+{
+    New item;
+    Refusal refusal = Refusal::None;
+    QString detail; //!< instead of the refusal's own words
+};
+
+//! The work of "add": judges one item of the input after the other and writes them in
+//! chunks. A chunk is so many items of the input, whether new or not, so that results come
+//! in the order of the input and memory stays bounded.
+//!
+//! \tparam Kind  what is added, AddableMessages or AddableCalls:
+//!   - Reader, the items of one file; New, an item with its fingerprint, database id and trouble
+//!   - index, what the store holds, which readStore() fills
+//!   - judge() for the bytes of one item, judgeFile() for the first ones of a file without items
+//!   - add() for new items, which it enters in the index; notStored, the code of those it lost
+template <typename Kind>
 class Adding
 {
 public:
-    Adding(const Invocation &invocation, const AddingOptions &options);
+    Adding(const Invocation &invocation, const AddingOptions &options, Kind &kind)
+        : invocation(invocation)
+        , options(options)
+        , kind(kind)
+        , results(invocation.output, ItemResult::Added,
+                  invocation.global.format == QLatin1String("ndjson"))
+        , rejects(invocation.global.dryRun ? QString() : options.rejects)
+        , progress(invocation.global.progress)
+    {
+    }
 
     ExitCode run(const QStringList &files);
 
 private:
+    using New = typename Kind::New;
+
     struct Item
     {
         ItemResult result;
-        int newIndex = -1;  // in newMessages, -1 = not to be added
-        QByteArray message; // of a refused one, when rejects are wanted
+        int newIndex = -1; // in newItems, -1 = not to be added
+        QByteArray bytes;  // of a refused one, when rejects are wanted
     };
 
     ExitCode readStore();
     void addFile(const QString &path);
-    void noteFileWithoutMessages(const QString &path, const MessageReader &reader);
-    void judge(const MessageReader::Message &message, const QString &path);
+    void noteFileWithoutItems(const QString &path, const QByteArray &start);
+    void judge(const QByteArray &bytes, ItemResult result);
     bool isDuplicate(const Fingerprint &fingerprint, int countInFile);
-    void refuse(const ItemResult &result, Refusal refusal, const QByteArray &message);
+    void refuse(const ItemResult &result, Refusal refusal, const QByteArray &bytes = QByteArray());
     void append(const Item &item);
     void writeChunk();
     void settleFates();
     bool goesOn() const;
+    ExitCode tellOfRejects(ExitCode code) const;
     ExitCode finish();
 
     const Invocation &invocation;
     const AddingOptions options;
-    MessageStore store;
-    DuplicateIndex index;
-    MessageWriter writer;
+    Kind &kind;
     Results results;
     Rejects rejects;
     Progress progress;
 
-    QList<Item> items;             // the chunk in hand
-    QList<NewMessage> newMessages; // of the chunk
+    QList<Item> items;   // the chunk in hand
+    QList<New> newItems; // of the chunk
     QHash<Fingerprint, int> newCounts;
     int nextRef = 0;
     qint64 bytesTotal = 0; // of all files; 0 = not known
     qint64 bytesDone = 0;
     ExitCode trouble = AllDone; // the store's
 };
+
+template <typename Kind>
+ExitCode Adding<Kind>::run(const QStringList &files)
+{
+    if (!rejects.open())
+        return tellOfRejects(UsageError);
+    if (const ExitCode code = readStore())
+        return code;
+    for (const QString &path : files)
+        bytesTotal += path == QLatin1String("-") ? 0 : QFileInfo(path).size();
+    if (files.contains(QLatin1String("-")))
+        bytesTotal = 0;
+    for (const QString &path : files) {
+        if (!goesOn())
+            break;
+        addFile(path);
+    }
+    writeChunk();
+    return finish();
+}
+
+// Without a finished read of the store it could not be told what is new, so nothing is
+// added then.
+template <typename Kind>
+ExitCode Adding<Kind>::readStore()
+{
+    if (invocation.location.state() != StoreLocation::Present)
+        return StoreAccess::requirePlace(invocation.location);
+    return StoreAccess::complain(invocation.location, kind.readStore());
+}
+
+template <typename Kind>
+bool Adding<Kind>::goesOn() const
+{
+    return trouble == AllDone && Interrupt::signalNumber() == 0
+        && invocation.output.error().isEmpty();
+}
+
+template <typename Kind>
+void Adding<Kind>::addFile(const QString &path)
+{
+    typename Kind::Reader reader(path);
+    kind.index.beginFile();
+    bool hasItems = false;
+    const qint64 before = bytesDone;
+    while (goesOn()) {
+        const auto item = reader.next();
+        if (!item)
+            break;
+        hasItems = true;
+        ItemResult result;
+        result.source = QStringLiteral("%1:%2").arg(path).arg(item->line);
+        judge(item->bytes, result);
+        bytesDone = before + reader.bytesRead();
+    }
+    bytesDone = before + reader.bytesRead();
+    if (!goesOn())
+        return;
+    if (!reader.error().isEmpty()) {
+        ItemResult result;
+        result.source = path;
+        result.detail = reader.error();
+        refuse(result, Refusal::Unreadable);
+    } else if (!hasItems) {
+        noteFileWithoutItems(path, reader.start().trimmed());
+    }
+}
+
+// An empty file is what a list of nothing gives: there is nothing to do.
+template <typename Kind>
+void Adding<Kind>::noteFileWithoutItems(const QString &path, const QByteArray &start)
+{
+    if (start.isEmpty()) {
+        Diagnostics::warn(QStringLiteral("%1 is empty").arg(terminalText(path)));
+        return;
+    }
+    ItemResult result;
+    result.source = path + QLatin1String(":1");
+    refuse(result, Kind::judgeFile(start));
+}
+
+template <typename Kind>
+void Adding<Kind>::judge(const QByteArray &bytes, ItemResult result)
+{
+    const Judged<New> judged = kind.judge(bytes);
+    result.detail = judged.detail;
+    if (judged.refusal != Refusal::None)
+        return refuse(result, judged.refusal, bytes);
+    const Fingerprint &fingerprint = judged.item.fingerprint;
+    const int count = kind.index.countInFile(fingerprint);
+    if (options.onDuplicate != AddingOptions::AddAgain && isDuplicate(fingerprint, count)) {
+        result.id = kind.index.storedId(fingerprint, count);
+        if (options.onDuplicate == AddingOptions::Refuse)
+            return refuse(result, Refusal::Duplicate, bytes);
+        result.status = ItemResult::Present;
+        append({result, -1, QByteArray()});
+        return;
+    }
+    newItems += judged.item;
+    ++newCounts[fingerprint];
+    append({result, static_cast<int>(newItems.size()) - 1, QByteArray()});
+}
+
+// An equal item of an earlier file that is still in the chunk is waited for: only when it
+// is stored is this one its duplicate.
+template <typename Kind>
+bool Adding<Kind>::isDuplicate(const Fingerprint &fingerprint, int countInFile)
+{
+    const int stored = kind.index.storedCount(fingerprint);
+    if (countInFile > stored && countInFile <= stored + newCounts.value(fingerprint))
+        writeChunk();
+    return countInFile <= kind.index.storedCount(fingerprint);
+}
+
+template <typename Kind>
+void Adding<Kind>::refuse(const ItemResult &result, Refusal refusal, const QByteArray &bytes)
+{
+    Item item{result, -1, rejects.isWanted() ? bytes : QByteArray()};
+    item.result.status = ItemResult::Refused;
+    item.result.refusal = refusal;
+    append(item);
+}
+
+template <typename Kind>
+void Adding<Kind>::append(const Item &item)
+{
+    items += item;
+    items.last().result.ref = nextRef++;
+    if (items.size() >= options.chunkSize)
+        writeChunk();
+}
+
+template <typename Kind>
+void Adding<Kind>::writeChunk()
+{
+    if (items.isEmpty())
+        return;
+    if (invocation.global.dryRun) {
+        for (const New &item : std::as_const(newItems))
+            kind.index.addStored(item.fingerprint, -1);
+    } else if (!newItems.isEmpty()) {
+        trouble = StoreAccess::complain(invocation.location, kind.add(newItems));
+    }
+    settleFates();
+    for (const Item &item : std::as_const(items)) {
+        results.report(item.result);
+        if (item.result.status == ItemResult::Refused)
+            rejects.add(item.result, item.bytes);
+    }
+    items.clear();
+    newItems.clear();
+    newCounts.clear();
+    invocation.output.flush();
+    std::optional<double> part;
+    if (bytesTotal > 0)
+        part = static_cast<double>(bytesDone) / static_cast<double>(bytesTotal);
+    progress.show(results.count(), part);
+}
+
+template <typename Kind>
+void Adding<Kind>::settleFates()
+{
+    for (Item &item : items) {
+        if (item.newIndex == -1)
+            continue;
+        const New &added = newItems.at(item.newIndex);
+        item.result.id = added.id;
+        item.result.status = added.trouble.isEmpty() ? ItemResult::Added : ItemResult::Failed;
+        if (!added.trouble.isEmpty()) {
+            item.result.refusal = Kind::notStored;
+            item.result.detail = added.trouble;
+        }
+    }
+}
+
+template <typename Kind>
+ExitCode Adding<Kind>::tellOfRejects(ExitCode code) const
+{
+    Diagnostics::error(QStringLiteral("%1 cannot be written: %2")
+                           .arg(terminalText(options.rejects), rejects.errorText()));
+    return code;
+}
+
+template <typename Kind>
+ExitCode Adding<Kind>::finish()
+{
+    progress.end();
+    if (invocation.global.quiet == 0)
+        results.printSummary();
+    results.warnOfRefusals();
+    const ExitCode code = worse(trouble, results.exitCode());
+    return rejects.commit() ? code : tellOfRejects(worse(code, SomeNotDone));
+}

@@ -302,6 +302,16 @@ QDateTime readOption(const QString &text, const QTimeZone &local)
     return toUtc(*reading, local);
 }
 
+QDateTime now()
+{
+    return QDateTime::fromMSecsSinceEpoch(QDateTime::currentSecsSinceEpoch() * 1000, Qt::UTC);
+}
+
+bool isBelievable(const QDateTime &time, const QDateTime &now)
+{
+    return time.isValid() && time.date().year() >= 1990 && time <= now.addDays(1);
+}
+
 QString write(const QDateTime &time)
 {
     return time.isValid() ? time.toUTC().toString(QStringLiteral("yyyy-MM-ddThh:mm:ssZ"))

@@ -21,6 +21,13 @@ QDateTime readMessageTime(const QString &text, const QTimeZone &local);
 //! \return in UTC; null for any other text
 QDateTime readOption(const QString &text, const QTimeZone &local);
 
+//! The clock, in UTC and whole seconds.
+QDateTime now();
+
+//! Whether something can have happened then. A clock that was never set says 1980 or so; one
+//! that is set wrong, some time to come.
+bool isBelievable(const QDateTime &time, const QDateTime &now);
+
 //! 2010-11-03T14:25:30Z; empty for a null time.
 QString write(const QDateTime &time);
 

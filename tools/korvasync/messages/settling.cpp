@@ -75,17 +75,11 @@ QString readStatus(const ParsedMessage &parsed, const SettlingRules &rules, bool
     return settled ? QStringLiteral("READ") : QStringLiteral("UNREAD");
 }
 
-// A clock that was never set says 1980 or so; one that is set wrong, some time to come.
-bool isBelievable(const QDateTime &time, const QDateTime &now)
-{
-    return time.isValid() && time.date().year() >= 1990 && time <= now.addDays(1);
-}
-
 QDateTime timeOf(const ParsedMessage &parsed, const SettlingRules &rules)
 {
     for (const QString &text : {parsed.headerTime, parsed.bodyTime}) {
         QDateTime time = DateText::readMessageTime(text, rules.localZone);
-        if (isBelievable(time, rules.now))
+        if (DateText::isBelievable(time, rules.now))
             return time;
     }
     return rules.badTimeIsNow ? rules.now : QDateTime();

@@ -41,6 +41,18 @@ bool takeNumber(const QCommandLineParser &parser, const char *option, int least,
     return fits;
 }
 
+std::optional<int> takeChoice(const QCommandLineParser &parser, const char *option,
+                              const QStringList &choices)
+{
+    const QString name = QLatin1String(option);
+    const auto choice = static_cast<int>(choices.indexOf(parser.value(name)));
+    if (choice >= 0)
+        return choice;
+    Diagnostics::error(
+        QStringLiteral("--%1 is one of: %2").arg(name, choices.join(QLatin1String(", "))));
+    return std::nullopt;
+}
+
 static QStringList linesOfStandardInput()
 {
     InputFile input(QStringLiteral("-"));

@@ -24,6 +24,10 @@ bool takeTime(const QCommandLineParser &parser, const char *option, const QTimeZ
 bool takeNumber(const QCommandLineParser &parser, const char *option, int least, int most,
                 int &number);
 
+//! The place of the option's value in \a choices; an absent option has its default.
+std::optional<int> takeChoice(const QCommandLineParser &parser, const char *option,
+                              const QStringList &choices);
+
 //! Database ids from the arguments, where "-" stands for standard input, one a line.
 std::optional<QList<int>> databaseIds(const QStringList &arguments);
 

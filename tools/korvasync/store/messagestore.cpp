@@ -4,65 +4,16 @@
 #include "messagestore.h"
 
 #include "messages/folder.h"
-#include "process/diagnostics.h"
-#include "process/interrupt.h"
-
-#include <QtCore/QEventLoop>
-#include <QtCore/QPointer>
-#include <QtCore/QTimer>
 
 using namespace KorvaSyncIf;
 
-namespace {
-
-constexpr std::chrono::milliseconds pollInterval(20);
-
-//! Waits for a pending object and destroys it if it does not do so itself.
-//! \param collect   reads the results, which live no longer than the slots of finished()
-//! \param givesUp   asked now and then; an answer ends the waiting
-template <typename Pending>
-Answer waitFor(Pending *object, std::chrono::milliseconds timeout,
-               const std::function<void()> &collect,
-               const std::function<std::optional<Answer>()> &givesUp)
-{
-    const QPointer<Pending> pending(object);
-    std::optional<Answer> answer;
-    if (pending->isError()) { // nothing will signal
-        answer = Answer::Refused;
-    } else {
-        QEventLoop loop;
-        QObject::connect(object, &Pending::finished, &loop, [&] {
-            collect();
-            answer = Answer::Finished;
-            loop.quit();
-        });
-        QTimer poll;
-        QObject::connect(&poll, &QTimer::timeout, &loop, [&] {
-            if (!answer && (answer = givesUp()))
-                loop.quit();
-        });
-        poll.start(pollInterval);
-        QTimer::singleShot(timeout, &loop, &QEventLoop::quit);
-        loop.exec();
-    }
-    if (answer != Answer::Finished && pending) {
-        collect();
-        delete pending;
-    }
-    return answer.value_or(Answer::TimedOut);
-}
-
-std::optional<Answer> never() { return std::nullopt; }
-
-MessageStore::Written await(PendingStatus *pending, std::chrono::milliseconds timeout)
+static MessageStore::Written await(PendingStatus *pending, std::chrono::milliseconds timeout)
 {
     MessageStore::Written written;
-    written.answer = waitFor(
-        pending, timeout, [&] { written.status = pending->status(); }, never);
+    written.answer =
+        PendingWait::waitFor(pending, timeout, [&] { written.status = pending->status(); });
     return written;
 }
-
-} // namespace
 
 MessageStore::MessageStore(std::chrono::milliseconds timeout)
     : timeout(timeout)
@@ -72,16 +23,8 @@ MessageStore::MessageStore(std::chrono::milliseconds timeout)
 MessageStore::Read MessageStore::await(PendingMsgs *pending)
 {
     Read read;
-    const int troublesBefore = Diagnostics::storeTroubleCount();
-    const auto collect = [&] { read.messages = pending->syncSmsInfo(); };
-    // A read that fails after its start is told by the store's warning alone.
-    read.answer = waitFor(pending, timeout, collect, [&]() -> std::optional<Answer> {
-        if (Interrupt::signalNumber() != 0)
-            return Answer::Interrupted;
-        if (Diagnostics::storeTroubleCount() != troublesBefore)
-            return Answer::Refused;
-        return std::nullopt;
-    });
+    read.answer =
+        PendingWait::waitForRead(pending, timeout, [&] { read.messages = pending->syncSmsInfo(); });
     return read;
 }
 
@@ -117,11 +60,12 @@ MessageStore::Written MessageStore::add(QList<SyncSmsInfo> messages)
     };
     // Where the conversations of new numbers could not be made, the status shows it and
     // finished() never comes.
-    written.answer = waitFor(pending, timeout, collect, [&]() -> std::optional<Answer> {
-        if (pending->status().contains(SmsDatabaseError))
-            return Answer::Refused;
-        return std::nullopt;
-    });
+    written.answer =
+        PendingWait::waitFor(pending, timeout, collect, [&]() -> std::optional<Answer> {
+            if (pending->status().contains(SmsDatabaseError))
+                return Answer::Refused;
+            return std::nullopt;
+        });
     return written;
 }
 

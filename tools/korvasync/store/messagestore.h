@@ -3,23 +3,14 @@
 
 #pragma once
 
+#include "pendingwait.h"
+
 #include <korvasync/smssyncinterface.h>
 
 #include <QtCore/QList>
 
-#include <chrono>
-#include <functional>
-
-//! How a request ended.
-enum class Answer {
-    Finished,
-    Refused,    //!< the store could not take it, or will never finish it
-    TimedOut,   //!< no answer in time
-    Interrupted //!< a signal came while only reading
-};
-
-//! The library with its pending objects waited for. The only one of the process, since a
-//! facade that goes takes the store adapters of all others with it.
+//! The library's messages with its pending objects waited for. The only facade of the process,
+//! since a facade that goes takes the store adapters of all others with it.
 class MessageStore
 {
 public:
