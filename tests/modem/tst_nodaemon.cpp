@@ -9,13 +9,43 @@
 using namespace CommHistory;
 using namespace ModemTesting;
 
-//! Takes every call and answers none.
-class SilentObject : public QDBusVirtualObject
+//! Owns bus names, takes every call and answers none.
+class SilentDaemon : public QDBusVirtualObject
 {
 public:
+    SilentDaemon(QDBusConnection bus, const QStringList &names)
+        : m_bus(std::move(bus))
+        , m_names(names)
+    {
+        m_bus.registerVirtualObject(QStringLiteral("/"), this, QDBusConnection::SubPath);
+        for (const QString &name : m_names)
+            m_bus.registerService(name);
+    }
+    ~SilentDaemon() override
+    {
+        for (const QString &name : std::as_const(m_names))
+            m_bus.unregisterService(name);
+        m_bus.unregisterObject(QStringLiteral("/"));
+    }
+
     QString introspect(const QString &) const override { return QString(); }
-    bool handleMessage(const QDBusMessage &, const QDBusConnection &) override { return true; }
+    bool handleMessage(const QDBusMessage &call, const QDBusConnection &) override
+    {
+        calls.append(call.member());
+        return true;
+    }
+
+    QStringList calls;
+
+private:
+    Q_DISABLE_COPY(SilentDaemon)
+
+    QDBusConnection m_bus;
+    const QStringList m_names;
 };
+
+const QString ModemManager = QStringLiteral("org.freedesktop.ModemManager1");
+const QString Ofono = QStringLiteral("org.ofono");
 
 class TestNoDaemon : public QObject
 {
@@ -31,8 +61,12 @@ private Q_SLOTS:
     void tellsAMissingDaemon();
     void tellsADaemonThatDoesNotAnswer_data();
     void tellsADaemonThatDoesNotAnswer();
+    void choosesTheDaemon_data();
+    void choosesTheDaemon();
     void tellsWhatIsNoNumber_data();
     void tellsWhatIsNoNumber();
+    void tellsQueuedReceivers();
+    void bearsASlotThatDeletesTheSender();
 
 private:
     void fails(const QString &number, const QString &problem);
@@ -62,19 +96,42 @@ void TestNoDaemon::tellsAMissingDaemon()
 void TestNoDaemon::tellsADaemonThatDoesNotAnswer_data()
 {
     QTest::addColumn<QString>("busName");
-    QTest::newRow("ModemManager") << QStringLiteral("org.freedesktop.ModemManager1");
-    QTest::newRow("oFono") << QStringLiteral("org.ofono");
+    QTest::newRow("ModemManager") << ModemManager;
+    QTest::newRow("oFono") << Ofono;
 }
 
 void TestNoDaemon::tellsADaemonThatDoesNotAnswer()
 {
     QFETCH(QString, busName);
-    SilentObject silent;
-    QVERIFY(bus.registerVirtualObject(QStringLiteral("/"), &silent, QDBusConnection::SubPath));
-    QVERIFY(bus.registerService(busName));
+    const SilentDaemon daemon(bus, {busName});
     fails(QStringLiteral("+15550100"), QStringLiteral("The modem daemon does not answer."));
-    QVERIFY(bus.unregisterService(busName));
-    bus.unregisterObject(QStringLiteral("/"));
+}
+
+void TestNoDaemon::choosesTheDaemon_data()
+{
+    QTest::addColumn<QStringList>("busNames");
+    QTest::addColumn<QString>("modemPath");
+    QTest::addColumn<QString>("firstCall");
+    const QString ofModemManager = QStringLiteral("GetManagedObjects");
+    const QString ofOfono = QStringLiteral("GetModems");
+    QTest::newRow("both") << QStringList{ModemManager, Ofono} << QString() << ofModemManager;
+    QTest::newRow("oFono only") << QStringList{Ofono} << QString() << ofOfono;
+    QTest::newRow("oFono's modem")
+        << QStringList{ModemManager, Ofono} << QStringLiteral("/modem_0") << ofOfono;
+    QTest::newRow("ModemManager's modem")
+        << QStringList{ModemManager, Ofono}
+        << QStringLiteral("/org/freedesktop/ModemManager1/Modem/0") << ofModemManager;
+}
+
+void TestNoDaemon::choosesTheDaemon()
+{
+    QFETCH(QStringList, busNames);
+    QFETCH(QString, modemPath);
+    QFETCH(QString, firstCall);
+    const SilentDaemon daemon(bus, busNames);
+    MessagingIf(modemPath).sendSMS(QStringLiteral("+15550100"), QStringLiteral("Hello"), false);
+    QTRY_VERIFY(!daemon.calls.isEmpty());
+    QCOMPARE(daemon.calls.first(), firstCall);
 }
 
 void TestNoDaemon::tellsWhatIsNoNumber_data()
@@ -91,6 +148,29 @@ void TestNoDaemon::tellsWhatIsNoNumber()
 {
     QFETCH(QString, number);
     fails(number, QStringLiteral("The number cannot be dialled."));
+}
+
+void TestNoDaemon::tellsQueuedReceivers()
+{
+    MessagingIf messaging{QString()};
+    PendingMessage *message =
+        messaging.sendSMS(QStringLiteral("Bank"), QStringLiteral("Hello"), true);
+    QVERIFY(!message->isError());
+    QString text;
+    connect(
+        message, &PendingMessage::finished, this,
+        [&](const PendingMessage *message) { text = message->errorText(); }, Qt::QueuedConnection);
+    QTRY_COMPARE(text, QStringLiteral("The number cannot be dialled."));
+}
+
+void TestNoDaemon::bearsASlotThatDeletesTheSender()
+{
+    auto *messaging = new MessagingIf(QString());
+    PendingMessage *message =
+        messaging->sendSMS(QStringLiteral("Bank"), QStringLiteral("Hello"), true);
+    QSignalSpy deleted(messaging, &QObject::destroyed);
+    connect(message, &PendingMessage::finished, this, [messaging] { delete messaging; });
+    QVERIFY(deleted.wait(StoreTesting::Patience));
 }
 
 MODEM_TEST_MAIN(TestNoDaemon)

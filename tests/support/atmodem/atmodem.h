@@ -26,7 +26,6 @@ public:
     //!     delay MS                          taken, but answered MS milliseconds later
     //!     ready, ask-pin, no-sim            the SIM
     //!     home, away                        the network; told to who is connected
-    //!     leave                             closes the line
     void obey(const QByteArray &order);
 
 Q_SIGNALS:
