@@ -3,6 +3,7 @@
 
 #include "modemtesting.h"
 
+#include <QtCore/QPointer>
 #include <QtDBus/QDBusMessage>
 #include <QtDBus/QDBusVirtualObject>
 
@@ -156,11 +157,13 @@ void TestNoDaemon::tellsQueuedReceivers()
     PendingMessage *message =
         messaging.sendSMS(QStringLiteral("Bank"), QStringLiteral("Hello"), true);
     QVERIFY(!message->isError());
+    const QPointer<PendingMessage> guard(message);
     QString text;
-    connect(
-        message, &PendingMessage::finished, this,
-        [&](const PendingMessage *message) { text = message->errorText(); }, Qt::QueuedConnection);
-    QTRY_COMPARE(text, QStringLiteral("The number cannot be dialled."));
+    const auto receive = [&] { text = guard ? guard->errorText() : QStringLiteral("deleted"); };
+    connect(message, &PendingMessage::finished, this, receive, Qt::QueuedConnection);
+    QTRY_VERIFY(!text.isEmpty());
+    QCOMPARE(text, QStringLiteral("The number cannot be dialled."));
+    QTRY_VERIFY(!guard);
 }
 
 void TestNoDaemon::bearsASlotThatDeletesTheSender()
