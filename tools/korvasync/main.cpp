@@ -15,15 +15,15 @@ namespace {
 
 const QList<Command> &commands()
 {
-    static const QList<Command> all{listCommand(), showCommand(), addCommand(), modifyCommand(),
-                                    deleteCommand()};
+    static const QList<Command> all{listCommand(),   showCommand(),   addCommand(),
+                                    modifyCommand(), deleteCommand(), callsCommand()};
     return all;
 }
 
 QByteArray overview()
 {
     QByteArray text("Usage: korvasync [OPTIONS] COMMAND [ARGUMENTS]\n"
-                    "Reads and writes the text messages of a phone's store.\n\n"
+                    "Reads and writes the text messages and calls of a phone's store.\n\n"
                     "Commands (\"korvasync COMMAND --help\" tells more):\n");
     for (const Command &command : commands()) {
         text += "  " + QByteArray(command.name).leftJustified(8) + command.summary + '\n';

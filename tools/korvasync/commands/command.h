@@ -39,3 +39,4 @@ Command showCommand();
 Command addCommand();
 Command modifyCommand();
 Command deleteCommand();
+Command callsCommand();

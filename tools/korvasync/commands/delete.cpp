@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
 #include "command.h"
+#include "confirmation.h"
 #include "storeaccess.h"
 
 #include "options/arguments.h"
@@ -11,9 +12,6 @@
 #include "process/interrupt.h"
 
 #include <QtCore/QSet>
-
-#include <cstdio>
-#include <unistd.h>
 
 namespace {
 
@@ -104,28 +102,19 @@ void Deleting::report(int id, ItemResult::Status status, Refusal refusal)
     results.report(result);
 }
 
-bool isConfirmed(qsizetype count)
-{
-    std::fprintf(stderr, "Delete %d message(s)? [y/N] ", static_cast<int>(count));
-    const int answer = std::getchar();
-    return answer == 'y' || answer == 'Y';
-}
-
 ExitCode run(const Invocation &invocation)
 {
     if (invocation.arguments.isEmpty()) {
         Diagnostics::error(QStringLiteral("delete needs an id"));
         return UsageError;
     }
-    const bool asks = !invocation.isSet("yes") && !invocation.global.dryRun;
-    if (asks && !isatty(STDIN_FILENO)) {
-        Diagnostics::error(QStringLiteral("delete needs --yes where it cannot ask on a terminal"));
+    if (!Confirmation::isPossible(invocation, QStringLiteral("delete")))
         return UsageError;
-    }
     const auto ids = Arguments::databaseIds(invocation.arguments);
     if (!ids)
         return UsageError;
-    if (asks && !isConfirmed(ids->size()))
+    if (!Confirmation::isGiven(invocation,
+                               QStringLiteral("Delete %1 message(s)?").arg(ids->size())))
         return AllDone;
     return Deleting(invocation).run(*ids);
 }

@@ -50,7 +50,7 @@ ExitCode requirePlace(StoreLocation &location)
     return StoreFailed;
 }
 
-ExitCode requireReadable(StoreLocation &location, MessageStore &store)
+ExitCode requireStore(StoreLocation &location)
 {
     if (location.state() == StoreLocation::Absent) {
         Diagnostics::error(QStringLiteral("there is no store at %1: --store names another place, "
@@ -58,7 +58,12 @@ ExitCode requireReadable(StoreLocation &location, MessageStore &store)
                                .arg(terminalText(location.path())));
         return StoreFailed;
     }
-    if (const ExitCode code = requirePlace(location))
+    return requirePlace(location);
+}
+
+ExitCode requireReadable(StoreLocation &location, MessageStore &store)
+{
+    if (const ExitCode code = requireStore(location))
         return code;
     return complain(location, store.probe());
 }

@@ -10,6 +10,9 @@
 //! Whether the store is fit for a command that needs one; what is wrong is told on stderr.
 namespace StoreAccess {
 
+//! There must be a store. Whether it answers, the first request tells.
+ExitCode requireStore(StoreLocation &location);
+
 //! There must be a store, and it must answer.
 ExitCode requireReadable(StoreLocation &location, MessageStore &store);
 

@@ -30,6 +30,14 @@ Wording wordingOf(Refusal refusal)
         return {"sms-store", "the store did not take it"};
     case Refusal::SmsDelete:
         return {"sms-delete", "the store did not delete it"};
+    case Refusal::CallParse:
+        return {"call-parse", "not a whole call-history entry"};
+    case Refusal::CallType:
+        return {"call-type", "no TYPE of call that is incoming, outgoing or missed"};
+    case Refusal::CallStore:
+        return {"call-store", "the store did not take it"};
+    case Refusal::BadCallTime:
+        return {"bad-time", "no time, or none that can be"};
     case Refusal::BadTime:
         return {"bad-time", "no time, or none that can be; --on-bad-time now takes the clock's"};
     case Refusal::Duplicate:

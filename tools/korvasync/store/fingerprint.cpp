@@ -9,14 +9,9 @@
 
 #include <cstring>
 
-Fingerprint Fingerprint::of(int folder, const QString &number, const QDateTime &time,
-                            const QString &body)
+static Fingerprint digestOf(const QByteArrayList &parts)
 {
-    QCryptographicHash hash(QCryptographicHash::Sha1);
-    const qint64 second = time.isValid() ? time.toSecsSinceEpoch() : -1;
-    hash.addData(QByteArray::number(folder) + '\0' + QByteArray::number(second) + '\0'
-                 + Number::comparable(number).toUtf8() + '\0' + body.toUtf8());
-    const QByteArray digest = hash.result();
+    const QByteArray digest = QCryptographicHash::hash(parts.join('\0'), QCryptographicHash::Sha1);
     Fingerprint fingerprint;
     std::memcpy(&fingerprint.high, digest.constData(), sizeof fingerprint.high);
     std::memcpy(&fingerprint.low, digest.constData() + sizeof fingerprint.high,
@@ -24,7 +19,25 @@ Fingerprint Fingerprint::of(int folder, const QString &number, const QDateTime &
     return fingerprint;
 }
 
+static QByteArray secondOf(const QDateTime &time)
+{
+    return QByteArray::number(time.isValid() ? time.toSecsSinceEpoch() : -1);
+}
+
+Fingerprint Fingerprint::of(int folder, const QString &number, const QDateTime &time,
+                            const QString &body)
+{
+    return digestOf({QByteArray::number(folder), secondOf(time),
+                     Number::comparable(number).toUtf8(), body.toUtf8()});
+}
+
 Fingerprint Fingerprint::of(const StoredMessage &message)
 {
     return of(message.folder, message.number, message.time, message.body);
+}
+
+Fingerprint Fingerprint::of(const Call &call)
+{
+    return digestOf({call.type.toUtf8(), secondOf(call.start),
+                     Number::comparable(call.number).toUtf8(), QByteArray::number(call.duration)});
 }

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "calls/call.h"
 #include "storedmessage.h"
 
 #include <QtCore/QDateTime>
@@ -10,7 +11,8 @@
 #include <QtCore/QString>
 
 //! What makes two messages one and the same: folder, number (see Number::comparable()),
-//! second and text. A digest, so that an index of a whole store stays small.
+//! second and text; and two calls: type, number, second of the start and duration. A digest, so
+//! that an index of a whole store stays small.
 struct Fingerprint
 {
     quint64 high = 0;
@@ -19,6 +21,7 @@ struct Fingerprint
     static Fingerprint of(int folder, const QString &number, const QDateTime &time,
                           const QString &body);
     static Fingerprint of(const StoredMessage &message);
+    static Fingerprint of(const Call &call);
 
     bool operator==(const Fingerprint &other) const
     {

@@ -1,0 +1,176 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "callentry.h"
+
+#include "messages/datetext.h"
+
+#include <algorithm>
+
+namespace CallEntry {
+
+namespace {
+
+constexpr int secondsLength = 15; // of yyyyMMddThhmmss
+
+bool isDigit(QChar c) { return c >= QLatin1Char('0') && c <= QLatin1Char('9'); }
+
+// The library's own date-times end in 1 to 3 digits of milliseconds, which no other
+// spelling has behind its seconds.
+QString withoutMilliseconds(const QString &time)
+{
+    auto end = qMin<decltype(time.size())>(secondsLength, time.size());
+    while (end < time.size() && end < secondsLength + 3 && isDigit(time.at(end)))
+        ++end;
+    return time.left(secondsLength) + time.mid(end);
+}
+
+QDateTime readTime(const QString &text, const QTimeZone &local)
+{
+    const bool isStamp = text.size() >= secondsLength && text.at(8) == QLatin1Char('T');
+    return isStamp ? DateText::readMessageTime(withoutMilliseconds(text), local) : QDateTime();
+}
+
+QString compose(const Call &call, const QDateTime &time)
+{
+    const QString stamp = time.isValid()
+        ? time.toString(QStringLiteral("yyyyMMddThhmmss")) + QLatin1Char('Z')
+        : QString();
+    return QStringLiteral("BEGIN:VCALLHISTENTRY\r\nTYPE:%1\r\nTEL:%2\r\nDURATION:%3\r\n"
+                          "CALL-DATETIME:%4\r\nEND:VCALLHISTENTRY\r\n")
+        .arg(call.type, call.number, QString::number(call.duration), stamp);
+}
+
+//! The values of an entry as they stand.
+struct Fields
+{
+    QString type;
+    QString number;
+    QString duration;
+    QString time;
+    bool isWhole = false; // has its last line
+
+    //! \return what is wrong with the line; empty = nothing
+    QString take(const QString &line);
+};
+
+QString Fields::take(const QString &line)
+{
+    const QStringList pieces = line.split(QLatin1Char(':'));
+    const QString &name = pieces.first();
+    const QString value = pieces.value(1);
+    if (pieces.size() > 2)
+        return QStringLiteral("a value with a colon");
+    if (name == QLatin1String("TYPE"))
+        type = value;
+    else if (name == QLatin1String("TEL"))
+        number = value;
+    else if (name == QLatin1String("DURATION"))
+        duration = value;
+    else if (name == QLatin1String("CALL-DATETIME"))
+        time = value;
+    else if (line == QLatin1String("END:VCALLHISTENTRY"))
+        isWhole = true;
+    else
+        return QStringLiteral("a line that an entry does not have");
+    return QString();
+}
+
+//! \return what is wrong with the entry; empty = nothing
+QString takeLines(const QByteArray &entry, Fields &fields)
+{
+    QStringList lines = QString::fromUtf8(entry).split(QLatin1Char('\n'));
+    for (QString &line : lines) {
+        if (line.endsWith(QLatin1Char('\r')))
+            line.chop(1);
+    }
+    if (!lines.takeFirst().startsWith(QLatin1String("BEGIN:VCALLHISTENTRY")))
+        return QStringLiteral("the beginning is missing");
+    for (const QString &line : std::as_const(lines)) {
+        const QString trouble = line.isEmpty() ? QString() : fields.take(line);
+        if (!trouble.isEmpty())
+            return trouble;
+    }
+    return fields.isWhole ? QString() : QStringLiteral("the end is missing");
+}
+
+bool isStorable(const QString &number)
+{
+    return std::none_of(number.cbegin(), number.cend(), [](QChar c) {
+        return c.category() == QChar::Other_Control || c == QChar::ReplacementCharacter;
+    });
+}
+
+Parsed refused(Refusal refusal, const QString &detail = QString())
+{
+    Parsed parsed;
+    parsed.refusal = refusal;
+    parsed.detail = detail;
+    return parsed;
+}
+
+bool isType(const QString &type)
+{
+    return type == QLatin1String("incoming") || type == QLatin1String("outgoing")
+        || type == QLatin1String("missed");
+}
+
+} // namespace
+
+Parsed parse(const QByteArray &entry, const QTimeZone &local, const QDateTime &now)
+{
+    Fields fields;
+    const QString trouble = takeLines(entry, fields);
+    if (!trouble.isEmpty())
+        return refused(Refusal::CallParse, trouble);
+    if (!isType(fields.type))
+        return refused(Refusal::CallType);
+    if (!isStorable(fields.number))
+        return refused(Refusal::CallParse, QStringLiteral("a number with unprintable characters"));
+    Parsed parsed;
+    Call &call = parsed.call;
+    call.type = fields.type;
+    call.number = fields.number;
+    bool isNumber = true;
+    if (!fields.duration.isEmpty()) // none stands for 0
+        call.duration = fields.duration.toInt(&isNumber);
+    if (!isNumber || call.duration < 0)
+        return refused(Refusal::CallParse,
+                       QStringLiteral("a duration that is no count of seconds"));
+    const QDateTime time = readTime(fields.time, local);
+    if (!DateText::isBelievable(time, now))
+        return refused(Refusal::BadCallTime);
+    call.start = call.isOutgoing() ? time : time.addSecs(-call.duration);
+    if (!DateText::isBelievable(call.start, now) || !DateText::isBelievable(call.end(), now))
+        return refused(Refusal::CallParse, QStringLiteral("a duration that cannot be"));
+    return parsed;
+}
+
+// The library escapes nothing, so a number that another program stored may hold anything,
+// also line ends. Type, duration and time cannot.
+Call fromLibrary(const QString &entry)
+{
+    const QString lineEnd = QStringLiteral("\r\n");
+    const QString tel = QStringLiteral("\r\nTEL:");
+    const QString duration = QStringLiteral("\r\nDURATION:");
+    const auto telAt = entry.indexOf(tel);
+    const auto durationAt = entry.lastIndexOf(duration);
+    const QString type = entry.left(telAt).section(QLatin1Char(':'), -1);
+    const QStringList last = entry.mid(durationAt + duration.size()).split(lineEnd);
+    Call call;
+    call.type = type;
+    call.number = entry.mid(telAt + tel.size(), durationAt - telAt - tel.size());
+    call.duration = last.first().toInt();
+    const QDateTime time = readTime(last.value(1).section(QLatin1Char(':'), 1), QTimeZone::utc());
+    call.start = call.isOutgoing() ? time : time.addSecs(-call.duration);
+    return call;
+}
+
+QString forLibrary(const Call &call) { return compose(call, call.end()); }
+
+QString write(const Call &call)
+{
+    return compose(call, call.isOutgoing() ? call.start : call.end());
+}
+
+} // namespace CallEntry

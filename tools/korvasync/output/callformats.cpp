@@ -1,0 +1,52 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "callformats.h"
+
+#include "jsonline.h"
+#include "messages/datetext.h"
+#include "terminaltext.h"
+
+namespace CallFormats {
+
+QByteArray ndjson(const Call &call)
+{
+    JsonLine json;
+    json.addUnlessEmpty("type", call.type)
+        .addUnlessEmpty("number", call.number)
+        .add("duration", call.duration)
+        .addUnlessEmpty("time", DateText::write(call.start));
+    return json.line();
+}
+
+// 0:07, 12:30, 1:02:03
+static QString clockText(int seconds)
+{
+    const auto padded = [](int number) {
+        return QString::number(number).rightJustified(2, QLatin1Char('0'));
+    };
+    const int minutes = seconds / 60;
+    const QString head = minutes < 60
+        ? QString::number(minutes)
+        : QString::number(minutes / 60) + QLatin1Char(':') + padded(minutes % 60);
+    return head + QLatin1Char(':') + padded(seconds % 60);
+}
+
+QByteArray table(const QList<Call> &calls)
+{
+    QByteArray text;
+    for (const Call &call : calls) {
+        const QString time = DateText::write(call.start);
+        const QString number =
+            call.number.isEmpty() ? QStringLiteral("hidden") : terminalText(call.number);
+        const QString line =
+            QStringLiteral("%1  %2  %3  %4\n")
+                .arg((time.isEmpty() ? QStringLiteral("-") : time).leftJustified(20),
+                     call.type.leftJustified(8), clockText(call.duration).rightJustified(7),
+                     number);
+        text += line.toUtf8();
+    }
+    return text;
+}
+
+} // namespace CallFormats

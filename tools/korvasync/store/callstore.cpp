@@ -1,0 +1,42 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "callstore.h"
+
+#include "calls/callentry.h"
+
+#include <algorithm>
+
+using namespace KorvaSyncIf;
+
+CallStore::CallStore(std::chrono::milliseconds timeout)
+    : timeout(timeout)
+{
+}
+
+CallStore::Read CallStore::calls(CallType type, const QDateTime &since)
+{
+    Read read;
+    QStringList entries; // newest first
+    PendingMsgs *pending = facade.calls(type, since);
+    read.answer =
+        PendingWait::waitForRead(pending, timeout, [&] { entries = pending->callLogs(); });
+    read.calls.reserve(entries.size());
+    std::transform(entries.crbegin(), entries.crend(), std::back_inserter(read.calls),
+                   CallEntry::fromLibrary);
+    return read;
+}
+
+Answer CallStore::add(const QList<Call> &calls)
+{
+    QStringList entries;
+    entries.reserve(calls.size());
+    std::transform(calls.cbegin(), calls.cend(), std::back_inserter(entries),
+                   CallEntry::forLibrary);
+    // The statuses of the calls stay clean whatever happens: only isError() tells.
+    bool hasFailed = false;
+    PendingStatus *pending = facade.addNewCalls(entries);
+    const Answer answer =
+        PendingWait::waitFor(pending, timeout, [&] { hasFailed = pending->isError(); });
+    return answer == Answer::Finished && hasFailed ? Answer::Refused : answer;
+}

@@ -1,0 +1,40 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#pragma once
+
+#include "calls/call.h"
+#include "pendingwait.h"
+
+#include <korvasync/callsyncinterface.h>
+
+#include <QtCore/QList>
+
+//! The library's calls with its pending objects waited for. The only facade of the process,
+//! as MessageStore.
+class CallStore
+{
+public:
+    explicit CallStore(std::chrono::milliseconds timeout);
+
+    struct Read
+    {
+        Answer answer = Answer::Refused;
+        QList<Call> calls; //!< oldest first by start, equal ones in the order of their adding
+    };
+
+    static constexpr auto AllCalls = static_cast<KorvaSyncIf::CallType>(3);
+
+    //! \param since  lower bound of the start, included; null = all
+    Read calls(KorvaSyncIf::CallType type = AllCalls, const QDateTime &since = QDateTime());
+
+    //! \return Finished when nothing failed; what is stored else, only a read can tell
+    Answer add(const QList<Call> &calls);
+
+    //! Waits for the store without a limit of its own.
+    bool removeAll() { return facade.deleteAllCalls(); }
+
+private:
+    std::chrono::milliseconds timeout;
+    KorvaSyncIf::CallSyncInterface facade;
+};

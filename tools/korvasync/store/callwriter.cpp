@@ -1,0 +1,62 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "callwriter.h"
+
+#include <algorithm>
+
+CallWriter::CallWriter(StoreLocation &location, CallStore &store, DuplicateIndex &index)
+    : location(location)
+    , store(store)
+    , index(index)
+{
+}
+
+Answer CallWriter::add(QList<NewCall> &calls)
+{
+    QList<Call> records;
+    records.reserve(calls.size());
+    for (NewCall &call : calls) {
+        records += call.call;
+        call.trouble = QStringLiteral("the store did not take it");
+    }
+    const Answer written = store.add(records);
+    if (written == Answer::TimedOut) { // it can still come
+        for (NewCall &call : calls)
+            call.trouble = QStringLiteral("no answer in time; not stored so far");
+    }
+    if (location.state() != StoreLocation::Absent) // else it was not even made
+        readBack(calls);
+    const bool allStored = std::all_of(calls.cbegin(), calls.cend(),
+                                       [](const NewCall &call) { return call.trouble.isEmpty(); });
+    if (allStored)
+        return Answer::Finished;
+    return written == Answer::Finished ? Answer::Refused : written;
+}
+
+// What the store holds now and did not hold before is ours.
+void CallWriter::readBack(QList<NewCall> &calls)
+{
+    QDateTime since = calls.first().call.start;
+    for (const NewCall &call : std::as_const(calls))
+        since = qMin(since, call.call.start);
+    const CallStore::Read read = store.calls(CallStore::AllCalls, since);
+    if (read.answer != Answer::Finished) {
+        for (NewCall &call : calls)
+            call.trouble = QStringLiteral("not known, as the store cannot be read back");
+        return;
+    }
+    QHash<Fingerprint, QStringList> numbers; // of equal calls, in the order of their adding
+    for (const Call &call : read.calls)
+        numbers[Fingerprint::of(call)] += call.number;
+    for (NewCall &call : calls) {
+        const QStringList equal = numbers.value(call.fingerprint);
+        const int before = index.storedCount(call.fingerprint);
+        if (before >= equal.size())
+            continue;
+        index.addStored(call.fingerprint, NewCall::id);
+        call.trouble = equal.at(before) == call.call.number
+            ? QString()
+            : QStringLiteral("stored, but with another number");
+    }
+}

@@ -1,0 +1,36 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#pragma once
+
+#include "callstore.h"
+#include "duplicateindex.h"
+#include "storelocation.h"
+
+//! A call on its way into the store, and what became of it.
+struct NewCall
+{
+    Call call;
+    Fingerprint fingerprint;
+    static constexpr int id = -1; //!< the library gives calls no ids
+    QString trouble;              //!< why it is not stored; empty = it is
+};
+
+//! Adds calls and makes sure of what became of each, whatever the store reported.
+class CallWriter
+{
+public:
+    //! \param index  what the store holds; calls that were added are entered
+    CallWriter(StoreLocation &location, CallStore &store, DuplicateIndex &index);
+
+    //! Adds one chunk.
+    //! \return Finished when every call is stored, else how the store failed
+    Answer add(QList<NewCall> &calls);
+
+private:
+    void readBack(QList<NewCall> &calls);
+
+    StoreLocation &location;
+    CallStore &store;
+    DuplicateIndex &index;
+};
