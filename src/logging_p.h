@@ -12,6 +12,7 @@ Q_DECLARE_LOGGING_CATEGORY(lcRecords) // korvasync.records: printed records
 Q_DECLARE_LOGGING_CATEGORY(lcEncoder) // korvasync.encoder: outgoing vMessages
 Q_DECLARE_LOGGING_CATEGORY(lcDecoder) // korvasync.decoder: incoming vMessages
 Q_DECLARE_LOGGING_CATEGORY(lcAdapter) // korvasync.adapter: the store adapter and its pool
+Q_DECLARE_LOGGING_CATEGORY(lcSend)    // korvasync.send: the sending service
 Q_DECLARE_LOGGING_CATEGORY(lcPending) // korvasync.pending: pending results
 
 // How the trace writes a truth value.

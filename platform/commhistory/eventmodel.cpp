@@ -4,6 +4,7 @@
 #include "eventmodel.h"
 #include "eventmodel_p.h"
 
+#include "announcement_p.h"
 #include "historywriting_p.h"
 #include "store_p.h"
 
@@ -139,6 +140,8 @@ bool EventModel::addEvents(QList<Event> &events, bool toModelOnly)
             writeInPortions(events, [&](QList<Event> &portion) {
                 const bool status = portion.isEmpty()
                     || (connection && CommHistory::addEvents(*connection, portion));
+                if (status)
+                    announceAdded(portion);
                 report(portion, status);
                 return status;
             });

@@ -21,7 +21,8 @@ class EventModelPrivate;
 //! reports, in request order, each of at most 1,000 events. What a report with
 //! status true names is on disk. After a report with status false nothing more of
 //! that request is written or reported. An empty request is reported once, with
-//! no events and status true. A receiver may delete the model.
+//! no events and status true. Events that were added are announced on the session bus
+//! before they are reported. A receiver may delete the model.
 class KORVAPLATFORM_EXPORT EventModel : public QAbstractListModel
 {
     Q_OBJECT

@@ -6,7 +6,7 @@
 #include <platformexport.h>
 
 #include <QtCore/QByteArray>
-#include <QtCore/QList>
+#include <QtCore/QMetaType>
 #include <QtCore/QString>
 
 namespace CommHistory {
@@ -28,3 +28,5 @@ public:
 };
 
 } // namespace CommHistory
+
+Q_DECLARE_METATYPE(CommHistory::MessagePart)

@@ -1,0 +1,17 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#pragma once
+
+#include "event.h"
+
+#include <QtCore/QList>
+
+namespace CommHistory {
+
+//! Tells the session bus of events that were added: signal "eventsAdded" of the interface
+//! "com.quelt.commhistory", in portions below 1 MiB. The bus has them when this returns;
+//! without a session bus nothing happens.
+void announceAdded(const QList<Event> &events);
+
+} // namespace CommHistory
