@@ -62,6 +62,17 @@ ClientProcess::Outcome ClientProcess::runProgram(const QString &program,
     return wait(process, input);
 }
 
+ClientProcess::Outcome ClientProcess::runOnDisk(const char *size, const char *script) const
+{
+    QDir().mkpath(filePath(QStringLiteral("disk")));
+    const QString prelude =
+        text("DISK=%1; KORVASYNC=\"%2 --store $DISK/store\"; "
+             "mount -t tmpfs -o size=%3 none $DISK || exit 99; ")
+            .arg(filePath(QStringLiteral("disk")), text(KORVASYNC_CLIENT), text(size));
+    return runProgram(text("unshare"),
+                      {text("-m"), text("sh"), text("-c"), prelude + text(script)});
+}
+
 void ClientProcess::fill(const QByteArray &messages) const
 {
     const Outcome outcome =
@@ -97,4 +108,11 @@ QByteArray vMessage(const QByteArray &box, const QByteArray &stamp, const QByteA
     message += "BEGIN:VENV\r\nBEGIN:VBODY\r\nX-SMS;TYPE=TEXT;CHARSET=UTF-8:" + body
         + "\r\nEND:VBODY\r\nEND:VENV\r\nEND:VMSG\r\n";
     return message;
+}
+
+QByteArray callEntry(const QByteArray &type, const QByteArray &number, int duration,
+                     const QByteArray &time)
+{
+    return "BEGIN:VCALLHISTENTRY\r\nTYPE:" + type + "\r\nTEL:" + number + "\r\nDURATION:"
+        + QByteArray::number(duration) + "\r\nCALL-DATETIME:" + time + "\r\nEND:VCALLHISTENTRY\r\n";
 }

@@ -29,6 +29,10 @@ public:
     Outcome runProgram(const QString &program, const QStringList &arguments,
                        const QByteArray &input = QByteArray()) const;
 
+    //! Runs a shell script in a mount namespace of its own, with a small disk mounted on
+    //! $DISK; $KORVASYNC is the client with a store there.
+    Outcome runOnDisk(const char *size, const char *script) const;
+
     //! Starts the client and leaves it to the caller.
     void start(QProcess &process, const QStringList &arguments) const;
 
@@ -52,5 +56,9 @@ private:
 //! One message as phones write it; lines end in CR LF.
 QByteArray vMessage(const QByteArray &box, const QByteArray &stamp, const QByteArray &number,
                     const QByteArray &body, const QByteArray &status = "READ");
+
+//! One call as a call-history entry; lines end in CR LF.
+QByteArray callEntry(const QByteArray &type, const QByteArray &number, int duration,
+                     const QByteArray &time);
 
 inline QString text(const char *utf8) { return QString::fromUtf8(utf8); }

@@ -172,30 +172,17 @@ void TestTrouble::refusesAPlaceThatIsAFile()
     }
 }
 
-// Runs a shell script in a mount namespace of its own, where $STORE_DISK is a small disk.
-static ClientProcess::Outcome runOnDisk(const ClientProcess &client, const char *size,
-                                        const char *script, const QByteArray &input = QByteArray())
-{
-    QDir().mkpath(client.filePath(text("disk")));
-    const QString prelude =
-        text("DISK=%1; KORVASYNC=\"%2 --store $DISK/store\"; "
-             "mount -t tmpfs -o size=%3 none $DISK || exit 99; ")
-            .arg(client.filePath(text("disk")), text(KORVASYNC_CLIENT), text(size));
-    return client.runProgram(text("unshare"),
-                             {text("-m"), text("sh"), text("-c"), prelude + text(script)}, input);
-}
-
 void TestTrouble::writesNothingOnAReadOnlyDisk()
 {
     ClientProcess client;
     client.write(text("hello.vmg"), hello);
     client.workingDirectory = client.filePath(QString());
     const auto outcome =
-        runOnDisk(client, "20m",
-                  "$KORVASYNC add -q hello.vmg; mount -o remount,ro $DISK; "
-                  "$KORVASYNC add -o ndjson --on-duplicate add hello.vmg; echo $?; "
-                  "$KORVASYNC delete --yes 1; echo $?; "
-                  "mount -o remount,rw $DISK; $KORVASYNC list --ids");
+        client.runOnDisk("20m",
+                         "$KORVASYNC add -q hello.vmg; mount -o remount,ro $DISK; "
+                         "$KORVASYNC add -o ndjson --on-duplicate add hello.vmg; echo $?; "
+                         "$KORVASYNC delete --yes 1; echo $?; "
+                         "mount -o remount,rw $DISK; $KORVASYNC list --ids");
     const QList<QByteArray> lines = outcome.output.split('\n');
     QCOMPARE(lines.first(), QByteArray("added  1  hello.vmg:1"));
     QCOMPARE(lines.mid(lines.size() - 2), (QList<QByteArray>{"1", ""}));
@@ -209,10 +196,10 @@ void TestTrouble::keepsWhatWentInOnAFullDisk()
     client.write(text("many.vmsg"), many(20000));
     client.workingDirectory = client.filePath(QString());
     const auto outcome =
-        runOnDisk(client, "6m",
-                  "$KORVASYNC add -o ndjson many.vmsg; echo $?; $KORVASYNC list --ids; "
-                  "mount -o remount,size=60m $DISK; "
-                  "$KORVASYNC add -o ndjson many.vmsg | tail -1; $KORVASYNC list --count");
+        client.runOnDisk("6m",
+                         "$KORVASYNC add -o ndjson many.vmsg; echo $?; $KORVASYNC list --ids; "
+                         "mount -o remount,size=60m $DISK; "
+                         "$KORVASYNC add -o ndjson many.vmsg | tail -1; $KORVASYNC list --count");
     verifySentence(outcome.errors);
     const QList<QByteArray> lines = outcome.output.split('\n');
     int line = 0;
@@ -248,12 +235,12 @@ void TestTrouble::changesNothingOnAFullDisk()
     client.write(text("hello.vmg"), hello);
     client.write(text("long.vmg"), vMessage("INBOX", "", "+15550100", QByteArray(1000000, 'x')));
     client.workingDirectory = client.filePath(QString());
-    const auto outcome = runOnDisk(client, "20m",
-                                   "$KORVASYNC add -q hello.vmg; "
-                                   "USED=$(df -k --output=used $DISK | tail -1); "
-                                   "mount -o remount,size=$((USED + 200))k $DISK; "
-                                   "$KORVASYNC modify -q 1 long.vmg; echo $?; "
-                                   "$KORVASYNC list -o ndjson");
+    const auto outcome = client.runOnDisk("20m",
+                                          "$KORVASYNC add -q hello.vmg; "
+                                          "USED=$(df -k --output=used $DISK | tail -1); "
+                                          "mount -o remount,size=$((USED + 200))k $DISK; "
+                                          "$KORVASYNC modify -q 1 long.vmg; echo $?; "
+                                          "$KORVASYNC list -o ndjson");
     QCOMPARE(outcome.output,
              QByteArray("added  1  hello.vmg:1\n"
                         "failed  1  long.vmg:1  sms-store: the store did not take it\n3\n"
@@ -268,9 +255,9 @@ void TestTrouble::makesNoHalfStoreOnAFullDisk()
     client.write(text("hello.vmg"), hello);
     client.workingDirectory = client.filePath(QString());
     const auto outcome =
-        runOnDisk(client, "64k",
-                  "$KORVASYNC add hello.vmg; echo $?; $KORVASYNC list; echo $?; "
-                  "mount -o remount,size=20m $DISK; $KORVASYNC add -q hello.vmg; echo $?");
+        client.runOnDisk("64k",
+                         "$KORVASYNC add hello.vmg; echo $?; $KORVASYNC list; echo $?; "
+                         "mount -o remount,size=20m $DISK; $KORVASYNC add -q hello.vmg; echo $?");
     QCOMPARE(outcome.output,
              QByteArray("failed  hello.vmg:1  sms-store: the store did not take it\n"
                         "1 read, 0 added, 0 present, 0 refused, 1 failed\n"

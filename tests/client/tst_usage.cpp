@@ -82,7 +82,23 @@ void TestUsage::refusesWhatItDoesNotUnderstand_data()
                              "delete",
                              "delete --yes",
                              "delete --yes x",
-                             "delete --yes -o vmsg 1"})
+                             "delete --yes -o vmsg 1",
+                             "calls frob",
+                             "calls extra list",
+                             "calls list extra",
+                             "calls wipe --yes extra",
+                             "calls --type sideways",
+                             "calls --type",
+                             "calls --since yesterday",
+                             "calls -o vmsg",
+                             "calls --yes",
+                             "calls --on-duplicate add",
+                             "calls add -o entries -",
+                             "calls add --on-duplicate maybe -",
+                             "calls add --type in -",
+                             "calls wipe",
+                             "calls wipe --yes -o entries",
+                             "calls wipe --yes --since 2024-01-01"})
         QTest::newRow(line) << QString::fromLatin1(line).split(QLatin1Char(' '));
     QTest::newRow("nothing") << QStringList();
 }
@@ -115,6 +131,7 @@ void TestUsage::helps_data()
     row("add -h", "Usage: korvasync [OPTIONS] add [FILE|DIR|-]...\n");
     row("modify -h", "Usage: korvasync [OPTIONS] modify ID FILE|-\n");
     row("delete -h", "Usage: korvasync [OPTIONS] delete ID...\n");
+    row("calls -h", "Usage: korvasync [OPTIONS] calls [list] | add [FILE|-]... | wipe\n");
     row("--version", "korvasync ");
 }
 

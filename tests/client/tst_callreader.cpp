@@ -1,0 +1,121 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "calls/callreader.h"
+
+#include <QtCore/QFile>
+#include <QtCore/QTemporaryDir>
+#include <QtTest/QTest>
+
+// Where one entry of a file ends and the next begins, wherever the pieces of the file end.
+class TestCallReader : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void takesAFileApart_data();
+    void takesAFileApart();
+    void readsOnAcrossPieces();
+    void endsAtAnEntryWithoutAnEnd();
+    void readsUtf16();
+
+private:
+    QString write(const QByteArray &bytes) const;
+
+    QTemporaryDir folder;
+};
+
+QString TestCallReader::write(const QByteArray &bytes) const
+{
+    const QString path = folder.filePath(QStringLiteral("calls.txt"));
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+        qFatal("a test file cannot be written");
+    return path;
+}
+
+void TestCallReader::takesAFileApart_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QList<QByteArray>>("entries");
+    QTest::addColumn<QList<int>>("lines");
+    const QByteArray begin("BEGIN:VCALLHISTENTRY\r\n");
+    const QByteArray end("END:VCALLHISTENTRY\r\n");
+    QTest::newRow("empty") << QByteArray() << QList<QByteArray>() << QList<int>();
+    QTest::newRow("text") << QByteArray("a\nb") << QList<QByteArray>() << QList<int>();
+    QTest::newRow("two") << begin + "TEL:1\r\n" + end + begin + end
+                         << QList<QByteArray>{begin + "TEL:1\r\n" + end, begin + end}
+                         << QList<int>{1, 4};
+    QTest::newRow("text-around") << "a\n\n" + begin + end + "b\n" + begin + end + "c"
+                                 << QList<QByteArray>{begin + end, begin + end} << QList<int>{3, 6};
+    QTest::newRow("no-end") << begin + "TEL:1\r\n" + begin + end + begin
+                            << QList<QByteArray>{begin + "TEL:1\r\n", begin + end, begin}
+                            << QList<int>{1, 3, 5};
+    QTest::newRow("no-begin") << "TEL:1\r\n" + end + begin + end
+                              << QList<QByteArray>{end, begin + end} << QList<int>{2, 3};
+    QTest::newRow("no-last-line-end")
+        << begin + "END:VCALLHISTENTRY" << QList<QByteArray>{begin + "END:VCALLHISTENTRY"}
+        << QList<int>{1};
+    QTest::newRow("case-and-blanks")
+        << QByteArray(" begin:vcallhistentry \nend:vcallhistentry\n")
+        << QList<QByteArray>{" begin:vcallhistentry \nend:vcallhistentry\n"} << QList<int>{1};
+}
+
+void TestCallReader::takesAFileApart()
+{
+    QFETCH(QByteArray, bytes);
+    QFETCH(QList<QByteArray>, entries);
+    QFETCH(QList<int>, lines);
+    CallReader reader(write(bytes));
+    QList<QByteArray> foundEntries;
+    QList<int> foundLines;
+    while (const auto entry = reader.next()) {
+        foundEntries += entry->bytes;
+        foundLines += static_cast<int>(entry->line);
+    }
+    QCOMPARE(foundEntries, entries);
+    QCOMPARE(foundLines, lines);
+    QCOMPARE(reader.error(), QString());
+    QCOMPARE(reader.bytesRead(), qint64(bytes.size()));
+}
+
+// The file is read in pieces of 64 KiB.
+void TestCallReader::readsOnAcrossPieces()
+{
+    const QByteArray entry("BEGIN:VCALLHISTENTRY\r\nTEL:1\r\nEND:VCALLHISTENTRY\r\n");
+    for (int shift = 0; shift < entry.size(); ++shift) {
+        const QByteArray filling = QByteArray(65536 - shift - 1, 'x') + '\n';
+        CallReader reader(write(filling + entry + entry));
+        const auto first = reader.next();
+        const auto second = reader.next();
+        QVERIFY(first && second && !reader.next());
+        QCOMPARE(first->bytes, entry);
+        QCOMPARE(first->line, quint64(2));
+        QCOMPARE(second->bytes, entry);
+        QCOMPARE(second->line, quint64(5));
+    }
+}
+
+void TestCallReader::endsAtAnEntryWithoutAnEnd()
+{
+    QByteArray lines;
+    for (int i = 0; i < 300000; ++i)
+        lines += "TEL:1\n";
+    CallReader reader(write("BEGIN:VCALLHISTENTRY\n" + lines));
+    QVERIFY(!reader.next());
+    QCOMPARE(reader.error(), QStringLiteral("no entry ends within 1 MiB"));
+}
+
+void TestCallReader::readsUtf16()
+{
+    QByteArray wide("\xFF\xFE");
+    for (const char c : QByteArray("BEGIN:VCALLHISTENTRY\nEND:VCALLHISTENTRY\n"))
+        wide += QByteArray(1, c) + '\0';
+    CallReader reader(write(wide));
+    const auto entry = reader.next();
+    QVERIFY(entry);
+    QCOMPARE(entry->bytes, QByteArray("BEGIN:VCALLHISTENTRY\nEND:VCALLHISTENTRY\n"));
+}
+
+QTEST_GUILESS_MAIN(TestCallReader)
+#include "tst_callreader.moc"
