@@ -87,7 +87,7 @@ QString takeLines(const QByteArray &entry, Fields &fields)
     if (!lines.takeFirst().startsWith(QLatin1String("BEGIN:VCALLHISTENTRY")))
         return QStringLiteral("the beginning is missing");
     for (const QString &line : std::as_const(lines)) {
-        const QString trouble = line.isEmpty() ? QString() : fields.take(line);
+        QString trouble = line.isEmpty() ? QString() : fields.take(line);
         if (!trouble.isEmpty())
             return trouble;
     }
