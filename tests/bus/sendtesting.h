@@ -1,0 +1,135 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#pragma once
+
+#include "eventloop.h"
+#include "messagelog.h"
+#include "modemstack.h"
+#include "scriptedmessaging.h"
+#include "vmessagetext.h"
+
+#include <korvasync/sendsmsinterface.h>
+
+#include <commhistory/event.h>
+
+#include <QtCore/QCoreApplication>
+#include <QtDBus/QDBusConnection>
+#include <QtDBus/QDBusMessage>
+#include <QtTest/QSignalSpy>
+#include <QtTest/QTest>
+
+// What the tests of the sending service share.
+
+//! Runs the test class on a session bus of its own.
+#define BUS_TEST_MAIN(TestClass)                                                                   \
+    int main(int argc, char *argv[])                                                               \
+    {                                                                                              \
+        const PrivateBus bus("DBUS_SESSION_BUS_ADDRESS");                                          \
+        QCoreApplication application(argc, argv);                                                  \
+        TestClass test;                                                                            \
+        return QTest::qExec(&test, argc, argv);                                                    \
+    }
+
+namespace SendTesting {
+
+constexpr int Patience = 10000; //!< milliseconds
+const QString Number = QStringLiteral("+15550100");
+
+//! The store as another program on the session bus. Nothing here waits for a time, and the
+//! event loop does not run, so that a test's two seconds cannot pass on a slow machine.
+class History
+{
+public:
+    History()
+        : m_bus(
+            QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("history")))
+    {
+        QDBusConnection::sessionBus();
+        settle(); // a new connection delivers signals from the first turn of the event loop on
+    }
+    ~History() { QDBusConnection::disconnectFromBus(QStringLiteral("history")); }
+
+    //! Returns when the service has got the signal.
+    void announce(const QList<CommHistory::Event> &events,
+                  const QString &path = QStringLiteral("/com/quelt/commhistory"))
+    {
+        send(QDBusMessage::createSignal(path, QStringLiteral("com.quelt.commhistory"),
+                                        QStringLiteral("eventsAdded"))
+             << QVariant::fromValue(events));
+    }
+    void send(const QDBusMessage &signal)
+    {
+        roundTrip(QDBusConnection::sessionBus()); // the bus has got the subscription
+        m_bus.send(signal);
+        roundTrip(m_bus);
+        roundTrip(QDBusConnection::sessionBus());
+        QCoreApplication::sendPostedEvents();
+    }
+    QDBusConnection bus() const { return m_bus; }
+
+private:
+    Q_DISABLE_COPY(History)
+
+    //! The bus keeps the order: its answer comes behind what it took before.
+    static void roundTrip(const QDBusConnection &bus)
+    {
+        bus.call(QDBusMessage::createMethodCall(
+            QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
+            QStringLiteral("org.freedesktop.DBus"), QStringLiteral("GetId")));
+    }
+
+    QDBusConnection m_bus;
+};
+
+inline QString vMessage(const QString &text, const QString &number = Number)
+{
+    VMessageText message;
+    message.originator = QString();
+    message.recipient = number;
+    message.body = text;
+    return message.text();
+}
+
+inline CommHistory::Event sentEvent(int id, const QString &text, const QString &number = Number)
+{
+    CommHistory::Event event;
+    event.setId(id);
+    event.setType(CommHistory::Event::SmsEvent);
+    event.setDirection(CommHistory::Event::Outbound);
+    event.setStatus(CommHistory::Event::SentStatus);
+    event.setFreeText(text);
+    event.setRemoteUid(number);
+    return event;
+}
+
+//! A service with what it needs and what it does.
+struct Sender
+{
+    //! Sends and takes down how often the result finishes.
+    PendingSmsId *send(const QString &vMessage)
+    {
+        PendingSmsId *const pending = service.sendSms(vMessage);
+        QObject::connect(pending, &PendingSmsId::finished, &service,
+                         [this](PendingSmsId *finishedId) { finished.append(finishedId); });
+        return pending;
+    }
+    //! Waits until that many of the service's timers have fired.
+    bool waitForTimers(int count)
+    {
+        return QTest::qWaitFor(
+            [=] {
+                return log.linesFrom(QtDebugMsg, QStringLiteral("Events Added Disconnected")).size()
+                    >= count;
+            },
+            Patience);
+    }
+
+    MessageLog log;
+    ScriptedMessaging messaging;
+    History history;
+    SendSmsInterface service{nullptr};
+    QList<PendingSmsId *> finished;
+};
+
+} // namespace SendTesting
