@@ -5,11 +5,9 @@
 #include "storeaccess.h"
 
 #include "messages/folder.h"
-#include "messages/messagereader.h"
 #include "messages/settling.h"
 #include "options/arguments.h"
 #include "output/results.h"
-#include "output/terminaltext.h"
 #include "process/diagnostics.h"
 #include "store/messagewriter.h"
 
@@ -18,24 +16,6 @@
 using namespace KorvaSyncIf;
 
 namespace {
-
-// The only message of a file.
-std::optional<MessageReader::Message> readOne(const QString &path)
-{
-    MessageReader reader(path);
-    auto message = reader.next();
-    const bool isAlone = !reader.next();
-    if (!reader.error().isEmpty()) {
-        Diagnostics::error(
-            QStringLiteral("%1 cannot be read: %2").arg(terminalText(path), reader.error()));
-    } else if (!message || !isAlone) {
-        Diagnostics::error(QStringLiteral("modify takes exactly one message, and %1 has %2")
-                               .arg(terminalText(path), QLatin1String(message ? "more" : "none")));
-    } else {
-        return message;
-    }
-    return std::nullopt;
-}
 
 // Finished also when the message alone is at fault, not the store.
 Answer write(MessageStore &store, const StoredMessage &old, SmsInfo message, ItemResult &result)
@@ -75,7 +55,7 @@ ExitCode run(const Invocation &invocation)
     const QString path = invocation.arguments.last();
     if (!ids)
         return UsageError;
-    const auto given = readOne(path);
+    const auto given = Arguments::onlyMessage("modify", path);
     if (!given)
         return UsageError;
     MessageStore store(global.timeout);

@@ -53,13 +53,13 @@ std::optional<int> takeChoice(const QCommandLineParser &parser, const char *opti
     return std::nullopt;
 }
 
-static QStringList linesOfStandardInput()
+QString standardInput()
 {
     InputFile input(QStringLiteral("-"));
     QByteArray bytes;
     for (QByteArray piece = input.read(); !piece.isEmpty(); piece = input.read())
         bytes += piece;
-    return QString::fromUtf8(bytes).split(QLatin1Char('\n'));
+    return QString::fromUtf8(bytes.constData(), int(bytes.size())); // zeros and all
 }
 
 std::optional<QList<int>> databaseIds(const QStringList &arguments)
@@ -70,7 +70,7 @@ std::optional<QList<int>> databaseIds(const QStringList &arguments)
             words += argument;
             continue;
         }
-        for (const QString &line : linesOfStandardInput()) {
+        for (const QString &line : standardInput().split(QLatin1Char('\n'))) {
             if (!line.trimmed().isEmpty())
                 words += line.trimmed();
         }
@@ -86,6 +86,24 @@ std::optional<QList<int>> databaseIds(const QStringList &arguments)
         ids += id;
     }
     return ids;
+}
+
+std::optional<MessageReader::Message> onlyMessage(const char *command, const QString &path)
+{
+    MessageReader reader(path);
+    auto message = reader.next();
+    const bool isAlone = !reader.next();
+    if (!reader.error().isEmpty()) {
+        Diagnostics::error(
+            QStringLiteral("%1 cannot be read: %2").arg(terminalText(path), reader.error()));
+    } else if (!message || !isAlone) {
+        Diagnostics::error(QStringLiteral("%1 takes exactly one message, and %2 has %3")
+                               .arg(QLatin1String(command), terminalText(path),
+                                    QLatin1String(message ? "more" : "none")));
+    } else {
+        return message;
+    }
+    return std::nullopt;
 }
 
 } // namespace Arguments

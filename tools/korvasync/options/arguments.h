@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "messages/messagereader.h"
+
 #include <QtCore/QCommandLineParser>
 #include <QtCore/QDateTime>
 #include <QtCore/QList>
@@ -30,5 +32,11 @@ std::optional<int> takeChoice(const QCommandLineParser &parser, const char *opti
 
 //! Database ids from the arguments, where "-" stands for standard input, one a line.
 std::optional<QList<int>> databaseIds(const QStringList &arguments);
+
+//! The only message of a file, for a command that takes just one.
+std::optional<MessageReader::Message> onlyMessage(const char *command, const QString &path);
+
+//! All of standard input.
+QString standardInput();
 
 } // namespace Arguments
