@@ -15,8 +15,8 @@ namespace {
 
 const QList<Command> &commands()
 {
-    static const QList<Command> all{listCommand(),   showCommand(),   addCommand(),
-                                    modifyCommand(), deleteCommand(), callsCommand()};
+    static const QList<Command> all{listCommand(),   showCommand(),  addCommand(), modifyCommand(),
+                                    deleteCommand(), callsCommand(), sendCommand()};
     return all;
 }
 

@@ -79,7 +79,9 @@ QString Fields::take(const QString &line)
 //! \return what is wrong with the entry; empty = nothing
 QString takeLines(const QByteArray &entry, Fields &fields)
 {
-    QStringList lines = QString::fromUtf8(entry).split(QLatin1Char('\n'));
+    // With its length, as Qt 5 would end the text at a zero otherwise.
+    const QString text = QString::fromUtf8(entry.constData(), static_cast<int>(entry.size()));
+    QStringList lines = text.split(QLatin1Char('\n'));
     for (QString &line : lines) {
         if (line.endsWith(QLatin1Char('\r')))
             line.chop(1);

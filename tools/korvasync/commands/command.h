@@ -40,3 +40,4 @@ Command addCommand();
 Command modifyCommand();
 Command deleteCommand();
 Command callsCommand();
+Command sendCommand();

@@ -12,13 +12,16 @@ enum ExitCode {
     UsageError = 2,  //!< nothing was touched
     StoreFailed = 3,
     IdNotFound = 4,
-    NoAnswer = 5
+    NoAnswer = 5,
+    SendFailed = 8,
+    SendUnknown = 9 //!< the message may have gone out: do not repeat blindly
 };
 
 //! The one of two that the user should hear of.
 inline ExitCode worse(ExitCode a, ExitCode b)
 {
-    for (const ExitCode code : {UsageError, StoreFailed, NoAnswer, SomeNotDone, IdNotFound}) {
+    for (const ExitCode code :
+         {UsageError, StoreFailed, NoAnswer, SendFailed, SendUnknown, SomeNotDone, IdNotFound}) {
         if (a == code || b == code)
             return code;
     }

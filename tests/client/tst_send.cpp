@@ -1,0 +1,157 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "clientprocess.h"
+
+#include <QtCore/QDir>
+#include <QtTest/QTest>
+
+// Sending as far as it comes without a bus.
+class TestSend : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void refusesWhatItDoesNotUnderstand_data();
+    void refusesWhatItDoesNotUnderstand();
+    void refusesATextThatNoMessageCarries();
+    void refusesFilesThatAreNotOneMessage_data();
+    void refusesFilesThatAreNotOneMessage();
+    void tellsWhatWouldBeSent_data();
+    void tellsWhatWouldBeSent();
+    void failsWithoutASessionBus();
+    void refusesAFolderThatIsNoStore();
+};
+
+static QByteArray party(const QByteArray &number)
+{
+    return "BEGIN:VENV\r\nBEGIN:VCARD\r\nVERSION:2.1\r\nTEL:" + number + "\r\nEND:VCARD\r\n";
+}
+
+static QByteArray messageTo(const QByteArray &parties, const QByteArray &text = "Hello")
+{
+    return "BEGIN:VMSG\r\nVERSION:1.1\r\nX-IRMC-STATUS:READ\r\nX-IRMC-BOX:DRAFTS\r\n" + parties
+        + "BEGIN:VBODY\r\n" + text + "\r\nEND:VBODY\r\n"
+        + QByteArray("END:VENV\r\n").repeated(int(parties.count("BEGIN:VENV"))) + "END:VMSG\r\n";
+}
+
+static const QByteArray toOne = messageTo(party("+15550100"));
+
+void TestSend::refusesWhatItDoesNotUnderstand_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    const QString number = QStringLiteral("+15550100");
+    const QString hello = QStringLiteral("Hello");
+    const QString file = QStringLiteral("--vmessage=-");
+    QTest::newRow("nothing") << QStringList();
+    QTest::newRow("no text") << QStringList(number);
+    QTest::newRow("an empty text") << QStringList{number, QString()};
+    QTest::newRow("empty standard input") << QStringList{number, QStringLiteral("-")};
+    QTest::newRow("an empty number") << QStringList{QString(), hello};
+    QTest::newRow("two texts") << QStringList{number, hello, hello};
+    QTest::newRow("a file and a number") << QStringList{file, number};
+    QTest::newRow("a missing file") << QStringList(QStringLiteral("--vmessage=missing"));
+    QTest::newRow("an empty file") << QStringList(file);
+    QTest::newRow("entries") << QStringList{number, hello, QStringLiteral("-oentries")};
+}
+
+void TestSend::refusesWhatItDoesNotUnderstand()
+{
+    QFETCH(QStringList, arguments);
+    const ClientProcess client;
+    const auto outcome = client.run(QStringList(QStringLiteral("send")) + arguments);
+    QCOMPARE(outcome.exitCode, 2);
+    QCOMPARE(outcome.output, QByteArray());
+    QVERIFY(!outcome.errors.isEmpty());
+    QVERIFY(!outcome.errors.contains("15550100"));
+    QVERIFY(!QDir(client.store()).exists());
+}
+
+void TestSend::refusesATextThatNoMessageCarries()
+{
+    const auto outcome = ClientProcess().run(
+        {QStringLiteral("send"), QStringLiteral("+15550100"), QStringLiteral("-")},
+        QByteArray("Hello \0 there", 13));
+    QCOMPARE(outcome.errors, QByteArray("korvasync: a message cannot carry this number or text\n"));
+    QCOMPARE(outcome.exitCode, 2);
+}
+
+void TestSend::refusesFilesThatAreNotOneMessage_data()
+{
+    QTest::addColumn<QByteArray>("file");
+    QTest::addColumn<int>("exitCode");
+    QTest::addColumn<QByteArray>("errors");
+    QTest::newRow("two messages") << toOne + toOne << 2
+                                  << QByteArray("korvasync: send takes exactly one message, and - "
+                                                "has more\n");
+    QTest::newRow("two receivers")
+        << messageTo(party("+15550100") + party("+15550101")) << 1
+        << QByteArray("korvasync: not sent (too-many-recipients): more than one "
+                      "recipient; a message can be kept for one\n");
+    QTest::newRow("only a sender")
+        << vMessage("INBOX", "20101103T142530Z", "+15550100", "Hello") << 1
+        << QByteArray("korvasync: not sent (sms-no-number): no number of the other party\n");
+    QTest::newRow("no text") << messageTo(party("+15550100"), QByteArray()) << 2
+                             << QByteArray("korvasync: there is no text to send\n");
+}
+
+void TestSend::refusesFilesThatAreNotOneMessage()
+{
+    QFETCH(QByteArray, file);
+    QFETCH(int, exitCode);
+    QFETCH(QByteArray, errors);
+    const ClientProcess client;
+    const auto outcome = client.run({QStringLiteral("send"), QStringLiteral("--vmessage=-")}, file);
+    QCOMPARE(outcome.errors, errors);
+    QCOMPARE(outcome.exitCode, exitCode);
+    QCOMPARE(outcome.output, QByteArray());
+}
+
+void TestSend::tellsWhatWouldBeSent_data()
+{
+    QTest::addColumn<QString>("format");
+    QTest::addColumn<QByteArray>("output");
+    QTest::newRow("text") << QStringLiteral("-otext")
+                          << QByteArray("would be sent to +15550100: Hello\n");
+    QTest::newRow("ndjson")
+        << QStringLiteral("-ondjson")
+        << QByteArray("{\"status\":\"sent\",\"number\":\"+15550100\",\"body\":\"Hello\"}\n");
+}
+
+void TestSend::tellsWhatWouldBeSent()
+{
+    QFETCH(QString, format);
+    QFETCH(QByteArray, output);
+    const ClientProcess client;
+    const auto outcome = client.run(
+        {QStringLiteral("send"), QStringLiteral("-n"), QStringLiteral("--vmessage=-"), format},
+        toOne);
+    QCOMPARE(outcome.output, output);
+    QCOMPARE(outcome.errors, QByteArray());
+    QCOMPARE(outcome.exitCode, 0);
+    QVERIFY(!QDir(client.store()).exists());
+}
+
+void TestSend::failsWithoutASessionBus()
+{
+    const ClientProcess client;
+    const auto outcome = client.run({QStringLiteral("send"), QStringLiteral("+15550100"),
+                                     QStringLiteral("Hello"), QStringLiteral("-ondjson")});
+    QCOMPARE(outcome.errors,
+             QByteArray("korvasync: the message was not sent, as there is no session bus\n"));
+    QCOMPARE(outcome.output, QByteArray("{\"status\":\"failed\"}\n"));
+    QCOMPARE(outcome.exitCode, 8);
+}
+
+void TestSend::refusesAFolderThatIsNoStore()
+{
+    const ClientProcess client;
+    QVERIFY(QDir().mkpath(client.store() + QStringLiteral("/other")));
+    const auto outcome =
+        client.run({QStringLiteral("send"), QStringLiteral("+15550100"), QStringLiteral("Hello")});
+    QCOMPARE(outcome.exitCode, 3);
+    QCOMPARE(outcome.output, QByteArray());
+}
+
+QTEST_GUILESS_MAIN(TestSend)
+#include "tst_send.moc"

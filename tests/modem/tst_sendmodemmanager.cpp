@@ -1,0 +1,20 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "sendtests.h"
+
+class TestSendModemManager : public SendTests
+{
+    Q_OBJECT
+public:
+    explicit TestSendModemManager(const PrivateBus &systemBus)
+        : SendTests(ModemStack::Daemon::ModemManager, systemBus)
+    {
+    }
+
+private Q_SLOTS:
+    void sendsEmojiWhole() { sendsWhole(QStringLiteral("😀").repeated(70)); }
+};
+
+MODEM_TEST_MAIN(TestSendModemManager)
+#include "tst_sendmodemmanager.moc"

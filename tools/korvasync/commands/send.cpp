@@ -1,0 +1,181 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "command.h"
+#include "storeaccess.h"
+
+#include "messages/settling.h"
+#include "options/arguments.h"
+#include "output/jsonline.h"
+#include "output/terminaltext.h"
+#include "process/diagnostics.h"
+#include "store/messagesender.h"
+
+#include <korvasync/pendingsmsid.h>
+#include <korvasync/vmessageencoder.h>
+
+using namespace KorvaSyncIf;
+
+namespace {
+
+// One's own new message to one party, whatever box and time the file named.
+SettledMessage settleAsNew(ParsedMessage message, const GlobalOptions &global)
+{
+    message.box = QStringLiteral("SENT");
+    message.headerTime.clear();
+    message.bodyTime.clear();
+    message.originator.clear(); // a message goes to nobody whom it does not name as receiver
+    SettlingRules rules;
+    rules.badTimeIsNow = true;
+    rules.markRead = true;
+    rules.localZone = global.localZone;
+    rules.now = QDateTime::currentDateTimeUtc();
+    return settle(message, rules);
+}
+
+// A zero in the text, say, would be lost on the way.
+bool isCarriedWhole(const SmsInfo &message)
+{
+    const auto parsed = ParsedMessage::parse(VMessageEncoder().encode(message).vMessage.toUtf8());
+    return parsed && parsed->recipient == message.toNumber && parsed->body == message.body;
+}
+
+ParsedMessage typedMessage(const QString &number, const QString &text)
+{
+    ParsedMessage message;
+    message.recipient = number;
+    message.recipients = 1;
+    message.body = text;
+    if (text == QLatin1String("-")) {
+        message.body = Arguments::standardInput();
+        if (message.body.endsWith(QLatin1Char('\n')))
+            message.body.chop(1); // ends the last line, is not part of the text
+    }
+    message.body.remove(QLatin1Char('\r')); // messages have bare line feeds
+    return message;
+}
+
+const char *nameOf(MessageSender::Outcome outcome)
+{
+    switch (outcome) {
+    case MessageSender::Sent:
+        return "sent";
+    case MessageSender::NotSent:
+    case MessageSender::Failed:
+        return "failed";
+    case MessageSender::Unknown:
+        return "unknown";
+    }
+    Q_UNREACHABLE();
+}
+
+ExitCode complain(const MessageSender::Result &result)
+{
+    switch (result.outcome) {
+    case MessageSender::Sent:
+        return AllDone;
+    case MessageSender::Failed:
+        Diagnostics::error(QStringLiteral("the message was not sent; it stands in the outbox as %1")
+                               .arg(result.id));
+        return SendFailed;
+    case MessageSender::Unknown:
+        Diagnostics::error(QStringLiteral("it is not known whether the message was sent; do not "
+                                          "repeat it blindly"));
+        return SendUnknown;
+    case MessageSender::NotSent:
+        break;
+    }
+    if (result.answer != Answer::Finished)
+        return AllDone; // the store's trouble is told by itself
+    Diagnostics::error(result.cause == PendingSmsId::SubscriptionFailed
+                           ? QStringLiteral("the message was not sent, as there is no session bus")
+                           : QStringLiteral("the message was not sent, as it cannot be read"));
+    return SendFailed;
+}
+
+ExitCode send(const Invocation &invocation, const SmsInfo &message)
+{
+    const bool asJson = invocation.global.format == QLatin1String("ndjson");
+    MessageStore store(invocation.global.timeout);
+    const MessageSender::Result result =
+        MessageSender(invocation.location, store).send(message, invocation.global.timeout);
+    if (asJson) {
+        JsonLine json;
+        if (result.id != -1)
+            json.add("id", result.id);
+        invocation.output.write(json.add("status", QLatin1String(nameOf(result.outcome))).line());
+    } else if (result.outcome == MessageSender::Sent) {
+        invocation.output.write(QByteArray::number(result.id) + '\n');
+    }
+    const ExitCode code = complain(result);
+    return worse(StoreAccess::complain(invocation.location, result.answer), code);
+}
+
+void printDryRun(const Invocation &invocation, const SmsInfo &message)
+{
+    if (invocation.global.format == QLatin1String("ndjson")) {
+        invocation.output.write(JsonLine()
+                                    .add("status", QLatin1String(nameOf(MessageSender::Sent)))
+                                    .add("number", message.toNumber)
+                                    .add("body", message.body)
+                                    .line());
+    } else {
+        invocation.output.write(QStringLiteral("would be sent to %1: %2\n")
+                                    .arg(terminalText(message.toNumber), terminalText(message.body))
+                                    .toUtf8());
+    }
+}
+
+ExitCode run(const Invocation &invocation)
+{
+    const bool isFile = invocation.isSet("vmessage");
+    const QStringList &arguments = invocation.arguments;
+    if (arguments.size() != (isFile ? 0 : 2) || (!isFile && arguments.first().isEmpty())) {
+        Diagnostics::error(QStringLiteral("send needs a number and a text, or --vmessage alone"));
+        return UsageError;
+    }
+    std::optional<ParsedMessage> given;
+    if (isFile) {
+        const auto message = Arguments::onlyMessage("send", invocation.value("vmessage"));
+        if (!message)
+            return UsageError;
+        given = ParsedMessage::parse(message->bytes);
+    } else {
+        given = typedMessage(arguments.first(), arguments.last());
+    }
+    const SettledMessage settled =
+        given ? settleAsNew(*given, invocation.global) : SettledMessage{{}, Refusal::SmsParse};
+    if (settled.refusal != Refusal::None) {
+        Diagnostics::error(QStringLiteral("not sent (%1): %2")
+                               .arg(codeOf(settled.refusal), reasonOf(settled.refusal)));
+        return SomeNotDone;
+    }
+    if (settled.message.body.isEmpty()) {
+        Diagnostics::error(QStringLiteral("there is no text to send"));
+        return UsageError;
+    }
+    if (!isCarriedWhole(settled.message)) {
+        Diagnostics::error(QStringLiteral("a message cannot carry this number or text"));
+        return UsageError;
+    }
+    if (const ExitCode code = StoreAccess::requirePlace(invocation.location))
+        return code;
+    if (!invocation.global.dryRun)
+        return send(invocation, settled.message);
+    printDryRun(invocation, settled.message);
+    return AllDone;
+}
+
+} // namespace
+
+Command sendCommand()
+{
+    return {"send",
+            "NUMBER TEXT|-",
+            "Sends a message and prints its id (- reads the text from standard input).",
+            {QStringLiteral("text"), QStringLiteral("ndjson")},
+            {{QStringLiteral("vmessage"),
+              QStringLiteral("Sends the only message of a file to its receiver."),
+              QStringLiteral("FILE")}},
+            run};
+}

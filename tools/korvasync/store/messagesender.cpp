@@ -1,0 +1,107 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "messagesender.h"
+
+#include "process/diagnostics.h"
+#include "process/interrupt.h"
+
+#include <korvasync/sendsmsinterface.h>
+#include <korvasync/vmessageencoder.h>
+
+#include <QtCore/QDeadlineTimer>
+
+using namespace KorvaSyncIf;
+
+// The sender reads as many bytes as there are UTF-16 units, so what other scripts need more
+// is made up for behind the end.
+static QString sendable(const SmsInfo &message)
+{
+    const QString vMessage = VMessageEncoder().encode(message).vMessage;
+    return vMessage + QString(int(vMessage.toUtf8().size() - vMessage.size()), QLatin1Char('\n'));
+}
+
+MessageSender::MessageSender(StoreLocation &location, MessageStore &store)
+    : location(location)
+    , store(store)
+    , since(QDateTime::currentDateTimeUtc().addDays(-1)) // the clock may be set meanwhile
+{
+}
+
+Answer MessageSender::read(LocationId folder, QList<StoredMessage> &messages)
+{
+    if (location.state() == StoreLocation::Absent) // the first message makes it
+        return Answer::Finished;
+    const MessageStore::Read read = store.messages(since, folder);
+    for (const SyncSmsInfo &record : read.messages)
+        messages += StoredMessage::fromRecord(record);
+    return read.answer;
+}
+
+Answer MessageSender::remember()
+{
+    QList<StoredMessage> messages;
+    for (const LocationId folder : {LocSent, LocOutbox}) {
+        const Answer answer = read(folder, messages);
+        if (answer != Answer::Finished)
+            return answer;
+    }
+    for (const StoredMessage &message : std::as_const(messages))
+        knownIds += message.id;
+    return Answer::Finished;
+}
+
+// Whether the message has come into one of the folders.
+Answer MessageSender::look(const SmsInfo &message, Result &result)
+{
+    for (const LocationId folder : {LocSent, LocOutbox}) {
+        QList<StoredMessage> messages;
+        const Answer answer = read(folder, messages);
+        if (answer != Answer::Finished)
+            return answer;
+        for (const StoredMessage &stored : std::as_const(messages)) {
+            if (knownIds.contains(stored.id) || stored.number != message.toNumber
+                || stored.body != message.body)
+                continue;
+            result.outcome = folder == LocSent ? Sent : Failed;
+            result.id = stored.id;
+            return Answer::Finished;
+        }
+    }
+    return Answer::Finished;
+}
+
+MessageSender::Result MessageSender::send(const SmsInfo &message, std::chrono::milliseconds timeout)
+{
+    constexpr std::chrono::milliseconds pollInterval(250);
+    Result result;
+    result.answer = remember();
+    if (result.answer != Answer::Finished)
+        return result;
+    if (Interrupt::signalNumber() != 0) {
+        result.answer = Answer::Interrupted;
+        return result;
+    }
+    const int troublesBefore = Diagnostics::storeTroubleCount();
+    SendSmsInterface sender; // a fresh one, as one that has seen a message waits for no other
+    PendingSmsId *const pending = sender.sendSms(sendable(message));
+    result.cause = pending->errorCause();
+    if (pending->isError())
+        return result;
+    result.outcome = Unknown;
+    const QDeadlineTimer deadline(timeout);
+    QEventLoop loop;
+    QObject::connect(pending, &PendingSmsId::finished, &loop, &QEventLoop::quit);
+    while (result.outcome == Unknown && result.answer == Answer::Finished
+           && !deadline.hasExpired()) {
+        QTimer::singleShot(pollInterval, &loop, &QEventLoop::quit);
+        loop.exec();
+        if (Interrupt::signalNumber() != 0)
+            result.answer = Answer::Interrupted;
+        else if (Diagnostics::storeTroubleCount() != troublesBefore)
+            result.answer = Answer::Refused; // the outcome could not be stored
+        else
+            result.answer = look(message, result);
+    }
+    return result;
+}

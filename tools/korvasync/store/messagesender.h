@@ -1,0 +1,50 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#pragma once
+
+#include "messagestore.h"
+#include "storedmessage.h"
+#include "storelocation.h"
+
+#include <korvasync/syncrecords.h>
+
+#include <QtCore/QSet>
+
+#include <chrono>
+
+//! Sends one message and finds out what became of it. The store alone decides: what is
+//! announced on the bus any program can announce.
+class MessageSender
+{
+public:
+    enum Outcome {
+        NotSent, //!< not even tried: no store, or cause() tells
+        Sent,    //!< stands in the sent folder
+        Failed,  //!< stands in the outbox
+        Unknown  //!< may have gone out
+    };
+
+    struct Result
+    {
+        Outcome outcome = NotSent;
+        Answer answer = Answer::Finished; //!< how the store answered
+        int cause = 0;                    //!< PendingSmsId::ErrorCause
+        int id = -1;                      //!< database id, -1 = none
+    };
+
+    MessageSender(StoreLocation &location, MessageStore &store);
+
+    //! \param timeout  how long the outcome is waited for
+    Result send(const KorvaSyncIf::SmsInfo &message, std::chrono::milliseconds timeout);
+
+private:
+    Answer read(KorvaSyncIf::LocationId folder, QList<StoredMessage> &messages);
+    Answer remember();
+    Answer look(const KorvaSyncIf::SmsInfo &message, Result &result);
+
+    StoreLocation &location;
+    MessageStore &store;
+    const QDateTime since;
+    QSet<int> knownIds;
+};
