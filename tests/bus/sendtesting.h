@@ -3,9 +3,9 @@
 
 #pragma once
 
+#include "bustesting.h"
 #include "eventloop.h"
 #include "messagelog.h"
-#include "modemstack.h"
 #include "scriptedmessaging.h"
 #include "vmessagetext.h"
 
@@ -13,27 +13,14 @@
 
 #include <commhistory/event.h>
 
-#include <QtCore/QCoreApplication>
-#include <QtDBus/QDBusConnection>
-#include <QtDBus/QDBusMessage>
 #include <QtTest/QSignalSpy>
-#include <QtTest/QTest>
 
 // What the tests of the sending service share.
 
-//! Runs the test class on a session bus of its own.
-#define BUS_TEST_MAIN(TestClass)                                                                   \
-    int main(int argc, char *argv[])                                                               \
-    {                                                                                              \
-        const PrivateBus bus("DBUS_SESSION_BUS_ADDRESS");                                          \
-        QCoreApplication application(argc, argv);                                                  \
-        TestClass test;                                                                            \
-        return QTest::qExec(&test, argc, argv);                                                    \
-    }
-
 namespace SendTesting {
 
-constexpr int Patience = 10000; //!< milliseconds
+using namespace BusTesting;
+
 const QString Number = QStringLiteral("+15550100");
 
 //! The store as another program on the session bus. Nothing here waits for a time, and the
@@ -70,14 +57,6 @@ public:
 
 private:
     Q_DISABLE_COPY(History)
-
-    //! The bus keeps the order: its answer comes behind what it took before.
-    static void roundTrip(const QDBusConnection &bus)
-    {
-        bus.call(QDBusMessage::createMethodCall(
-            QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
-            QStringLiteral("org.freedesktop.DBus"), QStringLiteral("GetId")));
-    }
 
     QDBusConnection m_bus;
 };
