@@ -3,6 +3,7 @@
 
 #include "messagesender.h"
 
+#include "messages/sendable.h"
 #include "process/diagnostics.h"
 #include "process/interrupt.h"
 
@@ -12,14 +13,6 @@
 #include <QtCore/QDeadlineTimer>
 
 using namespace KorvaSyncIf;
-
-// The sender reads as many bytes as there are UTF-16 units, so what other scripts need more
-// is made up for behind the end.
-static QString sendable(const SmsInfo &message)
-{
-    const QString vMessage = VMessageEncoder().encode(message).vMessage;
-    return vMessage + QString(int(vMessage.toUtf8().size() - vMessage.size()), QLatin1Char('\n'));
-}
 
 MessageSender::MessageSender(StoreLocation &location, MessageStore &store)
     : location(location)
@@ -84,7 +77,8 @@ MessageSender::Result MessageSender::send(const SmsInfo &message, std::chrono::m
     }
     const int troublesBefore = Diagnostics::storeTroubleCount();
     SendSmsInterface sender; // a fresh one, as one that has seen a message waits for no other
-    PendingSmsId *const pending = sender.sendSms(sendable(message));
+    PendingSmsId *const pending =
+        sender.sendSms(sendable(VMessageEncoder().encode(message).vMessage));
     result.cause = pending->errorCause();
     if (pending->isError())
         return result;
