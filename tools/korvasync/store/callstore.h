@@ -28,7 +28,8 @@ public:
     //! \param since  lower bound of the start, included; null = all
     Read calls(KorvaSyncIf::CallType type = AllCalls, const QDateTime &since = QDateTime());
 
-    //! \return Finished when nothing failed; what is stored else, only a read can tell
+    //! What is stored then, only a read can tell: the library's statuses of calls stay clean
+    //! whatever happens.
     Answer add(const QList<Call> &calls);
 
     //! Waits for the store without a limit of its own.
