@@ -17,6 +17,9 @@ namespace CommHistory {
 
 namespace {
 
+constexpr int ReadPatienceMsecs = 3000;
+constexpr int BusyMemoryMsecs = 10000; // for which reads do not try again
+
 QString storeLocation()
 {
     QString path = qEnvironmentVariable("KORVASYNC_STORE");
@@ -142,6 +145,9 @@ void Store::work()
 
 StoreConnection *Store::connection(Access access)
 {
+    // A store that was replaced under the process would take writes that nobody sees.
+    if (m_connection && !m_lock.isInPlace())
+        m_connection.reset();
     if (!m_connection) {
         const StoreProblem problem = open(access);
         // Every request tries again, since the user may have put it right meanwhile, but
@@ -170,9 +176,15 @@ StoreProblem Store::open(Access access)
     // its readers and writers share there.
     if (!m_directory.claim(m_lock))
         return StoreProblem::NoAccess;
-    const StoreLockHolder holder(m_lock);
-    if (!holder.isHeld())
+    // Somebody waits for a read in the event loop, perhaps for one after the other.
+    if (access != Access::Write && !m_busy.hasExpired())
         return StoreProblem::Busy;
+    const StoreLockHolder holder(
+        m_lock, access == Access::Write ? StoreLock::PatienceMsecs : ReadPatienceMsecs);
+    if (!holder.isHeld()) {
+        m_busy.setRemainingTime(BusyMemoryMsecs);
+        return StoreProblem::Busy;
+    }
     // Another process may have been faster, or killed on the way.
     problem = m_directory.check();
     if (problem == StoreProblem::Absent)

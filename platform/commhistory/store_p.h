@@ -6,6 +6,7 @@
 #include "storedirectory_p.h"
 #include "storelock_p.h"
 
+#include <QtCore/QDeadlineTimer>
 #include <QtCore/QVector>
 
 #include <atomic>
@@ -22,7 +23,7 @@ class StoreConnection;
 
 //! The store of the process: where it is, the one connection to it and the thread that
 //! works on it. Requests are carried out in the order in which they came; the process ends
-//! when all that were taken are done.
+//! when all that were taken are done. A forked child must not use it: it has no thread.
 class Store
 {
 public:
@@ -84,6 +85,7 @@ private:
 
     // What only the store's thread touches.
     StoreLock m_lock;
+    QDeadlineTimer m_busy; // expired unless the lock was kept by another process just now
     std::unique_ptr<StoreConnection> m_connection;
     StoreProblem m_lastProblem = StoreProblem::None;
 

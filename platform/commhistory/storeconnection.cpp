@@ -183,22 +183,23 @@ GPointer<TrackerSparqlCursor> StoreConnection::execute(TrackerSparqlStatement *s
     return cursor;
 }
 
-GPointer<TrackerSparqlCursor> StoreConnection::query(const QByteArray &text)
+GPointer<TrackerSparqlCursor> StoreConnection::query(const QByteArray &text,
+                                                     GCancellable *cancellable)
 {
     Error error;
     GPointer<TrackerSparqlCursor> cursor(
-        tracker_sparql_connection_query(m_connection.get(), text.constData(), nullptr, error));
+        tracker_sparql_connection_query(m_connection.get(), text.constData(), cancellable, error));
     if (error.isSet())
         return nullptr;
     return cursor;
 }
 
-StoreConnection::Step StoreConnection::next(TrackerSparqlCursor *cursor)
+StoreConnection::Step StoreConnection::next(TrackerSparqlCursor *cursor, GCancellable *cancellable)
 {
     if (!cursor)
         return Step::Failed;
     Error error;
-    const bool isRow = tracker_sparql_cursor_next(cursor, nullptr, error);
+    const bool isRow = tracker_sparql_cursor_next(cursor, cancellable, error);
     if (error.isSet())
         return Step::Failed;
     return isRow ? Step::Row : Step::End;
@@ -209,6 +210,10 @@ bool StoreConnection::write(const std::function<bool(TrackerBatch *)> &fill)
     const StoreLockHolder holder(m_lock);
     if (!holder.isHeld()) {
         warnAbout(StoreProblem::Busy);
+        return false;
+    }
+    if (!m_lock.isInPlace()) {
+        warnAbout(StoreProblem::WriteFailed);
         return false;
     }
     const GPointer<TrackerBatch> batch(tracker_sparql_connection_create_batch(m_connection.get()));

@@ -53,9 +53,9 @@ public:
     TrackerSparqlStatement *statement(const std::string &text);
     //! Runs a statement with the values that are bound to it; null when that fails.
     GPointer<TrackerSparqlCursor> execute(TrackerSparqlStatement *statement);
-    GPointer<TrackerSparqlCursor> query(const QByteArray &text);
+    GPointer<TrackerSparqlCursor> query(const QByteArray &text, GCancellable *cancellable);
     //! Steps to the first or next row.
-    Step next(TrackerSparqlCursor *cursor);
+    Step next(TrackerSparqlCursor *cursor, GCancellable *cancellable = nullptr);
 
     //! One transaction under the lock of all processes. \a fill adds to the batch what is
     //! to be written, after reading what it needs; it returns false to write nothing. True

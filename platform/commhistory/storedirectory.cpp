@@ -52,8 +52,9 @@ QString sentence(StoreProblem problem)
         return QStringLiteral("The store in %1 is kept busy by another process; end that "
                               "process or try again later.");
     case StoreProblem::Damaged:
-        return QStringLiteral("The database of the store in %1 cannot be opened and may be "
-                              "damaged; check the disk, or restore the directory from a backup.");
+        return QStringLiteral("The database of the store in %1 cannot be opened; see that its disk "
+                              "has room. If it has, the database is damaged: restore the "
+                              "directory from a backup.");
     case StoreProblem::ReadFailed:
         return QStringLiteral("The store in %1 cannot be read; check the disk, or restore the "
                               "directory from a backup.");

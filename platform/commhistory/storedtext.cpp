@@ -48,11 +48,19 @@ QByteArray toStoredText(const QString &text)
 
 QString fromStoredText(const QByteArray &stored)
 {
-    QString text = QString::fromUtf8(stored);
-    for (auto at = text.indexOf(Mark); at >= 0; at = text.indexOf(Mark, at + 1)) {
-        const ushort code = QStringView(text).mid(at + 1, 4).toUShort(nullptr, 16);
-        text.replace(at, MarkedLength, QChar(code));
+    const QString marked = QString::fromUtf8(stored);
+    auto at = marked.indexOf(Mark);
+    if (at < 0)
+        return marked;
+    QString text;
+    text.reserve(marked.size());
+    decltype(at) taken = 0; // everything before it is in text
+    for (; at >= 0; at = marked.indexOf(Mark, taken)) {
+        text.append(QStringView(marked).mid(taken, at - taken));
+        text.append(QChar(QStringView(marked).mid(at + 1, 4).toUShort(nullptr, 16)));
+        taken = at + MarkedLength;
     }
+    text.append(QStringView(marked).mid(taken));
     return text;
 }
 

@@ -7,20 +7,22 @@
 #include <QtCore/QFile>
 #include <QtCore/QThread>
 
+#include <cerrno>
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace CommHistory {
 
 namespace {
 
-constexpr int PatienceMsecs = 30000;
-
 // Who wants the lock waits for the turn first and keeps it while waiting for the lock. So
 // the holder, who needs the turn again for its next transaction, comes after the others.
 enum Byte : off_t { TurnByte = 0, LockByte = 1 };
 
-bool setByte(int file, Byte byte, short type)
+enum class Outcome { Done, Taken, Failed };
+
+Outcome setByte(int file, Byte byte, short type)
 {
     struct flock range = {};
     range.l_type = type;
@@ -28,37 +30,51 @@ bool setByte(int file, Byte byte, short type)
     range.l_start = byte;
     range.l_len = 1;
     // Locks of the open file, not of the process: closing another descriptor keeps them.
-    return fcntl(file, F_OFD_SETLK, &range) == 0;
+    if (fcntl(file, F_OFD_SETLK, &range) == 0)
+        return Outcome::Done;
+    return errno == EAGAIN || errno == EACCES ? Outcome::Taken : Outcome::Failed;
 }
 
 bool waitForByte(int file, Byte byte, const QDeadlineTimer &deadline)
 {
-    while (!setByte(file, byte, F_WRLCK)) {
-        if (deadline.hasExpired())
-            return false;
+    Outcome outcome = setByte(file, byte, F_WRLCK);
+    while (outcome == Outcome::Taken && !deadline.hasExpired()) {
         QThread::usleep(500);
+        outcome = setByte(file, byte, F_WRLCK);
     }
-    return true;
+    return outcome == Outcome::Done;
 }
 
 } // namespace
 
-StoreLock::~StoreLock()
+StoreLock::~StoreLock() { close(); }
+
+void StoreLock::close()
 {
     if (m_file >= 0)
         ::close(m_file);
+    m_file = -1;
 }
 
 bool StoreLock::open(const QString &path)
 {
-    if (m_file < 0)
-        m_file = ::open(QFile::encodeName(path).constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
+    close();
+    m_path = QFile::encodeName(path);
+    m_file = ::open(m_path.constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
     return m_file >= 0;
 }
 
-bool StoreLock::acquire()
+bool StoreLock::isInPlace() const
 {
-    const QDeadlineTimer deadline(PatienceMsecs);
+    struct stat opened;
+    struct stat found;
+    return m_file >= 0 && ::fstat(m_file, &opened) == 0 && ::stat(m_path.constData(), &found) == 0
+        && opened.st_dev == found.st_dev && opened.st_ino == found.st_ino;
+}
+
+bool StoreLock::acquire(int patienceMsecs)
+{
+    const QDeadlineTimer deadline(patienceMsecs);
     if (!waitForByte(m_file, TurnByte, deadline))
         return false;
     const bool held = waitForByte(m_file, LockByte, deadline);

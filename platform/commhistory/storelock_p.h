@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <QtCore/QByteArray>
 #include <QtCore/QString>
 
 namespace CommHistory {
@@ -16,15 +17,25 @@ public:
     StoreLock() = default;
     ~StoreLock();
 
+    //! How long a writer waits for the others.
+    static constexpr int PatienceMsecs = 30000;
+
     //! Makes the lock file when it is absent. False when that is impossible.
     bool open(const QString &path);
 
-    //! Waits for the lock for at most 30 seconds. False when another process kept it.
-    bool acquire();
+    //! False when the file that was opened is no longer the one that other processes open:
+    //! the store was removed, moved or replaced.
+    bool isInPlace() const;
+
+    //! Waits for the lock. False when another process kept it.
+    bool acquire(int patienceMsecs);
     void release();
 
 private:
     Q_DISABLE_COPY(StoreLock)
+    void close();
+
+    QByteArray m_path;
     int m_file = -1;
 };
 
@@ -32,9 +43,9 @@ private:
 class StoreLockHolder
 {
 public:
-    explicit StoreLockHolder(StoreLock &lock)
+    explicit StoreLockHolder(StoreLock &lock, int patienceMsecs = StoreLock::PatienceMsecs)
         : m_lock(lock)
-        , m_held(lock.acquire())
+        , m_held(lock.acquire(patienceMsecs))
     {
     }
     ~StoreLockHolder()

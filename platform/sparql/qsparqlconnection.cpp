@@ -14,14 +14,23 @@ using CommHistory::StoreConnection;
 
 namespace {
 
-QSparqlAnswer answer(StoreConnection *connection, const QByteArray &query)
+// The conversation query holds what a message file gives for a number. Nothing in it may
+// make the database ask another machine.
+bool leavesTheStore(const QString &query)
+{
+    return query.contains(QLatin1String("SERVICE"), Qt::CaseInsensitive);
+}
+
+QSparqlAnswer answer(StoreConnection *connection, const QByteArray &query,
+                     GCancellable *cancellable)
 {
     QSparqlAnswer answer;
     if (!connection)
         return answer;
-    const auto cursor = connection->query(query);
-    auto step = connection->next(cursor.get());
-    for (; step == StoreConnection::Step::Row; step = connection->next(cursor.get())) {
+    const auto cursor = connection->query(query, cancellable);
+    const auto next = [&] { return connection->next(cursor.get(), cancellable); };
+    auto step = next();
+    for (; step == StoreConnection::Step::Row; step = next()) {
         QVector<QSparqlBinding> row;
         const int columns = tracker_sparql_cursor_get_n_columns(cursor.get());
         for (int column = 0; column < columns; ++column) {
@@ -51,12 +60,18 @@ QSparqlResult *QSparqlConnection::exec(const QSparqlQuery &query)
     if (m_driver != QLatin1String("QTRACKER_DIRECT")
         || !Store::instance().isReadable(Store::Access::LookUp))
         return nullptr;
-    const auto promise = std::make_shared<std::promise<QSparqlAnswer>>();
-    Store::instance().post(Store::Access::LookUp,
-                           [=, text = query.query().toUtf8()](StoreConnection *connection) {
-                               promise->set_value(answer(connection, text));
-                           });
-    return new QSparqlResult(new QSparqlResultPrivate(promise->get_future()));
+    const auto run = std::make_shared<QSparqlRun>();
+    if (leavesTheStore(query.query())) {
+        run->started.set_value();
+        run->answered.set_value(QSparqlAnswer());
+        return new QSparqlResult(new QSparqlResultPrivate(run));
+    }
+    Store::instance().post(
+        Store::Access::LookUp, [run, text = query.query().toUtf8()](StoreConnection *connection) {
+            run->started.set_value();
+            run->answered.set_value(answer(connection, text, run->cancellable.get()));
+        });
+    return new QSparqlResult(new QSparqlResultPrivate(run));
 }
 
 #include "moc_qsparqlconnection.cpp"

@@ -29,8 +29,8 @@ public:
     ~QSparqlConnection() override;
 
     //! Runs a query. Null when the driver is unknown or there is no store to ask; the
-    //! caller owns the result. A query that the store rejects gives a result with
-    //! hasError().
+    //! caller owns the result. A query that the store rejects, or one that would ask another
+    //! store (the word SERVICE), gives a result with hasError().
     QSparqlResult *exec(const QSparqlQuery &query);
 
 private:

@@ -5,6 +5,8 @@
 
 #include "qsparqlresult_p.h"
 
+#include <chrono>
+
 QSparqlResult::QSparqlResult(QSparqlResultPrivate *d)
     : d(d)
 {
@@ -12,7 +14,16 @@ QSparqlResult::QSparqlResult(QSparqlResultPrivate *d)
 
 QSparqlResult::~QSparqlResult() = default;
 
-void QSparqlResult::waitForFinished() { d->answer.wait(); }
+// A text with more than a number in it can make the fixed conversation query one that takes
+// for ever; such a query ends without an answer.
+void QSparqlResult::waitForFinished()
+{
+    constexpr std::chrono::seconds limit(5);
+    d->started.wait();
+    if (d->answer.wait_for(limit) == std::future_status::timeout)
+        g_cancellable_cancel(d->run->cancellable.get());
+    d->answer.wait();
+}
 
 bool QSparqlResult::hasError() const { return d->answer.get().hasError; }
 

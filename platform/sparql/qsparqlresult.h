@@ -18,7 +18,8 @@ public:
     explicit QSparqlResult(QSparqlResultPrivate *d);
     ~QSparqlResult();
 
-    //! Blocks until the query has been answered.
+    //! Blocks until the query has been answered, for five seconds of the store's
+    //! work at most, after which the result has an error.
     void waitForFinished();
     bool hasError() const;
 

@@ -5,9 +5,12 @@
 
 #include "qsparqlbinding.h"
 
+#include <commhistory/storeconnection_p.h>
+
 #include <QtCore/QVector>
 
 #include <future>
+#include <memory>
 
 //! What the store's thread answers to a query.
 struct QSparqlAnswer
@@ -16,14 +19,26 @@ struct QSparqlAnswer
     bool hasError = true;
 };
 
+//! A query on its way through the store's thread.
+struct QSparqlRun
+{
+    std::promise<void> started;
+    std::promise<QSparqlAnswer> answered;
+    const CommHistory::GPointer<GCancellable> cancellable{g_cancellable_new()};
+};
+
 class QSparqlResultPrivate
 {
 public:
-    explicit QSparqlResultPrivate(std::future<QSparqlAnswer> answer)
-        : answer(answer.share())
+    explicit QSparqlResultPrivate(std::shared_ptr<QSparqlRun> run)
+        : run(std::move(run))
+        , started(this->run->started.get_future().share())
+        , answer(this->run->answered.get_future().share())
     {
     }
 
+    std::shared_ptr<QSparqlRun> run;
+    std::shared_future<void> started;
     std::shared_future<QSparqlAnswer> answer;
     int row = -1; //!< the current one; before the first at the start
 };

@@ -93,7 +93,7 @@ bool SyncStorageIf::deleteSms(const QList<SmsInfo> &msgs)
     d->deletionStatus.clear();
     d->committedCount = 0;
     if (msgs.isEmpty())
-        qCDebug(lcAdapter) << "Empty list for deletion";
+        qCWarning(lcAdapter) << "Empty list for deletion";
     d->refIds = SyncStorageIfPrivate::getRefIds(msgs);
     connect(model, &EventModel::eventsCommitted, this, &SyncStorageIf::deletedEventsCommitted,
             Qt::QueuedConnection);

@@ -260,7 +260,7 @@ void TestStoreDirectory::aDamagedDatabaseIsNotReplaced()
     else
         damaged.truncate(size);
     QVERIFY(replace(path, damaged));
-    expectRefused(QStringLiteral("cannot be opened and may be damaged"));
+    expectRefused(QStringLiteral("the database is damaged"));
     QVERIFY(contents(path) == damaged);
 }
 

@@ -439,7 +439,7 @@ void TestFetching::anEmptyDeletionLeavesTheAdapterBusy()
     QVERIFY(f.store.calls.isEmpty());
     QVERIFY(f.signalsOf.heard.isEmpty());
     QVERIFY(f.adapter.inUse());
-    QVERIFY(log.lines(QtDebugMsg).contains(QStringLiteral("Empty list for deletion")));
+    QVERIFY(log.lines(QtWarningMsg).contains(QStringLiteral("Empty list for deletion")));
 }
 
 void TestFetching::deletionStatusStartsAnewWithEachDeletion()

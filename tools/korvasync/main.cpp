@@ -60,6 +60,10 @@ ExitCode runCommand(const Command &command, GlobalOptions &global, StandardOutpu
         output.write(helpOf(command, parser));
         return AllDone;
     }
+    if (parser.isSet(QStringLiteral("version"))) {
+        output.write("korvasync " KORVASYNC_VERSION "\n");
+        return AllDone;
+    }
     const QString wrong = global.take(parser);
     if (!wrong.isEmpty())
         return usageError(wrong);

@@ -152,7 +152,7 @@ void Adding<Kind>::addFile(const QString &path)
             break;
         hasItems = true;
         ItemResult result;
-        result.source = QStringLiteral("%1:%2").arg(path).arg(item->line);
+        result.source = path + QLatin1Char(':') + QString::number(item->line);
         judge(item->bytes, result);
         bytesDone = before + reader.bytesRead();
     }

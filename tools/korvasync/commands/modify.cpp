@@ -65,7 +65,7 @@ ExitCode run(const Invocation &invocation)
     Results results(invocation.output, ItemResult::Changed,
                     global.format == QLatin1String("ndjson"));
     ItemResult result;
-    result.source = QStringLiteral("%1:%2").arg(path).arg(given->line);
+    result.source = path + QLatin1Char(':') + QString::number(given->line);
     result.id = ids->first();
     const StoredMessage old = StoredMessage::fromRecord(store.message(result.id));
     const auto parsed = ParsedMessage::parse(given->bytes);

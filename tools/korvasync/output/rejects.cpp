@@ -6,9 +6,11 @@
 #include "terminaltext.h"
 
 #include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+#include <QtCore/QSaveFile>
 
 Rejects::Rejects(const QString &path)
-    : file(path)
+    : file(std::make_unique<QSaveFile>(path))
 {
 }
 
@@ -16,9 +18,13 @@ bool Rejects::open()
 {
     if (!isWanted())
         return true;
-    file.setDirectWriteFallback(true); // into a device or a folder that takes no new file
-    return file.open(QIODevice::WriteOnly)
-        && file.setPermissions(QFile::ReadOwner | QFile::WriteOwner); // these are messages
+    const QFileInfo present(file->fileName());
+    if (present.exists() && !present.isFile()) { // a device or a pipe, not to be replaced
+        file = std::make_unique<QFile>(file->fileName());
+        return file->open(QIODevice::WriteOnly | QIODevice::ExistingOnly);
+    }
+    return file->open(QIODevice::WriteOnly)
+        && file->setPermissions(QFile::ReadOwner | QFile::WriteOwner); // these are messages
 }
 
 void Rejects::add(const ItemResult &result, const QByteArray &message)
@@ -27,9 +33,18 @@ void Rejects::add(const ItemResult &result, const QByteArray &message)
         return;
     const QString reason = terminalText(result.source) + QLatin1String(": ")
         + codeOf(result.refusal) + QLatin1String(": ") + reasonOf(result.refusal);
-    file.write("# " + reason.toUtf8() + "\r\n" + message);
+    file->write("# " + reason.toUtf8() + "\r\n" + message);
     if (!message.isEmpty() && !message.endsWith('\n'))
-        file.write("\r\n");
+        file->write("\r\n");
 }
 
-bool Rejects::commit() { return !isWanted() || file.commit(); }
+bool Rejects::commit()
+{
+    if (!isWanted())
+        return true;
+    // A save file that is committed forgets what failed to reach the disk.
+    if (!file->flush())
+        return false;
+    auto *const saved = qobject_cast<QSaveFile *>(file.get());
+    return !saved || saved->commit();
+}

@@ -6,8 +6,10 @@
 #include "results.h"
 
 #include <QtCore/QByteArray>
-#include <QtCore/QSaveFile>
+#include <QtCore/QFileDevice>
 #include <QtCore/QString>
+
+#include <memory>
 
 //! Collects the messages that were refused, each as it was (in UTF-8) behind a line with
 //! the reason, which readers of message files pass over. The file appears, or replaces its
@@ -18,12 +20,12 @@ public:
     //! \param path  empty = nothing is collected
     explicit Rejects(const QString &path);
 
-    bool isWanted() const { return !file.fileName().isEmpty(); }
+    bool isWanted() const { return !file->fileName().isEmpty(); }
     bool open();
     void add(const ItemResult &result, const QByteArray &message);
     bool commit();
-    QString errorText() const { return file.errorString(); }
+    QString errorText() const { return file->errorString(); }
 
 private:
-    QSaveFile file;
+    std::unique_ptr<QFileDevice> file;
 };
