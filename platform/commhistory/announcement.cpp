@@ -13,7 +13,7 @@ namespace CommHistory {
 
 namespace {
 
-constexpr qsizetype MaxPortion = 1000 * 1000; // bytes, below 1 MiB
+constexpr qsizetype MaxPortion = 1000000; // bytes, below 1 MiB
 constexpr int BusMsecs = 1000;
 
 //! An upper bound of the bytes that the event takes in a message.

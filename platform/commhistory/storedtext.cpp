@@ -48,7 +48,7 @@ QByteArray toStoredText(const QString &text)
 
 QString fromStoredText(const QByteArray &stored)
 {
-    const QString marked = QString::fromUtf8(stored);
+    QString marked = QString::fromUtf8(stored);
     auto at = marked.indexOf(Mark);
     if (at < 0)
         return marked;
