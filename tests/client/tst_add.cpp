@@ -8,6 +8,8 @@
 #include <QtCore/QFileInfo>
 #include <QtTest/QTest>
 
+#include <cstdio>
+
 // The options of "add", its results and what it leaves behind.
 class TestAdd : public QObject
 {
@@ -20,6 +22,7 @@ private Q_SLOTS:
     void readsStandardInputWithoutArguments();
     void hasNothingToDoForAnEmptyFile();
     void goesOnAfterAnUnreadableFile();
+    void tellsOfAFileWhoseNameIsNoText();
     void putsMessagesWithoutAFolderWhereItIsTold();
     void refusesDraftsAlsoByOption();
     void takesTheClockForABadTime();
@@ -137,6 +140,28 @@ void TestAdd::goesOnAfterAnUnreadableFile()
             "{\"ref\":2,\"src\":\"missing.vmg\",\"status\":\"refused\",\"code\":\"unreadable\","
             "\"detail\":\"No such file or directory\"}\n"
             "{\"summary\":{\"read\":3,\"added\":1,\"present\":0,\"refused\":2,\"failed\":0}}\n"));
+}
+
+void TestAdd::tellsOfAFileWhoseNameIsNoText()
+{
+    ClientProcess client;
+    client.environment.insert(text("LC_ALL"), text("C.UTF-8"));
+    client.workingDirectory = client.filePath(QString());
+    client.write(text("in/z.vmg"), good);
+    const QByteArray odd = QFile::encodeName(client.filePath(text("in/"))) + "\xE4.vmg";
+    QVERIFY(std::rename(QFile::encodeName(client.write(text("in/a.vmg"), good)).constData(),
+                        odd.constData())
+            == 0);
+    const auto outcome = client.run(add({text("in")}));
+    QCOMPARE(outcome.exitCode, 1);
+    QCOMPARE(
+        outcome.output,
+        QByteArray(
+            "{\"ref\":0,\"src\":\"in/"
+            "\xEF\xBF\xBD.vmg\",\"status\":\"refused\",\"code\":\"unreadable\","
+            "\"detail\":\"No such file or directory\"}\n"
+            "{\"ref\":1,\"src\":\"in/z.vmg:1\",\"status\":\"added\",\"id\":1}\n"
+            "{\"summary\":{\"read\":2,\"added\":1,\"present\":0,\"refused\":1,\"failed\":0}}\n"));
 }
 
 void TestAdd::putsMessagesWithoutAFolderWhereItIsTold()

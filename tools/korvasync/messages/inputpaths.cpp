@@ -4,26 +4,54 @@
 #include "inputpaths.h"
 
 #include <QtCore/QDir>
+#include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 
-static void appendFolder(const QString &path, QStringList &files)
+#include <filesystem>
+#include <system_error>
+
+namespace {
+
+bool isMessageFile(const QString &name)
+{
+    static const QStringList suffixes{QStringLiteral("vmg"), QStringLiteral("vmsg"),
+                                      QStringLiteral("txt")};
+    return suffixes.contains(QFileInfo(name).suffix().toLower());
+}
+
+// Qt passes over names that are no text in the locale's character set. They cannot be opened
+// by the name given here, so that each is told as unreadable instead of being left out.
+void appendNamesThatAreNoText(const QString &path, QStringList &files)
+{
+    std::error_code error;
+    const std::filesystem::directory_iterator folder(QFile::encodeName(path).toStdString(), error);
+    for (const auto &entry : folder) {
+        const QByteArray name = QByteArray::fromStdString(entry.path().filename().string());
+        const QString text = QFile::decodeName(name);
+        if (QFile::encodeName(text) != name && (entry.is_directory(error) || isMessageFile(text)))
+            files += path + QLatin1Char('/') + text;
+    }
+}
+
+void appendFolder(const QString &path, QStringList &files)
 {
     const QDir folder(path);
     if (!folder.isReadable()) {
         files += path;
         return;
     }
-    static const QStringList suffixes{QStringLiteral("vmg"), QStringLiteral("vmsg"),
-                                      QStringLiteral("txt")};
+    appendNamesThatAreNoText(path, files);
     const auto filters =
         QDir::Dirs | QDir::Files | QDir::Hidden | QDir::NoDotAndDotDot | QDir::NoSymLinks;
     for (const QFileInfo &entry : folder.entryInfoList(filters, QDir::Name)) {
         if (entry.isDir())
             appendFolder(entry.filePath(), files);
-        else if (suffixes.contains(entry.suffix().toLower()))
+        else if (isMessageFile(entry.fileName()))
             files += entry.filePath();
     }
 }
+
+} // namespace
 
 QStringList messageFiles(const QStringList &arguments)
 {
