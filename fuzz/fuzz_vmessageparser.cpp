@@ -3,24 +3,18 @@
 
 // The bytes as a file of messages, and as the text of one message.
 
+#include "fuzzing.h"
+
 #include <vmessage/textdecoding.h>
 #include <vmessage/vmessageparser.h>
 #include <vmessage/vmessagescanner.h>
 
 #include <algorithm>
-#include <cstdint>
-#include <cstdlib>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace {
-
-void require(bool condition)
-{
-    if (!condition)
-        std::abort();
-}
 
 struct Found
 {
