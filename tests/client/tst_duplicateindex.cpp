@@ -6,6 +6,8 @@
 
 #include <QtTest/QTest>
 
+#include <malloc.h>
+
 class TestDuplicateIndex : public QObject
 {
     Q_OBJECT
@@ -15,8 +17,10 @@ private Q_SLOTS:
     void takesTheTailOfANumberAndAllOfAWord();
     void undoesWordsThatWereTakenForLatin1();
     void tellsMessagesApart();
+    void takesSpellingsOfOneTextForOne();
     void matchesTheNthWithTheNth();
     void countsAnewInEachFile();
+    void costsLessThanAHundredBytesAnItem();
 };
 
 static Fingerprint print(const char *number = "+15550100", int folder = 4098, int second = 0,
@@ -42,6 +46,7 @@ void TestDuplicateIndex::takesTheTailOfANumberAndAllOfAWord_data()
     row("Bank24", "Bank24");
     row("*#*", "*#*");
     row("٥٥٥٠١٠٠", "5550100");
+    row("Ba\u0308nk", "B\u00E4nk");
     row("", "");
 }
 
@@ -70,18 +75,34 @@ void TestDuplicateIndex::tellsMessagesApart()
     QVERIFY(!(print() == print("+15550100", 4098, 0, "hello")));
 }
 
+void TestDuplicateIndex::takesSpellingsOfOneTextForOne()
+{
+    const Fingerprint expected = print("+15550100", 4098, 0, "B\u00E4r\n\nDachs");
+    QVERIFY(print("+15550100", 4098, 0, "B\u00E4r\r\n\r\nDachs") == expected);
+    QVERIFY(print("+15550100", 4098, 0, "B\u00E4r\r\rDachs") == expected);
+    QVERIFY(print("+15550100", 4098, 0, "Ba\u0308r\n\nDachs") == expected);
+    QVERIFY(!(print("+15550100", 4098, 0, "B\u00E4r\nDachs") == expected));
+    QVERIFY(!(print("+15550100", 4098, 0, "Bar\n\nDachs") == expected));
+}
+
 void TestDuplicateIndex::matchesTheNthWithTheNth()
 {
     DuplicateIndex index;
     index.addStored(print(), 7);
     index.addStored(print(), 9);
     index.addStored(print("+15550101"), 8);
-    QCOMPARE(index.storedCount(print()), 2);
+    index.addStored(print(), 3);
+    QCOMPARE(index.storedCount(print()), 3);
     QCOMPARE(index.storedId(print(), 1), 7);
     QCOMPARE(index.storedId(print(), 2), 9);
+    QCOMPARE(index.storedId(print(), 3), 3);
     QCOMPARE(index.storedCount(print("+15550102")), 0);
+    QVERIFY(index.hasStored(print(), 7));
     QVERIFY(index.hasStored(print(), 9));
     QVERIFY(!index.hasStored(print(), 8));
+    QVERIFY(index.hasStored(print("+15550101"), 8));
+    QVERIFY(!index.hasStored(print("+15550101"), 7));
+    QVERIFY(!index.hasStored(print("+15550102"), -1));
 }
 
 void TestDuplicateIndex::countsAnewInEachFile()
@@ -93,6 +114,29 @@ void TestDuplicateIndex::countsAnewInEachFile()
     QCOMPARE(index.countInFile(print("+15550101")), 1);
     index.beginFile();
     QCOMPARE(index.countInFile(print()), 1);
+}
+
+// What is counted in a file stands beside what is stored, not in a table of its own.
+void TestDuplicateIndex::costsLessThanAHundredBytesAnItem()
+{
+    const auto itemNumber = [](quint64 i) {
+        return Fingerprint{i, i * Q_UINT64_C(0x9E3779B97F4A7C15)};
+    };
+    const auto allocated = [] {
+        const auto info = mallinfo2();
+        return info.uordblks + info.hblkhd;
+    };
+    for (const unsigned int count : {100000U, 500000U}) {
+        const size_t before = allocated();
+        DuplicateIndex index;
+        index.beginFile();
+        for (unsigned int i = 0; i < count; ++i)
+            index.addStored(itemNumber(i), static_cast<int>(i));
+        for (unsigned int i = 0; i < count; ++i)
+            QCOMPARE(index.countInFile(itemNumber(i)), 1);
+        QVERIFY2((allocated() - before) / count < 100,
+                 QByteArray::number((allocated() - before) / count).constData());
+    }
 }
 
 QTEST_GUILESS_MAIN(TestDuplicateIndex)

@@ -13,7 +13,10 @@ class TestDuplicates : public QObject
 private Q_SLOTS:
     void tellsThePresentOneApart_data();
     void tellsThePresentOneApart();
+    void takesSpellingsOfOneTextForOne_data();
+    void takesSpellingsOfOneTextForOne();
     void keepsTrueRepeatsOfOneFile();
+    void takesADoubledFolderOnce();
     void takesTheSameMessageOfTwoFilesOnce();
     void doesSoInADryRun();
     void addsAgainWhenTold();
@@ -55,6 +58,7 @@ void TestDuplicates::tellsThePresentOneApart_data()
     QTest::newRow("second") << vMessage("INBOX", "20101103T142531Z", "+15550100", "Hello")
                             << QByteArray("a");
     QTest::newRow("text") << vMessage("INBOX", stamp, "+15550100", "Hello ") << QByteArray("a");
+    QTest::newRow("words") << vMessage("INBOX", stamp, "hello", "Hello") << QByteArray("a");
 }
 
 void TestDuplicates::tellsThePresentOneApart()
@@ -64,6 +68,37 @@ void TestDuplicates::tellsThePresentOneApart()
     ClientProcess client;
     client.fill(hello);
     QCOMPARE(statusesOf(client.run(add(), other)), status);
+}
+
+// In quoted-printable a text can have any line ends.
+static QByteArray quotedPrintable(const QByteArray &number, const QByteArray &encoded)
+{
+    return vMessage("INBOX", "20101103T142530Z", number, encoded)
+        .replace("X-SMS;TYPE=TEXT;CHARSET=UTF-8:", "TEXT;ENCODING=QUOTED-PRINTABLE;CHARSET=UTF-8:");
+}
+
+void TestDuplicates::takesSpellingsOfOneTextForOne_data()
+{
+    QTest::addColumn<QByteArray>("other");
+    const QByteArray bank("B\xC3\xA4nk");
+    QTest::newRow("LF") << quotedPrintable(bank, "B=C3=A4r=0A=0ADachs");
+    QTest::newRow("CR-LF") << quotedPrintable(bank, "B=C3=A4r=0D=0A=0D=0ADachs");
+    QTest::newRow("CR") << quotedPrintable(bank, "B=C3=A4r=0D=0DDachs");
+    QTest::newRow("raw") << vMessage("INBOX", "20101103T142530Z", bank, "B\xC3\xA4r\n\nDachs");
+    QTest::newRow("NFD-text") << quotedPrintable(bank, "Ba=CC=88r=0A=0ADachs");
+    QTest::newRow("NFD-word") << quotedPrintable("Ba\xCC\x88nk", "B=C3=A4r=0A=0ADachs");
+}
+
+// Each spelling stored once, and each found by all others.
+void TestDuplicates::takesSpellingsOfOneTextForOne()
+{
+    QFETCH(QByteArray, other);
+    const QByteArray plain =
+        vMessage("INBOX", "20101103T142530Z", "B\xC3\xA4nk", "B\xC3\xA4r\n\nDachs");
+    ClientProcess client;
+    QCOMPARE(statusesOf(client.run(add(), other)), QByteArray("a"));
+    QCOMPARE(statusesOf(client.run(add(), other)), QByteArray("p"));
+    QCOMPARE(statusesOf(client.run(add(), plain)), QByteArray("p"));
 }
 
 void TestDuplicates::keepsTrueRepeatsOfOneFile()
@@ -84,6 +119,19 @@ void TestDuplicates::takesTheSameMessageOfTwoFilesOnce()
     const auto outcome = client.run(add({first, second}));
     QCOMPARE(statusesOf(outcome), QByteArray("aappa"));
     QCOMPARE(outcome.exitCode, 0);
+    QCOMPARE(client.run({text("list"), text("--count")}).output, QByteArray("3\n"));
+}
+
+// A folder that holds an old copy of itself, true repeats included.
+void TestDuplicates::takesADoubledFolderOnce()
+{
+    ClientProcess client;
+    const QByteArray later = vMessage("SENT", "20101103T142531Z", "+15550100", "Bye");
+    client.write(text("phone/1.vmg"), hello + later + hello);
+    client.write(text("phone/copy/1.vmg"), hello + later + hello);
+    const QString phone = client.filePath(text("phone"));
+    QCOMPARE(statusesOf(client.run(add({phone}))), QByteArray("aaappp"));
+    QCOMPARE(statusesOf(client.run(add({phone}))), QByteArray("pppppp"));
     QCOMPARE(client.run({text("list"), text("--count")}).output, QByteArray("3\n"));
 }
 

@@ -12,7 +12,7 @@ QString comparable(const QString &number)
     const bool isWord = std::any_of(number.cbegin(), number.cend(),
                                     [](QChar c) { return c.isLetter() || c.isSurrogate(); });
     if (isWord)
-        return number;
+        return number.normalized(QString::NormalizationForm_C);
     QString digits;
     for (const QChar c : number) {
         if (c.isDigit())

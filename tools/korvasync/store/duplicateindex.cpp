@@ -3,8 +3,39 @@
 
 #include "duplicateindex.h"
 
+#include <algorithm>
+
+void DuplicateIndex::addStored(const Fingerprint &fingerprint, int id)
+{
+    Entry &entry = entries[fingerprint];
+    if (entry.stored++ == 0)
+        entry.firstId = id;
+    else
+        furtherIds[fingerprint].push_back(id);
+}
+
+bool DuplicateIndex::hasStored(const Fingerprint &fingerprint, int id) const
+{
+    const Entry known = entry(fingerprint);
+    if (known.stored == 0 || known.firstId == id)
+        return known.stored > 0;
+    const auto further = furtherIds.constFind(fingerprint);
+    return further != furtherIds.cend()
+        && std::find(further->cbegin(), further->cend(), id) != further->cend();
+}
+
+int DuplicateIndex::countInFile(const Fingerprint &fingerprint)
+{
+    Entry &entry = entries[fingerprint];
+    if (entry.lastFile != file)
+        entry.inFile = 0;
+    entry.lastFile = file;
+    return ++entry.inFile;
+}
+
 int DuplicateIndex::storedId(const Fingerprint &fingerprint, int n) const
 {
-    const QList<int> newestFirst = stored.values(fingerprint);
-    return newestFirst.at(newestFirst.size() - n);
+    if (n == 1)
+        return entry(fingerprint).firstId;
+    return furtherIds.constFind(fingerprint)->at(static_cast<size_t>(n) - 2);
 }

@@ -6,17 +6,13 @@
 #include "messages/number.h"
 
 #include <QtCore/QCryptographicHash>
-
-#include <cstring>
+#include <QtCore/QtEndian>
 
 static Fingerprint digestOf(const QByteArrayList &parts)
 {
     const QByteArray digest = QCryptographicHash::hash(parts.join('\0'), QCryptographicHash::Sha1);
-    Fingerprint fingerprint;
-    std::memcpy(&fingerprint.high, digest.constData(), sizeof fingerprint.high);
-    std::memcpy(&fingerprint.low, digest.constData() + sizeof fingerprint.high,
-                sizeof fingerprint.low);
-    return fingerprint;
+    return {qFromBigEndian<quint64>(digest.constData()),
+            qFromBigEndian<quint64>(digest.constData() + sizeof(quint64))};
 }
 
 static QByteArray secondOf(const QDateTime &time)
@@ -24,11 +20,19 @@ static QByteArray secondOf(const QDateTime &time)
     return QByteArray::number(time.isValid() ? time.toSecsSinceEpoch() : -1);
 }
 
+// Programs differ in how they spell line ends and letters with accents.
+static QByteArray plainForm(QString text)
+{
+    text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+    text.replace(QLatin1Char('\r'), QLatin1Char('\n'));
+    return text.normalized(QString::NormalizationForm_C).toUtf8();
+}
+
 Fingerprint Fingerprint::of(int folder, const QString &number, const QDateTime &time,
                             const QString &body)
 {
     return digestOf({QByteArray::number(folder), secondOf(time),
-                     Number::comparable(number).toUtf8(), body.toUtf8()});
+                     Number::comparable(number).toUtf8(), plainForm(body)});
 }
 
 Fingerprint Fingerprint::of(const StoredMessage &message)
