@@ -9,23 +9,48 @@
 #include <QtDBus/QDBusMessage>
 #include <QtDBus/QDBusMetaType>
 
+#include <numeric>
+
 namespace CommHistory {
 
 namespace {
 
 constexpr qsizetype MaxPortion = 1000000; // bytes, below 1 MiB
-constexpr int BusMsecs = 1000;
+constexpr qsizetype MaxArray = 1 << 26;   // bytes, what D-Bus lets a list take
+constexpr int BusMsecs = 5000;
 
-//! An upper bound of the bytes that the event takes in a message.
+// Upper bounds of the bytes that values take in a message, with the gaps between them.
+
+qsizetype sizeOf(const QString &text)
+{
+    constexpr qsizetype lengthAndEnd = 8;
+    const auto bytesOf = [](qsizetype sum, QChar c) {
+        return sum + (c.unicode() < 0x80 ? 1 : c.unicode() < 0x800 ? 2 : 3);
+    };
+    return std::accumulate(text.cbegin(), text.cend(), lengthAndEnd, bytesOf);
+}
+
+qsizetype sizeOf(const MessagePart &part)
+{
+    constexpr qsizetype number = 12;
+    return number + sizeOf(part.contentId) + sizeOf(part.contentType) + sizeOf(part.path)
+        + sizeOf(part.plainText) + sizeOf(part.contentLocation);
+}
+
 qsizetype sizeOf(const Event &event)
 {
-    constexpr qsizetype numbersAndLengths = 256;
-    constexpr qsizetype utf8PerUnit = 3;
-    return numbersAndLengths
-        + utf8PerUnit
-        * (event.localUid().size() + event.remoteUid().size() + event.freeText().size()
-           + event.messageToken().size() + event.encoding().size() + event.characterSet().size()
-           + event.language().size());
+    constexpr qsizetype numbersAndLists = 128;
+    constexpr qsizetype contactNumber = 12;
+    qsizetype size = numbersAndLists + sizeOf(event.localUid()) + sizeOf(event.remoteUid())
+        + sizeOf(event.freeText()) + sizeOf(event.messageToken()) + sizeOf(event.encoding())
+        + sizeOf(event.characterSet()) + sizeOf(event.language());
+    const QList<MessagePart> parts = event.messageParts();
+    for (const MessagePart &part : parts)
+        size += sizeOf(part);
+    const QList<Event::Contact> contacts = event.contacts();
+    for (const Event::Contact &contact : contacts)
+        size += contactNumber + sizeOf(contact.second);
+    return size;
 }
 
 void send(const QDBusConnection &bus, const QList<Event> &events)
@@ -65,6 +90,8 @@ void announceAdded(const QList<Event> &events)
     qsizetype size = 0;
     for (const Event &event : events) {
         const qsizetype more = sizeOf(event);
+        if (more > MaxArray)
+            continue; // the bus would break the connection that the others need
         if (!portion.isEmpty() && size + more > MaxPortion) {
             send(bus, portion);
             portion.clear();
@@ -73,7 +100,8 @@ void announceAdded(const QList<Event> &events)
         portion.append(event);
         size += more;
     }
-    send(bus, portion);
+    if (!portion.isEmpty())
+        send(bus, portion);
     flush(bus);
 }
 

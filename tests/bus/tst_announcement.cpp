@@ -13,37 +13,100 @@
 #include <QtCore/QProcess>
 #include <QtDBus/QDBusMetaType>
 
+#include <cstdio>
+
 #include <unistd.h>
 
 using namespace BusTesting;
 using namespace StoreTesting;
 using CommHistory::Event;
 using CommHistory::EventModel;
+using CommHistory::MessagePart;
 
 namespace {
 
-//! Adds so many messages, more than a socket takes at once, and ends with the last report,
-//! inside its slot.
-int addAndEnd(int count)
+//! Adds so many messages, prints the id of each that is reported as added, and ends with the
+//! last report, inside its slot.
+int addAndEnd(int count, int length)
 {
     EventModel model;
     int reported = 0;
     QObject::connect(&model, &EventModel::eventsCommitted, &model,
                      [&](const QList<Event> &events, bool status) {
+                         if (status) {
+                             for (const Event &event : events)
+                                 std::printf("%d\n", event.id());
+                             std::fflush(stdout);
+                         }
                          reported += int(events.size());
                          if (!status || reported == count)
                              _exit(status ? 0 : 1);
                      });
-    QList<Event> events = messages(count, QString(5000, QLatin1Char('a')));
+    QList<Event> events = messages(count, QString(length, QLatin1Char('a')));
     model.addEvents(events, false);
     return QCoreApplication::exec();
 }
 
-//! An upper bound of what the event takes in a message: its texts, and 160 bytes for numbers,
-//! lengths and gaps.
-qint64 messageSize(const Event &event)
+struct Outcome
 {
-    return 160 + event.freeText().toUtf8().size() + event.remoteUid().toUtf8().size();
+    int exitCode;
+    QList<int> ids; //!< that were reported as added
+};
+
+//! Has a process of its own add so many messages of such a length.
+//! \param mount  shell commands that run before it in a mount namespace of its own
+Outcome addInProcess(int count, int length, const QString &mount, const QString &store)
+{
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("KORVASYNC_STORE"), store);
+    process.setProcessEnvironment(environment);
+    process.start(QStringLiteral("unshare"),
+                  {QStringLiteral("-m"), QStringLiteral("sh"), QStringLiteral("-c"),
+                   mount + QStringLiteral(" && exec \"$0\" \"$@\""),
+                   QCoreApplication::applicationFilePath(), QStringLiteral("add-and-end"),
+                   QString::number(count), QString::number(length)});
+    if (!process.waitForFinished(60000) || process.exitStatus() != QProcess::NormalExit)
+        return {-1, {}};
+    QList<int> ids;
+    const QList<QByteArray> lines = process.readAllStandardOutput().split('\n');
+    for (const QByteArray &line : lines) {
+        if (!line.isEmpty())
+            ids.append(line.toInt());
+    }
+    return {process.exitCode(), ids};
+}
+
+qint64 sizeOf(const QString &text) { return text.toUtf8().size(); }
+
+//! A lower bound of what the events take in a message: their texts.
+qint64 sizeOf(const QList<Event> &events)
+{
+    qint64 size = 0;
+    for (const Event &event : events) {
+        for (const QString &text :
+             {event.localUid(), event.remoteUid(), event.freeText(), event.messageToken(),
+              event.encoding(), event.characterSet(), event.language()})
+            size += sizeOf(text);
+        const QList<MessagePart> parts = event.messageParts();
+        for (const MessagePart &part : parts)
+            size += sizeOf(part.contentId) + sizeOf(part.contentType) + sizeOf(part.path)
+                + sizeOf(part.plainText) + sizeOf(part.contentLocation);
+        const QList<Event::Contact> contacts = event.contacts();
+        for (const Event::Contact &contact : contacts)
+            size += sizeOf(contact.second);
+    }
+    return size;
+}
+
+QList<int> idsOf(const QList<QList<Event>> &portions)
+{
+    QList<int> ids;
+    for (const QList<Event> &portion : portions) {
+        for (const Event &event : portion)
+            ids.append(event.id());
+    }
+    return ids;
 }
 
 } // namespace
@@ -60,7 +123,14 @@ private Q_SLOTS:
     void otherWritesAreNot();
     void portionsStayBelowOneMebibyte_data();
     void portionsStayBelowOneMebibyte();
-    void nothingIsLostWhenTheProcessEnds();
+    void everyFieldCountsInAPortion_data();
+    void everyFieldCountsInAPortion();
+    void anEventAboveThePortionGoesAlone();
+    void anEventThatNoMessageHoldsIsLeftOut();
+    void whatIsReportedIsAnnouncedOnceWhenTheProcessEnds_data();
+    void whatIsReportedIsAnnouncedOnceWhenTheProcessEnds();
+    void anAddThatFailsIsNotAnnounced();
+    void onAFullDiskOnlyWhatWasStoredIsAnnounced();
 
 public Q_SLOTS:
     void take(const QList<CommHistory::Event> &events) { announcements.append(events); }
@@ -175,39 +245,139 @@ void TestAnnouncement::portionsStayBelowOneMebibyte()
     const QString text = character.repeated(length);
     const QList<int> ids = add(messages(1001, text));
     QCOMPARE(int(ids.size()), 1001);
-    QList<int> announced;
     const QList<QList<Event>> portions = heard();
     for (const QList<Event> &portion : portions) {
-        qint64 size = 0;
-        for (const Event &event : portion) {
-            size += messageSize(event);
+        QVERIFY(sizeOf(portion) < 1024 * 1024);
+        for (const Event &event : portion)
             QVERIFY(event.freeText().startsWith(text));
-            announced.append(event.id());
-        }
-        QVERIFY(size < 1024 * 1024);
     }
-    QCOMPARE(announced, ids);
+    QCOMPARE(idsOf(portions), ids);
 }
 
-void TestAnnouncement::nothingIsLostWhenTheProcessEnds()
+void TestAnnouncement::everyFieldCountsInAPortion_data()
 {
-    QProcess process;
-    process.start(QCoreApplication::applicationFilePath(), {QStringLiteral("add-and-end")});
-    QVERIFY(process.waitForFinished(StoreTesting::Patience));
-    QCOMPARE(process.exitStatus(), QProcess::NormalExit);
-    QCOMPARE(process.exitCode(), 0);
-    int count = 0;
+    QTest::addColumn<Event>("event");
+    const QString text(3000, QChar(0x20ac)); // 9,000 bytes, so that 200 take 1.8 MB
+    const auto row = [](const char *name, void (Event::*set)(const QString &),
+                        const QString &value) {
+        Event event = message(QStringLiteral("text"));
+        (event.*set)(value);
+        QTest::newRow(name) << event;
+    };
+    row("local uid", &Event::setLocalUid, text);
+    row("remote uid", &Event::setRemoteUid, text);
+    row("token", &Event::setMessageToken, text);
+    row("encoding", &Event::setEncoding, text);
+    row("character set", &Event::setCharacterSet, text);
+    row("language", &Event::setLanguage, text);
+    const auto partRow = [](const char *name, QString MessagePart::*field, const QString &value) {
+        MessagePart part;
+        part.*field = value;
+        Event event = message(QStringLiteral("text"));
+        event.setMessageParts({part});
+        QTest::newRow(name) << event;
+    };
+    partRow("content id", &MessagePart::contentId, text);
+    partRow("content type", &MessagePart::contentType, text);
+    partRow("path", &MessagePart::path, text);
+    partRow("plain text", &MessagePart::plainText, text);
+    partRow("content location", &MessagePart::contentLocation, text);
+    Event known = message(QStringLiteral("text"));
+    known.setContacts({{1, text}});
+    QTest::newRow("contact") << known;
+}
+
+void TestAnnouncement::everyFieldCountsInAPortion()
+{
+    QFETCH(Event, event);
+    QList<Event> events;
+    for (int i = 0; i < 200; ++i)
+        events.append(event);
+    const QList<int> ids = add(events);
     const QList<QList<Event>> portions = heard();
+    QCOMPARE(int(portions.size()), 2);
     for (const QList<Event> &portion : portions)
-        count += int(portion.size());
-    QCOMPARE(count, 1500);
+        QVERIFY(sizeOf(portion) < 1024 * 1024);
+    QCOMPARE(idsOf(portions), ids);
+    QCOMPARE(portions.at(0).at(0).messageParts(), event.messageParts());
+    QCOMPARE(portions.at(0).at(0).contacts(), event.contacts());
+}
+
+void TestAnnouncement::anEventAboveThePortionGoesAlone()
+{
+    const QString large(2000000, QLatin1Char('a'));
+    const QList<int> ids =
+        add({message(QStringLiteral("before")), message(large), message(QStringLiteral("after"))});
+    QCOMPARE(int(ids.size()), 3);
+    const QList<QList<Event>> portions = heard();
+    QCOMPARE(int(portions.size()), 3);
+    QCOMPARE(idsOf(portions), ids);
+    QVERIFY(portions.at(1).at(0).freeText() == large);
+}
+
+void TestAnnouncement::anEventThatNoMessageHoldsIsLeftOut()
+{
+    MessagePart part;
+    part.plainText = QString(70000000, QLatin1Char('a'));
+    Event large = message(QStringLiteral("large"));
+    large.setMessageParts({part});
+    QList<int> ids =
+        add({message(QStringLiteral("before")), large, message(QStringLiteral("after"))});
+    QCOMPARE(int(ids.size()), 3);
+    ids.removeAt(1);
+    QCOMPARE(idsOf(heard()), ids);
+    // Alone, and nothing later is lost.
+    QCOMPARE(int(add({large}).size()), 1);
+    ids += add({message(QStringLiteral("later"))});
+    QCOMPARE(idsOf(heard()), ids);
+}
+
+void TestAnnouncement::whatIsReportedIsAnnouncedOnceWhenTheProcessEnds_data()
+{
+    QTest::addColumn<int>("count");
+    QTest::addColumn<int>("length");
+    QTest::newRow("one") << 1 << 10;
+    QTest::newRow("more than a socket takes at once") << 1500 << 5000;
+}
+
+void TestAnnouncement::whatIsReportedIsAnnouncedOnceWhenTheProcessEnds()
+{
+    QFETCH(int, count);
+    QFETCH(int, length);
+    const Outcome outcome = addInProcess(count, length, QStringLiteral("true"),
+                                         qEnvironmentVariable("KORVASYNC_STORE"));
+    QCOMPARE(outcome.exitCode, 0);
+    QCOMPARE(int(outcome.ids.size()), count);
+    QCOMPARE(idsOf(heard()), outcome.ids);
+}
+
+void TestAnnouncement::anAddThatFailsIsNotAnnounced()
+{
+    const QTemporaryDir directory;
+    const Outcome outcome =
+        addInProcess(10, 10, QStringLiteral("mount -t tmpfs -o ro none '%1'").arg(directory.path()),
+                     directory.filePath(QStringLiteral("store")));
+    QCOMPARE(outcome.exitCode, 1);
+    QCOMPARE(outcome.ids, QList<int>());
+    QCOMPARE(idsOf(heard()), QList<int>());
+}
+
+void TestAnnouncement::onAFullDiskOnlyWhatWasStoredIsAnnounced()
+{
+    const QTemporaryDir directory;
+    const Outcome outcome = addInProcess(
+        100000, 100, QStringLiteral("mount -t tmpfs -o size=6m none '%1'").arg(directory.path()),
+        directory.filePath(QStringLiteral("store")));
+    QCOMPARE(outcome.exitCode, 1);
+    QVERIFY(outcome.ids.size() >= 1000);
+    QCOMPARE(idsOf(heard()), outcome.ids);
 }
 
 int main(int argc, char *argv[])
 {
-    if (argc == 2 && qstrcmp(argv[1], "add-and-end") == 0) {
+    if (argc == 4 && qstrcmp(argv[1], "add-and-end") == 0) {
         const QCoreApplication application(argc, argv);
-        return addAndEnd(1500);
+        return addAndEnd(QByteArray(argv[2]).toInt(), QByteArray(argv[3]).toInt());
     }
     const QTemporaryDir directory;
     qputenv("KORVASYNC_STORE", QFile::encodeName(directory.filePath(QStringLiteral("store"))));
