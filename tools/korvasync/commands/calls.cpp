@@ -6,7 +6,6 @@
 #include "confirmation.h"
 #include "storeaccess.h"
 
-#include "calls/callentry.h"
 #include "options/arguments.h"
 #include "output/callformats.h"
 #include "output/jsonline.h"
@@ -48,15 +47,7 @@ ExitCode list(const Invocation &invocation)
     const CallStore::Read read = store.calls(*type, since);
     if (read.answer != Answer::Finished)
         return StoreAccess::complain(invocation.location, read.answer);
-    const QString &format = invocation.global.format;
-    if (format == QLatin1String("text")) {
-        invocation.output.write(CallFormats::table(read.calls));
-        return AllDone;
-    }
-    for (const Call &call : read.calls) {
-        invocation.output.write(format == QLatin1String("entries") ? CallEntry::write(call).toUtf8()
-                                                                   : CallFormats::ndjson(call));
-    }
+    CallFormats::print(read.calls, invocation.global.format, invocation.output);
     return AllDone;
 }
 
@@ -151,7 +142,7 @@ const QList<Action> &actions()
          list,
          1,
          {text("type"), text("since")},
-         {text("text"), text("ndjson"), text("entries")}},
+         {text("text"), text("ndjson"), text("entries"), text("android-xml")}},
         {"add", add, any, {text("on-duplicate")}, {text("text"), text("ndjson")}},
         {"wipe", wipe, 1, {text("yes")}, {text("text"), text("ndjson")}},
     };
@@ -201,7 +192,7 @@ Command callsCommand()
         "[list] | add [FILE|-]... | wipe",
         "The call log: lists it by the start of the calls, oldest first, adds call-history "
         "entries, or deletes it all.",
-        {text("text"), text("ndjson"), text("entries")},
+        {text("text"), text("ndjson"), text("entries"), text("android-xml")},
         {
             {text("type"), text("list: calls that came in, went out or were missed."),
              text("in|out|missed")},

@@ -118,27 +118,18 @@ void arrange(QList<StoredMessage> &messages, int limit)
         messages = messages.mid(messages.size() - limit);
 }
 
-void print(const QList<StoredMessage> &messages, const QString &format, StandardOutput &output)
-{
-    if (format == QLatin1String("text")) {
-        output.write(MessageFormats::table(messages));
-        return;
-    }
-    const auto form =
-        format == QLatin1String("vmsg") ? MessageFormats::vmsg : MessageFormats::ndjson;
-    for (const StoredMessage &message : messages)
-        output.write(form(message));
-}
-
 ExitCode run(const Invocation &invocation)
 {
     const bool idsOnly = invocation.isSet("ids");
     const bool countOnly = invocation.isSet("count");
+    const QString &format = invocation.global.format;
+    const bool isTable = format == QLatin1String("text");
     Selection selection;
     if (!invocation.arguments.isEmpty() || (idsOnly && countOnly)
-        || ((idsOnly || countOnly) && invocation.global.format == QLatin1String("vmsg"))) {
-        Diagnostics::error(QStringLiteral("list takes no arguments, and --ids, --count and -o vmsg "
-                                          "exclude each other"));
+        || ((idsOnly || countOnly) && !isTable && format != QLatin1String("ndjson"))) {
+        Diagnostics::error(QStringLiteral("list takes no arguments, and --ids, --count and -o %1 "
+                                          "exclude each other")
+                               .arg(isTable ? QStringLiteral("vmsg") : format));
         return UsageError;
     }
     if (!selection.take(invocation))
@@ -157,8 +148,10 @@ ExitCode run(const Invocation &invocation)
     } else if (idsOnly) {
         for (const StoredMessage &message : messages)
             invocation.output.write(QByteArray::number(message.id) + '\n');
+    } else if (isTable) {
+        MessageFormats::printTable(messages, invocation.output);
     } else {
-        print(messages, invocation.global.format, invocation.output);
+        MessageFormats::print(messages, format, invocation.output);
     }
     return AllDone;
 }
@@ -172,7 +165,8 @@ Command listCommand()
         "list",
         "",
         "Messages of the store, oldest first.",
-        {text("text"), text("ndjson"), text("vmsg")},
+        {text("text"), text("ndjson"), text("vmsg"), text("csv"), text("mbox"),
+         text("android-xml")},
         {
             {text("folder"), text("inbox, outbox, drafts, sent, my or all (default)."), text("F")},
             {text("since"),

@@ -8,7 +8,9 @@
 #include "output/messageformats.h"
 #include "process/diagnostics.h"
 
-static ExitCode run(const Invocation &invocation)
+namespace {
+
+ExitCode run(const Invocation &invocation)
 {
     if (invocation.arguments.isEmpty()) {
         Diagnostics::error(QStringLiteral("show needs an id"));
@@ -20,29 +22,34 @@ static ExitCode run(const Invocation &invocation)
     MessageStore store(invocation.global.timeout);
     if (const ExitCode code = StoreAccess::requireReadable(invocation.location, store))
         return code;
-    const QString &format = invocation.global.format;
-    const auto form = format == QLatin1String("vmsg") ? MessageFormats::vmsg
-        : format == QLatin1String("ndjson")           ? MessageFormats::ndjson
-                                                      : MessageFormats::page;
+    QList<StoredMessage> messages;
     ExitCode code = AllDone;
     for (const int id : *ids) {
         const StoredMessage message = StoredMessage::fromRecord(store.message(id));
         if (message.id != -1) {
-            invocation.output.write(form(message));
+            messages += message;
         } else {
             Diagnostics::warn(QStringLiteral("there is no message %1").arg(id));
             code = IdNotFound;
         }
     }
+    if (invocation.global.format == QLatin1String("text"))
+        MessageFormats::printPages(messages, invocation.output);
+    else
+        MessageFormats::print(messages, invocation.global.format, invocation.output);
     return code;
 }
 
+} // namespace
+
 Command showCommand()
 {
+    const auto text = [](const char *latin1) { return QString::fromLatin1(latin1); };
     return {"show",
             "ID...",
             "Messages by id (- reads ids from standard input).",
-            {QStringLiteral("vmsg"), QStringLiteral("text"), QStringLiteral("ndjson")},
+            {text("vmsg"), text("text"), text("ndjson"), text("csv"), text("mbox"),
+             text("android-xml")},
             {},
             run};
 }

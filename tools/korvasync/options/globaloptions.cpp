@@ -10,7 +10,10 @@ void GlobalOptions::declare(QCommandLineParser &parser)
         {text("store"),
          text("The store (default: $KORVASYNC_STORE, else the data folder's korvasync)."),
          text("DIR")},
-        {text("o"), text("Output format: text, ndjson, vmsg or entries."), text("FORMAT")},
+        {text("o"),
+         text("Output format: text, ndjson; messages: vmsg, csv, mbox, android-xml; calls: "
+              "entries, android-xml."),
+         text("FORMAT")},
         {{text("n"), text("dry-run")}, text("Say what would happen, write nothing.")},
         {text("q"), text("No summary; -qq: no warnings either.")},
         {text("v"), text("The library's own trace, which shows numbers and texts.")},

@@ -3,13 +3,15 @@
 
 #include "callformats.h"
 
+#include "androidxml.h"
+#include "calls/callentry.h"
 #include "jsonline.h"
 #include "messages/datetext.h"
 #include "terminaltext.h"
 
 namespace CallFormats {
 
-QByteArray ndjson(const Call &call)
+static QByteArray ndjson(const Call &call)
 {
     JsonLine json;
     json.addUnlessEmpty("type", call.type)
@@ -32,21 +34,30 @@ static QString clockText(int seconds)
     return head + QLatin1Char(':') + padded(seconds % 60);
 }
 
-QByteArray table(const QList<Call> &calls)
+static QByteArray tableLine(const Call &call)
 {
-    QByteArray text;
-    for (const Call &call : calls) {
-        const QString time = DateText::write(call.start);
-        const QString number =
-            call.number.isEmpty() ? QStringLiteral("hidden") : terminalText(call.number);
-        const QString line =
-            QStringLiteral("%1  %2  %3  %4\n")
-                .arg((time.isEmpty() ? QStringLiteral("-") : time).leftJustified(20),
-                     call.type.leftJustified(8), clockText(call.duration).rightJustified(7),
-                     number);
-        text += line.toUtf8();
+    const QString time = DateText::write(call.start);
+    const QString number =
+        call.number.isEmpty() ? QStringLiteral("hidden") : terminalText(call.number);
+    return QStringLiteral("%1  %2  %3  %4\n")
+        .arg((time.isEmpty() ? QStringLiteral("-") : time).leftJustified(20),
+             call.type.leftJustified(8), clockText(call.duration).rightJustified(7), number)
+        .toUtf8();
+}
+
+static QByteArray entry(const Call &call) { return CallEntry::write(call).toUtf8(); }
+
+void print(const QList<Call> &calls, const QString &format, StandardOutput &output)
+{
+    if (format == QLatin1String("android-xml")) {
+        AndroidXml::print(calls, output);
+        return;
     }
-    return text;
+    const auto form = format == QLatin1String("ndjson") ? ndjson
+        : format == QLatin1String("entries")            ? entry
+                                                        : tableLine;
+    for (const Call &call : calls)
+        output.write(form(call));
 }
 
 } // namespace CallFormats

@@ -4,15 +4,15 @@
 #pragma once
 
 #include "calls/call.h"
+#include "standardoutput.h"
 
-#include <QtCore/QByteArray>
 #include <QtCore/QList>
 
-//! The forms in which calls of the store are printed, besides their entries.
+//! The forms in which calls of the store are printed.
 namespace CallFormats {
 
-QByteArray ndjson(const Call &call);
-//! One line a call: start, type, duration, number.
-QByteArray table(const QList<Call> &calls);
+//! \param format  text (one line a call: start, type, duration, number), ndjson, entries or
+//!                android-xml
+void print(const QList<Call> &calls, const QString &format, StandardOutput &output);
 
 } // namespace CallFormats

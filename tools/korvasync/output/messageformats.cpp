@@ -3,29 +3,52 @@
 
 #include "messageformats.h"
 
+#include "androidxml.h"
+#include "csv.h"
 #include "jsonline.h"
+#include "mailbox.h"
 #include "messages/datetext.h"
 #include "messages/folder.h"
 #include "terminaltext.h"
 
+#include <QtCore/QMap>
+
 namespace MessageFormats {
 
-QByteArray ndjson(const StoredMessage &message)
+static void printNdjson(const QList<StoredMessage> &messages, StandardOutput &output)
 {
-    JsonLine json;
-    json.add("id", message.id)
-        .addUnlessEmpty("folder", Folder::name(message.folder))
-        .addUnlessEmpty("number", message.number)
-        .addUnlessEmpty("time", DateText::write(message.time))
-        .addBool("read", message.isRead)
-        .add("body", message.body)
-        .addUnlessEmpty("token", message.token);
-    return json.line();
+    for (const StoredMessage &message : messages) {
+        JsonLine json;
+        json.add("id", message.id)
+            .addUnlessEmpty("folder", Folder::name(message.folder))
+            .addUnlessEmpty("number", message.number)
+            .addUnlessEmpty("time", DateText::write(message.time))
+            .addBool("read", message.isRead)
+            .add("body", message.body)
+            .addUnlessEmpty("token", message.token);
+        output.write(json.line());
+    }
 }
 
-QByteArray vmsg(const StoredMessage &message) { return message.vMessage.toUtf8(); }
+static void printVMessages(const QList<StoredMessage> &messages, StandardOutput &output)
+{
+    for (const StoredMessage &message : messages)
+        output.write(message.vMessage.toUtf8());
+}
 
-QByteArray table(const QList<StoredMessage> &messages)
+void print(const QList<StoredMessage> &messages, const QString &format, StandardOutput &output)
+{
+    static const QMap<QString, void (*)(const QList<StoredMessage> &, StandardOutput &)> printers{
+        {QStringLiteral("ndjson"), printNdjson},
+        {QStringLiteral("vmsg"), printVMessages},
+        {QStringLiteral("csv"), Csv::print},
+        {QStringLiteral("mbox"), Mailbox::print},
+        {QStringLiteral("android-xml"), AndroidXml::print},
+    };
+    printers.value(format)(messages, output);
+}
+
+void printTable(const QList<StoredMessage> &messages, StandardOutput &output)
 {
     const QString noTime = QStringLiteral("-");
     int idWidth = 0;
@@ -36,7 +59,6 @@ QByteArray table(const QList<StoredMessage> &messages)
         numberWidth = qMax(numberWidth, static_cast<int>(message.number.size()));
     }
     numberWidth = qMin(numberWidth, widestNumber);
-    QByteArray text;
     for (const StoredMessage &message : messages) {
         const QString time = DateText::write(message.time);
         const QString line = QStringLiteral("%1  %2  %3  %4  %5  %6\n")
@@ -46,12 +68,11 @@ QByteArray table(const QList<StoredMessage> &messages)
                                       message.isRead ? QStringLiteral(" ") : QStringLiteral("*"),
                                       terminalText(message.number).leftJustified(numberWidth),
                                       terminalText(message.body));
-        text += line.toUtf8();
+        output.write(line.toUtf8());
     }
-    return text;
 }
 
-QByteArray page(const StoredMessage &message)
+static QByteArray page(const StoredMessage &message)
 {
     QStringList lines{
         QStringLiteral("id:     %1").arg(message.id),
@@ -64,6 +85,12 @@ QByteArray page(const StoredMessage &message)
     for (const QString &line : message.body.split(QLatin1Char('\n')))
         lines += terminalText(line);
     return lines.join(QLatin1Char('\n')).toUtf8() + "\n\n";
+}
+
+void printPages(const QList<StoredMessage> &messages, StandardOutput &output)
+{
+    for (const StoredMessage &message : messages)
+        output.write(page(message));
 }
 
 } // namespace MessageFormats

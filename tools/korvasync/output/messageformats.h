@@ -3,19 +3,22 @@
 
 #pragma once
 
+#include "standardoutput.h"
 #include "store/storedmessage.h"
 
-#include <QtCore/QByteArray>
 #include <QtCore/QList>
+#include <QtCore/QString>
 
 //! The forms in which messages of the store are printed.
 namespace MessageFormats {
 
-QByteArray ndjson(const StoredMessage &message);
-QByteArray vmsg(const StoredMessage &message);
-//! One line a message: id, time, folder, unread mark, number, text.
-QByteArray table(const QList<StoredMessage> &messages);
-//! One message in full.
-QByteArray page(const StoredMessage &message);
+//! For programs.
+//! \param format  ndjson, vmsg, csv, mbox or android-xml
+void print(const QList<StoredMessage> &messages, const QString &format, StandardOutput &output);
+
+//! For people, one line a message: id, time, folder, unread mark, number, text.
+void printTable(const QList<StoredMessage> &messages, StandardOutput &output);
+//! For people, each message in full.
+void printPages(const QList<StoredMessage> &messages, StandardOutput &output);
 
 } // namespace MessageFormats

@@ -1,0 +1,162 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "androidxml.h"
+
+#include "process/diagnostics.h"
+
+#include <QtCore/QXmlStreamWriter>
+
+namespace AndroidXml {
+
+using namespace KorvaSyncIf;
+
+namespace {
+
+//! An element without children on a line of its own.
+class Element
+{
+public:
+    //! \param replaced  counts the characters that XML cannot hold
+    Element(const char *name, int &replaced)
+        : xml(&bytes)
+        , replaced(replaced)
+    {
+        xml.writeEmptyElement(QLatin1String(name));
+    }
+
+    Element &add(const char *name, const QString &value)
+    {
+        xml.writeAttribute(QLatin1String(name), holdable(value));
+        return *this;
+    }
+    Element &add(const char *name, const char *value)
+    {
+        xml.writeAttribute(QLatin1String(name), QLatin1String(value));
+        return *this;
+    }
+    Element &add(const char *name, qint64 value) { return add(name, QString::number(value)); }
+
+    QByteArray line()
+    {
+        xml.writeEndDocument(); // which ends the line, too
+        return "  " + bytes;
+    }
+
+private:
+    QString holdable(QString text);
+
+    QByteArray bytes;
+    QXmlStreamWriter xml;
+    int &replaced;
+};
+
+QString Element::holdable(QString text)
+{
+    for (decltype(text.size()) i = 0; i < text.size(); ++i) {
+        const QChar c = text.at(i);
+        const bool isPair =
+            c.isHighSurrogate() && i + 1 < text.size() && text.at(i + 1).isLowSurrogate();
+        const bool isLineOrTab =
+            c == QLatin1Char('\n') || c == QLatin1Char('\r') || c == QLatin1Char('\t');
+        if (isPair) {
+            ++i;
+        } else if ((c.unicode() < 0x20 && !isLineOrTab) || c.isSurrogate()
+                   || c.unicode() >= 0xFFFE) {
+            text[i] = QChar(QChar::ReplacementCharacter);
+            ++replaced;
+        }
+    }
+    return text;
+}
+
+const char *typeOfFolder(int folder)
+{
+    switch (folder) {
+    case LocSent:
+        return "2";
+    case LocDrafts:
+        return "3";
+    case LocOutbox:
+        return "4";
+    default: // also the user's own folders: what is in them came in
+        return "1";
+    }
+}
+
+const char *typeOfCall(const Call &call)
+{
+    return call.type == QLatin1String("incoming") ? "1" : call.isOutgoing() ? "2" : "3";
+}
+
+// The phone's word for a value that is absent.
+QString nullIfEmpty(const QString &value)
+{
+    return value.isEmpty() ? QStringLiteral("null") : value;
+}
+
+qint64 milliseconds(const QDateTime &time) { return time.isValid() ? time.toMSecsSinceEpoch() : 0; }
+
+// All that readers of such files look for, with the values that say "not known" where the
+// store does not tell.
+QByteArray element(const StoredMessage &message, int &replaced)
+{
+    return Element("sms", replaced)
+        .add("protocol", "0")
+        .add("address", nullIfEmpty(message.number))
+        .add("date", milliseconds(message.time))
+        .add("type", typeOfFolder(message.folder))
+        .add("subject", "null")
+        .add("body", message.body)
+        .add("toa", "null")
+        .add("sc_toa", "null")
+        .add("service_center", "null")
+        .add("read", message.isRead ? "1" : "0")
+        .add("status", "-1")
+        .add("locked", "0")
+        .add("date_sent", "0")
+        .line();
+}
+
+QByteArray element(const Call &call, int &replaced)
+{
+    return Element("call", replaced)
+        .add("number", call.number)
+        .add("duration", call.duration)
+        .add("date", milliseconds(call.start))
+        .add("type", typeOfCall(call))
+        .add("presentation", call.number.isEmpty() ? "3" : "1") // not known, allowed
+        .line();
+}
+
+template <typename Item>
+void printAll(const char *root, const QList<Item> &items, StandardOutput &output,
+              const char *formThatKeepsAll)
+{
+    int replaced = 0;
+    output.write("<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n");
+    output.write(QByteArray("<") + root + " count=\"" + QByteArray::number(items.size()) + "\">\n");
+    for (const Item &item : items)
+        output.write(element(item, replaced));
+    output.write(QByteArray("</") + root + ">\n");
+    if (replaced > 0) {
+        Diagnostics::warn(QStringLiteral("%1 character(s) that XML cannot hold are replaced by "
+                                         "U+FFFD; -o %2 keeps them")
+                              .arg(replaced)
+                              .arg(QLatin1String(formThatKeepsAll)));
+    }
+}
+
+} // namespace
+
+void print(const QList<StoredMessage> &messages, StandardOutput &output)
+{
+    printAll("smses", messages, output, "vmsg");
+}
+
+void print(const QList<Call> &calls, StandardOutput &output)
+{
+    printAll("calls", calls, output, "entries");
+}
+
+} // namespace AndroidXml
