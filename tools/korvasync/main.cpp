@@ -77,6 +77,12 @@ ExitCode runCommand(const Command &command, GlobalOptions &global, StandardOutpu
     Diagnostics::install(global.verbose);
     if (global.quiet > 1)
         Diagnostics::silenceWarnings();
+    if (!global.localZoneIsExact) {
+        Diagnostics::warn(QStringLiteral("TZ names no zone that is known here; times without a "
+                                         "zone are taken as of today's, %1, so name one such as "
+                                         "Europe/Helsinki")
+                              .arg(QString::fromUtf8(global.localZone.id())));
+    }
     StoreLocation location(global.store);
     location.select();
     return command.run({parser, parser.positionalArguments().mid(1), global, location, output});
@@ -112,7 +118,9 @@ ExitCode run(GlobalOptions &global, StandardOutput &output)
 int main(int argc, char *argv[])
 {
     GlobalOptions global;
-    global.localZone = LocalZone::rememberAndLeave();
+    const auto [zone, isExact] = LocalZone::rememberAndLeave();
+    global.localZone = zone;
+    global.localZoneIsExact = isExact;
     // Names of files and all that is printed are UTF-8, whatever the locale says.
     qputenv("LC_ALL", "C.UTF-8");
     QCoreApplication application(argc, argv);

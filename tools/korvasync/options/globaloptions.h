@@ -19,6 +19,7 @@ struct GlobalOptions
     QString progress;
     std::chrono::milliseconds timeout;
     QTimeZone localZone;
+    bool localZoneIsExact = true; //!< else it has the distance of today alone
 
     static void declare(QCommandLineParser &parser);
 

@@ -3,18 +3,82 @@
 
 #include "localzone.h"
 
+#include <QtCore/QByteArrayList>
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+
 #include <ctime>
+
+namespace {
+
+constexpr time_t day = 86400;
+constexpr time_t firstMessages = 631152000; // 1990, before which no message is believed
+constexpr time_t lastRules = 2145916800;    // 2038, up to which zones spell their changes out
+
+// The C library alone knows the zone that all programs of this system go by.
+int distanceAt(time_t seconds)
+{
+    tm shown = {};
+    localtime_r(&seconds, &shown);
+    return static_cast<int>(shown.tm_gmtoff);
+}
+
+bool agreesWithTheSystem(const QTimeZone &zone)
+{
+    if (!zone.isValid())
+        return false;
+    for (time_t seconds = firstMessages; seconds < lastRules; seconds += 10 * day) {
+        const QDateTime time = QDateTime::fromSecsSinceEpoch(seconds, Qt::UTC);
+        if (zone.offsetFromUtc(time) != distanceAt(seconds))
+            return false;
+    }
+    return true;
+}
+
+// What TZ, or the system's link, may mean: a name, a file below the folder of all zones, a
+// rule, or nothing, which is UTC.
+QByteArrayList likelyNames()
+{
+    QByteArray name = qEnvironmentVariableIsSet("TZ") ? qgetenv("TZ") : "/etc/localtime";
+    if (name.startsWith(':'))
+        name.remove(0, 1);
+    QByteArrayList names{name};
+    const QString file = QFileInfo(QFile::decodeName(name)).canonicalFilePath();
+    const QLatin1String folder("/zoneinfo/");
+    const auto at = file.indexOf(folder);
+    if (at >= 0)
+        names += QFile::encodeName(file.mid(at + folder.size()));
+    return names << "UTC";
+}
+
+QTimeZone find(const QByteArrayList &names)
+{
+    for (const QByteArray &name : names) {
+        QTimeZone zone(name);
+        if (agreesWithTheSystem(zone))
+            return zone;
+    }
+    return QTimeZone();
+}
+
+} // namespace
 
 namespace LocalZone {
 
-QTimeZone rememberAndLeave()
+Found rememberAndLeave()
 {
-    QTimeZone zone(QTimeZone::systemTimeZoneId());
-    if (!zone.isValid()) // a TZ that Qt has no name for: keep at least today's distance
-        zone = QTimeZone(QDateTime::currentDateTime().offsetFromUtc());
+    tzset();
+    Found found{find(likelyNames()), true};
+    const QTimeZone distance(distanceAt(std::time(nullptr)));
+    if (!found.zone.isValid() && agreesWithTheSystem(distance))
+        found.zone = distance;
+    if (!found.zone.isValid()) // a copy of a zone's file, say
+        found.zone = find(QTimeZone::availableTimeZoneIds());
+    if (!found.zone.isValid())
+        found = {distance, false};
     qputenv("TZ", "UTC");
     tzset();
-    return zone;
+    return found;
 }
 
 QDateTime toUtc(QDate date, QTime time, const QTimeZone &zone)

@@ -10,9 +10,15 @@
 //! without a zone, in message files and on the command line, are meant in the person's.
 namespace LocalZone {
 
-//! Remembers the zone of the environment and puts the process on UTC. To be called before
+struct Found
+{
+    QTimeZone zone;
+    bool isExact; //!< false: no known zone has the system's times; today's distance stands in
+};
+
+//! Finds the zone that the C library goes by and puts the process on UTC. To be called before
 //! anything else of Qt looks at the zone.
-QTimeZone rememberAndLeave();
+Found rememberAndLeave();
 
 //! The instant at which the clocks of \a zone show the given time, in UTC: the first one
 //! where they show it twice; where they skip it, what the clock would show had it not
