@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
 #include "commands/command.h"
+#include "process/descriptors.h"
 #include "process/diagnostics.h"
 #include "process/interrupt.h"
 #include "process/localzone.h"
@@ -117,6 +118,7 @@ ExitCode run(GlobalOptions &global, StandardOutput &output)
 
 int main(int argc, char *argv[])
 {
+    occupyClosedDescriptors();
     GlobalOptions global;
     const auto [zone, isExact] = LocalZone::rememberAndLeave();
     global.localZone = zone;
