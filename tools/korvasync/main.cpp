@@ -2,10 +2,12 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
 #include "commands/command.h"
+#include "commands/storeaccess.h"
 #include "process/descriptors.h"
 #include "process/diagnostics.h"
 #include "process/interrupt.h"
 #include "process/localzone.h"
+#include "store/boundedcall.h"
 
 #include <QtCore/QCoreApplication>
 
@@ -86,6 +88,11 @@ ExitCode runCommand(const Command &command, GlobalOptions &global, StandardOutpu
     }
     StoreLocation location(global.store);
     location.select();
+    BoundedCall::onGivingUp([&](Answer answer) {
+        const ExitCode code = StoreAccess::complain(location, answer);
+        output.flush();
+        std::_Exit(answer == Answer::Interrupted ? 128 + Interrupt::signalNumber() : code);
+    });
     return command.run({parser, parser.positionalArguments().mid(1), global, location, output});
 }
 
@@ -134,7 +141,13 @@ int main(int argc, char *argv[])
         code = worse(code, SomeNotDone);
     }
     // A request that was given up would be waited for once more while the library ends.
+    if (Interrupt::signalNumber() != 0)
+        std::_Exit(128 + Interrupt::signalNumber());
     if (code == NoAnswer)
         std::_Exit(code);
-    return Interrupt::signalNumber() == 0 ? code : 128 + Interrupt::signalNumber();
+    // All is done. Closing the store waits for its other users, who can close it as well.
+    constexpr std::chrono::milliseconds closingTime(2000);
+    BoundedCall::onGivingUp([code](Answer) { std::_Exit(code); });
+    BoundedCall::boundTheRest(closingTime);
+    return code;
 }

@@ -9,11 +9,9 @@
 #include "options/arguments.h"
 #include "output/callformats.h"
 #include "output/jsonline.h"
-#include "process/deadline.h"
 #include "process/diagnostics.h"
 
 #include <array>
-#include <cstdlib>
 #include <limits>
 #include <unistd.h>
 
@@ -87,15 +85,6 @@ void printDeleted(const Invocation &invocation, qsizetype before, qsizetype left
     }
 }
 
-// The library removes calls within the call, without an end to its waiting.
-bool removeAll(const Invocation &invocation, CallStore &store)
-{
-    const Deadline deadline(invocation.global.timeout, [&invocation] {
-        std::_Exit(StoreAccess::complain(invocation.location, Answer::TimedOut));
-    });
-    return store.removeAll();
-}
-
 ExitCode wipe(const Invocation &invocation)
 {
     if (!Confirmation::isPossible(invocation, QStringLiteral("calls wipe")))
@@ -113,7 +102,7 @@ ExitCode wipe(const Invocation &invocation)
         printDeleted(invocation, count, 0);
         return AllDone;
     }
-    const bool removed = removeAll(invocation, store);
+    const bool removed = store.removeAll();
     const CallStore::Read after = store.calls();
     if (!removed || after.answer != Answer::Finished)
         return StoreAccess::complain(invocation.location, Answer::Refused);

@@ -13,8 +13,9 @@ ExitCode complain(const StoreLocation &location, Answer answer)
     const QString path = terminalText(location.path());
     switch (answer) {
     case Answer::Finished:
-    case Answer::Interrupted:
         return AllDone;
+    case Answer::Interrupted: // the signal tells by itself
+        return SomeNotDone;
     case Answer::TimedOut:
         Diagnostics::error(
             QStringLiteral("the store %1 gave no answer in time; see whether "

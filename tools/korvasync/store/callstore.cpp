@@ -18,9 +18,9 @@ CallStore::Read CallStore::calls(CallType type, const QDateTime &since)
 {
     Read read;
     QStringList entries; // newest first
-    PendingMsgs *pending = facade.calls(type, since);
-    read.answer =
-        PendingWait::waitForRead(pending, timeout, [&] { entries = pending->callLogs(); });
+    read.answer = PendingWait::waitForRead(
+        timeout, [&] { return facade.calls(type, since); },
+        [&](PendingMsgs *pending) { entries = pending->callLogs(); });
     read.calls.reserve(entries.size());
     std::transform(entries.crbegin(), entries.crend(), std::back_inserter(read.calls),
                    CallEntry::fromLibrary);
@@ -33,5 +33,13 @@ Answer CallStore::add(const QList<Call> &calls)
     entries.reserve(calls.size());
     std::transform(calls.cbegin(), calls.cend(), std::back_inserter(entries),
                    CallEntry::forLibrary);
-    return PendingWait::waitFor(facade.addNewCalls(entries), timeout, [] {});
+    return PendingWait::waitFor(
+        BoundedCall::Write, timeout, [&] { return facade.addNewCalls(entries); },
+        [](PendingStatus *) {}, PendingWait::waitOn);
+}
+
+bool CallStore::removeAll()
+{
+    const BoundedCall call(BoundedCall::Write, timeout);
+    return facade.deleteAllCalls();
 }

@@ -32,8 +32,7 @@ public:
     //! whatever happens.
     Answer add(const QList<Call> &calls);
 
-    //! Waits for the store without a limit of its own.
-    bool removeAll() { return facade.deleteAllCalls(); }
+    bool removeAll();
 
 private:
     std::chrono::milliseconds timeout;

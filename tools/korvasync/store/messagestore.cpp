@@ -7,25 +7,32 @@
 
 using namespace KorvaSyncIf;
 
-static MessageStore::Written await(PendingStatus *pending, std::chrono::milliseconds timeout)
+namespace {
+
+template <typename Start>
+MessageStore::Read read(std::chrono::milliseconds timeout, const Start &start)
+{
+    MessageStore::Read read;
+    read.answer = PendingWait::waitForRead(
+        timeout, start, [&](PendingMsgs *msgs) { read.messages = msgs->syncSmsInfo(); });
+    return read;
+}
+
+template <typename Start>
+MessageStore::Written write(std::chrono::milliseconds timeout, const Start &start)
 {
     MessageStore::Written written;
-    written.answer =
-        PendingWait::waitFor(pending, timeout, [&] { written.status = pending->status(); });
+    written.answer = PendingWait::waitFor(
+        BoundedCall::Write, timeout, start,
+        [&](PendingStatus *status) { written.status = status->status(); }, PendingWait::waitOn);
     return written;
 }
+
+} // namespace
 
 MessageStore::MessageStore(std::chrono::milliseconds timeout)
     : timeout(timeout)
 {
-}
-
-MessageStore::Read MessageStore::await(PendingMsgs *pending)
-{
-    Read read;
-    read.answer =
-        PendingWait::waitForRead(pending, timeout, [&] { read.messages = pending->syncSmsInfo(); });
-    return read;
 }
 
 Answer MessageStore::probe()
@@ -36,16 +43,17 @@ Answer MessageStore::probe()
 
 MessageStore::Read MessageStore::messages(const QDateTime &since, LocationId folder)
 {
-    return await(facade.messages(since, folder));
+    return read(timeout, [&] { return facade.messages(since, folder); });
 }
 
 MessageStore::Read MessageStore::modifiedMessages(const QDateTime &since, LocationId folder)
 {
-    return await(facade.modifiedMessages(since, folder));
+    return read(timeout, [&] { return facade.modifiedMessages(since, folder); });
 }
 
 SyncSmsInfo MessageStore::message(int id)
 {
+    const BoundedCall call(BoundedCall::Read, timeout);
     const SyncSmsInfo record = facade.message(id);
     return record.parentId == Folder::None ? SyncSmsInfo() : record;
 }
@@ -53,28 +61,29 @@ SyncSmsInfo MessageStore::message(int id)
 MessageStore::Written MessageStore::add(QList<SyncSmsInfo> messages)
 {
     Written written;
-    PendingIds *pending = facade.addNewMessages(messages);
-    const auto collect = [&] {
-        written.status = pending->status();
-        written.ids = pending->ids();
-    };
     // Where the conversations of new numbers could not be made, the status shows it and
     // finished() never comes.
-    written.answer =
-        PendingWait::waitFor(pending, timeout, collect, [&]() -> std::optional<Answer> {
-            if (pending->status().contains(SmsDatabaseError))
-                return Answer::Refused;
-            return std::nullopt;
-        });
+    const auto givesUp = [](PendingIds *pending) -> std::optional<Answer> {
+        if (pending->status().contains(SmsDatabaseError))
+            return Answer::Refused;
+        return std::nullopt;
+    };
+    written.answer = PendingWait::waitFor(
+        BoundedCall::Write, timeout, [&] { return facade.addNewMessages(messages); },
+        [&](PendingIds *pending) {
+            written.status = pending->status();
+            written.ids = pending->ids();
+        },
+        givesUp);
     return written;
 }
 
 MessageStore::Written MessageStore::modify(const SyncSmsInfo &message)
 {
-    return ::await(facade.modifyMessages({message}), timeout);
+    return write(timeout, [&] { return facade.modifyMessages({message}); });
 }
 
 MessageStore::Written MessageStore::remove(const QList<int> &ids)
 {
-    return ::await(facade.deleteMessages(ids), timeout);
+    return write(timeout, [&] { return facade.deleteMessages(ids); });
 }

@@ -41,8 +41,6 @@ public:
     Written remove(const QList<int> &ids);
 
 private:
-    Read await(KorvaSyncIf::PendingMsgs *pending);
-
     std::chrono::milliseconds timeout;
     KorvaSyncIf::SMSSyncInterface facade;
 };

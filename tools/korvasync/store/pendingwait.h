@@ -3,50 +3,60 @@
 
 #pragma once
 
-#include <korvasync/pendingmsgs.h>
+#include "boundedcall.h"
+#include "process/diagnostics.h"
+#include "process/interrupt.h"
 
+#include <QtCore/QElapsedTimer>
 #include <QtCore/QEventLoop>
 #include <QtCore/QPointer>
 #include <QtCore/QTimer>
 
 #include <chrono>
-#include <functional>
 #include <optional>
-
-//! How a request ended.
-enum class Answer {
-    Finished,
-    Refused,    //!< the store could not take it, or will never finish it
-    TimedOut,   //!< no answer in time
-    Interrupted //!< a signal came while only reading
-};
+#include <type_traits>
 
 //! Waiting for the library's pending objects.
 namespace PendingWait {
 
-//! Waits for a pending object and destroys it if it does not do so itself.
+//! For requests that only their own end, the time or a signal ends.
+inline std::optional<Answer> waitOn(const void *) { return std::nullopt; }
+
+//! Starts a request, waits for its pending object and destroys that if it does not do so
+//! itself.
+//! \param start     calls the library and gives the pending object
 //! \param collect   reads the results, which live no longer than the slots of finished()
-//! \param givesUp   asked now and then; an answer ends the waiting
-template <typename Pending>
-Answer waitFor(
-    Pending *object, std::chrono::milliseconds timeout, const std::function<void()> &collect,
-    const std::function<std::optional<Answer>()> &givesUp = [] { return std::nullopt; })
+//! \param givesUp   asked now and then; an answer ends the waiting, as a signal does
+template <typename Start, typename Collect, typename GivesUp>
+Answer waitFor(BoundedCall::Kind kind, std::chrono::milliseconds timeout, const Start &start,
+               const Collect &collect, const GivesUp &givesUp)
 {
+    using Pending = std::remove_pointer_t<decltype(start())>;
     constexpr std::chrono::milliseconds pollInterval(20);
-    const QPointer<Pending> pending(object);
+    std::optional<BoundedCall> call(std::in_place, kind, timeout);
+    const QPointer<Pending> pending(start());
     std::optional<Answer> answer;
     if (pending->isError()) { // nothing will signal
         answer = Answer::Refused;
     } else {
         QEventLoop loop;
-        QObject::connect(object, &Pending::finished, &loop, [&] {
-            collect();
+        QObject::connect(pending, &Pending::finished, &loop, [&] {
+            collect(pending);
             answer = Answer::Finished;
             loop.quit();
         });
         QTimer poll;
+        QElapsedTimer sinceSignal;
         QObject::connect(&poll, &QTimer::timeout, &loop, [&] {
-            if (!answer && (answer = givesUp()))
+            call.emplace(kind, timeout); // what the loop does next may wait as well
+            if (Interrupt::signalNumber() != 0 && !sinceSignal.isValid())
+                sinceSignal.start();
+            if (!answer && sinceSignal.isValid()
+                && sinceSignal.hasExpired(BoundedCall::grace().count()))
+                answer = Answer::Interrupted;
+            if (!answer)
+                answer = givesUp(pending);
+            if (answer)
                 loop.quit();
         });
         poll.start(pollInterval);
@@ -54,14 +64,23 @@ Answer waitFor(
         loop.exec();
     }
     if (answer != Answer::Finished && pending) {
-        collect();
+        collect(pending);
         delete pending;
     }
     return answer.value_or(Answer::TimedOut);
 }
 
-//! Waits for a read, which a signal or the store's own trouble ends as well.
-Answer waitForRead(KorvaSyncIf::PendingMsgs *pending, std::chrono::milliseconds timeout,
-                   const std::function<void()> &collect);
+//! Waits for a read, which the store's own trouble ends as well.
+template <typename Start, typename Collect>
+Answer waitForRead(std::chrono::milliseconds timeout, const Start &start, const Collect &collect)
+{
+    const int troublesBefore = Diagnostics::storeTroubleCount();
+    // A read that fails after its start is told by the store's warning alone.
+    return waitFor(BoundedCall::Read, timeout, start, collect, [&](auto) -> std::optional<Answer> {
+        if (Diagnostics::storeTroubleCount() != troublesBefore)
+            return Answer::Refused;
+        return std::nullopt;
+    });
+}
 
 } // namespace PendingWait

@@ -1,0 +1,128 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "boundedcall.h"
+
+#include "process/interrupt.h"
+
+#include <condition_variable>
+#include <mutex>
+#include <optional>
+#include <thread>
+#include <utility>
+
+using std::chrono::milliseconds;
+using std::chrono::steady_clock;
+
+namespace {
+
+//! The other thread. It lives as long as the process, whose end it may have to force.
+class Watch
+{
+public:
+    Watch()
+    {
+        std::thread([this] { run(); }).detach();
+    }
+
+    void begin(BoundedCall::Kind kind, milliseconds limit)
+    {
+        const std::lock_guard<std::mutex> locker(mutex);
+        isUnderWay = true;
+        deadline = steady_clock::now() + limit;
+        signalDeadline.reset();
+        hasWritten = hasWritten || kind == BoundedCall::Write;
+        if (isIdle)
+            begun.notify_one();
+    }
+
+    void end()
+    {
+        const std::lock_guard<std::mutex> locker(mutex);
+        isUnderWay = false;
+    }
+
+    milliseconds grace()
+    {
+        const std::lock_guard<std::mutex> locker(mutex);
+        return currentGrace();
+    }
+
+    void onGivingUp(std::function<void(Answer)> end)
+    {
+        const std::lock_guard<std::mutex> locker(mutex);
+        giveUp = std::move(end);
+    }
+
+private:
+    void run();
+    void look();
+    milliseconds currentGrace() const
+    {
+        constexpr milliseconds whileReading(100);
+        constexpr milliseconds afterWriting(2000);
+        return hasWritten ? afterWriting : whileReading;
+    }
+
+    std::mutex mutex; // guards all below
+    std::condition_variable begun;
+    bool isIdle = false;
+    bool isUnderWay = false;
+    bool hasWritten = false;
+    steady_clock::time_point deadline;
+    std::optional<steady_clock::time_point> signalDeadline; // once a signal has been seen
+    std::function<void(Answer)> giveUp;
+};
+
+// Calls follow each other closely, most of them short: each is not worth a wake-up.
+void Watch::run()
+{
+    constexpr milliseconds interval(20);
+    std::unique_lock<std::mutex> locker(mutex);
+    while (true) {
+        isIdle = true;
+        begun.wait(locker, [this] { return isUnderWay; });
+        isIdle = false;
+        while (isUnderWay) {
+            look();
+            locker.unlock();
+            std::this_thread::sleep_for(interval);
+            locker.lock();
+        }
+    }
+}
+
+// The end is forced with the mutex locked, so that a call which comes back just now waits.
+void Watch::look()
+{
+    const auto now = steady_clock::now();
+    if (Interrupt::signalNumber() != 0 && !signalDeadline)
+        signalDeadline = now + currentGrace();
+    if (!giveUp)
+        return;
+    if (signalDeadline && now >= *signalDeadline)
+        giveUp(Answer::Interrupted);
+    else if (now >= deadline)
+        giveUp(Answer::TimedOut);
+}
+
+Watch &watch()
+{
+    static Watch *const instance = new Watch; // outlives all that is destroyed at the end
+    return *instance;
+}
+
+} // namespace
+
+BoundedCall::BoundedCall(Kind kind, milliseconds limit) { watch().begin(kind, limit); }
+
+BoundedCall::~BoundedCall() { watch().end(); }
+
+milliseconds BoundedCall::grace() { return watch().grace(); }
+
+void BoundedCall::onGivingUp(std::function<void(Answer)> end)
+{
+    watch().onGivingUp(std::move(end));
+}
+
+void BoundedCall::boundTheRest(milliseconds limit) { watch().begin(Read, limit); }
