@@ -10,6 +10,7 @@
 #include "output/terminaltext.h"
 #include "process/diagnostics.h"
 #include "process/interrupt.h"
+#include "store/addingturn.h"
 #include "store/duplicateindex.h"
 #include "storeaccess.h"
 
@@ -56,6 +57,7 @@ public:
         , kind(kind)
         , results(invocation.output, ItemResult::Added,
                   invocation.global.format == QLatin1String("ndjson"))
+        , turn(invocation.location)
         , rejects(invocation.global.dryRun ? QString() : options.rejects)
         , progress(invocation.global.progress)
     {
@@ -90,6 +92,7 @@ private:
     const AddingOptions options;
     Kind &kind;
     Results results;
+    AddingTurn turn;
     Rejects rejects;
     Progress progress;
 
@@ -127,8 +130,15 @@ ExitCode Adding<Kind>::run(const QStringList &files)
 template <typename Kind>
 ExitCode Adding<Kind>::readStore()
 {
-    if (invocation.location.state() != StoreLocation::Present)
-        return StoreAccess::requirePlace(invocation.location);
+    if (const ExitCode code = StoreAccess::requirePlace(invocation.location))
+        return code;
+    if (!invocation.global.dryRun && options.onDuplicate != AddingOptions::AddAgain) {
+        const Answer answer = turn.take(invocation.global.timeout);
+        if (answer != Answer::Finished)
+            return StoreAccess::complain(invocation.location, answer);
+    }
+    if (invocation.location.state() == StoreLocation::Absent)
+        return AllDone;
     return StoreAccess::complain(invocation.location, kind.readStore());
 }
 

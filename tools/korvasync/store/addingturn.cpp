@@ -1,0 +1,81 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "addingturn.h"
+
+#include "process/diagnostics.h"
+#include "process/interrupt.h"
+
+#include <QtCore/QDeadlineTimer>
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+#include <QtCore/QThread>
+
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+AddingTurn::~AddingTurn()
+{
+    if (hasMadeFolder && location.state() == StoreLocation::Absent)
+        rmdir(QFile::encodeName(location.path()).constData()); // unless it holds something
+    close();
+}
+
+void AddingTurn::close()
+{
+    if (folder >= 0)
+        ::close(folder);
+    folder = -1;
+}
+
+bool AddingTurn::open()
+{
+    close();
+    const QByteArray path = QFile::encodeName(location.path());
+    QDir().mkpath(QFileInfo(location.path()).absolutePath());
+    if (mkdir(path.constData(), S_IRWXU) == 0)
+        hasMadeFolder = true;
+    folder = ::open(path.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    return folder >= 0;
+}
+
+// The one before may have taken the folder away.
+bool AddingTurn::isInPlace() const
+{
+    struct stat opened = {};
+    struct stat found = {};
+    return fstat(folder, &opened) == 0
+        && stat(QFile::encodeName(location.path()).constData(), &found) == 0
+        && opened.st_dev == found.st_dev && opened.st_ino == found.st_ino;
+}
+
+Answer AddingTurn::take(std::chrono::milliseconds timeout)
+{
+    constexpr unsigned long pollMilliseconds = 20;
+    const QDeadlineTimer deadline(timeout);
+    if (!open())
+        return Answer::Finished;
+    while (true) {
+        if (flock(folder, LOCK_EX | LOCK_NB) == 0) {
+            if (isInPlace() || !open())
+                return Answer::Finished;
+            continue;
+        }
+        if (errno != EWOULDBLOCK) {
+            Diagnostics::warn(QStringLiteral("clients that add at the same time cannot be told "
+                                             "to wait here (%1); run one after the other")
+                                  .arg(QString::fromLocal8Bit(std::strerror(errno))));
+            return Answer::Finished;
+        }
+        if (Interrupt::signalNumber() != 0)
+            return Answer::Interrupted;
+        if (deadline.hasExpired())
+            return Answer::TimedOut;
+        QThread::msleep(pollMilliseconds);
+    }
+}

@@ -1,0 +1,40 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#pragma once
+
+#include "answer.h"
+#include "storelocation.h"
+
+#include <chrono>
+
+//! Makes the clients that add to one store wait for each other, from the look at what is
+//! there to the last write, so that none stores what another is about to store. The turn is a
+//! lock on the store's folder. Other programs that write through the library do not know of
+//! it: what they store meanwhile can be stored twice.
+class AddingTurn
+{
+public:
+    explicit AddingTurn(StoreLocation &location)
+        : location(location)
+    {
+    }
+    //! Ends the turn, and takes away a folder that was made for it and got no store.
+    ~AddingTurn();
+
+    //! Waits for the turn. Where the folder cannot be opened there is none, and the store
+    //! itself says what is wrong.
+    Answer take(std::chrono::milliseconds timeout);
+
+private:
+    AddingTurn(const AddingTurn &) = delete;
+    AddingTurn &operator=(const AddingTurn &) = delete;
+
+    bool open();
+    bool isInPlace() const;
+    void close();
+
+    StoreLocation &location;
+    int folder = -1;
+    bool hasMadeFolder = false;
+};
