@@ -15,10 +15,11 @@ using CommHistory::StoreConnection;
 namespace {
 
 // The conversation query holds what a message file gives for a number. Nothing in it may
-// make the database ask another machine.
+// make the database ask another machine, nor may letters be hidden by an escape.
 bool leavesTheStore(const QString &query)
 {
-    return query.contains(QLatin1String("SERVICE"), Qt::CaseInsensitive);
+    return query.contains(QLatin1String("SERVICE"), Qt::CaseInsensitive)
+        || query.contains(QLatin1String("\\u"), Qt::CaseInsensitive);
 }
 
 QSparqlAnswer answer(StoreConnection *connection, const QByteArray &query,

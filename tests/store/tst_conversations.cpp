@@ -6,6 +6,11 @@
 #include <sparql/qsparqlconnection.h>
 #include <sparql/qsparqlresult.h>
 
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
 using namespace CommHistory;
 using namespace StoreTesting;
 
@@ -29,6 +34,9 @@ private Q_SLOTS:
     void anUnboundVariableHasNoValue();
     void aBadQueryHasAnError();
     void anUnknownDriverAnswersNothing();
+    void aNumberCannotAskAnotherMachine_data();
+    void aNumberCannotAskAnotherMachine();
+    void anEndlessQueryEndsWithoutAnAnswer();
 };
 
 namespace {
@@ -77,6 +85,38 @@ QStringList find(const QString &localUid, const QString &tail)
         found.append(result->binding(0).value());
     return found;
 }
+
+//! A port of this machine on which nobody is answered.
+class SilentServer
+{
+public:
+    SilentServer()
+        : m_socket(::socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0))
+    {
+        sockaddr_in address = {};
+        address.sin_family = AF_INET;
+        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        socklen_t length = sizeof(address);
+        auto *const any = reinterpret_cast<sockaddr *>(&address);
+        if (::bind(m_socket, any, length) == 0 && ::listen(m_socket, 5) == 0
+            && ::getsockname(m_socket, any, &length) == 0)
+            m_port = ntohs(address.sin_port);
+    }
+    ~SilentServer() { ::close(m_socket); }
+    int port() const { return m_port; } //!< 0 when there is no server
+    bool wasCalled() const
+    {
+        const int caller = ::accept(m_socket, nullptr, nullptr);
+        if (caller >= 0)
+            ::close(caller);
+        return caller >= 0;
+    }
+
+private:
+    Q_DISABLE_COPY(SilentServer)
+    int m_socket;
+    int m_port = 0;
+};
 
 QString uri(int id) { return QStringLiteral("conversation:%1").arg(id); }
 
@@ -239,6 +279,42 @@ void TestConversations::anUnknownDriverAnswersNothing()
 {
     QSparqlConnection connection(QStringLiteral("QSPARQL_ENDPOINT"), QSparqlConnectionOptions());
     QVERIFY(!connection.exec(QSparqlQuery(QStringLiteral("SELECT ?a { VALUES ?a { 1 } }"))));
+}
+
+void TestConversations::aNumberCannotAskAnotherMachine_data()
+{
+    QTest::addColumn<QString>("word");
+    QTest::newRow("upper case") << QStringLiteral("SERVICE");
+    QTest::newRow("lower case") << QStringLiteral("service");
+    QTest::newRow("escaped letter") << QStringLiteral("SERV\\u0049CE");
+    QTest::newRow("long escaped letter") << QStringLiteral("\\U00000053ERVICE");
+}
+
+void TestConversations::aNumberCannotAskAnotherMachine()
+{
+    QFETCH(QString, word);
+    const SilentServer server;
+    QVERIFY(server.port() > 0);
+    const QString number =
+        QStringLiteral("x') . %1 <http://127.0.0.1:%2/> { ?comm a nmo:Message } } #")
+            .arg(word)
+            .arg(server.port());
+    QCOMPARE(find(QStringLiteral("account"), number), QStringList());
+    QVERIFY(!server.wasCalled());
+}
+
+void TestConversations::anEndlessQueryEndsWithoutAnAnswer()
+{
+    const QString account = QStringLiteral("endless");
+    QList<Group> groups;
+    for (int i = 0; i < 1000; ++i)
+        groups.append(group(account, {QString::number(6000000 + i)}));
+    QCOMPARE(addGroups(groups).size(), 1000);
+    const QString number = QStringLiteral("x') . ?a nie:subject ?l . ?b nie:subject ?l . "
+                                          "?c nie:subject ?l . ?d nie:subject ?l . "
+                                          "FILTER REGEX(CONCAT(STR(?a), STR(?b)), 'x') } #");
+    QCOMPARE(find(account, number), QStringList());
+    QCOMPARE(find(account, QStringLiteral("6000999")).size(), 1); // the next one is answered
 }
 
 STORE_TEST_MAIN(TestConversations)
