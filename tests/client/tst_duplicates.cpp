@@ -19,6 +19,7 @@ private Q_SLOTS:
     void takesADoubledFolderOnce();
     void takesTheSameMessageOfTwoFilesOnce();
     void doesSoInADryRun();
+    void completesWhatWasKilled();
     void addsAgainWhenTold();
     void refusesWhenTold();
 };
@@ -141,6 +142,38 @@ void TestDuplicates::doesSoInADryRun()
     const QString first = client.write(text("1.vmg"), hello + hello);
     const QString second = client.write(text("2.vmg"), hello + hello + hello);
     QCOMPARE(statusesOf(client.run(add({text("-n"), first, second}))), QByteArray("aappa"));
+}
+
+// Each round is killed while it writes: chunks go on coming, as its input does not end. Every
+// message is there twice.
+void TestDuplicates::completesWhatWasKilled()
+{
+    constexpr int patience = 30000; // milliseconds
+    constexpr int count = 300;
+    QByteArray messages;
+    for (int i = 0; i < count; ++i) {
+        messages += vMessage("INBOX", "20101103T1425" + QByteArray::number(10 + i / 2 % 50) + "Z",
+                             "+15550100", "Number " + QByteArray::number(i / 2));
+    }
+    ClientProcess client;
+    for (int round = 0; round < 5; ++round) {
+        QProcess process;
+        client.start(process, add({text("--chunk"), text("10"), text("-")}));
+        process.write(messages);
+        QByteArray results;
+        while (!results.contains("\"added\"")) {
+            QVERIFY(process.waitForReadyRead(patience));
+            results += process.readAllStandardOutput();
+        }
+        process.kill();
+        QVERIFY(process.waitForFinished(patience));
+        QCOMPARE(process.exitStatus(), QProcess::CrashExit);
+    }
+    const QByteArray statuses = statusesOf(client.run(add(), messages));
+    QVERIFY2(statuses.count('p') >= 50, statuses.constData());
+    QCOMPARE(statuses.count('p') + statuses.count('a'), count);
+    QCOMPARE(statusesOf(client.run(add(), messages)), QByteArray(count, 'p'));
+    QCOMPARE(client.run({text("list"), text("--count")}).output, QByteArray("300\n"));
 }
 
 void TestDuplicates::addsAgainWhenTold()
