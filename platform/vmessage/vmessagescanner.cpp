@@ -143,6 +143,8 @@ VMessageScanner::VMessageScanner()
 
 VMessageScanner::~VMessageScanner() = default;
 
+bool VMessageScanner::isBegin(std::string_view line) { return keyword(line) == Keyword::BeginVMsg; }
+
 void VMessageScanner::add(std::string_view bytes)
 {
     d->discardRead();

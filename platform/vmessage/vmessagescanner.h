@@ -41,6 +41,9 @@ public:
         bool complete = false;  //!< ends in END:VMSG; if not, the parser tells whether it was cut
     };
 
+    //! Whether a message begins with this line.
+    static bool isBegin(std::string_view line);
+
     VMessageScanner();
     ~VMessageScanner();
 

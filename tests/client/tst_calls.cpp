@@ -270,8 +270,8 @@ void TestCalls::refusesWhatIsNoFileOfEntries()
                         "\"code\":\"unreadable\",\"detail\":\"No such file or directory\"}\n"
                         "{\"ref\":2,\"src\":\".\",\"status\":\"refused\","
                         "\"code\":\"unreadable\",\"detail\":\"Is a directory\"}\n"
-                        "{\"ref\":3,\"src\":\"3.txt\",\"status\":\"refused\","
-                        "\"code\":\"unreadable\",\"detail\":\"a line is longer than 1 MiB\"}\n"
+                        "{\"ref\":3,\"src\":\"3.txt:1\",\"status\":\"refused\",\"code\":"
+                        "\"call-parse\",\"detail\":\"a line that an entry does not have\"}\n"
                         "{\"summary\":{\"read\":4,\"added\":0,\"present\":0,\"refused\":4,"
                         "\"failed\":0}}\n"));
 }

@@ -119,33 +119,44 @@ bool isType(const QString &type)
 
 } // namespace
 
+int readDuration(const QString &text)
+{
+    bool isNumber = true;
+    const int seconds = text.isEmpty() ? 0 : text.toInt(&isNumber);
+    return isNumber ? seconds : -1;
+}
+
+Parsed judged(const Call &call, const QDateTime &named, const QDateTime &now)
+{
+    if (!isType(call.type))
+        return refused(Refusal::CallType);
+    if (!isStorable(call.number))
+        return refused(Refusal::CallParse, QStringLiteral("a number with unprintable characters"));
+    if (call.duration < 0)
+        return refused(Refusal::CallParse,
+                       QStringLiteral("a duration that is no count of seconds"));
+    if (!DateText::isBelievable(named, now))
+        return refused(Refusal::BadCallTime);
+    if (!DateText::isBelievable(call.start, now) || !DateText::isBelievable(call.end(), now))
+        return refused(Refusal::CallParse, QStringLiteral("a duration that cannot be"));
+    Parsed parsed;
+    parsed.call = call;
+    return parsed;
+}
+
 Parsed parse(const QByteArray &entry, const QTimeZone &local, const QDateTime &now)
 {
     Fields fields;
     const QString trouble = takeLines(entry, fields);
     if (!trouble.isEmpty())
         return refused(Refusal::CallParse, trouble);
-    if (!isType(fields.type))
-        return refused(Refusal::CallType);
-    if (!isStorable(fields.number))
-        return refused(Refusal::CallParse, QStringLiteral("a number with unprintable characters"));
-    Parsed parsed;
-    Call &call = parsed.call;
+    Call call;
     call.type = fields.type;
     call.number = fields.number;
-    bool isNumber = true;
-    if (!fields.duration.isEmpty()) // none stands for 0
-        call.duration = fields.duration.toInt(&isNumber);
-    if (!isNumber || call.duration < 0)
-        return refused(Refusal::CallParse,
-                       QStringLiteral("a duration that is no count of seconds"));
+    call.duration = readDuration(fields.duration);
     const QDateTime time = readTime(fields.time, local);
-    if (!DateText::isBelievable(time, now))
-        return refused(Refusal::BadCallTime);
     call.start = call.isOutgoing() ? time : time.addSecs(-call.duration);
-    if (!DateText::isBelievable(call.start, now) || !DateText::isBelievable(call.end(), now))
-        return refused(Refusal::CallParse, QStringLiteral("a duration that cannot be"));
-    return parsed;
+    return judged(call, time, now);
 }
 
 // The library escapes nothing, so a number that another program stored may hold anything,

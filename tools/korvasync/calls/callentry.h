@@ -29,6 +29,12 @@ struct Parsed
 //! \param now    the clock, in UTC
 Parsed parse(const QByteArray &entry, const QTimeZone &local, const QDateTime &now);
 
+//! Seconds; none stands for 0, and what is no count for -1.
+int readDuration(const QString &text);
+//! The call, unless it cannot have been so.
+//! \param named  its time as it was given: the start or the end
+Parsed judged(const Call &call, const QDateTime &named, const QDateTime &now);
+
 //! Reads an entry that the library wrote while this process is on UTC.
 Call fromLibrary(const QString &entry);
 //! The entry with which the library stores the call.

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The korvasync developers
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include "addablemessages.h"
+#include "addableitems.h"
 #include "command.h"
 
 #include "messages/datetext.h"
@@ -14,9 +14,11 @@
 
 namespace {
 
+constexpr const char *textForm = "vmsg";
+
 bool takeOptions(const Invocation &invocation, AddingOptions &options, SettlingRules &rules)
 {
-    if (!options.takeOnDuplicate(invocation))
+    if (!options.take(invocation, textForm))
         return false;
     const auto onBadTime = Arguments::takeChoice(invocation.options, "on-bad-time",
                                                  {QStringLiteral("refuse"), QStringLiteral("now")});
@@ -33,9 +35,8 @@ bool takeOptions(const Invocation &invocation, AddingOptions &options, SettlingR
     }
     rules.badTimeIsNow = *onBadTime == 1;
     rules.markRead = invocation.isSet("mark-read");
-    rules.localZone = invocation.global.localZone;
+    rules.localZone = options.localZone;
     rules.now = DateText::now();
-    options.rejects = invocation.value("rejects");
     return true;
 }
 
@@ -52,8 +53,9 @@ ExitCode run(const Invocation &invocation)
     }
     if (arguments.isEmpty())
         arguments = QStringList{QStringLiteral("-")};
-    AddableMessages messages(invocation, rules);
-    return Adding(invocation, options, messages).run(messageFiles(arguments));
+    DuplicateIndex index;
+    AddableItems items(invocation, rules, index);
+    return Adding(invocation, options, items).run(messageFiles(arguments));
 }
 
 } // namespace
@@ -64,20 +66,18 @@ Command addCommand()
     return {
         "add",
         "[FILE|DIR|-]...",
-        "Adds the messages of vMessage files (.vmg, .vmsg, .txt; a folder with all below it).",
+        "Adds the messages of vMessage files (.vmg, .vmsg, .txt) and the messages and calls of "
+        "Android backups (.xml); a folder stands for all such files below it.",
         {text("text"), text("ndjson")},
-        {
+        AddingOptions::declared(textForm)
+            + QList<QCommandLineOption>{
             {text("folder"),
              text("For messages that name no folder: inbox, outbox, drafts, sent or my."),
              text("F")},
-            {text("on-duplicate"), text("What is there already: skip (default), add or fail."),
-             text("WHAT"), text("skip")},
             {text("on-bad-time"), text("No time, or none that can be: refuse (default) or now."),
              text("WHAT"), text("refuse")},
             {text("mark-read"), text("Add all as read.")},
             {text("chunk"), text("Messages a write (500, at most 1000)."), text("N")},
-            {text("rejects"), text("Collect what is refused here, to be mended and added again."),
-             text("FILE")},
         },
         run};
 }

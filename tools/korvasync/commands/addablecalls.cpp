@@ -3,11 +3,13 @@
 
 #include "addablecalls.h"
 
-#include "calls/callentry.h"
+#include "android/callelement.h"
 #include "messages/datetext.h"
 
-AddableCalls::AddableCalls(const Invocation &invocation)
-    : localZone(invocation.global.localZone)
+AddableCalls::AddableCalls(const Invocation &invocation, const QTimeZone &localZone,
+                           DuplicateIndex &index)
+    : index(index)
+    , localZone(localZone)
     , now(DateText::now())
     , store(invocation.global.timeout)
     , writer(invocation.location, store, index)
@@ -22,9 +24,33 @@ Answer AddableCalls::readStore()
     return read.answer;
 }
 
-Judged<NewCall> AddableCalls::judge(const QByteArray &entry) const
+CallEntry::Parsed AddableCalls::parse(const InputItem &item) const
 {
-    const CallEntry::Parsed parsed = CallEntry::parse(entry, localZone, now);
+    CallEntry::Parsed parsed;
+    switch (item.kind) {
+    case InputItem::CallEntry:
+        return CallEntry::parse(item.bytes, localZone, now);
+    case InputItem::AndroidCall:
+        return CallElement::parse(item.bytes, now);
+    case InputItem::Message:
+    case InputItem::AndroidSms:
+    case InputItem::AndroidMms:
+        parsed.refusal = Refusal::ForeignObject;
+        parsed.detail = QStringLiteral("a message; \"korvasync add\" takes messages");
+        break;
+    case InputItem::ForeignObject:
+        parsed.refusal = Refusal::ForeignObject;
+        break;
+    case InputItem::CutBackup:
+        parsed.refusal = Refusal::CallParse;
+        break;
+    }
+    return parsed;
+}
+
+Judged<NewCall> AddableCalls::judge(const InputItem &item) const
+{
+    const CallEntry::Parsed parsed = parse(item);
     Judged<NewCall> judged;
     judged.refusal = parsed.refusal;
     judged.detail = parsed.detail;

@@ -4,27 +4,29 @@
 #pragma once
 
 #include "adding.h"
-#include "calls/callreader.h"
+#include "calls/callentry.h"
 #include "store/callwriter.h"
 
 //! Calls as what "korvasync calls add" adds; see Adding.
 class AddableCalls
 {
 public:
-    using Reader = CallReader;
     using New = NewCall;
-    static constexpr Refusal notStored = Refusal::CallStore;
+    static constexpr Refusal noItem = Refusal::CallParse;
 
-    explicit AddableCalls(const Invocation &invocation);
+    //! \param localZone  where times without a zone are meant
+    AddableCalls(const Invocation &invocation, const QTimeZone &localZone, DuplicateIndex &index);
 
     Answer readStore();
-    Judged<NewCall> judge(const QByteArray &entry) const;
-    static Refusal judgeFile(const QByteArray &) { return Refusal::CallParse; }
+    Judged<NewCall> judge(const InputItem &item) const;
     Answer add(QList<NewCall> &calls) { return writer.add(calls); }
+    static Refusal notStored(const NewCall &) { return Refusal::CallStore; }
 
-    DuplicateIndex index;
+    DuplicateIndex &index;
 
 private:
+    CallEntry::Parsed parse(const InputItem &item) const;
+
     const QTimeZone localZone;
     const QDateTime now;
     CallStore store;

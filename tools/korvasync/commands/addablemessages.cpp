@@ -3,12 +3,15 @@
 
 #include "addablemessages.h"
 
+#include "android/smselement.h"
 #include "messages/folder.h"
 
 using namespace KorvaSyncIf;
 
-AddableMessages::AddableMessages(const Invocation &invocation, const SettlingRules &rules)
-    : rules(rules)
+AddableMessages::AddableMessages(const Invocation &invocation, const SettlingRules &rules,
+                                 DuplicateIndex &index)
+    : index(index)
+    , rules(rules)
     , store(invocation.global.timeout)
     , writer(invocation.location, store, index)
 {
@@ -26,10 +29,38 @@ Answer AddableMessages::readStore()
     return Answer::Finished;
 }
 
-Judged<NewMessage> AddableMessages::judge(const QByteArray &vMessage) const
+Judged<NewMessage> AddableMessages::judge(const InputItem &item) const
 {
     Judged<NewMessage> judged;
-    const auto parsed = ParsedMessage::parse(vMessage);
+    switch (item.kind) {
+    case InputItem::Message:
+        return judge(ParsedMessage::parse(item.bytes));
+    case InputItem::AndroidSms:
+        judged = judge(SmsElement::parse(item.bytes));
+        if (judged.refusal == Refusal::SmsParse)
+            judged.detail = QStringLiteral("not a whole sms element");
+        return judged;
+    case InputItem::AndroidMms:
+        judged.refusal = Refusal::MmsNotSupported;
+        break;
+    case InputItem::CallEntry:
+    case InputItem::AndroidCall:
+        judged.refusal = Refusal::ForeignObject;
+        judged.detail = QStringLiteral("a call; \"korvasync calls add\" takes calls");
+        break;
+    case InputItem::ForeignObject:
+        judged.refusal = Refusal::ForeignObject;
+        break;
+    case InputItem::CutBackup:
+        judged.refusal = Refusal::SmsParse;
+        break;
+    }
+    return judged;
+}
+
+Judged<NewMessage> AddableMessages::judge(const std::optional<ParsedMessage> &parsed) const
+{
+    Judged<NewMessage> judged;
     if (!parsed) {
         judged.refusal = Refusal::SmsParse;
         return judged;
@@ -40,13 +71,4 @@ Judged<NewMessage> AddableMessages::judge(const QByteArray &vMessage) const
     judged.item.fingerprint = Fingerprint::of(settled.message.parentId, judged.item.number(),
                                               settled.message.time, settled.message.body);
     return judged;
-}
-
-Refusal AddableMessages::judgeFile(const QByteArray &start)
-{
-    for (const char *other : {"BEGIN:VMESSAGE", "BEGIN:BMSG", "BEGIN:VNOTE", "BEGIN:VCALENDAR"}) {
-        if (start.toUpper().startsWith(other))
-            return Refusal::ForeignObject;
-    }
-    return Refusal::SmsParse;
 }

@@ -4,28 +4,24 @@
 #pragma once
 
 #include "adding.h"
-#include "messages/messagereader.h"
 #include "messages/settling.h"
 #include "store/messagewriter.h"
 
-//! Messages as what "korvasync add" adds; see Adding.
+//! Messages as a part of what "korvasync add" adds; see AddableItems.
 class AddableMessages
 {
 public:
-    using Reader = MessageReader;
-    using New = NewMessage;
-    static constexpr Refusal notStored = Refusal::SmsStore;
-
-    AddableMessages(const Invocation &invocation, const SettlingRules &rules);
+    AddableMessages(const Invocation &invocation, const SettlingRules &rules,
+                    DuplicateIndex &index);
 
     Answer readStore();
-    Judged<NewMessage> judge(const QByteArray &vMessage) const;
-    static Refusal judgeFile(const QByteArray &start);
+    Judged<NewMessage> judge(const InputItem &item) const;
     Answer add(QList<NewMessage> &messages) { return writer.add(messages); }
 
-    DuplicateIndex index;
-
 private:
+    Judged<NewMessage> judge(const std::optional<ParsedMessage> &parsed) const;
+
+    DuplicateIndex &index;
     const SettlingRules rules;
     MessageStore store;
     MessageWriter writer;

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "command.h"
+#include "messages/itemreader.h"
 #include "output/progress.h"
 #include "output/rejects.h"
 #include "output/results.h"
@@ -24,9 +25,14 @@ struct AddingOptions
     OnDuplicate onDuplicate = Skip;
     int chunkSize = 500;
     QString rejects; //!< file for what is refused; empty = none
+    ItemReader::Form form = ItemReader::AnyForm;
+    QTimeZone localZone; //!< where times without a zone are meant
 
-    //! \return false when --on-duplicate has none of its words, which is told on stderr
-    bool takeOnDuplicate(const Invocation &invocation);
+    //! Takes the options that all who add have.
+    //! \param textForm  --from's word for objects between BEGIN: and END: lines
+    //! \return false when one is not as it must be, which is told on stderr
+    bool take(const Invocation &invocation, const char *textForm);
+    static QList<QCommandLineOption> declared(const char *textForm);
 };
 
 //! One item of the input: new, or why it is none.
@@ -35,18 +41,19 @@ struct Judged
 {
     New item;
     Refusal refusal = Refusal::None;
-    QString detail; //!< instead of the refusal's own words
+    QString detail;                   //!< instead of the refusal's own words
+    Answer answer = Answer::Finished; //!< of the store, where it had to be read for this item
 };
 
 //! The work of "add": judges one item of the input after the other and writes them in
 //! chunks. A chunk is so many items of the input, whether new or not, so that results come
 //! in the order of the input and memory stays bounded.
 //!
-//! \tparam Kind  what is added, AddableMessages or AddableCalls:
-//!   - Reader, the items of one file; New, an item with its fingerprint, database id and trouble
+//! \tparam Kind  what is added, AddableItems or AddableCalls:
+//!   - New, an item with its fingerprint, database id and trouble
 //!   - index, what the store holds, which readStore() fills
-//!   - judge() for the bytes of one item, judgeFile() for the first ones of a file without items
-//!   - add() for new items, which it enters in the index; notStored, the code of those it lost
+//!   - judge() for an item of a file; noItem, the code for a file that has none
+//!   - add() for new items, which it enters in the index; notStored(), the code of one it lost
 template <typename Kind>
 class Adding
 {
@@ -77,8 +84,8 @@ private:
 
     ExitCode readStore();
     void addFile(const QString &path);
-    void noteFileWithoutItems(const QString &path, const QByteArray &start);
-    void judge(const QByteArray &bytes, ItemResult result);
+    void noteFileWithoutItems(const QString &path, const ItemReader &reader);
+    void judge(const InputItem &item, ItemResult result);
     bool isDuplicate(const Fingerprint &fingerprint, int countInFile);
     void refuse(const ItemResult &result, Refusal refusal, const QByteArray &bytes = QByteArray());
     void append(const Item &item);
@@ -152,7 +159,7 @@ bool Adding<Kind>::goesOn() const
 template <typename Kind>
 void Adding<Kind>::addFile(const QString &path)
 {
-    typename Kind::Reader reader(path);
+    ItemReader reader(path, options.form);
     kind.index.beginFile();
     bool hasItems = false;
     const qint64 before = bytesDone;
@@ -163,7 +170,7 @@ void Adding<Kind>::addFile(const QString &path)
         hasItems = true;
         ItemResult result;
         result.source = path + QLatin1Char(':') + QString::number(item->line);
-        judge(item->bytes, result);
+        judge(*item, result);
         bytesDone = before + reader.bytesRead();
     }
     bytesDone = before + reader.bytesRead();
@@ -175,28 +182,39 @@ void Adding<Kind>::addFile(const QString &path)
         result.detail = reader.error();
         refuse(result, Refusal::Unreadable);
     } else if (!hasItems) {
-        noteFileWithoutItems(path, reader.start().trimmed());
+        noteFileWithoutItems(path, reader);
     }
 }
 
 // An empty file is what a list of nothing gives: there is nothing to do.
 template <typename Kind>
-void Adding<Kind>::noteFileWithoutItems(const QString &path, const QByteArray &start)
+void Adding<Kind>::noteFileWithoutItems(const QString &path, const ItemReader &reader)
 {
-    if (start.isEmpty()) {
+    if (reader.isEmpty() || reader.isEmptyBackup()) {
         Diagnostics::warn(QStringLiteral("%1 is empty").arg(terminalText(path)));
         return;
     }
     ItemResult result;
     result.source = path + QLatin1String(":1");
-    refuse(result, Kind::judgeFile(start));
+    if (options.form == ItemReader::AndroidXml)
+        result.detail = QStringLiteral("not an Android backup, as --from says");
+    refuse(result, Kind::noItem);
 }
 
 template <typename Kind>
-void Adding<Kind>::judge(const QByteArray &bytes, ItemResult result)
+void Adding<Kind>::judge(const InputItem &item, ItemResult result)
 {
-    const Judged<New> judged = kind.judge(bytes);
+    const Judged<New> judged = kind.judge(item);
+    if (judged.answer != Answer::Finished) {
+        trouble = StoreAccess::complain(invocation.location, judged.answer);
+        return;
+    }
     result.detail = judged.detail;
+    if (item.isTooLong)
+        result.detail = QStringLiteral("longer than 32 MiB, so not kept");
+    else if (item.kind == InputItem::CutBackup)
+        result.detail = QStringLiteral("the file is cut off here, so some may be missing");
+    const QByteArray &bytes = item.bytes;
     if (judged.refusal != Refusal::None)
         return refuse(result, judged.refusal, bytes);
     const Fingerprint &fingerprint = judged.item.fingerprint;
@@ -252,7 +270,7 @@ void Adding<Kind>::writeChunk()
         for (const New &item : std::as_const(newItems))
             kind.index.addStored(item.fingerprint, -1);
     } else if (!newItems.isEmpty()) {
-        trouble = StoreAccess::complain(invocation.location, kind.add(newItems));
+        trouble = worse(trouble, StoreAccess::complain(invocation.location, kind.add(newItems)));
     }
     settleFates();
     for (const Item &item : std::as_const(items)) {
@@ -280,7 +298,7 @@ void Adding<Kind>::settleFates()
         item.result.id = added.id;
         item.result.status = added.trouble.isEmpty() ? ItemResult::Added : ItemResult::Failed;
         if (!added.trouble.isEmpty()) {
-            item.result.refusal = Kind::notStored;
+            item.result.refusal = Kind::notStored(added);
             item.result.detail = added.trouble;
         }
     }

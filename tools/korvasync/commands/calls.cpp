@@ -51,10 +51,12 @@ ExitCode list(const Invocation &invocation)
 
 // ---- add
 
+constexpr const char *textForm = "entries";
+
 ExitCode add(const Invocation &invocation)
 {
     AddingOptions options;
-    if (!options.takeOnDuplicate(invocation))
+    if (!options.take(invocation, textForm))
         return UsageError;
     QStringList files = invocation.arguments.mid(1);
     if (files.isEmpty() && isatty(STDIN_FILENO)) {
@@ -63,7 +65,8 @@ ExitCode add(const Invocation &invocation)
     }
     if (files.isEmpty())
         files = QStringList{QStringLiteral("-")};
-    AddableCalls calls(invocation);
+    DuplicateIndex index;
+    AddableCalls calls(invocation, options.localZone, index);
     return Adding(invocation, options, calls).run(files);
 }
 
@@ -132,7 +135,11 @@ const QList<Action> &actions()
          1,
          {text("type"), text("since")},
          {text("text"), text("ndjson"), text("entries"), text("android-xml")}},
-        {"add", add, any, {text("on-duplicate")}, {text("text"), text("ndjson")}},
+        {"add",
+         add,
+         any,
+         {text("from"), text("assume-tz"), text("on-duplicate"), text("rejects")},
+         {text("text"), text("ndjson")}},
         {"wipe", wipe, 1, {text("yes")}, {text("text"), text("ndjson")}},
     };
     return all;
@@ -176,21 +183,18 @@ ExitCode run(const Invocation &invocation)
 Command callsCommand()
 {
     const auto text = [](const char *latin1) { return QString::fromLatin1(latin1); };
-    return {
-        "calls",
-        "[list] | add [FILE|-]... | wipe",
-        "The call log: lists it by the start of the calls, oldest first, adds call-history "
-        "entries, or deletes it all.",
-        {text("text"), text("ndjson"), text("entries"), text("android-xml")},
-        {
-            {text("type"), text("list: calls that came in, went out or were missed."),
-             text("in|out|missed")},
-            {text("since"),
-             text("list: from this start on: 2024-05-01T10:00:00Z, 2024-05-01 or @seconds."),
-             text("T")},
-            {text("on-duplicate"), text("add: what is there already: skip (default), add or fail."),
-             text("WHAT"), text("skip")},
-            {text("yes"), text("wipe: do not ask.")},
-        },
-        run};
+    return {"calls",
+            "[list] | add [FILE|-]... | wipe",
+            "The call log: lists it by the start of the calls, oldest first, adds call-history "
+            "entries and the calls of Android backups, or deletes it all.",
+            {text("text"), text("ndjson"), text("entries"), text("android-xml")},
+            QList<QCommandLineOption>{
+                {text("type"), text("list: calls that came in, went out or were missed."),
+                 text("in|out|missed")},
+                {text("since"),
+                 text("list: from this start on: 2024-05-01T10:00:00Z, 2024-05-01 or @seconds."),
+                 text("T")},
+                {text("yes"), text("wipe: do not ask.")},
+            } + AddingOptions::declared(textForm),
+            run};
 }

@@ -15,7 +15,7 @@ namespace {
 bool isMessageFile(const QString &name)
 {
     static const QStringList suffixes{QStringLiteral("vmg"), QStringLiteral("vmsg"),
-                                      QStringLiteral("txt")};
+                                      QStringLiteral("txt"), QStringLiteral("xml")};
     return suffixes.contains(QFileInfo(name).suffix().toLower());
 }
 

@@ -6,6 +6,6 @@
 #include <QtCore/QStringList>
 
 //! The message files that the arguments of a command mean: a folder stands for the .vmg,
-//! .vmsg and .txt files in it and below, by name, links not followed. A folder that cannot
+//! .vmsg, .txt and .xml files in it and below, by name, links not followed. A folder that cannot
 //! be listed stays in the list, so that reading it tells why.
 QStringList messageFiles(const QStringList &arguments);

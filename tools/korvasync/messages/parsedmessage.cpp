@@ -7,12 +7,12 @@
 
 #include <vmessage/vmessageparser.h>
 
-static QString bodyText(const VMessageBody &body)
+// None of these comes back from the store: the encoder drops carriage returns, the store
+// cannot hold a zero, and the library takes a mark in front for a byte order mark.
+QString ParsedMessage::storable(QString text)
 {
-    QString text = QString::fromUtf8(body.text, body.length);
-    // Neither of these comes back from the store: the encoder drops carriage returns, the
-    // store cannot hold a zero, and the library takes a mark in front for a byte order mark.
-    text.remove(QLatin1Char('\r'));
+    text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+    text.replace(QLatin1Char('\r'), QLatin1Char('\n'));
     text.remove(QChar(QChar::Null));
     while (text.startsWith(QChar(QChar::ByteOrderMark)))
         text.remove(0, 1);
@@ -42,7 +42,7 @@ std::optional<ParsedMessage> ParsedMessage::parse(const QByteArray &vMessage)
     }
     if (const VMessageBody *body = parser.body(message)) {
         parsed.bodyTime = QString::fromUtf8(body->date);
-        parsed.body = bodyText(*body);
+        parsed.body = storable(QString::fromUtf8(body->text, body->length));
     }
     return parsed;
 }

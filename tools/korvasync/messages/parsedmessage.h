@@ -22,6 +22,9 @@ struct ParsedMessage
     int recipients = 0; //!< vCards with a number in the receiver's place
     QString body;       //!< without what the store cannot hold
 
+    //! A text without what the store cannot hold.
+    static QString storable(QString text);
+
     //! Nothing when the bytes hold no whole vMessage.
     static std::optional<ParsedMessage> parse(const QByteArray &vMessage);
 };

@@ -88,11 +88,13 @@ std::optional<QList<int>> databaseIds(const QStringList &arguments)
     return ids;
 }
 
-std::optional<MessageReader::Message> onlyMessage(const char *command, const QString &path)
+std::optional<InputItem> onlyMessage(const char *command, const QString &path)
 {
-    MessageReader reader(path);
+    ItemReader reader(path, ItemReader::TextObjects);
     auto message = reader.next();
     const bool isAlone = !reader.next();
+    if (message && message->kind != InputItem::Message)
+        message.reset();
     if (!reader.error().isEmpty()) {
         Diagnostics::error(
             QStringLiteral("%1 cannot be read: %2").arg(terminalText(path), reader.error()));

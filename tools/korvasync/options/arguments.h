@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "messages/messagereader.h"
+#include "messages/itemreader.h"
 
 #include <QtCore/QCommandLineParser>
 #include <QtCore/QDateTime>
@@ -34,7 +34,7 @@ std::optional<int> takeChoice(const QCommandLineParser &parser, const char *opti
 std::optional<QList<int>> databaseIds(const QStringList &arguments);
 
 //! The only message of a file, for a command that takes just one.
-std::optional<MessageReader::Message> onlyMessage(const char *command, const QString &path);
+std::optional<InputItem> onlyMessage(const char *command, const QString &path);
 
 //! All of standard input.
 QString standardInput();

@@ -32,7 +32,8 @@ void Rejects::add(const ItemResult &result, const QByteArray &message)
     if (!isWanted())
         return;
     const QString reason = terminalText(result.source) + QLatin1String(": ")
-        + codeOf(result.refusal) + QLatin1String(": ") + reasonOf(result.refusal);
+        + codeOf(result.refusal) + QLatin1String(": ")
+        + terminalText(result.detail.isEmpty() ? reasonOf(result.refusal) : result.detail);
     file->write("# " + reason.toUtf8() + "\r\n" + message);
     if (!message.isEmpty() && !message.endsWith('\n'))
         file->write("\r\n");

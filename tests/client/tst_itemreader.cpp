@@ -1,14 +1,14 @@
 // SPDX-FileCopyrightText: 2026 The korvasync developers
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include "calls/callreader.h"
+#include "messages/itemreader.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QTest>
 
 // Where one entry of a file ends and the next begins, wherever the pieces of the file end.
-class TestCallReader : public QObject
+class TestItemReader : public QObject
 {
     Q_OBJECT
 
@@ -16,7 +16,7 @@ private Q_SLOTS:
     void takesAFileApart_data();
     void takesAFileApart();
     void readsOnAcrossPieces();
-    void endsAtAnEntryWithoutAnEnd();
+    void keepsNoItemThatIsTooLong();
     void readsUtf16();
 
 private:
@@ -25,7 +25,7 @@ private:
     QTemporaryDir folder;
 };
 
-QString TestCallReader::write(const QByteArray &bytes) const
+QString TestItemReader::write(const QByteArray &bytes) const
 {
     const QString path = folder.filePath(QStringLiteral("calls.txt"));
     QFile file(path);
@@ -34,7 +34,7 @@ QString TestCallReader::write(const QByteArray &bytes) const
     return path;
 }
 
-void TestCallReader::takesAFileApart_data()
+void TestItemReader::takesAFileApart_data()
 {
     QTest::addColumn<QByteArray>("bytes");
     QTest::addColumn<QList<QByteArray>>("entries");
@@ -61,12 +61,12 @@ void TestCallReader::takesAFileApart_data()
         << QList<QByteArray>{" begin:vcallhistentry \nend:vcallhistentry\n"} << QList<int>{1};
 }
 
-void TestCallReader::takesAFileApart()
+void TestItemReader::takesAFileApart()
 {
     QFETCH(QByteArray, bytes);
     QFETCH(QList<QByteArray>, entries);
     QFETCH(QList<int>, lines);
-    CallReader reader(write(bytes));
+    ItemReader reader(write(bytes));
     QList<QByteArray> foundEntries;
     QList<int> foundLines;
     while (const auto entry = reader.next()) {
@@ -80,12 +80,12 @@ void TestCallReader::takesAFileApart()
 }
 
 // The file is read in pieces of 64 KiB.
-void TestCallReader::readsOnAcrossPieces()
+void TestItemReader::readsOnAcrossPieces()
 {
     const QByteArray entry("BEGIN:VCALLHISTENTRY\r\nTEL:1\r\nEND:VCALLHISTENTRY\r\n");
     for (int shift = 0; shift < entry.size(); ++shift) {
         const QByteArray filling = QByteArray(65536 - shift - 1, 'x') + '\n';
-        CallReader reader(write(filling + entry + entry));
+        ItemReader reader(write(filling + entry + entry));
         const auto first = reader.next();
         const auto second = reader.next();
         QVERIFY(first && second && !reader.next());
@@ -96,26 +96,33 @@ void TestCallReader::readsOnAcrossPieces()
     }
 }
 
-void TestCallReader::endsAtAnEntryWithoutAnEnd()
+void TestItemReader::keepsNoItemThatIsTooLong()
 {
+    const QByteArray entry("BEGIN:VCALLHISTENTRY\nTEL:1\nEND:VCALLHISTENTRY\n");
     QByteArray lines;
-    for (int i = 0; i < 300000; ++i)
+    for (int i = 0; i < 6000000; ++i)
         lines += "TEL:1\n";
-    CallReader reader(write("BEGIN:VCALLHISTENTRY\n" + lines));
-    QVERIFY(!reader.next());
-    QCOMPARE(reader.error(), QStringLiteral("no entry ends within 1 MiB"));
+    ItemReader reader(write("BEGIN:VCALLHISTENTRY\n" + lines + entry));
+    const auto first = reader.next();
+    const auto second = reader.next();
+    QVERIFY(first && second && !reader.next());
+    QVERIFY(first->isTooLong);
+    QCOMPARE(first->bytes, QByteArray());
+    QCOMPARE(second->bytes, entry);
+    QCOMPARE(second->line, quint64(6000002));
+    QCOMPARE(reader.error(), QString());
 }
 
-void TestCallReader::readsUtf16()
+void TestItemReader::readsUtf16()
 {
     QByteArray wide("\xFF\xFE");
     for (const char c : QByteArray("BEGIN:VCALLHISTENTRY\nEND:VCALLHISTENTRY\n"))
         wide += QByteArray(1, c) + '\0';
-    CallReader reader(write(wide));
+    ItemReader reader(write(wide));
     const auto entry = reader.next();
     QVERIFY(entry);
     QCOMPARE(entry->bytes, QByteArray("BEGIN:VCALLHISTENTRY\nEND:VCALLHISTENTRY\n"));
 }
 
-QTEST_GUILESS_MAIN(TestCallReader)
-#include "tst_callreader.moc"
+QTEST_GUILESS_MAIN(TestItemReader)
+#include "tst_itemreader.moc"

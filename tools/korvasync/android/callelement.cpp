@@ -1,0 +1,71 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "callelement.h"
+
+#include "elementattributes.h"
+
+#include "messages/datetext.h"
+
+namespace {
+
+//! What a kind of call is here, or the words with which it is refused.
+struct Type
+{
+    const char *name;
+    const char *refusal;
+};
+
+Type typeOf(int number)
+{
+    switch (number) {
+    case 1:
+        return {"incoming", ""};
+    case 2:
+        return {"outgoing", ""};
+    case 3: // missed, rejected, blocked
+    case 5:
+    case 6:
+        return {"missed", ""};
+    case 4:
+        return {"", "a voice mail, which is no call"};
+    case 7:
+        return {"", "a call that was answered on another device"};
+    default:
+        return {"", ""};
+    }
+}
+
+// The phone's own words for callers who do not show their numbers.
+QString numberOf(const QString &number)
+{
+    static const QStringList hidden{QStringLiteral("-1"), QStringLiteral("-2"),
+                                    QStringLiteral("-3")};
+    return hidden.contains(number) ? QString() : number;
+}
+
+} // namespace
+
+CallEntry::Parsed CallElement::parse(const QByteArray &element, const QDateTime &now)
+{
+    CallEntry::Parsed parsed;
+    const auto attributes = ElementAttributes::parse(element);
+    if (!attributes) {
+        parsed.refusal = Refusal::CallParse;
+        parsed.detail = QStringLiteral("not a whole call element");
+        return parsed;
+    }
+    const Type type = typeOf(attributes->value("type").trimmed().toInt());
+    if (*type.refusal) {
+        parsed.refusal = Refusal::CallType;
+        parsed.detail = QLatin1String(type.refusal);
+        return parsed;
+    }
+    Call call;
+    call.type = QLatin1String(type.name);
+    call.number = numberOf(attributes->value("number").trimmed());
+    const QString duration = attributes->value("duration").trimmed();
+    call.duration = CallEntry::readDuration(duration);
+    call.start = DateText::readMessageTime(attributes->value("date"), QTimeZone::utc());
+    return CallEntry::judged(call, call.start, now);
+}

@@ -1,0 +1,50 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#pragma once
+
+#include <string>
+#include <string_view>
+
+//! Finds the end of one XML element, byte by byte from its first. What stands in the values of
+//! attributes is no markup, although some programs leave it there as it was typed: no text of a
+//! message can end its element or begin another.
+class ElementScanner
+{
+public:
+    enum Verdict {
+        Unfinished,
+        Whole, //!< with this byte
+        Broken //!< before this byte: the element cannot be followed any further
+    };
+
+    //! \param hasContent  an element that is more than its start tag goes up to its end tag
+    explicit ElementScanner(std::string_view name = {}, bool hasContent = false)
+        : name(name)
+        , hasContent(hasContent)
+    {
+    }
+
+    Verdict take(char c);
+
+    //! The name of the tag that begins with the first byte, with the sign in front of an end
+    //! tag or a declaration; empty when none begins there.
+    static std::string_view nameAt(std::string_view markup);
+
+private:
+    enum Place { Tag, Value, BehindValue, Content, TagName, Section };
+
+    Verdict takeInTag(char c);
+    Verdict takeInTagName(char c);
+    void takeInSection(char c);
+
+    std::string name;
+    bool hasContent = false;
+    Place place = Tag;
+    char quote = '\0';
+    char last = '\0';       // in the tag
+    bool inContent = false; // the start tag of the element itself is read
+    std::string tagName;    // of a tag in the content
+    std::string_view sectionEnd;
+    std::string lastOfSection;
+};

@@ -1,0 +1,45 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "smselement.h"
+
+#include "elementattributes.h"
+
+namespace {
+
+// Of the phone's six boxes the outbox, the failed and the queued messages are one here.
+QString boxOf(const QString &type)
+{
+    switch (type.toInt()) {
+    case 1:
+        return QStringLiteral("INBOX");
+    case 2:
+        return QStringLiteral("SENT");
+    case 3:
+        return QStringLiteral("DRAFT");
+    case 4:
+    case 5:
+    case 6:
+        return QStringLiteral("OUTBOX");
+    default:
+        return QString();
+    }
+}
+
+} // namespace
+
+std::optional<ParsedMessage> SmsElement::parse(const QByteArray &element)
+{
+    const auto attributes = ElementAttributes::parse(element);
+    if (!attributes || !attributes->has("body"))
+        return std::nullopt;
+    ParsedMessage parsed;
+    parsed.box = boxOf(attributes->value("type").trimmed());
+    parsed.status = attributes->value("read").trimmed();
+    parsed.headerTime = attributes->value("date");
+    parsed.recipient = attributes->value("address").trimmed();
+    // As multimedia messages have it; a message with more is not one to a single party.
+    parsed.recipients = static_cast<int>(parsed.recipient.count(QLatin1Char('~'))) + 1;
+    parsed.body = ParsedMessage::storable(attributes->value("body"));
+    return parsed;
+}

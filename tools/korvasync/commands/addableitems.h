@@ -1,0 +1,46 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#pragma once
+
+#include "addablecalls.h"
+#include "addablemessages.h"
+
+//! A message or a call on its way into the store.
+struct NewItem
+{
+    Fingerprint fingerprint;
+    int id = -1;
+    QString trouble; //!< why it is not stored; empty = it is
+    std::variant<NewMessage, NewCall> content;
+
+    bool isCall() const { return std::holds_alternative<NewCall>(content); }
+};
+
+//! What "korvasync add" adds: messages, and the calls of Android backups; see Adding.
+class AddableItems
+{
+public:
+    using New = NewItem;
+    static constexpr Refusal noItem = Refusal::SmsParse;
+
+    AddableItems(const Invocation &invocation, const SettlingRules &rules, DuplicateIndex &index);
+
+    Answer readStore() { return messages.readStore(); }
+    Judged<NewItem> judge(const InputItem &item);
+    Answer add(QList<NewItem> &items);
+    static Refusal notStored(const NewItem &item)
+    {
+        return item.isCall() ? Refusal::CallStore : Refusal::SmsStore;
+    }
+
+    DuplicateIndex &index;
+
+private:
+    Answer readCalls();
+
+    StoreLocation &location;
+    AddableMessages messages;
+    AddableCalls calls;
+    bool callsAreRead = false;
+};

@@ -1,0 +1,455 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "itemreader.h"
+
+#include "process/interrupt.h"
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <cstring>
+
+namespace {
+
+constexpr qint64 longestItem = qint64(32) * 1024 * 1024;
+// Of a line that much is looked at to tell what it begins or ends.
+constexpr size_t headLength = 256;
+
+struct ObjectName
+{
+    std::string_view name;
+    InputItem::Kind kind;
+};
+
+// Related objects, which are told by name instead of being passed over.
+constexpr std::array<ObjectName, 5> objectNames{{
+    {"VCALLHISTENTRY", InputItem::CallEntry},
+    {"VMESSAGE", InputItem::ForeignObject},
+    {"BMSG", InputItem::ForeignObject},
+    {"VNOTE", InputItem::ForeignObject},
+    {"VCALENDAR", InputItem::ForeignObject},
+}};
+
+QByteArray toBytes(std::string_view text)
+{
+    return QByteArray(text.data(), static_cast<int>(text.size()));
+}
+
+// What stands in the wrong letter case, or with blanks around it, is an object all the same,
+// so that it is refused instead of passed over.
+bool isObjectLine(std::string_view head, std::string_view keyword, std::string_view name)
+{
+    const QByteArray words = toBytes(head).trimmed().toUpper();
+    const QByteArray wanted = toBytes(keyword) + toBytes(name);
+    return words.startsWith(wanted)
+        && (words.size() == wanted.size()
+            || !std::isalnum(static_cast<unsigned char>(words.at(wanted.size()))));
+}
+
+const ObjectName *objectOf(std::string_view head)
+{
+    const size_t word = head.find_first_not_of(" \t");
+    if (word == std::string_view::npos || (head[word] != 'B' && head[word] != 'b'))
+        return nullptr;
+    for (const ObjectName &object : objectNames) {
+        if (isObjectLine(head, "BEGIN:", object.name))
+            return &object;
+    }
+    return nullptr;
+}
+
+bool isReason(std::string_view head) { return head.substr(0, 2) == "# "; }
+
+std::optional<InputItem::Kind> kindOfElement(std::string_view name)
+{
+    if (name == "sms")
+        return InputItem::AndroidSms;
+    if (name == "mms")
+        return InputItem::AndroidMms;
+    return name == "call" ? std::optional(InputItem::AndroidCall) : std::nullopt;
+}
+
+// Where in a broken element something else begins, 0 if nothing does.
+size_t nextBeginning(std::string_view broken)
+{
+    bool lineStart = false;
+    for (size_t i = 1; i < broken.size(); ++i) {
+        const std::string_view here = broken.substr(i);
+        if (lineStart) {
+            const std::string_view head = here.substr(0, std::min(here.find('\n'), headLength));
+            if (isReason(head) || VMessageScanner::isBegin(head) || objectOf(head))
+                return i;
+        }
+        lineStart = here.front() == '\n';
+        if (here.front() == '<' && kindOfElement(ElementScanner::nameAt(here)))
+            return i;
+    }
+    return 0;
+}
+
+} // namespace
+
+ItemReader::ItemReader(const QString &path, Form form)
+    : file(path)
+    , form(form)
+    , errorText(file.error())
+{
+}
+
+std::optional<InputItem> ItemReader::next()
+{
+    while (found.isEmpty()) {
+        if (step())
+            continue;
+        if (ended ? !finish() : !fill())
+            return std::nullopt;
+    }
+    return found.takeFirst();
+}
+
+//! \return false after an error and when a signal came: what is there of the next item is
+//!         not its all then
+bool ItemReader::fill()
+{
+    const bool isOpen = place == Object || place == Element || place == BrokenElement;
+    const Size done = isOpen ? begin : position;
+    buffer.remove(0, done);
+    position -= done;
+    begin -= done;
+    const QByteArray piece = file.read();
+    errorText = file.error();
+    ended = piece.isEmpty();
+    buffer += piece;
+    return errorText.isEmpty() && (!ended || Interrupt::signalNumber() == 0);
+}
+
+//! Reads on. \return false when more bytes are needed
+bool ItemReader::step()
+{
+    if (rest().empty())
+        return false;
+    switch (place) {
+    case Between:
+        return stepBetween();
+    case PassedLine:
+        if (takeLine())
+            place = Between;
+        return true;
+    case PassedSection:
+        return stepPassedSection();
+    case Object:
+        return stepObject();
+    case VMessage:
+        return stepVMessage();
+    case Element:
+        return stepElement();
+    case BrokenElement:
+        return stepBrokenElement();
+    }
+    Q_UNREACHABLE();
+}
+
+//! Closes what is open at the end of the file. \return false when nothing is left to do
+bool ItemReader::finish()
+{
+    switch (place) {
+    case Between:
+    case PassedLine:
+        if (!isBackup || root.isEmpty() || rootIsClosed || cutIsTold)
+            return false;
+        cutIsTold = true;
+        found += InputItem{InputItem::CutBackup, QByteArray(), line, false};
+        return true;
+    case PassedSection:
+        place = Between;
+        return true;
+    case Object:
+        emitItem(position);
+        return true;
+    case VMessage:
+        messages->finish();
+        takeMessages();
+        place = Between;
+        return true;
+    case Element:
+        breakElement();
+        return true;
+    case BrokenElement:
+        cutIsTold = true;
+        emitItem(position);
+        return true;
+    }
+    Q_UNREACHABLE();
+}
+
+std::string_view ItemReader::rest() const { return view(position, buffer.size()); }
+
+std::string_view ItemReader::view(Size from, Size to) const
+{
+    return {buffer.constData() + from, static_cast<size_t>(to - from)};
+}
+
+//! The first bytes of the line that begins here; nothing when more of it has to be read.
+std::optional<std::string_view> ItemReader::lineHead() const
+{
+    const std::string_view head = rest().substr(0, headLength);
+    const size_t end = head.find('\n');
+    if (end == std::string_view::npos && head.size() < headLength && !ended)
+        return std::nullopt;
+    return head.substr(0, end);
+}
+
+//! Reads to the end of the line. \return false when it is further on
+bool ItemReader::takeLine()
+{
+    const auto end = buffer.indexOf('\n', position);
+    position = end < 0 ? buffer.size() : end + 1;
+    atLineStart = end >= 0;
+    if (atLineStart)
+        ++line;
+    return atLineStart;
+}
+
+bool ItemReader::stepBetween()
+{
+    if (atLineStart) {
+        const auto head = lineHead();
+        if (!head)
+            return false;
+        if (isReason(*head)) {
+            place = PassedLine;
+            return true;
+        }
+        noteContent(*head);
+        if (form != AndroidXml && openObject(*head))
+            return true;
+        atLineStart = false;
+    }
+    const std::string_view text = rest();
+    const size_t length = std::min(text.find_first_of("<\n"), text.size());
+    position += static_cast<Size>(length);
+    if (length == text.size())
+        return true;
+    return text[length] == '\n' ? takeLine() : openMarkup();
+}
+
+void ItemReader::noteContent(std::string_view head)
+{
+    const QByteArray words = toBytes(head).trimmed();
+    if (hasContent || words.isEmpty())
+        return;
+    hasContent = true;
+    isXml = words.startsWith('<');
+}
+
+// ---- objects between BEGIN: and END: lines
+
+bool ItemReader::openObject(std::string_view head)
+{
+    if (VMessageScanner::isBegin(head)) {
+        open(VMessage, InputItem::Message);
+        messages = std::make_unique<VMessageScanner>();
+        messageLength = 0;
+        return true;
+    }
+    const ObjectName *object = objectOf(head);
+    // The end of an entry without its beginning is one by itself, so that it is refused.
+    objectEnds = !object && isObjectLine(head, "END:", objectNames[0].name);
+    if (objectEnds)
+        object = &objectNames[0];
+    if (!object)
+        return false;
+    objectName = object->name;
+    open(Object, object->kind);
+    return true;
+}
+
+void ItemReader::open(Place itemPlace, InputItem::Kind itemKind)
+{
+    place = itemPlace;
+    kind = itemKind;
+    begin = position;
+    beginLine = line;
+    atLineStart = false;
+}
+
+bool ItemReader::stepObject()
+{
+    if (atLineStart) {
+        const auto head = lineHead();
+        if (!head)
+            return false;
+        if (VMessageScanner::isBegin(*head) || objectOf(*head)) {
+            emitItem(position);
+            return true;
+        }
+        objectEnds = isObjectLine(*head, "END:", objectName);
+    }
+    const bool isWhole = takeLine();
+    if (isWhole && objectEnds)
+        emitItem(position);
+    else if (position - begin > longestItem)
+        emitTooLong();
+    return true;
+}
+
+bool ItemReader::stepVMessage()
+{
+    const Size start = position;
+    takeLine();
+    messages->add(view(start, position));
+    messageLength += position - start;
+    takeMessages();
+    if (place == VMessage && messageLength > longestItem)
+        emitTooLong();
+    return true;
+}
+
+// A message that lacks its end is handed out when the next one begins, which stays open then.
+void ItemReader::takeMessages()
+{
+    VMessageScanner::Message message;
+    while (messages->next(&message)) {
+        found += InputItem{InputItem::Message, toBytes(message.bytes), beginLine + message.line - 1,
+                           false};
+        messageLength = 0;
+        if (message.complete)
+            place = Between;
+    }
+}
+
+// ---- elements
+
+bool ItemReader::openMarkup()
+{
+    constexpr size_t longestName = 64;
+    const std::string_view text = rest();
+    if (text.size() < longestName && !ended)
+        return false;
+    if (form != TextObjects) {
+        const std::string_view name = ElementScanner::nameAt(text.substr(0, longestName));
+        if (const auto elementKind = kindOfElement(name)) {
+            isBackup = isBackup || isXml;
+            element = ElementScanner(name, name == "mms");
+            open(Element, *elementKind);
+            return true;
+        }
+        if (isXml
+            && (openSection(text, "<!--", "-->") || openSection(text, "<![CDATA[", "]]>")
+                || openRoot(name)))
+            return true;
+    }
+    ++position;
+    return true;
+}
+
+bool ItemReader::openSection(std::string_view text, std::string_view start, const char *end)
+{
+    if (text.substr(0, start.size()) != start)
+        return false;
+    sectionEnd = end;
+    position += static_cast<Size>(start.size());
+    place = PassedSection;
+    return true;
+}
+
+bool ItemReader::stepPassedSection()
+{
+    const auto end = buffer.indexOf(sectionEnd, position);
+    // The words that end it may be cut themselves.
+    const auto length = static_cast<Size>(std::strlen(sectionEnd));
+    const Size to = end < 0 ? qMax(position, buffer.size() - length + 1) : end + length;
+    line +=
+        static_cast<quint64>(std::count(buffer.cbegin() + position, buffer.cbegin() + to, '\n'));
+    position = to;
+    if (end >= 0)
+        place = Between;
+    return end >= 0;
+}
+
+// A backup that lacks the end tag of its root was cut, even if no element was.
+bool ItemReader::openRoot(std::string_view name)
+{
+    if (!root.isEmpty() && toBytes(name) == '/' + root)
+        rootIsClosed = true;
+    const bool isTag = !name.empty() && std::isalpha(static_cast<unsigned char>(name.front()));
+    if (!root.isEmpty() || isBackup || !isTag)
+        return false;
+    root = toBytes(name);
+    isBackup = root == "smses" || root == "allsms" || root == "calls";
+    isRoot = true;
+    element = ElementScanner(name);
+    open(Element, InputItem::ForeignObject);
+    return true;
+}
+
+bool ItemReader::stepElement()
+{
+    const Size end = buffer.size();
+    const char *const bytes = buffer.constData();
+    while (position < end) {
+        const char c = bytes[position];
+        const ElementScanner::Verdict verdict = element.take(c);
+        if (verdict == ElementScanner::Broken) {
+            breakElement();
+            return true;
+        }
+        ++position;
+        if (c == '\n')
+            ++line;
+        if (verdict == ElementScanner::Whole) {
+            rootIsClosed = rootIsClosed || (isRoot && bytes[position - 2] == '/');
+            emitItem(position);
+            return true;
+        }
+    }
+    if (position - begin > longestItem)
+        emitTooLong();
+    return false;
+}
+
+// One broken element ends nothing: what begins inside of it is read again.
+void ItemReader::breakElement()
+{
+    const size_t next = nextBeginning(view(begin, position));
+    if (next == 0) {
+        place = BrokenElement;
+        return;
+    }
+    position = begin + static_cast<Size>(next);
+    emitItem(position);
+    line = beginLine
+        + static_cast<quint64>(
+               std::count(buffer.cbegin() + begin, buffer.cbegin() + position, '\n'));
+    atLineStart = buffer.at(position - 1) == '\n';
+}
+
+//! Takes the rest of its line to it, so that it can be mended.
+bool ItemReader::stepBrokenElement()
+{
+    const std::string_view text = rest();
+    const size_t length = std::min(text.find_first_of("<\n"), text.size());
+    position += static_cast<Size>(length);
+    if (length < text.size())
+        emitItem(position);
+    else if (position - begin > longestItem)
+        emitTooLong();
+    return true;
+}
+
+void ItemReader::emitItem(Size end)
+{
+    if (!isRoot)
+        found += InputItem{kind, buffer.mid(begin, end - begin), beginLine, false};
+    isRoot = false;
+    place = Between;
+}
+
+void ItemReader::emitTooLong()
+{
+    if (!isRoot)
+        found += InputItem{kind, QByteArray(), beginLine, true};
+    isRoot = false;
+    place = Between;
+}

@@ -1,0 +1,122 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#pragma once
+
+#include "android/elementscanner.h"
+#include "inputfile.h"
+
+#include <vmessage/vmessagescanner.h>
+
+#include <QtCore/QList>
+
+#include <memory>
+#include <optional>
+#include <string_view>
+
+//! What of a file stands for itself: a message, a call, or what is neither.
+struct InputItem
+{
+    enum Kind {
+        Message,       //!< a vMessage
+        CallEntry,     //!< a call-history entry
+        AndroidSms,    //!< an element of an Android backup, as the next two
+        AndroidMms,    //!< not with certainty whole
+        AndroidCall,   //!< only its start tag
+        ForeignObject, //!< from another BEGIN: line to its END: line
+        CutBackup      //!< not an item: the end of an Android backup is missing here
+    };
+
+    Kind kind = Message;
+    QByteArray bytes;       //!< as they were, in UTF-8
+    quint64 line = 0;       //!< where it begins, from 1
+    bool isTooLong = false; //!< and therefore without bytes
+};
+
+//! The items of one file, one after the other, of all kinds mixed: a file of rejects may hold
+//! them all. What stands between them is passed over. Memory is bounded, whatever the file
+//! holds: by the longest item, and an item is not kept beyond 32 MiB.
+//!
+//! Lines that begin with "# " between two items are passed over whole, as rejects have the
+//! reasons in them. In a file that begins with a tag, so are comments and CDATA sections.
+class ItemReader
+{
+public:
+    enum Form { AnyForm, TextObjects, AndroidXml };
+
+    //! \param path  "-" is standard input
+    //! \param form  which kinds are looked for: all, those between BEGIN: and END: lines, or
+    //!              elements
+    explicit ItemReader(const QString &path, Form form = AnyForm);
+
+    //! Nothing at the end, after an error and when a signal came.
+    std::optional<InputItem> next();
+
+    QString error() const { return errorText; } //!< empty = none so far
+    qint64 bytesRead() const { return file.bytesRead(); }
+
+    //! For a file that had no item.
+    bool isEmpty() const { return !hasContent; }                    //!< but for blanks and reasons
+    bool isEmptyBackup() const { return isBackup && rootIsClosed; } //!< of Android, but whole
+
+private:
+    using Size = decltype(QByteArray().size());
+    enum Place { Between, PassedLine, PassedSection, Object, VMessage, Element, BrokenElement };
+
+    bool fill();
+    bool finish();
+    bool step();
+    bool stepBetween();
+    bool stepPassedSection();
+    bool stepObject();
+    bool stepVMessage();
+    bool stepElement();
+    bool stepBrokenElement();
+
+    std::string_view rest() const;
+    std::string_view view(Size from, Size to) const;
+    std::optional<std::string_view> lineHead() const;
+    bool takeLine();
+    void noteContent(std::string_view head);
+
+    bool openObject(std::string_view head);
+    bool openMarkup();
+    bool openSection(std::string_view text, std::string_view start, const char *end);
+    bool openRoot(std::string_view name);
+    void open(Place itemPlace, InputItem::Kind itemKind);
+    void takeMessages();
+    void breakElement();
+    void emitItem(Size end);
+    void emitTooLong();
+
+    InputFile file;
+    const Form form;
+    bool ended = false;
+    QString errorText;
+
+    QByteArray buffer; // from the open item, else from the unread byte on
+    Size position = 0; // of the first byte that was not read
+    quint64 line = 1;  // which that byte is in
+    bool atLineStart = true;
+    Place place = Between;
+
+    Size begin = 0; // of the open item
+    quint64 beginLine = 0;
+    InputItem::Kind kind = InputItem::Message;
+    std::string_view objectName;      // of an open object
+    bool objectEnds = false;          // with the line in hand
+    const char *sectionEnd = nullptr; // of a comment or CDATA section
+    std::unique_ptr<VMessageScanner> messages;
+    qint64 messageLength = 0;
+    ElementScanner element;
+
+    bool hasContent = false;
+    bool isXml = false;
+    QByteArray root;     // name of the first element, empty until it is known
+    bool isRoot = false; // what is open
+    bool isBackup = false;
+    bool rootIsClosed = false;
+    bool cutIsTold = false;
+
+    QList<InputItem> found;
+};
