@@ -43,7 +43,8 @@ QString toDial(const QString &number)
     QString digits;
     std::copy_if(number.cbegin(), number.cend(), std::back_inserter(digits),
                  [](QChar c) { return !isSeparator(c); });
-    static const QRegularExpression dialled(QStringLiteral("^\\+?[0-9*#]+$"));
+    // A message has room for 20 digits.
+    static const QRegularExpression dialled(QStringLiteral("^\\+?[0-9*#]{1,20}$"));
     return dialled.match(digits).hasMatch() ? digits : QString();
 }
 
@@ -125,7 +126,14 @@ void MessageSending::submit(const Daemon &daemon, const QString &uniqueName)
 
 void MessageSending::keep(Submission::Outcome outcome, const QString &problem)
 {
-    if (!m_keepInHistory || outcome == Submission::Outcome::Unknown)
+    // Before it is stored, so that who finds the message there can tell the reason, too.
+    if (!problem.isEmpty())
+        qCWarning(lcMessaging, "%s", qUtf8Printable(problem));
+    if (outcome == Submission::Outcome::Unknown) {
+        return finish(
+            QStringLiteral("It is not known whether the message was sent. %1").arg(problem));
+    }
+    if (!m_keepInHistory)
         return finish(problem);
     const auto folder = outcome == Submission::Outcome::Accepted ? HistoryEntry::Folder::Sent
                                                                  : HistoryEntry::Folder::Outbox;

@@ -41,7 +41,8 @@ public:
     explicit MessagingIf(const QString &name, QObject *parent = nullptr);
 
     //! Sends a message; the daemon splits a long one. Returns at once and never null. The
-    //! result belongs to this object; a message is seen through also without it.
+    //! result belongs to this object; a message is seen through also without it. Why it was
+    //! not sent, or may not have been, is warned of too, in the category korvasync.messaging.
     //!
     //! \param number  may have separators, which the modem does not get
     //! \param keepInHistory  whether the platform adds one event to the store when the outcome

@@ -156,7 +156,9 @@ void ModemManagerSubmission::judge(const QDBusError &error)
         || isOf("Core.WrongState") || isOf("Core.Unsupported")
         || error.type() == QDBusError::AccessDenied || error.type() == QDBusError::UnknownObject
         || error.type() == QDBusError::UnknownMethod;
-    if (isFromModem)
+    if (isOf("Core.TooMany")) // parts
+        finishNotSent(Problem::tooLong());
+    else if (isFromModem)
         finishNotSent(QStringLiteral("The message was refused: %1").arg(error.message()));
     else if (isFromDaemon)
         finishNotSent(describe(error));

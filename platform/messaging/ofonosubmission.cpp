@@ -37,6 +37,12 @@ bool sendsMessages(const OfonoModem &modem)
     return hasInterface(modem, MessageManager::staticInterfaceName());
 }
 
+//! Whether a character takes more than the 16 bits that a message has for one.
+bool hasWideCharacters(const QString &text)
+{
+    return std::any_of(text.cbegin(), text.cend(), [](QChar c) { return c.isSurrogate(); });
+}
+
 bool isTrue(const OfonoModem &modem, const char *property)
 {
     return modem.properties.value(QLatin1String(property)).toBool();
@@ -165,10 +171,12 @@ void OfonoSubmission::judge(const QDBusError &error)
 {
     if (mayHaveBeenServed(error))
         finishUnknown(describe(error));
-    else if (error.name() == QLatin1String("org.ofono.Error.InvalidFormat"))
-        finishNotSent(QStringLiteral("oFono takes no such number, or cannot write this text."));
-    else
+    else if (error.name() != QLatin1String("org.ofono.Error.InvalidFormat"))
         finishNotSent(describe(error));
+    else if (hasWideCharacters(m_message.text)) // version 1.31 cannot
+        finishNotSent(QStringLiteral("oFono cannot send emoji."));
+    else
+        finishNotSent(Problem::tooLong());
 }
 
 void OfonoSubmission::watchForLoss()

@@ -21,5 +21,7 @@ inline QString lockedSim()
 }
 inline QString noMessaging() { return QStringLiteral("The modem cannot send messages."); }
 inline QString noNetwork() { return QStringLiteral("The modem is not registered with a network."); }
+//! For the 255 parts that one message can have.
+inline QString tooLong() { return QStringLiteral("The text is too long."); }
 
 } // namespace Problem

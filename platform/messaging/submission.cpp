@@ -33,12 +33,6 @@ bool Submission::mayHaveBeenServed(const QDBusError &error)
     }
 }
 
-void Submission::finishUnknown(const QString &reason)
-{
-    finish(Outcome::Unknown,
-           QStringLiteral("It is not known whether the message was sent. %1").arg(reason));
-}
-
 void Submission::finish(Outcome outcome, const QString &problem)
 {
     if (m_isFinished)

@@ -45,7 +45,7 @@ protected:
     // Of several outcomes the first counts.
     void finishAccepted() { finish(Outcome::Accepted, QString()); }
     void finishNotSent(const QString &problem) { finish(Outcome::NotSent, problem); }
-    void finishUnknown(const QString &reason);
+    void finishUnknown(const QString &problem) { finish(Outcome::Unknown, problem); }
     bool isFinished() const { return m_isFinished; }
 
     static QString describe(const QDBusError &error);

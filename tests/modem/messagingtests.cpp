@@ -3,6 +3,8 @@
 
 #include "messagingtests.h"
 
+#include "messagelog.h"
+
 #include <QtCore/QElapsedTimer>
 
 using namespace CommHistory;
@@ -41,11 +43,16 @@ void MessagingTests::sendsWhole(const QString &text)
 
 void MessagingTests::fails(const QString &problem, bool isStored)
 {
+    const QString text = isStored
+        ? problem
+        : QStringLiteral("It is not known whether the message was sent. %1").arg(problem);
+    MessageLog log;
     MessagingIf messaging{QString()};
     Outcome outcome(messaging.sendSMS(Number, QStringLiteral("Hello"), true));
     QVERIFY(outcome.wait());
     QVERIFY(outcome.isError());
-    QCOMPARE(outcome.text(), problem);
+    QCOMPARE(outcome.text(), text);
+    QCOMPARE(log.lines(QtWarningMsg), QStringList(problem));
     QCOMPARE(stack.takeMessages(), QList<QJsonObject>());
     QCOMPARE(read(Sent).size(), 0);
     const QList<Event> events = read(Outbox);
@@ -64,12 +71,26 @@ void MessagingTests::sendsTextsWhole_data()
     QTest::newRow("160 letters") << QStringLiteral("abcdefghij").repeated(16);
     QTest::newRow("Cyrillic") << QStringLiteral("Привет, мир");
     QTest::newRow("160 Cyrillic letters") << QStringLiteral("абвгдежзик").repeated(16);
+    QTest::newRow("255 parts") << QStringLiteral("а").repeated(255 * 67);
 }
 
 void MessagingTests::sendsTextsWhole()
 {
     QFETCH(QString, text);
     sendsWhole(text);
+}
+
+//! A message has 255 parts at most.
+void MessagingTests::tellsATooLongText()
+{
+    QVERIFY(stack.provide());
+    const QString text = QStringLiteral("а").repeated(255 * 67 + 1);
+    MessagingIf messaging{QString()};
+    Outcome outcome(messaging.sendSMS(Number, text, true));
+    QVERIFY(outcome.wait());
+    QCOMPARE(outcome.text(), QStringLiteral("The text is too long."));
+    QCOMPARE(stack.takeMessages(), QList<QJsonObject>());
+    QCOMPARE(read(Outbox).value(0).freeText(), text);
 }
 
 void MessagingTests::storesASentMessage()
@@ -128,6 +149,17 @@ void MessagingTests::leavesSeparatorsOutForTheModemOnly()
     QVERIFY(outcome.wait());
     QCOMPARE(stack.takeMessages(), one(Number, QStringLiteral("Hello")));
     QCOMPARE(read(Sent).value(0).remoteUid(), typed);
+}
+
+void MessagingTests::dialsALongNumberWhole()
+{
+    QVERIFY(stack.provide());
+    const QString number = QStringLiteral("+15550100155501001555");
+    QCOMPARE(number.size(), 21); // as many digits as a message has room for
+    MessagingIf messaging{QString()};
+    Outcome outcome(messaging.sendSMS(number, QStringLiteral("Hello"), true));
+    QVERIFY(outcome.wait());
+    QCOMPARE(stack.takeMessages(), one(number, QStringLiteral("Hello")));
 }
 
 void MessagingTests::sendsThroughTheModemThatIsNamed()

@@ -16,7 +16,8 @@ protected:
     }
 
     void sendsWhole(const QString &text);
-    //! Sends a message that fails with the problem; stored = in the outbox, else nowhere.
+    //! Sends a message that fails with the problem, which is warned of too; stored = in the
+    //! outbox, else nowhere, as the outcome is not known.
     void fails(const QString &problem, bool isStored = true);
 
     ModemStack stack;
@@ -25,9 +26,11 @@ private Q_SLOTS:
     void cleanup();
     void sendsTextsWhole_data();
     void sendsTextsWhole();
+    void tellsATooLongText();
     void storesASentMessage();
     void sendsTwoInARow();
     void leavesSeparatorsOutForTheModemOnly();
+    void dialsALongNumberWhole();
     void sendsThroughTheModemThatIsNamed();
     void tellsThatTheNamedModemIsMissing();
     void keepsNothingWhenAsked();

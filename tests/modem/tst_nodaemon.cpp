@@ -142,6 +142,7 @@ void TestNoDaemon::tellsWhatIsNoNumber_data()
     QTest::newRow("a word") << QStringLiteral("Bank");
     QTest::newRow("a word with digits") << QStringLiteral("Bank24");
     QTest::newRow("two numbers") << QStringLiteral("5550100;5550101");
+    QTest::newRow("21 digits") << QStringLiteral("+155501001555010015550");
     QTest::newRow("a plus amid digits") << QStringLiteral("1+5550100");
 }
 
