@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "modemstack.h"
+#include "privatebus.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtDBus/QDBusConnection>

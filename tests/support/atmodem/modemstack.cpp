@@ -15,37 +15,7 @@ namespace {
 
 constexpr int Patience = 20000; //!< milliseconds
 
-//! Starts a program that the kernel ends with this one, however that ends.
-void startBound(QProcess *process, const QString &program, const QStringList &arguments)
-{
-    process->start(QStringLiteral("setpriv"),
-                   QStringList{QStringLiteral("--pdeathsig"), QStringLiteral("KILL"),
-                               QStringLiteral("--"), program}
-                       + arguments);
-}
-
-void end(QProcess *process)
-{
-    if (process->state() == QProcess::NotRunning)
-        return;
-    process->kill();
-    process->waitForFinished(Patience);
-}
-
 } // namespace
-
-PrivateBus::PrivateBus(const char *variable)
-{
-    startBound(&m_daemon, QStringLiteral("dbus-daemon"),
-               {QStringLiteral("--session"), QStringLiteral("--nofork"),
-                QStringLiteral("--print-address")});
-    while (!m_daemon.canReadLine() && m_daemon.waitForReadyRead(Patience)) { }
-    const QByteArray address = m_daemon.readLine().trimmed();
-    qputenv(variable, address);
-    m_address = QString::fromLatin1(address);
-}
-
-PrivateBus::~PrivateBus() { end(&m_daemon); }
 
 ModemStack::ModemStack(Daemon daemon, const PrivateBus &systemBus)
     : m_daemonKind(daemon)
@@ -100,8 +70,8 @@ bool ModemStack::startWithoutModem()
 
 void ModemStack::stop()
 {
-    end(&m_daemon);
-    end(&m_modem);
+    m_daemon.end();
+    m_modem.end();
     m_messages.clear();
     m_submissions = 0;
     m_isUntroubled = false;
@@ -109,7 +79,7 @@ void ModemStack::stop()
 
 void ModemStack::killDaemon()
 {
-    end(&m_daemon);
+    m_daemon.end();
     m_isUntroubled = false;
 }
 
@@ -164,7 +134,7 @@ bool ModemStack::startModem(const QByteArray &sim)
         arguments.append(m_directory.filePath(QStringLiteral("modem")));
     QFile::remove(m_directory.filePath(QStringLiteral("modem")));
     m_modemAddress.clear();
-    startBound(&m_modem, QStringLiteral(ATMODEM), arguments);
+    m_modem.startBound(QStringLiteral(ATMODEM), arguments);
     m_modem.write(sim + '\n');
     return waitUntil([this] { return !m_modemAddress.isEmpty(); });
 }
@@ -196,10 +166,11 @@ bool ModemStack::startDaemon()
         // Its test mode, which needs no authority to ask, goes with the session bus.
         environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), m_busAddress);
         m_daemon.setProcessEnvironment(environment);
-        startBound(&m_daemon, QStringLiteral("/usr/sbin/ModemManager"),
-                   {QStringLiteral("--test-session"), QStringLiteral("--test-enable"),
-                    QStringLiteral("--test-no-udev"), QStringLiteral("--test-no-suspend-resume"),
-                    QStringLiteral("--test-no-qrtr")});
+        m_daemon.startBound(QStringLiteral("/usr/sbin/ModemManager"),
+                            {QStringLiteral("--test-session"), QStringLiteral("--test-enable"),
+                             QStringLiteral("--test-no-udev"),
+                             QStringLiteral("--test-no-suspend-resume"),
+                             QStringLiteral("--test-no-qrtr")});
     } else {
         busName = QStringLiteral("org.ofono");
         QFile configuration(m_directory.filePath(QStringLiteral("phonesim.conf")));
@@ -211,8 +182,8 @@ bool ModemStack::startDaemon()
         environment.insert(QStringLiteral("OFONO_PHONESIM_CONFIG"), configuration.fileName());
         m_daemon.setProcessEnvironment(environment);
         // oFono keeps what it has not sent and sends it later: not across tests.
-        startBound(
-            &m_daemon, QStringLiteral("unshare"),
+        m_daemon.startBound(
+            QStringLiteral("unshare"),
             {QStringLiteral("--mount"), QStringLiteral("sh"), QStringLiteral("-c"),
              QStringLiteral("mount -t tmpfs none /var/lib/ofono && exec ofonod --nodetach")});
     }

@@ -3,33 +3,17 @@
 
 #pragma once
 
+#include "privatebus.h"
+
 #include <QtCore/QByteArray>
 #include <QtCore/QJsonObject>
 #include <QtCore/QList>
 #include <QtCore/QObject>
-#include <QtCore/QProcess>
 #include <QtCore/QTemporaryDir>
 #include <QtCore/QVariant>
 #include <QtDBus/QDBusConnection>
 
 #include <functional>
-
-//! A bus of the test's own, which ends with this object.
-class PrivateBus
-{
-public:
-    //! Puts the bus's address into the environment variable, for this process, which must not
-    //! have asked for that bus before, and for those that it starts.
-    explicit PrivateBus(const char *variable);
-    ~PrivateBus();
-
-    QString address() const { return m_address; }
-
-private:
-    Q_DISABLE_COPY(PrivateBus)
-    QProcess m_daemon;
-    QString m_address;
-};
 
 //! A real modem daemon on the system bus with a simulated modem. All waiting has a bound, and
 //! nothing that was started outlives this object or the test program.
@@ -85,8 +69,8 @@ private:
     const QString m_busAddress;
     QDBusConnection m_bus;
     QTemporaryDir m_directory;
-    QProcess m_daemon;
-    QProcess m_modem;
+    BoundProcess m_daemon;
+    BoundProcess m_modem;
     QString m_modemAddress; //!< path of the socket or TCP port
     QList<QJsonObject> m_messages;
     int m_submissions = 0;
