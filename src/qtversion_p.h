@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QtCore/QHash>
+#include <QtDBus/QDBusMetaType>
 
 // All that differs between Qt 5.15 and Qt 6 for this library.
 
@@ -12,3 +13,14 @@ using HashSeed = size_t;
 #else
 using HashSeed = uint;
 #endif
+
+//! How a registered type is written on the bus.
+template <typename T>
+const char *busSignature()
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    return QDBusMetaType::typeToSignature(QMetaType::fromType<T>());
+#else
+    return QDBusMetaType::typeToSignature(qMetaTypeId<T>());
+#endif
+}

@@ -4,6 +4,7 @@
 #include <korvasync/sendsmsinterface.h>
 
 #include "logging_p.h"
+#include "qtversion_p.h"
 #include "sendsmsinterface_p.h"
 
 #include <commhistory/event.h>
@@ -22,6 +23,11 @@ constexpr int sendTimeLimit = 2000; // ms
 
 const QString historyInterface = QStringLiteral("com.quelt.commhistory");
 const QString addedSignal = QStringLiteral("eventsAdded");
+const char *const eventsSlot = SLOT(eventsAdded(QList<CommHistory::Event>));
+
+//! What a signal has to carry. Any program can send one, and the bus library would read
+//! whatever it carries as events, and crash.
+QString eventsSignature() { return QString::fromLatin1(busSignature<QList<CommHistory::Event>>()); }
 
 void registerAnnouncedTypes()
 {
@@ -66,8 +72,14 @@ SendSmsInterface::~SendSmsInterface()
     delete d;
 }
 
+SendSmsInterfacePrivate::SendSmsInterfacePrivate()
+{
+    qCDebug(lcSend) << "SendSmsInterfacePrivate::SendSmsInterfacePrivate()";
+}
+
 bool SendSmsInterfacePrivate::parseVMessage(const QString &vMessage)
 {
+    qCDebug(lcSend) << "bool SendSmsInterfacePrivate::parseVMessage(const QString&)";
     const QByteArray utf8 = vMessage.toUtf8();
     VMessageParser parser;
     // UTF-16 units over UTF-8 bytes: callers with other than ASCII texts know it and append
@@ -119,15 +131,13 @@ bool SendSmsInterface::subscribe()
     // The bus library refuses a subscription that it has already.
     unsubscribe();
     return QDBusConnection::sessionBus().connect(QString(), QString(), historyInterface,
-                                                 addedSignal, this,
-                                                 SLOT(eventsAdded(QList<CommHistory::Event>)));
+                                                 addedSignal, eventsSignature(), this, eventsSlot);
 }
 
 bool SendSmsInterface::unsubscribe()
 {
-    return QDBusConnection::sessionBus().disconnect(QString(), QString(), historyInterface,
-                                                    addedSignal, this,
-                                                    SLOT(eventsAdded(QList<CommHistory::Event>)));
+    return QDBusConnection::sessionBus().disconnect(
+        QString(), QString(), historyInterface, addedSignal, eventsSignature(), this, eventsSlot);
 }
 
 // The outcome of a send is what the store shows; this is for the log alone.

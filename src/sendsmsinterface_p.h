@@ -14,6 +14,8 @@ class MessagingIf;
 class SendSmsInterfacePrivate
 {
 public:
+    SendSmsInterfacePrivate();
+
     //! Takes text and number of the vMessage; what it does not have stays as it was.
     bool parseVMessage(const QString &vMessage);
 
