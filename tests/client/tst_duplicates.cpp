@@ -18,6 +18,8 @@ private Q_SLOTS:
     void keepsTrueRepeatsOfOneFile();
     void takesADoubledFolderOnce();
     void takesTheSameMessageOfTwoFilesOnce();
+    void takesAPhoneInTwoFormsOnce_data();
+    void takesAPhoneInTwoFormsOnce();
     void doesSoInADryRun();
     void completesWhatWasKilled();
     void addsAgainWhenTold();
@@ -134,6 +136,41 @@ void TestDuplicates::takesADoubledFolderOnce()
     QCOMPARE(statusesOf(client.run(add({phone}))), QByteArray("aaappp"));
     QCOMPARE(statusesOf(client.run(add({phone}))), QByteArray("pppppp"));
     QCOMPARE(client.run({text("list"), text("--count")}).output, QByteArray("3\n"));
+}
+
+void TestDuplicates::takesAPhoneInTwoFormsOnce_data()
+{
+    QTest::addColumn<QStringList>("order");
+    QTest::newRow("vMessages-first") << QStringList{text("phone.vmg"), text("phone.xml")};
+    QTest::newRow("XML-first") << QStringList{text("phone.xml"), text("phone.vmg")};
+}
+
+// The programs of one phone: one wrote seconds, international numbers, composed letters and
+// bare line feeds, the other milliseconds, national numbers, separate accents and CR LF.
+void TestDuplicates::takesAPhoneInTwoFormsOnce()
+{
+    QFETCH(QStringList, order);
+    ClientProcess client;
+    const QByteArray repeated =
+        vMessage("SENT", "20101103T142531Z", "+15550101", "K\xC3\xA4se?\nBrot?");
+    client.write(text("phone.vmg"),
+                 hello + repeated + repeated
+                     + vMessage("OUTBOX", "20101103T142532Z", "InfoPost", "STOP"));
+    const QByteArray repeatedElement =
+        "<sms address=\"0155 501-01\" date=\"1288794331999\" type=\"2\" "
+        "body=\"Ka&#776;se?&#13;&#10;Brot?\" read=\"1\"/>\n";
+    client.write(text("phone.xml"),
+                 "<smses count=\"4\">\n"
+                 "<sms address=\"5550100\" date=\"1288794330123\" type=\"1\" body=\"Hello\" "
+                 "read=\"1\"/>\n"
+                     + repeatedElement + repeatedElement
+                     + "<sms address=\"InfoPost\" date=\"1288794332000\" type=\"5\" "
+                       "body=\"STOP\" read=\"1\"/>\n</smses>\n");
+    QCOMPARE(statusesOf(
+                 client.run(add({client.filePath(order.first()), client.filePath(order.last())}))),
+             QByteArray("aaaapppp"));
+    QCOMPARE(statusesOf(client.run(add({client.filePath(text("."))}))), QByteArray("pppppppp"));
+    QCOMPARE(client.run({text("list"), text("--count")}).output, QByteArray("4\n"));
 }
 
 void TestDuplicates::doesSoInADryRun()

@@ -27,6 +27,8 @@ private Q_SLOTS:
     void escapesInXml();
     void tellsOfCharactersThatXmlCannotHold();
     void printsCallsAsAndroidXml();
+    void comesBackFromAndroidXml();
+    void comesBackFromAndroidXmlWithCalls();
     void showsMessagesInEachForm();
     void printsFormsOfNothing_data();
     void printsFormsOfNothing();
@@ -311,6 +313,44 @@ void TestExport::printsCallsAsAndroidXml()
                    "  <call number=\"\" duration=\"0\" date=\"1288794330000\" type=\"3\" "
                    "presentation=\"3\"/>\n"
                    "</calls>\n");
+}
+
+// Exported, added to an empty store and exported again: the same bytes.
+void TestExport::comesBackFromAndroidXml()
+{
+    const QByteArray stamp("20101103T142530Z");
+    ClientProcess from;
+    from.fill(vMessage("INBOX", stamp, "InfoPost", "null") + inbox + sent + my + outbox + outbox
+              + vMessage("SENT", stamp, "B\xC3\xA4nk", " \ttwo  blanks \n\n", "UNREAD")
+              + vMessage("INBOX", stamp, "(555) 01-00", "")
+              + vMessage("INBOX", stamp, "*#*", "<&#10;>\"' \xF0\x9F\x98\x80 \xE2\x80\xA8")
+              + vMessage("MYFOLDERS", stamp, "+15550100", "Tea at four?"));
+    const QByteArray exported = from.run(list("android-xml")).output;
+    QVERIFY(exported.startsWith(xmlHead + "<smses count=\"10\">\n"));
+    ClientProcess to;
+    const auto outcome = to.run({text("add"), text("-")}, exported);
+    QVERIFY2(outcome.output.endsWith("\n10 read, 10 added, 0 present, 0 refused, 0 failed\n"),
+             outcome.output);
+    QCOMPARE(to.run(list("android-xml")).output, exported);
+}
+
+void TestExport::comesBackFromAndroidXmlWithCalls()
+{
+    const QStringList listCalls{text("calls"), text("list"), text("-o"), text("android-xml")};
+    ClientProcess from;
+    from.run({text("calls"), text("add"), text("-")},
+             callEntry("incoming", "+15550100", 30, "20101103T142530Z")
+                 + callEntry("incoming", "", 1, "20101103T142530Z")
+                 + callEntry("outgoing", "B\xC3\xA4nk", 3725, "20101103T142501Z")
+                 + callEntry("missed", "", 0, "20101103T142530Z")
+                 + callEntry("missed", "", 0, "20101103T142530Z"));
+    const QByteArray exported = from.run(listCalls).output;
+    QVERIFY(exported.startsWith(xmlHead + "<calls count=\"5\">\n"));
+    ClientProcess to;
+    const auto outcome = to.run({text("add"), text("-")}, exported);
+    QVERIFY2(outcome.output.endsWith("\n5 read, 5 added, 0 present, 0 refused, 0 failed\n"),
+             outcome.output);
+    QCOMPARE(to.run(listCalls).output, exported);
 }
 
 void TestExport::showsMessagesInEachForm()
