@@ -56,11 +56,7 @@ Store::~Store()
     }
     m_changed.notify_one();
     m_thread.join();
-    if (m_connection) {
-        // Closing writes, too.
-        const StoreLockHolder holder(m_lock);
-        m_connection.reset();
-    }
+    close();
 }
 
 void Store::post(Access access, Request request)
@@ -147,7 +143,7 @@ StoreConnection *Store::connection(Access access)
 {
     // A store that was replaced under the process would take writes that nobody sees.
     if (m_connection && !m_lock.isInPlace())
-        m_connection.reset();
+        close();
     if (!m_connection) {
         const StoreProblem problem = open(access);
         // Every request tries again, since the user may have put it right meanwhile, but
@@ -163,6 +159,15 @@ StoreConnection *Store::connection(Access access)
         m_tried.notify_all();
     }
     return m_connection.get();
+}
+
+void Store::close()
+{
+    if (!m_connection)
+        return;
+    // Closing writes, too.
+    const StoreLockHolder holder(m_lock);
+    m_connection.reset();
 }
 
 StoreProblem Store::open(Access access)

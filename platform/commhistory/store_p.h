@@ -73,6 +73,7 @@ private:
     void work();
     StoreConnection *connection(Access access);
     StoreProblem open(Access access);
+    void close();
 
     StoreDirectory m_directory;
     std::mutex m_mutex;                // guards m_queue, m_gathering, m_ending

@@ -4,6 +4,8 @@
 #pragma once
 
 #include <QtCore/QList>
+#include <QtCore/QMutex>
+#include <QtCore/QMutexLocker>
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 #include <QtCore/QtGlobal>
@@ -28,6 +30,7 @@ public:
     //! The lines of one level, in order.
     QStringList lines(QtMsgType level) const
     {
+        const QMutexLocker locker(&mutex);
         QStringList result;
         for (const Line &line : entries) {
             if (line.level == level)
@@ -45,7 +48,11 @@ public:
         }
         return result;
     }
-    void clear() { entries.clear(); }
+    void clear()
+    {
+        const QMutexLocker locker(&mutex);
+        entries.clear();
+    }
 
 private:
     Q_DISABLE_COPY(MessageLog)
@@ -63,9 +70,11 @@ private:
     }
     static void take(QtMsgType level, const QMessageLogContext &, const QString &text)
     {
+        const QMutexLocker locker(&current()->mutex);
         current()->entries.append({level, text});
     }
 
+    mutable QMutex mutex; // the store logs in a thread of its own
     QtMessageHandler previous;
     QList<Line> entries;
 };
