@@ -44,6 +44,19 @@ int list()
     return 0;
 }
 
+//! Asks for the messages over and over and prints how often that was refused.
+int countRefused(int count)
+{
+    int refused = 0;
+    for (int i = 0; i < count; ++i) {
+        SyncSMSModel model(Inbox, QDateTime(), false);
+        if (!model.getEvents())
+            ++refused;
+    }
+    std::printf("%d\n", refused);
+    return 0;
+}
+
 //! Adds messages, a hundred a request, and prints each id as soon as it is reported.
 int addAndPrint(int count, const QString &text)
 {
@@ -162,6 +175,8 @@ int main(int argc, char *argv[])
         return removeAndStay(count);
     if (verb == QLatin1String("churn"))
         return churn(count);
+    if (verb == QLatin1String("count-refused"))
+        return countRefused(count);
     if (verb == QLatin1String("look-up"))
         return lookUp();
     return 2;

@@ -122,6 +122,7 @@ void TestMessages::textComesBackExactly_data()
         << QString(QString(QChar(0xfffe)) + QChar(0xffff) + QChar(0xfdd0));
     QTest::newRow("byte order mark") << QString(QString(QChar(0xfeff)) + QLatin1Char('a'));
     QTest::newRow("decomposed") << QString(QStringLiteral("e") + QChar(0x301));
+    QTest::newRow("one MiB of marks") << QString(1 << 20, mark);
     QTest::newRow("one MiB") << QString(1 << 20, QChar(0x20ac));
 }
 

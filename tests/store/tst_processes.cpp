@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The korvasync developers
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
+#include "storelocking.h"
 #include "storeprocess.h"
 
 #include <QtCore/QCoreApplication>
@@ -26,6 +27,9 @@ private Q_SLOTS:
     void readersDoNotHoldUpWriters();
     void whatIsReportedIsOnDisk();
     void aKilledProcessLosesNothingReported();
+    void aKilledWriterLeavesTheOthersAlone();
+    void readsOfABusyStoreAreRefusedWithoutWaitingAgain();
+    void aReadGivesUpBeforeAWriteDoes();
     void aKilledCreationIsRedone();
     void whatWasTakenIsWrittenBeforeTheProcessEnds();
     void aDeletionDoesNotWaitForTheEndOfTheProcess();
@@ -203,6 +207,60 @@ void TestProcesses::aKilledProcessLosesNothingReported()
     for (const QString &line : std::as_const(stored))
         ids.insert(line.section(QLatin1Char(' '), 0, 0).toInt());
     QCOMPARE(int(ids.size()), int(stored.size()));
+}
+
+void TestProcesses::aKilledWriterLeavesTheOthersAlone()
+{
+    const StoreProcess program(m_store);
+    const Processes processes = startMany(program, 2, {Add, QStringLiteral("5000")});
+    QProcess *const killed = processes.at(0).get();
+    QVERIFY(killed->waitForReadyRead(60000));
+    killed->kill();
+    const auto outcome = StoreProcess::finish(processes.at(1).get());
+    QVERIFY(outcome.ended);
+    QCOMPARE(outcome.errors, QString());
+    QCOMPARE(outcome.lines.size(), 5000);
+    QStringList reported = StoreProcess::finish(killed).lines + outcome.lines;
+    QStringList stored = program.run({QStringLiteral("list")}).lines;
+    QVERIFY(stored.takeFirst().toInt() >= reported.size());
+    const QSet<QString> lines(stored.cbegin(), stored.cend());
+    QCOMPARE(lines.size(), stored.size());
+    for (const QString &line : std::as_const(reported))
+        QVERIFY2(lines.contains(line), qPrintable(line));
+}
+
+void TestProcesses::readsOfABusyStoreAreRefusedWithoutWaitingAgain()
+{
+    const StoreProcess program(m_store);
+    QCOMPARE(program.run({Add, QStringLiteral("1")}).lines.size(), 1);
+    {
+        const KeptStoreLock lock(m_store);
+        QVERIFY(lock.isHeld());
+        // With a wait for each this would take ten minutes.
+        const auto outcome = program.run({QStringLiteral("count-refused"), QStringLiteral("200")});
+        QVERIFY(outcome.ended);
+        QCOMPARE(outcome.first(), QStringLiteral("200"));
+        QVERIFY2(outcome.errors.contains(QLatin1String("is kept busy")),
+                 qPrintable(outcome.errors));
+        QCOMPARE(outcome.errors.count(QLatin1Char('\n')), 1);
+    }
+    QCOMPARE(program.list(), QStringLiteral("1"));
+}
+
+void TestProcesses::aReadGivesUpBeforeAWriteDoes()
+{
+    const StoreProcess program(m_store);
+    QCOMPARE(program.run({Add, QStringLiteral("1")}).lines.size(), 1);
+    QProcess writer;
+    {
+        const KeptStoreLock lock(m_store);
+        QVERIFY(lock.isHeld());
+        program.start(&writer, {Add, QStringLiteral("1")});
+        QTRY_VERIFY_WITH_TIMEOUT(lock.isWaitedFor(), 20000);
+        QCOMPARE(program.list(), QStringLiteral("refused"));
+        QVERIFY(lock.isWaitedFor());
+    }
+    QCOMPARE(StoreProcess::finish(&writer).first(), QStringLiteral("2 text00"));
 }
 
 void TestProcesses::aKilledCreationIsRedone()
