@@ -3,8 +3,14 @@
 
 #include "sendtests.h"
 
+#include <commhistory/eventmarshalling.h>
+
 #include <QtCore/QDir>
 #include <QtCore/QJsonDocument>
+#include <QtDBus/QDBusMessage>
+#include <QtDBus/QDBusMetaType>
+
+#include <csignal>
 
 namespace {
 
@@ -12,6 +18,9 @@ const QString Number = QStringLiteral("+15550100");
 const QString Hello = QStringLiteral("Hello");
 const QStringList SendHello{QStringLiteral("send"), Number, Hello};
 const QString AsJson = QStringLiteral("-ondjson");
+const QByteArray Unknown(
+    "korvasync: it is not known whether the message was sent; do not repeat it "
+    "blindly");
 
 QList<QJsonObject> one(const QString &number, const QString &text)
 {
@@ -30,25 +39,35 @@ QString bodyOf(const QJsonObject &message)
 
 } // namespace
 
+void SendTests::start(QProcess *process, const QStringList &arguments, const QByteArray &input)
+{
+    process->start(QStringLiteral(KORVASYNC_CLIENT), arguments);
+    process->write(input);
+    process->closeWriteChannel();
+}
+
+SendTests::Outcome SendTests::finish(QProcess *process)
+{
+    Outcome outcome;
+    // The simulated modem is served by this loop meanwhile.
+    if (!QTest::qWaitFor([&] { return process->state() == QProcess::NotRunning; },
+                         3 * StoreTesting::Patience)) {
+        process->kill();
+        process->waitForFinished();
+        return outcome;
+    }
+    if (process->exitStatus() == QProcess::NormalExit)
+        outcome.exitCode = process->exitCode();
+    outcome.output = process->readAllStandardOutput();
+    outcome.errors = process->readAllStandardError();
+    return outcome;
+}
+
 SendTests::Outcome SendTests::run(const QStringList &arguments, const QByteArray &input)
 {
     QProcess process;
-    process.start(QStringLiteral(KORVASYNC_CLIENT), arguments);
-    process.write(input);
-    process.closeWriteChannel();
-    Outcome outcome;
-    // The simulated modem is served by this loop meanwhile.
-    if (!QTest::qWaitFor([&] { return process.state() == QProcess::NotRunning; },
-                         3 * StoreTesting::Patience)) {
-        process.kill();
-        process.waitForFinished();
-        return outcome;
-    }
-    if (process.exitStatus() == QProcess::NormalExit)
-        outcome.exitCode = process.exitCode();
-    outcome.output = process.readAllStandardOutput();
-    outcome.errors = process.readAllStandardError();
-    return outcome;
+    start(&process, arguments, input);
+    return finish(&process);
 }
 
 QList<QJsonObject> SendTests::listed(const QString &folder)
@@ -83,15 +102,15 @@ void SendTests::sendsWhole(const QString &text)
     QCOMPARE(outcome.output, idOf(sent.first()) + '\n');
 }
 
-void SendTests::fails()
+void SendTests::fails(const QByteArray &reason)
 {
     const Outcome outcome = run(SendHello);
     QCOMPARE(outcome.output, QByteArray());
     const QList<QJsonObject> outbox = listed(QStringLiteral("outbox"));
     QCOMPARE(outbox.size(), 1);
     QCOMPARE(outcome.errors,
-             "korvasync: the message was not sent; it stands in the outbox as "
-                 + idOf(outbox.first()) + '\n');
+             "korvasync: the message was not sent and stands in the outbox as "
+                 + idOf(outbox.first()) + ": " + reason + '\n');
     QCOMPARE(outcome.exitCode, 8);
     QCOMPARE(stack.takeMessages(), QList<QJsonObject>());
 }
@@ -170,7 +189,7 @@ void SendTests::takesNoEarlierMessageForTheOneSent()
     QCOMPARE(run(SendHello).exitCode, 0);
     stack.takeMessages();
     QVERIFY(stack.order("refuse"));
-    fails();
+    fails(words.refusal);
 }
 
 //! Longer than the library itself waits.
@@ -188,32 +207,122 @@ void SendTests::tellsARefusal()
 {
     QVERIFY(stack.provide());
     QVERIFY(stack.order("refuse"));
-    fails();
+    fails(words.refusal);
 }
 
 void SendTests::tellsAMissingDaemon()
 {
     stack.stop();
-    fails();
+    fails("There is no modem daemon, neither ModemManager nor oFono.");
 }
 
 void SendTests::tellsAMissingModem()
 {
     QVERIFY(stack.startWithoutModem());
-    fails();
+    fails("There is no modem.");
+}
+
+void SendTests::tellsAMissingSim()
+{
+    QVERIFY(stack.start("no-sim"));
+    fails("The modem has no SIM card.");
+}
+
+void SendTests::tellsALockedSim()
+{
+    QVERIFY(stack.start("ask-pin"));
+    fails("The SIM card is locked and asks for its PIN.");
+}
+
+void SendTests::tellsAMissingNetwork()
+{
+    QVERIFY(stack.provide());
+    QCOMPARE(run(SendHello).exitCode, 0); // enables the modem
+    QVERIFY(QDir(qEnvironmentVariable("KORVASYNC_STORE")).removeRecursively());
+    stack.takeMessages();
+    QVERIFY(stack.goAway());
+    fails("The modem is not registered with a network.");
 }
 
 void SendTests::doesNotKnowWhenTheModemGoes()
 {
     QVERIFY(stack.provide());
     QVERIFY(stack.order("hang-up"));
-    const Outcome outcome =
-        run(SendHello + QStringList{AsJson, QStringLiteral("--timeout"), QStringLiteral("5")});
+    const Outcome outcome = run(SendHello + QStringList{AsJson, QStringLiteral("--timeout=10")});
     QCOMPARE(outcome.exitCode, 9);
     QCOMPARE(outcome.output, QByteArray("{\"status\":\"unknown\"}\n"));
-    QCOMPARE(outcome.errors,
-             QByteArray("korvasync: it is not known whether the message was sent; do not repeat "
-                        "it blindly\n"));
+    QCOMPARE(outcome.errors, Unknown + ": " + words.loss + '\n');
+}
+
+void SendTests::doesNotKnowWhenTheTimeIsOver()
+{
+    QVERIFY(stack.provide());
+    QVERIFY(stack.order("ignore"));
+    const Outcome outcome = run(SendHello + QStringList{QStringLiteral("--timeout=3")});
+    QCOMPARE(outcome.errors, Unknown + '\n');
+    QCOMPARE(outcome.exitCode, 9);
+    QCOMPARE(outcome.output, QByteArray());
+    QCOMPARE(listed(QStringLiteral("all")), QList<QJsonObject>());
+}
+
+void SendTests::doesNotKnowWhenInterrupted()
+{
+    QVERIFY(stack.provide());
+    QVERIFY(stack.order("ignore"));
+    QProcess process;
+    start(&process, SendHello);
+    QVERIFY(stack.waitForSubmission());
+    QCOMPARE(kill(pid_t(process.processId()), SIGINT), 0);
+    const Outcome outcome = finish(&process);
+    QCOMPARE(outcome.errors, Unknown + '\n');
+    QCOMPARE(outcome.exitCode, 130);
+    QCOMPARE(outcome.output, QByteArray());
+}
+
+//! To repeat is what does harm, so nothing else is the exit code.
+void SendTests::doesNotKnowWhenTheStoreFails()
+{
+    QVERIFY(stack.provide());
+    QVERIFY(stack.order("delay 3000"));
+    const QString store = qEnvironmentVariable("KORVASYNC_STORE");
+    StoreTesting::makeStore();
+    QProcess process;
+    start(&process, SendHello + QStringList{AsJson, QStringLiteral("--timeout=10")});
+    QVERIFY(stack.waitForSubmission());
+    QVERIFY(QDir(store).removeRecursively());
+    QVERIFY(QDir().mkpath(store + QStringLiteral("/no store")));
+    const Outcome outcome = finish(&process);
+    QVERIFY2(outcome.errors.startsWith(
+                 Unknown + ": A message could not be added to the history.\nkorvasync: "),
+             outcome.errors);
+    QCOMPARE(outcome.exitCode, 9);
+    QCOMPARE(outcome.output, QByteArray("{\"status\":\"unknown\"}\n"));
+    QCOMPARE(stack.takeMessages(), one(Number, Hello));
+}
+
+//! Any program on the session bus can announce what it likes.
+void SendTests::isNotDeceivedByAForgedAnnouncement()
+{
+    QVERIFY(stack.provide());
+    QVERIFY(stack.order("ignore"));
+    QProcess process;
+    start(&process, SendHello + QStringList{QStringLiteral("--timeout=3")});
+    QVERIFY(stack.waitForSubmission());
+    CommHistory::Event event;
+    event.setId(42);
+    event.setDirection(CommHistory::Event::Outbound);
+    event.setFreeText(Hello);
+    event.setRemoteUid(Number);
+    qDBusRegisterMetaType<CommHistory::Event>();
+    qDBusRegisterMetaType<QList<CommHistory::Event>>();
+    QVERIFY(QDBusConnection::sessionBus().send(
+        QDBusMessage::createSignal(QStringLiteral("/"), QStringLiteral("com.quelt.commhistory"),
+                                   QStringLiteral("eventsAdded"))
+        << QVariant::fromValue(QList<CommHistory::Event>{event})));
+    const Outcome outcome = finish(&process);
+    QCOMPARE(outcome.errors, Unknown + '\n');
+    QCOMPARE(outcome.exitCode, 9);
+    QCOMPARE(outcome.output, QByteArray());
 }
 
 void SendTests::sendsNothingInADryRun()

@@ -17,19 +17,31 @@ protected:
         QByteArray errors;
     };
 
-    SendTests(ModemStack::Daemon daemon, const PrivateBus &systemBus)
+    //! What the daemon's backend says.
+    struct Words
+    {
+        QByteArray refusal;
+        QByteArray loss; //!< of the modem, amid a message
+    };
+
+    SendTests(ModemStack::Daemon daemon, const PrivateBus &systemBus, const Words &words)
         : stack(daemon, systemBus)
+        , words(words)
     {
     }
 
+    static void start(QProcess *process, const QStringList &arguments,
+                      const QByteArray &input = QByteArray());
+    static Outcome finish(QProcess *process);
     static Outcome run(const QStringList &arguments, const QByteArray &input = QByteArray());
     //! The messages of a folder, as {"id": ..., "number": ..., "body": ...}.
     static QList<QJsonObject> listed(const QString &folder);
     void sendsWhole(const QString &text);
     //! The message ends in the outbox.
-    void fails();
+    void fails(const QByteArray &reason);
 
     ModemStack stack;
+    const Words words;
 
 private Q_SLOTS:
     void cleanup();
@@ -44,6 +56,13 @@ private Q_SLOTS:
     void tellsARefusal();
     void tellsAMissingDaemon();
     void tellsAMissingModem();
+    void tellsAMissingSim();
+    void tellsALockedSim();
+    void tellsAMissingNetwork();
     void doesNotKnowWhenTheModemGoes();
+    void doesNotKnowWhenTheTimeIsOver();
+    void doesNotKnowWhenInterrupted();
+    void doesNotKnowWhenTheStoreFails();
+    void isNotDeceivedByAForgedAnnouncement();
     void sendsNothingInADryRun();
 };

@@ -8,7 +8,9 @@ class TestSendModemManager : public SendTests
     Q_OBJECT
 public:
     explicit TestSendModemManager(const PrivateBus &systemBus)
-        : SendTests(ModemStack::Daemon::ModemManager, systemBus)
+        : SendTests(ModemStack::Daemon::ModemManager, systemBus,
+                    {"The message was refused: Unknown message error: 21",
+                     "The modem daemon reports: Serial port is now closed"})
     {
     }
 

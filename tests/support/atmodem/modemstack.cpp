@@ -93,6 +93,7 @@ bool ModemStack::order(const QByteArray &order)
 {
     m_isUntroubled = false;
     m_hasObeyed = false;
+    m_submissions = 0;
     m_modem.write(order + '\n');
     return waitUntil([this] { return m_hasObeyed; });
 }

@@ -46,7 +46,7 @@ public:
 
     //! The whole messages since the last call, each {"number": ..., "text": ...}.
     QList<QJsonObject> takeMessages();
-    //! Waits until the modem has begun to get a message.
+    //! Waits until the modem has begun to get a message since its last order.
     bool waitForSubmission();
 
 Q_SIGNALS:

@@ -9,10 +9,14 @@
 #include "output/jsonline.h"
 #include "output/terminaltext.h"
 #include "process/diagnostics.h"
+#include "process/interrupt.h"
+#include "store/boundedcall.h"
 #include "store/messagesender.h"
 
 #include <korvasync/pendingsmsid.h>
 #include <korvasync/vmessageencoder.h>
+
+#include <cstdlib>
 
 using namespace KorvaSyncIf;
 
@@ -69,37 +73,56 @@ const char *nameOf(MessageSender::Outcome outcome)
     Q_UNREACHABLE();
 }
 
-ExitCode complain(const MessageSender::Result &result)
+// The modem's reason is the platform's to tell; it has neither number nor text.
+QString withReason(const QString &sentence)
 {
-    switch (result.outcome) {
-    case MessageSender::Sent:
-        return AllDone;
-    case MessageSender::Failed:
-        Diagnostics::error(QStringLiteral("the message was not sent; it stands in the outbox as %1")
-                               .arg(result.id));
+    const QString reason = Diagnostics::sendingTrouble();
+    return reason.isEmpty() ? sentence : sentence + QStringLiteral(": ") + reason;
+}
+
+ExitCode complainOfNotSent(const Invocation &invocation, const MessageSender::Result &result)
+{
+    switch (result.answer) {
+    case Answer::Refused:
+    case Answer::TimedOut:
+        return StoreAccess::complain(invocation.location, result.answer);
+    case Answer::Interrupted:
+        Diagnostics::error(QStringLiteral("interrupted before the message was sent"));
         return SendFailed;
-    case MessageSender::Unknown:
-        Diagnostics::error(QStringLiteral("it is not known whether the message was sent; do not "
-                                          "repeat it blindly"));
-        return SendUnknown;
-    case MessageSender::NotSent:
+    case Answer::Finished:
         break;
     }
-    if (result.answer != Answer::Finished)
-        return AllDone; // the store's trouble is told by itself
     Diagnostics::error(result.cause == PendingSmsId::SubscriptionFailed
                            ? QStringLiteral("the message was not sent, as there is no session bus")
                            : QStringLiteral("the message was not sent, as it cannot be read"));
     return SendFailed;
 }
 
-ExitCode send(const Invocation &invocation, const SmsInfo &message)
+ExitCode complain(const Invocation &invocation, const MessageSender::Result &result)
 {
-    const bool asJson = invocation.global.format == QLatin1String("ndjson");
-    MessageStore store(invocation.global.timeout);
-    const MessageSender::Result result =
-        MessageSender(invocation.location, store).send(message, invocation.global.timeout);
-    if (asJson) {
+    switch (result.outcome) {
+    case MessageSender::Sent:
+        return AllDone;
+    case MessageSender::NotSent:
+        return complainOfNotSent(invocation, result);
+    case MessageSender::Failed:
+        Diagnostics::error(
+            withReason(QStringLiteral("the message was not sent and stands in the outbox as %1")
+                           .arg(result.id)));
+        return SendFailed;
+    case MessageSender::Unknown:
+        break;
+    }
+    // Whatever the store's trouble is: to send it once more is what would do harm.
+    Diagnostics::error(withReason(
+        QStringLiteral("it is not known whether the message was sent; do not repeat it blindly")));
+    StoreAccess::complain(invocation.location, result.answer);
+    return SendUnknown;
+}
+
+ExitCode report(const Invocation &invocation, const MessageSender::Result &result)
+{
+    if (invocation.global.format == QLatin1String("ndjson")) {
         JsonLine json;
         if (result.id != -1)
             json.add("id", result.id);
@@ -107,8 +130,26 @@ ExitCode send(const Invocation &invocation, const SmsInfo &message)
     } else if (result.outcome == MessageSender::Sent) {
         invocation.output.write(QByteArray::number(result.id) + '\n');
     }
-    const ExitCode code = complain(result);
-    return worse(StoreAccess::complain(invocation.location, result.answer), code);
+    return complain(invocation, result);
+}
+
+ExitCode send(const Invocation &invocation, const SmsInfo &message)
+{
+    // From now on the process cannot just end for a store that holds it up, or a signal.
+    const auto tellWhenGivingUp = [&] {
+        BoundedCall::onGivingUp([&](Answer answer) {
+            MessageSender::Result result;
+            result.outcome = MessageSender::Unknown;
+            result.answer = answer;
+            const ExitCode code = report(invocation, result);
+            invocation.output.flush();
+            std::_Exit(answer == Answer::Interrupted ? 128 + Interrupt::signalNumber() : code);
+        });
+    };
+    MessageStore store(invocation.global.timeout);
+    return report(invocation,
+                  MessageSender(invocation.location, store)
+                      .send(message, invocation.global.timeout, tellWhenGivingUp));
 }
 
 void printDryRun(const Invocation &invocation, const SmsInfo &message)

@@ -13,6 +13,7 @@ static bool traceIsOn = false;
 static bool warningsAreSilent = false;
 static QString firstStoreTrouble;
 static int storeTroubles = 0;
+static QString firstSendingTrouble;
 
 static void print(const QString &line)
 {
@@ -28,6 +29,9 @@ static void handle(QtMsgType type, const QMessageLogContext &context, const QStr
             firstStoreTrouble = message;
         ++storeTroubles;
     }
+    if (isTrouble && qstrcmp(context.category, "korvasync.messaging") == 0
+        && firstSendingTrouble.isEmpty())
+        firstSendingTrouble = message;
     if (traceIsOn || type == QtFatalMsg)
         print(message);
 }
@@ -39,7 +43,8 @@ void install(bool trace)
         // Switched off at the source: the library would otherwise spell out every message.
         QLoggingCategory::setFilterRules(QStringLiteral("*=false\n"
                                                         "korvasync.store.warning=true\n"
-                                                        "korvasync.store.critical=true"));
+                                                        "korvasync.store.critical=true\n"
+                                                        "korvasync.messaging.warning=true"));
     }
     qInstallMessageHandler(handle);
 }
@@ -57,5 +62,7 @@ void error(const QString &sentence) { print(QLatin1String("korvasync: ") + sente
 QString storeTrouble() { return firstStoreTrouble; }
 
 int storeTroubleCount() { return storeTroubles; }
+
+QString sendingTrouble() { return firstSendingTrouble; }
 
 } // namespace Diagnostics

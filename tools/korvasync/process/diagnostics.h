@@ -22,4 +22,8 @@ void error(const QString &sentence); //!< why the command ends
 QString storeTrouble();
 int storeTroubleCount();
 
+//! The platform's own words on why a message was not sent, or may not have been: a sentence.
+//! Empty when it had none.
+QString sendingTrouble();
+
 } // namespace Diagnostics

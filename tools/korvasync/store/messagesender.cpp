@@ -64,17 +64,16 @@ Answer MessageSender::look(const SmsInfo &message, Result &result)
     return Answer::Finished;
 }
 
-MessageSender::Result MessageSender::send(const SmsInfo &message, std::chrono::milliseconds timeout)
+MessageSender::Result MessageSender::send(const SmsInfo &message, std::chrono::milliseconds timeout,
+                                          const std::function<void()> &handedOver)
 {
     constexpr std::chrono::milliseconds pollInterval(250);
     Result result;
     result.answer = remember();
+    if (result.answer == Answer::Finished && Interrupt::signalNumber() != 0)
+        result.answer = Answer::Interrupted;
     if (result.answer != Answer::Finished)
         return result;
-    if (Interrupt::signalNumber() != 0) {
-        result.answer = Answer::Interrupted;
-        return result;
-    }
     const int troublesBefore = Diagnostics::storeTroubleCount();
     SendSmsInterface sender; // a fresh one, as one that has seen a message waits for no other
     PendingSmsId *const pending =
@@ -83,19 +82,20 @@ MessageSender::Result MessageSender::send(const SmsInfo &message, std::chrono::m
     if (pending->isError())
         return result;
     result.outcome = Unknown;
+    handedOver();
     const QDeadlineTimer deadline(timeout);
     QEventLoop loop;
     QObject::connect(pending, &PendingSmsId::finished, &loop, &QEventLoop::quit);
-    while (result.outcome == Unknown && result.answer == Answer::Finished
+    // A store that has trouble may be well again before the time is over.
+    while (result.outcome == Unknown && result.answer != Answer::Interrupted
            && !deadline.hasExpired()) {
         QTimer::singleShot(pollInterval, &loop, &QEventLoop::quit);
         loop.exec();
-        if (Interrupt::signalNumber() != 0)
-            result.answer = Answer::Interrupted;
-        else if (Diagnostics::storeTroubleCount() != troublesBefore)
-            result.answer = Answer::Refused; // the outcome could not be stored
-        else
-            result.answer = look(message, result);
+        result.answer =
+            Interrupt::signalNumber() != 0 ? Answer::Interrupted : look(message, result);
     }
+    if (result.outcome == Unknown && result.answer == Answer::Finished
+        && Diagnostics::storeTroubleCount() != troublesBefore)
+        result.answer = Answer::Refused; // what became of the message could not be stored
     return result;
 }

@@ -12,6 +12,7 @@
 #include <QtCore/QSet>
 
 #include <chrono>
+#include <functional>
 
 //! Sends one message and finds out what became of it. The store alone decides: what is
 //! announced on the bus any program can announce.
@@ -35,8 +36,10 @@ public:
 
     MessageSender(StoreLocation &location, MessageStore &store);
 
-    //! \param timeout  how long the outcome is waited for
-    Result send(const KorvaSyncIf::SmsInfo &message, std::chrono::milliseconds timeout);
+    //! \param timeout     how long the outcome is waited for
+    //! \param handedOver  called when the message has been handed over, and may go out
+    Result send(const KorvaSyncIf::SmsInfo &message, std::chrono::milliseconds timeout,
+                const std::function<void()> &handedOver);
 
 private:
     Answer read(KorvaSyncIf::LocationId folder, QList<StoredMessage> &messages);
