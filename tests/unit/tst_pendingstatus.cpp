@@ -3,60 +3,14 @@
 
 #include "eventloop.h"
 #include "messagelog.h"
-#include "platformfixture.h"
+#include "pendingwrite.h"
 #include "samplerecords.h"
 
-#include <korvasync/pendingids.h>
-
-#include <QtCore/QPointer>
 #include <QtCore/QRegularExpression>
-#include <QtTest/QTest>
 
 using namespace KorvaSyncIf;
 
 namespace {
-
-//! A pending write, and what could be seen inside the slot of finished().
-template <typename Pending>
-struct Write : PlatformFixture
-{
-    template <typename... Arguments>
-    explicit Write(Arguments... arguments)
-        : pending(new Pending(arguments..., &parent))
-    {
-        QObject::connect(pending.data(), &PendingStatus::finished, &parent,
-                         [this](PendingStatus *sender) {
-                             ++finishedCount;
-                             finishedWith = sender;
-                             status = sender->status();
-                             isError = sender->isError();
-                             if (auto *const withIds = qobject_cast<PendingIds *>(sender))
-                                 ids = withIds->ids();
-                         });
-    }
-
-    //! Calls one of the slots that the adapter's signals reach.
-    template <typename... Arguments>
-    void call(const char *slot, Arguments... arguments)
-    {
-        QVERIFY(QMetaObject::invokeMethod(pending, slot, Qt::DirectConnection, arguments...));
-    }
-
-    QPointer<Pending> pending;
-    int finishedCount = 0;
-    PendingStatus *finishedWith = nullptr;
-    QList<SMSSyncError> status;
-    QList<int> ids;
-    bool isError = false;
-};
-
-using StatusWrite = Write<PendingStatus>;
-using IdsWrite = Write<PendingIds>;
-
-using Ints = QList<int>;
-using Bools = QList<bool>;
-using Errors = QList<SMSSyncError>;
-using CallErrors = QList<CallSyncError>;
 
 const auto known = QStringLiteral("+15550100");
 
@@ -64,6 +18,7 @@ QStringList warnings(const MessageLog &log) { return log.lines(QtWarningMsg); }
 
 } // namespace
 
+//! A pending write from its creation to its end.
 class TestPendingStatus : public QObject
 {
     Q_OBJECT
@@ -89,20 +44,6 @@ private Q_SLOTS:
     void refusedCallsAreAnErrorAtOnceAndStay();
     void nothingComesInsideTheCall();
     void theObjectLivesInItsSlotAndIsGoneAfter();
-    void committedWithTheIdMinusOneIsADatabaseError();
-    void aCallCommittedWithTheIdMinusOneShowsInTheErrorFlagAlone();
-    void aReportWithoutReferencesFinishes();
-    void aReportWithTooFewIdsIsRefusedAtItsEnd();
-    void committedOutsideTheRequestIsRefused();
-    void aFailedCommitMarksItsItems();
-    void aFailedCommitOutsideTheRequestChangesNothing();
-    void aFailedCallCommitShowsInTheErrorFlagAlone();
-    void aMissingConversationMarksItsItemAndFinishesNothing();
-    void aMissingConversationOutsideTheRequestIsLogged();
-    void callsDoNotHearOfMissingConversations();
-    void failedDeletionsShowInTheStatusAlone();
-    void deletionsOutsideTheRequestAreLogged();
-    void anEmptyDeletionReportFinishes();
     void reportsAfterTheEndReachNobody();
     void onlyWritesLogTheirTime();
     void theTraceOfItsLife();
@@ -370,196 +311,6 @@ void TestPendingStatus::theObjectLivesInItsSlotAndIsGoneAfter()
     settle();
     QVERIFY(wasAlive);
     QCOMPARE(write.finishedWith, address);
-    QVERIFY(write.pending.isNull());
-}
-
-void TestPendingStatus::committedWithTheIdMinusOneIsADatabaseError()
-{
-    IdsWrite write(3);
-    write.call("eventsCommittedSlot", Q_ARG(QList<int>, (Ints{0, 1, 2})),
-               Q_ARG(QList<int>, (Ints{10, -1, 12})));
-    QCOMPARE(write.finishedCount, 1);
-    QCOMPARE(write.ids, (Ints{10, -1, 12}));
-    QCOMPARE(write.status, (Errors{SmsNoError, SmsDatabaseError, SmsNoError}));
-    QVERIFY(write.isError);
-}
-
-void TestPendingStatus::aCallCommittedWithTheIdMinusOneShowsInTheErrorFlagAlone()
-{
-    StatusWrite write(1, CallSync);
-    write.store.react(Request::AddEvents, Reaction::reporting({{{-1}}}));
-    CallErrors callStatus;
-    connect(write.pending.data(), &PendingStatus::finished, &write.parent,
-            [&callStatus](PendingStatus *pending) { callStatus = pending->statusCallMsgs(); });
-    write.pending->store({call(QStringLiteral("missed"), 0)});
-    settle();
-    QCOMPARE(write.finishedCount, 1);
-    QVERIFY(write.isError);
-    QVERIFY(write.status.isEmpty());
-    QCOMPARE(callStatus, CallErrors{CallNoError});
-}
-
-void TestPendingStatus::aReportWithoutReferencesFinishes()
-{
-    {
-        IdsWrite write(1);
-        write.call("eventsCommittedSlot", Q_ARG(QList<int>, Ints()), Q_ARG(QList<int>, (Ints{10})));
-        QCOMPARE(write.finishedCount, 1);
-        QCOMPARE(write.ids, Ints{-1});
-    }
-    {
-        IdsWrite empty(0);
-        empty.call("eventsCommittedSlot", Q_ARG(QList<int>, (Ints{0})),
-                   Q_ARG(QList<int>, (Ints{10})));
-        QCOMPARE(empty.finishedCount, 1);
-    }
-}
-
-void TestPendingStatus::aReportWithTooFewIdsIsRefusedAtItsEnd()
-{
-    IdsWrite write(2);
-    write.call("eventsCommittedSlot", Q_ARG(QList<int>, (Ints{0, 1})),
-               Q_ARG(QList<int>, (Ints{10})));
-    QCOMPARE(write.finishedCount, 1);
-    QCOMPARE(write.ids, (Ints{10, -1}));
-}
-
-void TestPendingStatus::committedOutsideTheRequestIsRefused()
-{
-    IdsWrite write(2);
-    write.call("eventsCommittedSlot", Q_ARG(QList<int>, (Ints{5, -3})),
-               Q_ARG(QList<int>, (Ints{10, -1})));
-    QCOMPARE(write.finishedCount, 1);
-    QCOMPARE(write.ids, (Ints{-1, -1}));
-    QCOMPARE(write.status, (Errors{SmsNoError, SmsNoError}));
-}
-
-void TestPendingStatus::aFailedCommitMarksItsItems()
-{
-    IdsWrite write(3);
-    write.store.react(Request::AddEvents, Reaction::failed());
-    write.pending->store({receivedFrom(known, 0), receivedFrom(known, 2)});
-    settle();
-    QCOMPARE(write.finishedCount, 1);
-    QCOMPARE(write.status, (Errors{SmsDatabaseError, SmsNoError, SmsDatabaseError}));
-    QCOMPARE(write.ids, (Ints{-1, -1, -1}));
-    QVERIFY(write.isError);
-}
-
-void TestPendingStatus::aFailedCommitOutsideTheRequestChangesNothing()
-{
-    StatusWrite write(3, SmsSync);
-    MessageLog log;
-    write.call("eventsCommitFailed", Q_ARG(QList<int>, (Ints{5})));
-    QCOMPARE(write.finishedCount, 1);
-    QCOMPARE(write.status, (Errors{SmsNoError, SmsNoError, SmsNoError}));
-    QVERIFY(write.isError);
-    QVERIFY(warnings(log).isEmpty());
-}
-
-void TestPendingStatus::aFailedCallCommitShowsInTheErrorFlagAlone()
-{
-    StatusWrite write(1, CallSync);
-    write.store.react(Request::AddEvents, Reaction::failed());
-    write.pending->store({call(QStringLiteral("missed"), 0)});
-    settle();
-    QCOMPARE(write.finishedCount, 1);
-    QVERIFY(write.isError);
-    QVERIFY(write.status.isEmpty());
-}
-
-void TestPendingStatus::aMissingConversationMarksItsItemAndFinishesNothing()
-{
-    StatusWrite write(3, SmsSync);
-    SyncStorageIf *const adapter = write.adapter();
-    write.store.knowConversation(QStringLiteral("5550100"), 7);
-    write.store.react(Request::ModifyEvents, Reaction::silent());
-    write.pending->modify({storedMessage(11, 0), storedMessage(12, 1), storedMessage(13, 2)});
-    settle();
-    MessageLog log;
-    Q_EMIT adapter->error({1}, GroupIdNotFound);
-    QCOMPARE(warnings(log),
-             QStringList(QStringLiteral(
-                 "Group Id not found for the message at idx 1 setting database error")));
-    QCOMPARE(write.finishedCount, 0);
-    QVERIFY(!write.pending->isError());
-    QCOMPARE(write.pending->status(), (Errors{SmsNoError, SmsDatabaseError, SmsNoError}));
-    Q_EMIT adapter->eventsCommitted(Ints{0, 2}, Ints{11, 13});
-    QCOMPARE(write.finishedCount, 1);
-    QCOMPARE(write.status, (Errors{SmsNoError, SmsDatabaseError, SmsNoError}));
-    QVERIFY(!write.isError);
-}
-
-void TestPendingStatus::aMissingConversationOutsideTheRequestIsLogged()
-{
-    StatusWrite write(1, SmsSync);
-    MessageLog log;
-    write.call("errorIndexesNotProcessed", Q_ARG(QList<int>, (Ints{4})),
-               Q_ARG(KorvaSyncIf::ErrorCause, GroupIdNotFound));
-    QCOMPARE(warnings(log),
-             QStringList(QStringLiteral("Received error for idx  4 is out of range")));
-    QCOMPARE(write.pending->status(), Errors{SmsNoError});
-    log.clear();
-    write.call("errorIndexesNotProcessed", Q_ARG(QList<int>, (Ints{-1})),
-               Q_ARG(KorvaSyncIf::ErrorCause, GroupIdNotFound));
-    QCOMPARE(write.pending->status(), Errors{SmsNoError});
-    log.clear();
-    write.call("errorIndexesNotProcessed", Q_ARG(QList<int>, Ints()),
-               Q_ARG(KorvaSyncIf::ErrorCause, GroupIdNotFound));
-    QVERIFY(warnings(log).isEmpty());
-    QCOMPARE(log.lines(QtDebugMsg),
-             QStringList(QStringLiteral(
-                 "void KorvaSyncIf::PendingStatus::errorIndexesNotProcessed(QList<int>, "
-                 "KorvaSyncIf::ErrorCause) 0")));
-}
-
-void TestPendingStatus::callsDoNotHearOfMissingConversations()
-{
-    StatusWrite write(1, CallSync);
-    SyncStorageIf *const adapter = write.adapter();
-    write.store.react(Request::AddEvents, Reaction::silent());
-    write.pending->store({call(QStringLiteral("missed"), 0)});
-    MessageLog log;
-    Q_EMIT adapter->error({0}, GroupIdNotFound);
-    QVERIFY(warnings(log).isEmpty());
-}
-
-void TestPendingStatus::failedDeletionsShowInTheStatusAlone()
-{
-    StatusWrite write(2, SmsSync);
-    MessageLog log;
-    write.call("deletedIdsStatus", Q_ARG(QList<int>, (Ints{0, 1})),
-               Q_ARG(QList<bool>, (Bools{true, false})));
-    QCOMPARE(write.finishedCount, 1);
-    QCOMPARE(write.status, (Errors{SmsNoError, SmsDeleteFailed}));
-    QVERIFY(!write.isError);
-    QCOMPARE(warnings(log), QStringList(QStringLiteral("Deletion for db Id @ idx 1 failed")));
-    QVERIFY(log.lines(QtDebugMsg)
-                .contains(
-                    QStringLiteral("void KorvaSyncIf::PendingStatus::deletedIdsStatus(QList<int>, "
-                                   "QList<bool>) 2")));
-}
-
-void TestPendingStatus::deletionsOutsideTheRequestAreLogged()
-{
-    StatusWrite write(2, SmsSync);
-    MessageLog log;
-    write.call("deletedIdsStatus", Q_ARG(QList<int>, (Ints{7, 1, 0})),
-               Q_ARG(QList<bool>, (Bools{false, false})));
-    QCOMPARE(write.finishedCount, 1);
-    QCOMPARE(write.status, (Errors{SmsNoError, SmsDeleteFailed}));
-    QCOMPARE(warnings(log),
-             (QStringList{QStringLiteral("Oops .. An invalid ref Id 7"),
-                          QStringLiteral("Deletion for db Id @ idx 1 failed")}));
-}
-
-void TestPendingStatus::anEmptyDeletionReportFinishes()
-{
-    StatusWrite write(1, SmsSync);
-    write.call("deletedIdsStatus", Q_ARG(QList<int>, Ints()), Q_ARG(QList<bool>, Bools()));
-    QCOMPARE(write.finishedCount, 1);
-    QVERIFY(!write.isError);
-    settle();
     QVERIFY(write.pending.isNull());
 }
 
