@@ -12,6 +12,8 @@
 #include <QtCore/QLocale>
 #include <QtCore/QUrl>
 
+#include <utility>
+
 namespace Mailbox {
 
 namespace {
@@ -78,10 +80,7 @@ public:
     //! \return the one before it; empty = none
     QByteArray continueWith(const QString &number, const QByteArray &id)
     {
-        QByteArray &last = lastIds[Number::comparable(number)];
-        const QByteArray previous = last;
-        last = id;
-        return previous;
+        return std::exchange(lastIds[Number::comparable(number)], id);
     }
 
 private:
