@@ -40,6 +40,6 @@ std::optional<ParsedMessage> SmsElement::parse(const QByteArray &element)
     parsed.recipient = attributes->value("address").trimmed();
     // As multimedia messages have it; a message with more is not one to a single party.
     parsed.recipients = static_cast<int>(parsed.recipient.count(QLatin1Char('~'))) + 1;
-    parsed.body = ParsedMessage::storable(attributes->text("body"));
+    parsed.body = ParsedMessage::withLineFeeds(attributes->text("body"));
     return parsed;
 }

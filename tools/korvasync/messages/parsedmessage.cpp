@@ -7,15 +7,10 @@
 
 #include <vmessage/vmessageparser.h>
 
-// None of these comes back from the store: the encoder drops carriage returns, the store
-// cannot hold a zero, and the library takes a mark in front for a byte order mark.
-QString ParsedMessage::storable(QString text)
+QString ParsedMessage::withLineFeeds(QString text)
 {
     text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
     text.replace(QLatin1Char('\r'), QLatin1Char('\n'));
-    text.remove(QChar(QChar::Null));
-    while (text.startsWith(QChar(QChar::ByteOrderMark)))
-        text.remove(0, 1);
     return text;
 }
 
@@ -42,7 +37,10 @@ std::optional<ParsedMessage> ParsedMessage::parse(const QByteArray &vMessage)
     }
     if (const VMessageBody *body = parser.body(message)) {
         parsed.bodyTime = QString::fromUtf8(body->date);
-        parsed.body = storable(QString::fromUtf8(body->text, body->length));
+        parsed.body = QString::fromUtf8(body->text, body->length);
+        // Qt takes a byte order mark at the beginning away; here it is part of the text.
+        if (QByteArray::fromRawData(body->text, body->length).startsWith("\xEF\xBB\xBF"))
+            parsed.body.prepend(QChar::ByteOrderMark);
     }
     return parsed;
 }

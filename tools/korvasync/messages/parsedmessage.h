@@ -20,10 +20,10 @@ struct ParsedMessage
     QString originator; //!< number of the vCard in the sender's place
     QString recipient;  //!< number of the first vCard in the receiver's place
     int recipients = 0; //!< vCards with a number in the receiver's place
-    QString body;       //!< without what the store cannot hold
+    QString body;       //!< with a line feed for every line end
 
-    //! A text without what the store cannot hold.
-    static QString storable(QString text);
+    //! The text with a line feed for every line end; the encoder drops carriage returns.
+    static QString withLineFeeds(QString text);
 
     //! Nothing when the bytes hold no whole vMessage.
     static std::optional<ParsedMessage> parse(const QByteArray &vMessage);
