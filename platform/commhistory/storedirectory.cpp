@@ -24,6 +24,8 @@ namespace {
 constexpr char MarkerName[] = "korvasync-store";
 constexpr char NewDatabaseName[] = "db.new";
 constexpr char LockName[] = "lock";
+// Raised with every change of the ontology: the database library would bring a store in
+// silence to the ontology of the program that opens it, an older one's too.
 constexpr char Format[] = "1";
 
 constexpr mode_t OthersMask = S_IRWXG | S_IRWXO;

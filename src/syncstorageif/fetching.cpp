@@ -90,6 +90,7 @@ bool SyncStorageIf::deleteSms(const QList<SmsInfo> &msgs)
     EventModel *const model = d->ensureEventModel();
     d->inUse = true;
     d->refIds.clear();
+    d->idsToDelete.clear();
     d->deletionStatus.clear();
     d->committedCount = 0;
     if (msgs.isEmpty())
@@ -98,7 +99,9 @@ bool SyncStorageIf::deleteSms(const QList<SmsInfo> &msgs)
     connect(model, &EventModel::eventsCommitted, this, &SyncStorageIf::deletedEventsCommitted,
             Qt::QueuedConnection);
     for (const SmsInfo &msg : msgs)
-        model->deleteEvent(msg.id);
+        d->idsToDelete.append(msg.id);
+    for (const int id : qAsConst(d->idsToDelete))
+        model->deleteEvent(id);
     return true;
 }
 

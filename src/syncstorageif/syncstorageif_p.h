@@ -73,8 +73,8 @@ public:
     int groupsCommittedCount = 0;
     bool useModifiedTime = false;
     bool inUse = false;
-    QList<int> idsToDelete;
-    QList<bool> deletionStatus;
+    QList<int> idsToDelete;     // database ids of the deletion under way
+    QList<bool> deletionStatus; // one for each of them, in the order of the store's reports
     std::unique_ptr<CommHistory::SyncSMSModel> smsModel;
     std::unique_ptr<CommHistory::GroupModel> groupModel;
     std::unique_ptr<CommHistory::CallModel> callModel;   // made when first needed
