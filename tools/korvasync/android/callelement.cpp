@@ -55,7 +55,7 @@ CallEntry::Parsed CallElement::parse(const QByteArray &element, const QDateTime 
         parsed.detail = QStringLiteral("not a whole call element");
         return parsed;
     }
-    const Type type = typeOf(attributes->value("type").trimmed().toInt());
+    const Type type = typeOf(attributes->value("type").toInt());
     if (*type.refusal) {
         parsed.refusal = Refusal::CallType;
         parsed.detail = QLatin1String(type.refusal);
@@ -63,9 +63,8 @@ CallEntry::Parsed CallElement::parse(const QByteArray &element, const QDateTime 
     }
     Call call;
     call.type = QLatin1String(type.name);
-    call.number = numberOf(attributes->value("number").trimmed());
-    const QString duration = attributes->value("duration").trimmed();
-    call.duration = CallEntry::readDuration(duration);
+    call.number = numberOf(attributes->value("number"));
+    call.duration = CallEntry::readDuration(attributes->value("duration"));
     call.start = DateText::readMessageTime(attributes->value("date"), QTimeZone::utc());
     return CallEntry::judged(call, call.start, now);
 }

@@ -153,8 +153,14 @@ std::optional<ElementAttributes> ElementAttributes::parse(const QByteArray &tag)
     return reader.hasError() ? std::nullopt : std::optional(attributes);
 }
 
+std::optional<QString> ElementAttributes::text(const char *name) const
+{
+    const auto value = values.constFind(QLatin1String(name));
+    return value == values.cend() ? std::nullopt : std::optional(*value);
+}
+
 QString ElementAttributes::value(const char *name) const
 {
-    const QString value = values.value(QLatin1String(name));
+    const QString value = text(name).value_or(QString()).trimmed();
     return value == QLatin1String("null") ? QString() : value;
 }

@@ -20,11 +20,10 @@ public:
     //! \return nothing when it is not whole
     static std::optional<ElementAttributes> parse(const QByteArray &tag);
 
-    bool has(const char *name) const { return values.contains(QLatin1String(name)); }
-    //! Empty when it is absent, which is spelled "null" as well.
+    //! As it stands; nothing when it is absent.
+    std::optional<QString> text(const char *name) const;
+    //! Without blanks around it; empty when it is absent, which is spelled "null" as well.
     QString value(const char *name) const;
-    //! As it stands: a message that says "null" is more likely than one without a text.
-    QString text(const char *name) const { return values.value(QLatin1String(name)); }
 
 private:
     QHash<QString, QString> values;

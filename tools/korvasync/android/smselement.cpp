@@ -31,15 +31,17 @@ QString boxOf(const QString &type)
 std::optional<ParsedMessage> SmsElement::parse(const QByteArray &element)
 {
     const auto attributes = ElementAttributes::parse(element);
-    if (!attributes || !attributes->has("body"))
+    // A message that says "null" is more likely than one without a text.
+    const auto body = attributes ? attributes->text("body") : std::nullopt;
+    if (!body)
         return std::nullopt;
     ParsedMessage parsed;
-    parsed.box = boxOf(attributes->value("type").trimmed());
-    parsed.status = attributes->value("read").trimmed();
+    parsed.box = boxOf(attributes->value("type"));
+    parsed.status = attributes->value("read");
     parsed.headerTime = attributes->value("date");
-    parsed.recipient = attributes->value("address").trimmed();
+    parsed.recipient = attributes->value("address");
     // As multimedia messages have it; a message with more is not one to a single party.
     parsed.recipients = static_cast<int>(parsed.recipient.count(QLatin1Char('~'))) + 1;
-    parsed.body = ParsedMessage::withLineFeeds(attributes->text("body"));
+    parsed.body = ParsedMessage::withLineFeeds(*body);
     return parsed;
 }

@@ -40,6 +40,8 @@ CallEntry::Parsed AddableCalls::parse(const InputItem &item) const
         break;
     case InputItem::ForeignObject:
         parsed.refusal = Refusal::ForeignObject;
+        parsed.detail =
+            QStringLiteral("no call but an object that begins with ") + item.firstLine();
         break;
     case InputItem::CutBackup:
         parsed.refusal = Refusal::CallParse;

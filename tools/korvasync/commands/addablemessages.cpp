@@ -50,6 +50,8 @@ Judged<NewMessage> AddableMessages::judge(const InputItem &item) const
         break;
     case InputItem::ForeignObject:
         judged.refusal = Refusal::ForeignObject;
+        judged.detail =
+            QStringLiteral("not a text message but an object that begins with ") + item.firstLine();
         break;
     case InputItem::CutBackup:
         judged.refusal = Refusal::SmsParse;
@@ -67,6 +69,8 @@ Judged<NewMessage> AddableMessages::judge(const std::optional<ParsedMessage> &pa
     }
     const SettledMessage settled = settle(*parsed, rules);
     judged.refusal = settled.refusal;
+    if (settled.refusal == Refusal::ForeignObject)
+        judged.detail = QStringLiteral("an e-mail, not a text message");
     judged.item.message = settled.message;
     judged.item.fingerprint = Fingerprint::of(settled.message.parentId, judged.item.number(),
                                               settled.message.time, settled.message.body);

@@ -5,12 +5,16 @@
 
 #include "process/interrupt.h"
 
+#include <vmessage/vmessageparser.h>
+
 #include <algorithm>
 #include <array>
 #include <cctype>
 #include <cstring>
 
 namespace {
+
+using Size = decltype(QByteArray().size());
 
 constexpr qint64 longestItem = qint64(32) * 1024 * 1024;
 // Of a line that much is looked at to tell what it begins or ends.
@@ -88,7 +92,36 @@ size_t nextBeginning(std::string_view broken)
     return 0;
 }
 
+// Where in a message or entry without its end the next item of a file of rejects begins: an
+// element behind the line with its reason. 0 if none does.
+Size nextReject(const QByteArray &cut)
+{
+    for (auto at = cut.indexOf("\n# "); at >= 0; at = cut.indexOf("\n# ", at + 1)) {
+        const auto lineEnd = cut.indexOf('\n', at + 1);
+        if (lineEnd < 0)
+            return 0;
+        const QByteArray next = cut.mid(lineEnd + 1, static_cast<Size>(headLength));
+        if (kindOfElement(ElementScanner::nameAt({next.constData(), size_t(next.size())})))
+            return at + 1;
+    }
+    return 0;
+}
+
+quint64 lineCount(const QByteArray &bytes) { return static_cast<quint64>(bytes.count('\n')); }
+
+bool isMessage(const QByteArray &bytes)
+{
+    VMessageParser parser;
+    return parser.parseVMessage(bytes.constData(), static_cast<unsigned int>(bytes.size()));
+}
+
 } // namespace
+
+QString InputItem::firstLine() const
+{
+    constexpr int mostShown = 40;
+    return QString::fromUtf8(bytes.left(bytes.indexOf('\n')).trimmed().left(mostShown));
+}
 
 ItemReader::ItemReader(const QString &path, Form form)
     : file(path)
@@ -165,11 +198,11 @@ bool ItemReader::finish()
         place = Between;
         return true;
     case Object:
-        emitItem(position);
+        emitUpTo(objectEnds ? 0 : nextReject(buffer.mid(begin)));
         return true;
     case VMessage:
         messages->finish();
-        takeMessages();
+        takeMessages(position);
         place = Between;
         return true;
     case Element:
@@ -281,7 +314,7 @@ bool ItemReader::stepObject()
         if (!head)
             return false;
         if (VMessageScanner::isBegin(*head) || objectOf(*head)) {
-            emitItem(position);
+            emitUpTo(nextReject(buffer.mid(begin, position - begin)));
             return true;
         }
         objectEnds = isObjectLine(*head, "END:", objectName);
@@ -300,25 +333,38 @@ bool ItemReader::stepVMessage()
     takeLine();
     messages->add(view(start, position));
     messageLength += position - start;
-    takeMessages();
+    takeMessages(start);
     if (place == VMessage && messageLength > longestItem)
         emitTooLong();
     return true;
 }
 
-// A message that lacks its end is handed out when the next one begins, which stays open then.
-void ItemReader::takeMessages()
+//! \param lineStart  of the line in hand
+void ItemReader::takeMessages(Size lineStart)
 {
     VMessageScanner::Message message;
-    while (messages->next(&message)) {
-        found += InputItem{InputItem::Message, toBytes(message.bytes), beginLine + message.line - 1,
-                           false};
-        messageLength = 0;
-        if (message.complete)
-            place = Between;
-    }
+    while (place == VMessage && messages->next(&message))
+        takeMessage(message, lineStart);
 }
 
+// A message that lacks its end is found when the next one begins, which is open then.
+void ItemReader::takeMessage(const VMessageScanner::Message &message, Size lineStart)
+{
+    QByteArray bytes = toBytes(message.bytes);
+    const quint64 firstLine = beginLine + message.line - 1;
+    const Size next = message.complete || isMessage(bytes) ? 0 : nextReject(bytes);
+    found += InputItem{InputItem::Message, next == 0 ? bytes : bytes.left(next), firstLine, false};
+    messageLength = 0;
+    if (message.complete)
+        place = Between;
+    if (next == 0)
+        return;
+    buffer.replace(0, lineStart, bytes.mid(next));
+    position = 0;
+    line = firstLine + lineCount(bytes.left(next));
+    atLineStart = true;
+    place = Between;
+}
 // ---- elements
 
 bool ItemReader::openMarkup()
@@ -413,16 +459,10 @@ bool ItemReader::stepElement()
 void ItemReader::breakElement()
 {
     const size_t next = nextBeginning(view(begin, position));
-    if (next == 0) {
+    if (next == 0)
         place = BrokenElement;
-        return;
-    }
-    position = begin + static_cast<Size>(next);
-    emitItem(position);
-    line = beginLine
-        + static_cast<quint64>(
-               std::count(buffer.cbegin() + begin, buffer.cbegin() + position, '\n'));
-    atLineStart = buffer.at(position - 1) == '\n';
+    else
+        emitUpTo(static_cast<Size>(next));
 }
 
 //! Takes the rest of its line to it, so that it can be mended.
@@ -438,8 +478,22 @@ bool ItemReader::stepBrokenElement()
     return true;
 }
 
+//! Ends the open item in the midst of its bytes, after \a length of them; 0 = after all.
+void ItemReader::emitUpTo(Size length)
+{
+    if (length != 0) {
+        line = beginLine + lineCount(buffer.mid(begin, length));
+        position = begin + length;
+        atLineStart = buffer.at(position - 1) == '\n';
+    }
+    emitItem(position);
+}
+
 void ItemReader::emitItem(Size end)
 {
+    const bool isElement = place == Element || place == BrokenElement;
+    while (isElement && std::isspace(static_cast<unsigned char>(buffer.at(end - 1))))
+        --end; // a broken one takes along what stands behind it
     if (!isRoot)
         found += InputItem{kind, buffer.mid(begin, end - begin), beginLine, false};
     isRoot = false;

@@ -31,6 +31,8 @@ struct InputItem
     QByteArray bytes;       //!< as they were, in UTF-8
     quint64 line = 0;       //!< where it begins, from 1
     bool isTooLong = false; //!< and therefore without bytes
+
+    QString firstLine() const; //!< without what stands around its words
 };
 
 //! The items of one file, one after the other, of all kinds mixed: a file of rejects may hold
@@ -84,8 +86,10 @@ private:
     bool openSection(std::string_view text, std::string_view start, const char *end);
     bool openRoot(std::string_view name);
     void open(Place itemPlace, InputItem::Kind itemKind);
-    void takeMessages();
+    void takeMessages(Size lineStart);
+    void takeMessage(const VMessageScanner::Message &message, Size lineStart);
     void breakElement();
+    void emitUpTo(Size length);
     void emitItem(Size end);
     void emitTooLong();
 
