@@ -180,10 +180,11 @@ private:
     const char *keepFilled(std::string_view text) { return text.empty() ? nullptr : keep(text); }
 
     VMessage &m;
-    std::string_view rest; // not read yet
-    bool crLf = true;      // all lines so far end in CR LF
-    unsigned depth = 0;    // open envelopes
-    Parameters inherited;  // the first ones named above the body
+    std::string_view rest;            // not read yet
+    bool crLf = true;                 // all lines so far end in CR LF
+    unsigned depth = 0;               // open envelopes
+    const char *dateOrigin = nullptr; // stands in where there is no other date
+    Parameters inherited;             // the first ones named above the body
 };
 
 bool Reader::read()
@@ -262,6 +263,8 @@ void Reader::readHeaderField(const Property &property)
         m.header.dateTime = keepFilled(value);
     else if (equals(property.name, "FROMTEL") && !value.empty())
         addCard(nullptr, keep(value));
+    else if (equals(property.name, "DateOrigin"))
+        dateOrigin = keepFilled(value);
 }
 
 void Reader::readCard()
@@ -342,7 +345,7 @@ bool Reader::readBody()
     m.body->language =
         keepFilled(parameters.language.empty() ? inherited.language : parameters.language);
     if (!m.header.dateTime)
-        m.header.dateTime = m.body->date;
+        m.header.dateTime = m.body->date ? m.body->date : dateOrigin;
     return m.body->text;
 }
 
@@ -386,11 +389,12 @@ bool Reader::readBodyField(std::string_view line, Parameters *parameters)
         return trimmed(line).find(' ') == std::string_view::npos && readParameter(line, parameters);
     const bool known = std::any_of(std::begin(headerFields), std::end(headerFields),
                                    [&](const auto &f) { return equals(property->name, f.name); })
-        || isMakersDate(property->name) || equals(property->name, "FROMTEL");
+        || isMakersDate(property->name) || equals(property->name, "FROMTEL")
+        || equals(property->name, "DateOrigin");
     if (known)
         readHeaderField(*property);
     // When the network took the message; the Date line says when it came.
-    return known || equals(property->name, "DateSent") || equals(property->name, "DateOrigin");
+    return known || equals(property->name, "DateSent");
 }
 
 void Reader::decodeText(std::string_view text, const Parameters &parameters)

@@ -19,10 +19,11 @@ class VMessage;
 
 struct VMessageHeader
 {
-    const char *status;      //!< X-IRMC-STATUS, else X-READ or X-MESSAGE-STATUS
-    const char *box;         //!< X-IRMC-BOX, else X-BOX
-    const char *type;        //!< X-IRMC-TYPE
-    const char *dateTime;    //!< X-QLT-DT or another maker's X-...-DT, else the body's Date line
+    const char *status; //!< X-IRMC-STATUS, else X-READ or X-MESSAGE-STATUS
+    const char *box;    //!< X-IRMC-BOX, else X-BOX
+    const char *type;   //!< X-IRMC-TYPE
+    const char
+        *dateTime; //!< X-QLT-DT or another maker's X-...-DT, else the Date line, else DateOrigin
     const char *messageType; //!< X-MESSAGE-TYPE; DELIVER or SUBMIT, 1 or 2: received or sent
 };
 

@@ -17,6 +17,7 @@ private Q_SLOTS:
     void foretellsTheSamples();
     void readsTimes_data();
     void readsTimes();
+    void readsTimesInTheZoneThatIsSaid();
     void readsEntries_data();
     void readsEntries();
     void refusesEntries_data();
@@ -117,6 +118,19 @@ void TestCallEntries::readsTimes()
              "{\"type\":\"missed\",\"number\":\"+15550100\",\"duration\":0,\"time\":\"" + time
                  + "\"}\n{\"type\":\"outgoing\",\"number\":\"+15550100\",\"duration\":0,\"time\":\""
                  + time + "\"}\n");
+}
+
+void TestCallEntries::readsTimesInTheZoneThatIsSaid()
+{
+    ClientProcess client;
+    client.run(add + QStringList{text("--assume-tz"), text("America/New_York")},
+               callEntry("missed", "+15550100", 0, "20101103T142530")
+                   + callEntry("missed", "+15550100", 0, "20101103T142530Z"));
+    QCOMPARE(client.run(list).output,
+             QByteArray("{\"type\":\"missed\",\"number\":\"+15550100\",\"duration\":0,"
+                        "\"time\":\"2010-11-03T14:25:30Z\"}\n"
+                        "{\"type\":\"missed\",\"number\":\"+15550100\",\"duration\":0,"
+                        "\"time\":\"2010-11-03T18:25:30Z\"}\n"));
 }
 
 void TestCallEntries::readsEntries_data()

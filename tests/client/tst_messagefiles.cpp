@@ -24,6 +24,8 @@ private Q_SLOTS:
     void settlesTheReadStatus();
     void takesTheFirstBelievableTime_data();
     void takesTheFirstBelievableTime();
+    void takesTimesInTheZoneThatIsSaid_data();
+    void takesTimesInTheZoneThatIsSaid();
     void givesEveryTextBack_data();
     void givesEveryTextBack();
     void givesAWholeStoreBackByteForByte();
@@ -251,6 +253,45 @@ void TestMessageFiles::takesTheFirstBelievableTime()
         QVERIFY(!QFile::exists(client.store()));
     } else {
         QCOMPARE(outcome.exitCode, 0);
+        QVERIFY2(client.listed().contains("\"time\":\"" + time + '"'), client.listed());
+    }
+}
+
+void TestMessageFiles::takesTimesInTheZoneThatIsSaid_data()
+{
+    QTest::addColumn<QByteArray>("date");
+    QTest::addColumn<QString>("zone"); // empty = none is said
+    QTest::addColumn<QByteArray>("time");
+    const auto row = [](const char *name, const char *date, const char *zone, const char *time) {
+        QTest::newRow(name) << QByteArray(date) << text(zone) << QByteArray(time);
+    };
+    row("own", "03.11.2010 14:25:30", "", "2010-11-03T12:25:30Z");
+    row("winter", "03.11.2010 14:25:30", "America/New_York", "2010-11-03T18:25:30Z");
+    row("summer", "03.07.2010 14:25:30", "Europe/Berlin", "2010-07-03T12:25:30Z");
+    row("utc", "03.11.2010 14:25:30", "UTC", "2010-11-03T14:25:30Z");
+    row("with-a-zone", "2010/11/03 14:25:30 GMT", "Asia/Kathmandu", "2010-11-03T14:25:30Z");
+    row("count", "1288794330000", "Asia/Kathmandu", "2010-11-03T14:25:30Z");
+    row("unknown", "03.11.2010 14:25:30", "Mars/Olympus", "");
+}
+
+void TestMessageFiles::takesTimesInTheZoneThatIsSaid()
+{
+    QFETCH(QByteArray, date);
+    QFETCH(QString, zone);
+    QFETCH(QByteArray, time);
+    QByteArray message = vMessage("INBOX", "", "+15550100", "Hello");
+    message.replace("BEGIN:VBODY\r\n", "BEGIN:VBODY\r\nDate: " + date + "\r\n");
+    QStringList arguments{text("add")};
+    if (!zone.isEmpty())
+        arguments += QStringList{text("--assume-tz"), zone};
+    ClientProcess client;
+    const auto outcome = client.run(arguments, message);
+    QCOMPARE(outcome.exitCode, time.isEmpty() ? 2 : 0);
+    if (time.isEmpty()) {
+        QCOMPARE(outcome.errors,
+                 QByteArray("korvasync: --assume-tz takes a zone such as Europe/Helsinki\n"));
+        QVERIFY(!QFile::exists(client.store()));
+    } else {
         QVERIFY2(client.listed().contains("\"time\":\"" + time + '"'), client.listed());
     }
 }
