@@ -25,9 +25,10 @@ class EventPrivate;
 class KORVAPLATFORM_EXPORT Event
 {
 public:
-    enum EventType { UnknownType = 0, SmsEvent = 2, CallEvent = 3 };
-    enum Direction { UnknownDirection = 0, Inbound = 1, Outbound = 2 };
-    enum Status { UnknownStatus = 0, SendingStatus = 1, SentStatus = 2, FailedStatus = 3 };
+    // With a type of their own, as the bus and the store may bring any number.
+    enum EventType : int { UnknownType = 0, SmsEvent = 2, CallEvent = 3 };
+    enum Direction : int { UnknownDirection = 0, Inbound = 1, Outbound = 2 };
+    enum Status : int { UnknownStatus = 0, SendingStatus = 1, SentStatus = 2, FailedStatus = 3 };
 
     //! Address-book id and display name of a matching contact.
     using Contact = QPair<int, QString>;

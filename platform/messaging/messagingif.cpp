@@ -17,8 +17,9 @@ void PendingMessage::finish(const QString &errorText)
     m_errorText = errorText;
     const QPointer<PendingMessage> guard(this);
     Q_EMIT finished(this);
+    // Behind what the emission has queued, also where deferred deletions are hastened.
     if (guard)
-        deleteLater(); // behind what the emission has queued
+        QMetaObject::invokeMethod(this, &QObject::deleteLater, Qt::QueuedConnection);
 }
 
 MessagingIf::MessagingIf(const QString &name, QObject *parent)

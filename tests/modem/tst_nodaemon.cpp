@@ -67,6 +67,7 @@ private Q_SLOTS:
     void tellsWhatIsNoNumber_data();
     void tellsWhatIsNoNumber();
     void tellsQueuedReceivers();
+    void tellsQueuedReceiversBeforeHastenedDeletions();
     void bearsASlotThatDeletesTheSender();
 
 private:
@@ -165,6 +166,23 @@ void TestNoDaemon::tellsQueuedReceivers()
     QTRY_VERIFY(!text.isEmpty());
     QCOMPARE(text, QStringLiteral("The number cannot be dialled."));
     QTRY_VERIFY(!guard);
+}
+
+void TestNoDaemon::tellsQueuedReceiversBeforeHastenedDeletions()
+{
+    MessagingIf messaging{QString()};
+    const QPointer<PendingMessage> message =
+        messaging.sendSMS(QStringLiteral("Bank"), QStringLiteral("Hello"), true);
+    bool wasThere = false;
+    QEventLoop loop;
+    connect(
+        message, &PendingMessage::finished, this, [&] { wasThere = !message.isNull(); },
+        Qt::QueuedConnection);
+    connect(message, &PendingMessage::finished, &loop, &QEventLoop::quit);
+    loop.exec();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QTRY_VERIFY(!message);
+    QVERIFY(wasThere);
 }
 
 void TestNoDaemon::bearsASlotThatDeletesTheSender()

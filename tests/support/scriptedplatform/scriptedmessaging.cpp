@@ -36,7 +36,7 @@ void PendingMessage::finish(const QString &errorText)
 {
     m_errorText = errorText;
     Q_EMIT finished(this);
-    deleteLater();
+    QMetaObject::invokeMethod(this, &QObject::deleteLater, Qt::QueuedConnection);
 }
 
 MessagingIf::MessagingIf(const QString &name, QObject *parent)
