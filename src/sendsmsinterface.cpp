@@ -117,7 +117,7 @@ PendingSmsId *SendSmsInterface::sendSms(const QString &vMessage)
     } else {
         if (!d->messaging)
             d->messaging = new MessagingIf(QString(), this);
-        QTimer::singleShot(sendTimeLimit, this, &SendSmsInterface::timeOut);
+        QTimer::singleShot(sendTimeLimit, Qt::PreciseTimer, this, &SendSmsInterface::timeOut);
         PendingMessage *const sending = d->messaging->sendSMS(d->number, d->body, true);
         connect(sending, &PendingMessage::finished, this, &SendSmsInterface::msgSent,
                 Qt::QueuedConnection);
