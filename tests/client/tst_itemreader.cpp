@@ -16,6 +16,8 @@ private Q_SLOTS:
     void takesAFileApart_data();
     void takesAFileApart();
     void readsOnAcrossPieces();
+    void findsMixedItemsWhereverPiecesEnd();
+    void findsWhatIsWholeBeforeACut();
     void keepsNoItemThatIsTooLong();
     void readsUtf16();
 
@@ -93,6 +95,57 @@ void TestItemReader::readsOnAcrossPieces()
         QCOMPARE(first->line, quint64(2));
         QCOMPARE(second->bytes, entry);
         QCOMPARE(second->line, quint64(5));
+    }
+}
+
+static QList<QByteArray> mixedItems()
+{
+    return {"<sms body=\"a > b <sms \" date='1' />",
+            "BEGIN:VMSG\r\nBEGIN:VBODY\r\n<call \r\nEND:VBODY\r\nEND:VMSG\r\n",
+            "<mms a=\"</mms>\"><!-- </mms> --><part text='</mms>' /></mms>",
+            "<call number=\"\nBEGIN:VMSG\n\" />",
+            "BEGIN:VCALLHISTENTRY\nTEL:1\nEND:VCALLHISTENTRY\n",
+            "BEGIN:BMSG\r\n<sms />\r\nEND:BMSG\r\n",
+            "<sms broken=\"\"no\"",
+            "<mms date=\"1\" />",
+            "BEGIN:VMSG\nEND:VMSG\n"};
+}
+
+static QList<QByteArray> itemsOf(ItemReader &reader)
+{
+    QList<QByteArray> items;
+    while (const auto item = reader.next())
+        items += item->bytes;
+    return items;
+}
+
+// The file is read in pieces of 64 KiB.
+void TestItemReader::findsMixedItemsWhereverPiecesEnd()
+{
+    const QByteArray all = mixedItems().join("\n# <sms a:1: reason\n");
+    for (int shift = 0; shift < all.size(); ++shift) {
+        ItemReader reader(write(QByteArray(65536 - shift - 1, 'x') + '\n' + all));
+        QCOMPARE(itemsOf(reader), mixedItems());
+    }
+}
+
+void TestItemReader::findsWhatIsWholeBeforeACut()
+{
+    const QByteArray separator("\n# a:1: reason\n");
+    const QByteArray all = mixedItems().join(separator);
+    for (int length = 0; length < all.size(); ++length) {
+        ItemReader reader(write(all.left(length)));
+        const QList<QByteArray> items = itemsOf(reader);
+        int end = 0;
+        int whole = 0;
+        for (const QByteArray &item : mixedItems()) {
+            end += static_cast<int>(item.size());
+            if (end <= length)
+                ++whole;
+            end += static_cast<int>(separator.size());
+        }
+        QCOMPARE(items.mid(0, whole), mixedItems().mid(0, whole));
+        QVERIFY(items.size() <= whole + 2); // the cut one, and what seems to begin in it
     }
 }
 
