@@ -72,7 +72,9 @@ void TestSend::refusesATextThatNoMessageCarries()
     const auto outcome = ClientProcess().run(
         {QStringLiteral("send"), QStringLiteral("+15550100"), QStringLiteral("-")},
         QByteArray("Hello \0 there", 13));
-    QCOMPARE(outcome.errors, QByteArray("korvasync: a message cannot carry this number or text\n"));
+    QCOMPARE(outcome.errors,
+             QByteArray("korvasync: a message cannot carry this number or text; leave control "
+                        "characters out\n"));
     QCOMPARE(outcome.exitCode, 2);
 }
 
@@ -91,8 +93,9 @@ void TestSend::refusesFilesThatAreNotOneMessage_data()
     QTest::newRow("only a sender")
         << vMessage("INBOX", "20101103T142530Z", "+15550100", "Hello") << 1
         << QByteArray("korvasync: not sent (sms-no-number): no number of the other party\n");
-    QTest::newRow("no text") << messageTo(party("+15550100"), QByteArray()) << 2
-                             << QByteArray("korvasync: there is no text to send\n");
+    QTest::newRow("no text")
+        << messageTo(party("+15550100"), QByteArray()) << 2
+        << QByteArray("korvasync: there is no text to send; give one behind the number\n");
 }
 
 void TestSend::refusesFilesThatAreNotOneMessage()
@@ -138,7 +141,8 @@ void TestSend::failsWithoutASessionBus()
     const auto outcome = client.run({QStringLiteral("send"), QStringLiteral("+15550100"),
                                      QStringLiteral("Hello"), QStringLiteral("-ondjson")});
     QCOMPARE(outcome.errors,
-             QByteArray("korvasync: the message was not sent, as there is no session bus\n"));
+             QByteArray("korvasync: the message was not sent, as there is no session bus; run it "
+                        "in a session, or under dbus-run-session\n"));
     QCOMPARE(outcome.output, QByteArray("{\"status\":\"failed\"}\n"));
     QCOMPARE(outcome.exitCode, 8);
 }

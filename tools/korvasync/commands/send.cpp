@@ -44,14 +44,17 @@ bool isCarriedWhole(const SmsInfo &message)
     return parsed && parsed->recipient == message.toNumber && parsed->body == message.body;
 }
 
-ParsedMessage typedMessage(const QString &number, const QString &text)
+std::optional<ParsedMessage> typedMessage(const QString &number, const QString &text)
 {
     ParsedMessage message;
     message.recipient = number;
     message.recipients = 1;
     message.body = text;
     if (text == QLatin1String("-")) {
-        message.body = Arguments::standardInput();
+        const auto input = Arguments::standardInput();
+        if (!input)
+            return std::nullopt;
+        message.body = *input;
         if (message.body.endsWith(QLatin1Char('\n')))
             message.body.chop(1); // ends the last line, is not part of the text
     }
@@ -92,9 +95,11 @@ ExitCode complainOfNotSent(const Invocation &invocation, const MessageSender::Re
     case Answer::Finished:
         break;
     }
-    Diagnostics::error(result.cause == PendingSmsId::SubscriptionFailed
-                           ? QStringLiteral("the message was not sent, as there is no session bus")
-                           : QStringLiteral("the message was not sent, as it cannot be read"));
+    Diagnostics::error(
+        result.cause == PendingSmsId::SubscriptionFailed
+            ? QStringLiteral("the message was not sent, as there is no session bus; run it "
+                             "in a session, or under dbus-run-session")
+            : QStringLiteral("the message was not sent, as it cannot be read"));
     return SendFailed;
 }
 
@@ -183,6 +188,8 @@ ExitCode run(const Invocation &invocation)
         given = ParsedMessage::parse(message->bytes);
     } else {
         given = typedMessage(arguments.first(), arguments.last());
+        if (!given)
+            return UsageError;
     }
     const SettledMessage settled =
         given ? settleAsNew(*given, invocation.global) : SettledMessage{{}, Refusal::SmsParse};
@@ -192,11 +199,12 @@ ExitCode run(const Invocation &invocation)
         return SomeNotDone;
     }
     if (settled.message.body.isEmpty()) {
-        Diagnostics::error(QStringLiteral("there is no text to send"));
+        Diagnostics::error(QStringLiteral("there is no text to send; give one behind the number"));
         return UsageError;
     }
     if (!isCarriedWhole(settled.message)) {
-        Diagnostics::error(QStringLiteral("a message cannot carry this number or text"));
+        Diagnostics::error(QStringLiteral(
+            "a message cannot carry this number or text; leave control characters out"));
         return UsageError;
     }
     if (const ExitCode code = StoreAccess::requirePlace(invocation.location))

@@ -7,6 +7,7 @@
 #include "messages/inputfile.h"
 #include "output/terminaltext.h"
 #include "process/diagnostics.h"
+#include "process/interrupt.h"
 
 #include <limits>
 
@@ -53,12 +54,20 @@ std::optional<int> takeChoice(const QCommandLineParser &parser, const char *opti
     return std::nullopt;
 }
 
-QString standardInput()
+std::optional<QString> standardInput()
 {
     InputFile input(QStringLiteral("-"));
     QByteArray bytes;
     for (QByteArray piece = input.read(); !piece.isEmpty(); piece = input.read())
         bytes += piece;
+    if (Interrupt::signalNumber() != 0) // half of it is nothing to go by
+        return std::nullopt;
+    if (!input.error().isEmpty()) {
+        Diagnostics::error(
+            QStringLiteral("standard input cannot be read: %1; see what it comes from")
+                .arg(input.error()));
+        return std::nullopt;
+    }
     return QString::fromUtf8(bytes.constData(), int(bytes.size())); // zeros and all
 }
 
@@ -70,7 +79,10 @@ std::optional<QList<int>> databaseIds(const QStringList &arguments)
             words += argument;
             continue;
         }
-        for (const QString &line : standardInput().split(QLatin1Char('\n'))) {
+        const auto input = standardInput();
+        if (!input)
+            return std::nullopt;
+        for (const QString &line : input->split(QLatin1Char('\n'))) {
             if (!line.trimmed().isEmpty())
                 words += line.trimmed();
         }
@@ -80,7 +92,8 @@ std::optional<QList<int>> databaseIds(const QStringList &arguments)
         bool isNumber = false;
         const int id = word.toInt(&isNumber);
         if (!isNumber || id < 0) {
-            Diagnostics::error(QStringLiteral("%1 is no database id").arg(terminalText(word)));
+            Diagnostics::error(QStringLiteral("%1 is no database id; \"korvasync list\" shows them")
+                                   .arg(terminalText(word)));
             return std::nullopt;
         }
         ids += id;
@@ -96,8 +109,8 @@ std::optional<InputItem> onlyMessage(const char *command, const QString &path)
     if (message && message->kind != InputItem::Message)
         message.reset();
     if (!reader.error().isEmpty()) {
-        Diagnostics::error(
-            QStringLiteral("%1 cannot be read: %2").arg(terminalText(path), reader.error()));
+        Diagnostics::error(QStringLiteral("%1 cannot be read: %2; name a file that you may read")
+                               .arg(terminalText(path), reader.error()));
     } else if (!message || !isAlone) {
         Diagnostics::error(QStringLiteral("%1 takes exactly one message, and %2 has %3")
                                .arg(QLatin1String(command), terminalText(path),

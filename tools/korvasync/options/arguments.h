@@ -36,7 +36,7 @@ std::optional<QList<int>> databaseIds(const QStringList &arguments);
 //! The only message of a file, for a command that takes just one.
 std::optional<InputItem> onlyMessage(const char *command, const QString &path);
 
-//! All of standard input.
-QString standardInput();
+//! All of standard input; nothing when it cannot be read, or a signal came meanwhile.
+std::optional<QString> standardInput();
 
 } // namespace Arguments
