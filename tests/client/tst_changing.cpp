@@ -17,7 +17,10 @@ private Q_SLOTS:
     void takesExactlyOneMessage();
     void refusesAReplacement_data();
     void refusesAReplacement();
+    void namesNoOptionThatItLacks();
     void failsForANumberWithoutMessages();
+    void saysInADryRunWhatTheStoreWillSay_data();
+    void saysInADryRunWhatTheStoreWillSay();
     void tellsOfAnUnknownIdToModify();
     void deletesMessages();
     void readsIdsToDeleteFromStandardInput();
@@ -123,6 +126,54 @@ void TestChanging::refusesAReplacement()
                  "{\"ref\":0,\"src\":\"-:1\",\"status\":\"refused\",\"id\":1,\"code\":\"" + code),
              outcome.output);
     QCOMPARE(client.listed(), before);
+}
+
+void TestChanging::namesNoOptionThatItLacks()
+{
+    ClientProcess client;
+    client.fill(first);
+    const auto outcome = client.run({text("modify"), text("-q"), text("1"), text("-")},
+                                    vMessage("", "", "+15550100", "x"));
+    QCOMPARE(outcome.exitCode, 1);
+    QCOMPARE(outcome.output,
+             QByteArray("refused  1  -:1  sms-no-folder: no known folder; its line X-IRMC-BOX "
+                        "names one, such as INBOX\n"));
+    QVERIFY2(!outcome.errors.contains("--folder"), outcome.errors);
+}
+
+void TestChanging::saysInADryRunWhatTheStoreWillSay_data()
+{
+    QTest::addColumn<QByteArray>("number");
+    QTest::addColumn<QByteArray>("outcome");
+    const QByteArray changed("changed  1  -:1\n1 read, 1 changed, 0 refused, 0 failed\n");
+    const QByteArray failed("failed  1  -:1  sms-store: the number has no messages yet; add one "
+                            "first\n1 read, 0 changed, 0 refused, 1 failed\n");
+    QTest::newRow("same") << QByteArray("+15550100") << changed;
+    QTest::newRow("without-prefix") << QByteArray("0555-0100") << changed;
+    QTest::newRow("another") << QByteArray("+15550101") << changed;
+    QTest::newRow("new") << QByteArray("+15550177") << failed;
+    QTest::newRow("word") << QByteArray("InfoPost") << changed;
+    QTest::newRow("new-word") << QByteArray("NewsPost") << failed;
+    QTest::newRow("end-of-a-number") << QByteArray("0101") << changed;
+    QTest::newRow("no-end-of-a-number") << QByteArray("0107") << failed;
+}
+
+void TestChanging::saysInADryRunWhatTheStoreWillSay()
+{
+    QFETCH(QByteArray, number);
+    QFETCH(QByteArray, outcome);
+    ClientProcess client;
+    client.fill(first + second + vMessage("INBOX", "20101103T142532Z", "InfoPost", "News"));
+    const QByteArray before = client.listed();
+    const QByteArray replacement = vMessage("INBOX", "", number, "x");
+    const auto foreseen =
+        client.run({text("modify"), text("-n"), text("1"), text("-")}, replacement);
+    QCOMPARE(foreseen.output, outcome);
+    QCOMPARE(client.listed(), before);
+    const auto done = client.run({text("modify"), text("1"), text("-")}, replacement);
+    QCOMPARE(done.output, outcome);
+    QCOMPARE(foreseen.exitCode, done.exitCode);
+    QCOMPARE(foreseen.errors, done.errors);
 }
 
 void TestChanging::failsForANumberWithoutMessages()

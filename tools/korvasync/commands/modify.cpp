@@ -5,6 +5,7 @@
 #include "storeaccess.h"
 
 #include "messages/folder.h"
+#include "messages/number.h"
 #include "messages/settling.h"
 #include "options/arguments.h"
 #include "output/results.h"
@@ -16,6 +17,8 @@
 using namespace KorvaSyncIf;
 
 namespace {
+
+constexpr const char *noConversation = "the number has no messages yet; add one first";
 
 // Finished also when the message alone is at fault, not the store.
 Answer write(MessageStore &store, const StoredMessage &old, SmsInfo message, ItemResult &result)
@@ -38,9 +41,32 @@ Answer write(MessageStore &store, const StoredMessage &old, SmsInfo message, Ite
         return written.answer;
     if (Diagnostics::storeTroubleCount() > 0)
         return Answer::Refused;
-    result.detail = written.status.contains(SmsDatabaseError)
-        ? QStringLiteral("the number has no messages yet; add one first")
-        : trouble;
+    result.detail =
+        written.status.contains(SmsDatabaseError) ? QLatin1String(noConversation) : trouble;
+    return Answer::Finished;
+}
+
+// A modification makes no conversation, so the number must have one. From outside only those
+// with messages are seen; the library compares the ends of the numbers.
+Answer foresee(MessageStore &store, const SmsInfo &message, ItemResult &result)
+{
+    const QString number =
+        Number::comparable(message.fromNumber.isEmpty() ? message.toNumber : message.fromNumber);
+    for (const LocationId folder : Folder::all()) {
+        const MessageStore::Read read = store.messages(QDateTime(), folder);
+        if (read.answer != Answer::Finished)
+            return read.answer;
+        for (const SyncSmsInfo &record : read.messages) {
+            const StoredMessage other = StoredMessage::fromRecord(record);
+            if (Number::comparable(other.number).endsWith(number)) {
+                result.status = ItemResult::Changed;
+                return Answer::Finished;
+            }
+        }
+    }
+    result.status = ItemResult::Failed;
+    result.refusal = Refusal::SmsStore;
+    result.detail = QLatin1String(noConversation);
     return Answer::Finished;
 }
 
@@ -78,11 +104,15 @@ ExitCode run(const Invocation &invocation)
         result.refusal = Refusal::SmsBadId;
     else
         result.refusal = parsed ? settled.refusal : Refusal::SmsParse;
+    if (result.refusal == Refusal::SmsNoFolder)
+        result.refusal = Refusal::SmsNoFolderToReplace; // --folder is for what is added
     Answer answer = Answer::Finished;
-    if (result.refusal == Refusal::None && global.dryRun)
-        result.status = ItemResult::Changed;
-    else if (result.refusal == Refusal::None)
-        answer = write(store, old, settled.message, result);
+    if (result.refusal == Refusal::None) {
+        answer = global.dryRun ? foresee(store, settled.message, result)
+                               : write(store, old, settled.message, result);
+    }
+    if (answer == Answer::Interrupted)
+        return StoreAccess::complain(invocation.location, answer);
     results.report(result);
     if (global.quiet == 0)
         results.printSummary();
@@ -96,7 +126,9 @@ Command modifyCommand()
 {
     return {"modify",
             "ID FILE|-",
-            "Replaces a message by the one vMessage given; its time and token stay.",
+            "Replaces a message by the one vMessage given; its time and token stay. The other\n"
+            "party must have messages already. A dry run goes by those that are there: one whose\n"
+            "messages have all been deleted is refused by it, and would be taken.",
             {QStringLiteral("text"), QStringLiteral("ndjson")},
             {},
             run};

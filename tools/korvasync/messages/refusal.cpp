@@ -26,6 +26,8 @@ Wording wordingOf(Refusal refusal)
         return {"sms-bad-id", "no message has this id"};
     case Refusal::SmsNoFolder:
         return {"sms-no-folder", "no known folder; --folder names one"};
+    case Refusal::SmsNoFolderToReplace:
+        return {"sms-no-folder", "no known folder; its line X-IRMC-BOX names one, such as INBOX"};
     case Refusal::SmsStore:
         return {"sms-store", "the store did not take it"};
     case Refusal::SmsDelete:

@@ -13,6 +13,7 @@ enum class Refusal {
     SmsNoNumber,
     SmsBadId,
     SmsNoFolder,
+    SmsNoFolderToReplace,
     SmsStore,
     SmsDelete,
     CallParse,
