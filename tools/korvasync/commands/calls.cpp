@@ -107,8 +107,10 @@ ExitCode wipe(const Invocation &invocation)
     }
     const bool removed = store.removeAll();
     const CallStore::Read after = store.calls();
-    if (!removed || after.answer != Answer::Finished)
-        return StoreAccess::complain(invocation.location, Answer::Refused);
+    if (!removed || after.answer != Answer::Finished) {
+        const bool isRead = after.answer == Answer::Finished;
+        return StoreAccess::complain(invocation.location, isRead ? Answer::Refused : after.answer);
+    }
     // A call that came in meanwhile is none of those.
     printDeleted(invocation, count, qMin(count, after.calls.size()));
     return after.calls.isEmpty() ? AllDone : SomeNotDone;

@@ -84,12 +84,16 @@ Answer readModified(MessageStore &store, const Selection &selection, QList<Store
         for (const SyncSmsInfo &record : read.messages)
             ids += record.id;
     }
+    const int troublesBefore = Diagnostics::storeTroubleCount();
     for (const int id : ids) {
+        if (Interrupt::signalNumber() != 0)
+            return Answer::Interrupted;
         const StoredMessage message = StoredMessage::fromRecord(store.message(id));
         if (message.id != -1 && selection.accepts(message)) // it may be gone or elsewhere by now
             messages += message;
     }
-    return Answer::Finished;
+    // Else messages would be missing without a word.
+    return Diagnostics::storeTroubleCount() == troublesBefore ? Answer::Finished : Answer::Refused;
 }
 
 Answer readFolders(MessageStore &store, const Selection &selection, QList<StoredMessage> &messages)

@@ -7,13 +7,14 @@
 #include "options/arguments.h"
 #include "output/messageformats.h"
 #include "process/diagnostics.h"
+#include "process/interrupt.h"
 
 namespace {
 
 ExitCode run(const Invocation &invocation)
 {
     if (invocation.arguments.isEmpty()) {
-        Diagnostics::error(QStringLiteral("show needs an id"));
+        Diagnostics::error(QStringLiteral("show needs an id; \"korvasync list\" shows them"));
         return UsageError;
     }
     const auto ids = Arguments::databaseIds(invocation.arguments);
@@ -25,9 +26,14 @@ ExitCode run(const Invocation &invocation)
     QList<StoredMessage> messages;
     ExitCode code = AllDone;
     for (const int id : *ids) {
+        if (Interrupt::signalNumber() != 0)
+            break;
         const StoredMessage message = StoredMessage::fromRecord(store.message(id));
         if (message.id != -1) {
             messages += message;
+        } else if (Diagnostics::storeTroubleCount() > 0) {
+            code = StoreAccess::complain(invocation.location, Answer::Refused);
+            break;
         } else {
             Diagnostics::warn(QStringLiteral("there is no message %1").arg(id));
             code = IdNotFound;
