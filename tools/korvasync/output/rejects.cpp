@@ -34,9 +34,20 @@ void Rejects::add(const ItemResult &result, const QByteArray &message)
     const QString reason = terminalText(result.source) + QLatin1String(": ")
         + codeOf(result.refusal) + QLatin1String(": ")
         + terminalText(result.detail.isEmpty() ? reasonOf(result.refusal) : result.detail);
-    file->write("# " + reason.toUtf8() + "\r\n" + message);
+    write("# " + reason.toUtf8() + "\r\n" + message);
     if (!message.isEmpty() && !message.endsWith('\n'))
-        file->write("\r\n");
+        write("\r\n");
+}
+
+// What a full disk takes of the bytes counts as success; only the rest fails.
+void Rejects::write(const QByteArray &bytes)
+{
+    qint64 written = 0;
+    while (written < bytes.size() && isWhole) {
+        const qint64 count = file->write(bytes.constData() + written, bytes.size() - written);
+        isWhole = count > 0;
+        written += count;
+    }
 }
 
 bool Rejects::commit()
@@ -44,7 +55,7 @@ bool Rejects::commit()
     if (!isWanted())
         return true;
     // A save file that is committed forgets what failed to reach the disk.
-    if (!file->flush())
+    if (!isWhole || !file->flush())
         return false;
     auto *const saved = qobject_cast<QSaveFile *>(file.get());
     return !saved || saved->commit();

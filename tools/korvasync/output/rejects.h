@@ -27,5 +27,8 @@ public:
     QString errorText() const { return file->errorString(); }
 
 private:
+    void write(const QByteArray &bytes);
+
+    bool isWhole = true; // all that was written so far
     std::unique_ptr<QFileDevice> file;
 };
