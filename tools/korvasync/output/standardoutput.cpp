@@ -3,8 +3,11 @@
 
 #include "standardoutput.h"
 
+#include "process/interrupt.h"
+
 #include <cerrno>
 #include <cstring>
+#include <poll.h>
 #include <unistd.h>
 
 void StandardOutput::write(const QByteArray &bytes)
@@ -13,6 +16,15 @@ void StandardOutput::write(const QByteArray &bytes)
     buffer += bytes;
     if (buffer.size() >= bufferSize)
         flush();
+}
+
+// Another program can make the pipe or terminal that we share answer at once that it is full.
+static bool canGoOn(int error)
+{
+    constexpr int pollMilliseconds = 200; // after which a signal is looked for
+    pollfd room{STDOUT_FILENO, POLLOUT, 0};
+    return (error == EAGAIN || error == EINTR)
+        && (poll(&room, 1, pollMilliseconds) > 0 || Interrupt::signalNumber() == 0);
 }
 
 bool StandardOutput::flush()
@@ -24,7 +36,7 @@ bool StandardOutput::flush()
         if (count >= 0) {
             data += count;
             left -= static_cast<size_t>(count);
-        } else if (errno != EINTR) {
+        } else if (!canGoOn(errno)) {
             errorText = QString::fromLocal8Bit(std::strerror(errno));
         }
     }
