@@ -5,8 +5,10 @@
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
+#include <QtCore/QFileInfo>
 #include <QtCore/QStandardPaths>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <sys/stat.h>
@@ -24,6 +26,21 @@ StoreLocation::StoreLocation(const QString &chosen)
     }
 }
 
+// A first write that came to nothing leaves an empty lock, and what it had begun, but no
+// marker. Anything else is somebody's.
+static bool isLeftByAFirstWrite(const QDir &directory)
+{
+    const auto everything = QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
+    const QStringList names = directory.entryList(everything);
+    const QFileInfo lock(directory, QStringLiteral("lock"));
+    return names.isEmpty()
+        || (lock.isFile() && lock.size() == 0
+            && std::all_of(names.cbegin(), names.cend(), [](const QString &name) {
+                   return name == QLatin1String("lock") || name == QLatin1String("db.new")
+                       || name.startsWith(QLatin1String("korvasync-store"));
+               }));
+}
+
 StoreLocation::State StoreLocation::state()
 {
     struct stat status;
@@ -35,14 +52,11 @@ StoreLocation::State StoreLocation::state()
         return Unreachable;
     }
     const QDir directory(folder);
-    const auto everything = QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
     if (directory.exists() && !directory.isReadable()) {
         error = QString::fromLocal8Bit(std::strerror(EACCES));
         return Unreachable;
     }
-    // A lock without a marker is left by a first write that came to nothing.
-    return directory.isEmpty(everything) || directory.exists(QStringLiteral("lock")) ? Absent
-                                                                                     : OtherFolder;
+    return isLeftByAFirstWrite(directory) ? Absent : OtherFolder;
 }
 
 void StoreLocation::select() const { qputenv(environmentVariable, QFile::encodeName(folder)); }
