@@ -59,6 +59,7 @@ void TestListing::selects_data()
     row("--ids --since 2010-11-03T14:25:31Z", "2\n5\n4\n");
     row("--ids --since 2010-11-03T14:25:32Z", "4\n");
     row("--ids --since 2010-11-03T16:25:31+02:00", "2\n5\n4\n");
+    row("--ids --since 2010-11-03t14:25:31z", "2\n5\n4\n");
     row("--ids --since 2010-11-03", "1\n2\n5\n4\n");
     row("--ids --since @1288794331", "2\n5\n4\n");
     row("--ids --number +15550100", "1\n2\n5\n");

@@ -294,7 +294,9 @@ QDateTime readOption(const QString &text, const QTimeZone &local)
         return QDateTime::fromMSecsSinceEpoch(seconds * 1000, Qt::UTC);
     }
     const bool isDate = text.size() == 10;
-    const auto reading = readYearFirst(Scanner(isDate ? text + QLatin1String("T00:00:00") : text));
+    const QString upper = text.toUpper(); // RFC 3339 has the letters in either case
+    const auto reading =
+        readYearFirst(Scanner(isDate ? upper + QLatin1String("T00:00:00") : upper));
     if (!reading || text.size() < 10 || text.at(4) != QLatin1Char('-'))
         return QDateTime();
     if (!isDate && !reading->offset) // RFC 3339 always names its zone
