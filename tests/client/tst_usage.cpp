@@ -15,6 +15,9 @@ class TestUsage : public QObject
 private Q_SLOTS:
     void refusesWhatItDoesNotUnderstand_data();
     void refusesWhatItDoesNotUnderstand();
+    void saysWhatItDoesNotUnderstand_data();
+    void saysWhatItDoesNotUnderstand();
+    void repeatsNamesAsTheyAre();
     void helps_data();
     void helps();
     void takesGlobalOptionsBeforeAndAfterTheCommand();
@@ -115,6 +118,46 @@ void TestUsage::refusesWhatItDoesNotUnderstand()
     QVERIFY(!QFile::exists(client.store()));
 }
 
+void TestUsage::saysWhatItDoesNotUnderstand_data()
+{
+    QTest::addColumn<QByteArray>("sentence");
+    const auto row = [](const char *line, const char *sentence) {
+        QTest::newRow(line) << QByteArray(sentence);
+    };
+    row("frob", "there is no command frob; see korvasync --help");
+    row("list --frob", "Unknown option 'frob'; see korvasync --help");
+    row("list --folder", "Missing value after '--folder'; see korvasync --help");
+    row("list --ids=3", "Unexpected value after '--ids'; see korvasync --help");
+    row("show x", "x is no database id; \"korvasync list\" shows them");
+    row("show", "show needs an id; \"korvasync list\" shows them");
+}
+
+void TestUsage::saysWhatItDoesNotUnderstand()
+{
+    QFETCH(QByteArray, sentence);
+    const QStringList arguments =
+        QString::fromLatin1(QTest::currentDataTag()).split(QLatin1Char(' '));
+    QCOMPARE(ClientProcess().run(arguments).errors, "korvasync: " + sentence + '\n');
+}
+
+void TestUsage::repeatsNamesAsTheyAre()
+{
+    ClientProcess client;
+    client.workingDirectory = client.filePath(QString());
+    const auto none = client.run({text("modify"), text("1"), text("%1%2 %n.vmg")});
+    QCOMPARE(none.errors,
+             QByteArray("korvasync: %1%2 %n.vmg cannot be read: No such file or directory; name a "
+                        "file that you may read\n"));
+    client.write(text("%1%2.vmg"), hello + hello);
+    const auto two = client.run({text("modify"), text("1"), text("%1%2.vmg")});
+    QCOMPARE(two.errors,
+             QByteArray("korvasync: modify takes exactly one message, and %1%2.vmg has more\n"));
+    const auto outcome = client.run({text("add"), text("-"), text("--rejects"), text("%1/%2")});
+    QCOMPARE(outcome.errors,
+             QByteArray("korvasync: %1/%2 cannot be written: No such file or directory; name "
+                        "another with --rejects\n"));
+}
+
 void TestUsage::helps_data()
 {
     QTest::addColumn<QStringList>("arguments");
@@ -133,6 +176,9 @@ void TestUsage::helps_data()
     row("delete -h", "Usage: korvasync [OPTIONS] delete ID...\n");
     row("calls -h", "Usage: korvasync [OPTIONS] calls [list] | add [FILE|-]... | wipe\n");
     row("--version", "korvasync ");
+    row("list --version", "korvasync ");
+    row("calls add --version", "korvasync ");
+    row("calls add --help", "Usage: korvasync [OPTIONS] calls ");
 }
 
 void TestUsage::helps()

@@ -46,8 +46,10 @@ QByteArray helpOf(const Command &command, const QCommandLineParser &parser)
         + '\n';
 }
 
-ExitCode usageError(const QString &sentence)
+ExitCode usageError(QString sentence)
 {
+    if (sentence.endsWith(QLatin1Char('.'))) // Qt's own sentences
+        sentence.chop(1);
     Diagnostics::error(sentence + QLatin1String("; see korvasync --help"));
     return UsageError;
 }
@@ -82,8 +84,8 @@ ExitCode runCommand(const Command &command, GlobalOptions &global, StandardOutpu
         Diagnostics::silenceWarnings();
     if (!global.localZoneIsExact) {
         Diagnostics::warn(QStringLiteral("TZ names no zone that is known here; times without a "
-                                         "zone are taken as of today's, %1, so name one such as "
-                                         "Europe/Helsinki")
+                                         "zone are read with today's distance, %1: name a zone "
+                                         "such as Europe/Helsinki")
                               .arg(QString::fromUtf8(global.localZone.id())));
     }
     StoreLocation location(global.store);
@@ -137,7 +139,9 @@ int main(int argc, char *argv[])
     StandardOutput output;
     ExitCode code = run(global, output);
     if (!output.flush()) {
-        Diagnostics::error(QLatin1String("standard output cannot be written: ") + output.error());
+        Diagnostics::error(
+            QStringLiteral("standard output cannot be written: %1; see where it goes")
+                .arg(output.error()));
         code = worse(code, SomeNotDone);
     }
     // A request that was given up would be waited for once more while the library ends.

@@ -307,7 +307,7 @@ void Adding<Kind>::settleFates()
 template <typename Kind>
 ExitCode Adding<Kind>::tellOfRejects(ExitCode code) const
 {
-    Diagnostics::error(QStringLiteral("%1 cannot be written: %2")
+    Diagnostics::error(QStringLiteral("%1 cannot be written: %2; name another with --rejects")
                            .arg(terminalText(options.rejects), rejects.errorText()));
     return code;
 }

@@ -105,7 +105,7 @@ void Deleting::report(int id, ItemResult::Status status, Refusal refusal)
 ExitCode run(const Invocation &invocation)
 {
     if (invocation.arguments.isEmpty()) {
-        Diagnostics::error(QStringLiteral("delete needs an id"));
+        Diagnostics::error(QStringLiteral("delete needs an id; \"korvasync list\" shows them"));
         return UsageError;
     }
     if (!Confirmation::isPossible(invocation, QStringLiteral("delete")))

@@ -44,7 +44,9 @@ ExitCode requirePlace(StoreLocation &location)
                                .arg(path));
     } else if (state == StoreLocation::Unreachable) {
         Diagnostics::error(
-            QStringLiteral("the store %1 cannot be opened: %2").arg(path, location.errorText()));
+            QStringLiteral("the store %1 cannot be opened: %2; see whose it is, or name "
+                           "another with --store")
+                .arg(path, location.errorText()));
     } else {
         return AllDone;
     }
