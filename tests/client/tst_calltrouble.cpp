@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The korvasync developers
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include "clientprocess.h"
+#include "trouble.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
@@ -11,6 +11,8 @@
 #include <cstdlib>
 #include <fcntl.h>
 #include <unistd.h>
+
+using namespace Trouble;
 
 // "calls" on a store that is missing, broken, full, closed or held, and interrupted.
 class TestCallTrouble : public QObject
@@ -48,44 +50,8 @@ QByteArray many(int count)
     return entries;
 }
 
-// One sentence, and it does not repeat the number.
-void verifySentence(const QByteArray &errors)
-{
-    QVERIFY2(errors.startsWith("korvasync: ") && errors.count('\n') >= 1, errors);
-    QVERIFY2(!errors.contains("5550100"), errors);
-}
-
-void addRows(const QList<const char *> &lines)
-{
-    QTest::addColumn<QStringList>("arguments");
-    for (const char *line : lines)
-        QTest::newRow(line) << QString::fromLatin1(line).split(QLatin1Char(' '));
-}
-
 const QList<const char *> readers{"calls", "calls wipe --yes", "calls wipe -n"};
 const QList<const char *> all = readers + QList<const char *>{"calls add -", "calls add -n -"};
-
-//! Holds the lock of a store, as a process does that writes and does not come to an end.
-class Holder
-{
-public:
-    explicit Holder(const ClientProcess &client)
-        : file(
-            open(QFile::encodeName(client.store() + text("/lock")).constData(), O_RDWR | O_CLOEXEC))
-    {
-        struct flock all = {};
-        all.l_type = F_WRLCK;
-        all.l_whence = SEEK_SET;
-        holds = fcntl(file, F_OFD_SETLKW, &all) == 0;
-    }
-    ~Holder() { close(file); }
-
-    bool holds = false;
-
-private:
-    Q_DISABLE_COPY(Holder)
-    int file;
-};
 
 bool readLines(QProcess &process, int count, QByteArray &lines)
 {
@@ -96,7 +62,7 @@ bool readLines(QProcess &process, int count, QByteArray &lines)
 
 } // namespace
 
-void TestCallTrouble::makesNoStoreByReading_data() { addRows(readers); }
+void TestCallTrouble::makesNoStoreByReading_data() { addCommandRows(readers); }
 
 void TestCallTrouble::makesNoStoreByReading()
 {
@@ -109,7 +75,7 @@ void TestCallTrouble::makesNoStoreByReading()
     QVERIFY(!QFile::exists(client.store()));
 }
 
-void TestCallTrouble::leavesAFolderOfOtherThingsAlone_data() { addRows(all); }
+void TestCallTrouble::leavesAFolderOfOtherThingsAlone_data() { addCommandRows(all); }
 
 void TestCallTrouble::leavesAFolderOfOtherThingsAlone()
 {
@@ -124,7 +90,7 @@ void TestCallTrouble::leavesAFolderOfOtherThingsAlone()
              QStringList{text("photo.jpg")});
 }
 
-void TestCallTrouble::refusesADamagedDatabase_data() { addRows(all); }
+void TestCallTrouble::refusesADamagedDatabase_data() { addCommandRows(all); }
 
 void TestCallTrouble::refusesADamagedDatabase()
 {
@@ -147,11 +113,7 @@ void TestCallTrouble::writesNothingOnAReadOnlyDisk()
     client.write(text("one.txt"), missed);
     client.workingDirectory = client.filePath(QString());
     const auto outcome =
-        client.runOnDisk("20m",
-                         "$KORVASYNC calls add -q one.txt; mount -o remount,ro $DISK; "
-                         "$KORVASYNC calls add -q -o ndjson --on-duplicate add one.txt; echo $?; "
-                         "$KORVASYNC calls wipe --yes; echo $?; "
-                         "mount -o remount,rw $DISK; $KORVASYNC calls -o ndjson");
+        runOnReadOnlyDisk(client, "calls add one.txt", "calls wipe --yes", "calls -o ndjson");
     const QList<QByteArray> lines = outcome.output.split('\n');
     QCOMPARE(lines.first(), QByteArray("added  one.txt:1"));
     QCOMPARE(lines.count("3"), 2);
@@ -168,12 +130,8 @@ void TestCallTrouble::keepsWhatWentInOnAFullDisk()
     ClientProcess client;
     client.write(text("many.txt"), many(40000));
     client.workingDirectory = client.filePath(QString());
-    const auto outcome = client.runOnDisk("6m",
-                                          "$KORVASYNC calls add -o ndjson many.txt; echo $?; "
-                                          "$KORVASYNC calls -o ndjson | wc -l; "
-                                          "mount -o remount,size=60m $DISK; "
-                                          "$KORVASYNC calls add -o ndjson many.txt | tail -1; "
-                                          "$KORVASYNC calls -o entries | cmp - many.txt; echo $?");
+    const auto outcome = runOnFullDisk(client, "calls add many.txt", "calls -o ndjson | wc -l",
+                                       "calls -o entries | cmp - many.txt; echo $?");
     verifySentence(outcome.errors);
     const int added = static_cast<int>(outcome.output.count("\"status\":\"added\""));
     const int failed =
@@ -200,8 +158,8 @@ void TestCallTrouble::givesUpAddingToAHeldStore()
     QVERIFY(process.waitForStarted());
     QByteArray lines;
     QVERIFY(readLines(process, chunkSize, lines));
-    const Holder holder(client);
-    QVERIFY(holder.holds);
+    const HeldStore holder(client);
+    QVERIFY(holder.isHeld);
     process.write(callEntry("incoming", "+15550100", 5, "20101103T142530Z"));
     process.closeWriteChannel();
     QVERIFY(process.waitForFinished(20000));
@@ -228,8 +186,8 @@ void TestCallTrouble::givesUpWipingAHeldStore()
     process.setReadChannel(QProcess::StandardError);
     QVERIFY(process.waitForReadyRead(20000)); // the question: the store is open by now
     {
-        const Holder holder(client);
-        QVERIFY(holder.holds);
+        const HeldStore holder(client);
+        QVERIFY(holder.isHeld);
         QCOMPARE(write(terminal, "y\n", 2), ssize_t(2));
         QVERIFY(process.waitForFinished(20000));
     }
@@ -270,7 +228,8 @@ void TestCallTrouble::failsWhenItsOutputDoesNotFit()
         {text("-c"), text(KORVASYNC_CLIENT " --store $STORE calls > /dev/full; echo $?")});
     QCOMPARE(outcome.output, QByteArray("1\n"));
     QCOMPARE(outcome.errors,
-             QByteArray("korvasync: standard output cannot be written: No space left on device\n"));
+             QByteArray("korvasync: standard output cannot be written: No space left on device; "
+                        "see where it goes\n"));
 }
 
 QTEST_GUILESS_MAIN(TestCallTrouble)

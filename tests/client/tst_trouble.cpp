@@ -1,15 +1,16 @@
 // SPDX-FileCopyrightText: 2026 The korvasync developers
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include "clientprocess.h"
+#include "trouble.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
+#include <QtCore/QMap>
 #include <QtTest/QTest>
 
 #include <csignal>
-#include <fcntl.h>
-#include <unistd.h>
+
+using namespace Trouble;
 
 // A store that is missing, broken, full, closed or held, and the client interrupted.
 class TestTrouble : public QObject
@@ -51,26 +52,14 @@ QByteArray TestTrouble::many(int count)
     return messages;
 }
 
-// One sentence, and it does not repeat what the messages say.
-static void verifySentence(const QByteArray &errors)
-{
-    QVERIFY2(errors.startsWith("korvasync: ") && errors.count('\n') >= 1, errors);
-    QVERIFY2(!errors.contains("5550100") && !errors.contains("Hello"), errors);
-}
-
-static void addCommandRows()
-{
-    QTest::addColumn<QStringList>("arguments");
-    for (const char *line : {"list", "list --modified-since 2024-01-01", "show 1", "modify 1 -",
-                             "delete --yes 1", "add -", "add -n -"})
-        QTest::newRow(line) << QString::fromLatin1(line).split(QLatin1Char(' '));
-}
+static const QList<const char *> commands{"list",           "list --modified-since 2024-01-01",
+                                          "show 1",         "modify 1 -",
+                                          "delete --yes 1", "add -",
+                                          "add -n -"};
 
 void TestTrouble::makesNoStoreByReading_data()
 {
-    QTest::addColumn<QStringList>("arguments");
-    for (const char *line : {"list", "show 1", "modify 1 -", "delete --yes 1"})
-        QTest::newRow(line) << QString::fromLatin1(line).split(QLatin1Char(' '));
+    addCommandRows({"list", "show 1", "modify 1 -", "delete --yes 1"});
 }
 
 void TestTrouble::makesNoStoreByReading()
@@ -88,22 +77,28 @@ void TestTrouble::makesNoStoreByReading()
     QVERIFY(QDir(client.store()).isEmpty());
 }
 
-void TestTrouble::leavesAFolderOfOtherThingsAlone_data() { addCommandRows(); }
+void TestTrouble::leavesAFolderOfOtherThingsAlone_data() { addCommandRows(commands); }
 
 void TestTrouble::leavesAFolderOfOtherThingsAlone()
 {
     QFETCH(QStringList, arguments);
-    ClientProcess client;
-    client.write(text("store/photo.jpg"), "x");
-    const auto outcome = client.run(arguments, hello);
-    QCOMPARE(outcome.exitCode, 3);
-    QCOMPARE(outcome.output, QByteArray());
-    verifySentence(outcome.errors);
-    QCOMPARE(QDir(client.store()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
-             QStringList{text("photo.jpg")});
+    const QList<QMap<QString, QByteArray>> others{{{text("photo.jpg"), "x"}},
+                                                  {{text("lock"), "123\n"}}, // of another program
+                                                  {{text("lock"), ""}, {text("photo.jpg"), "x"}}};
+    for (const auto &files : others) {
+        ClientProcess client;
+        for (auto file = files.cbegin(); file != files.cend(); ++file)
+            client.write(text("store/") + file.key(), file.value());
+        const auto outcome = client.run(arguments, hello);
+        QCOMPARE(outcome.exitCode, 3);
+        QCOMPARE(outcome.output, QByteArray());
+        verifySentence(outcome.errors);
+        QCOMPARE(QDir(client.store()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
+                 QStringList(files.keys()));
+    }
 }
 
-void TestTrouble::makesNoFreshStoreForALostDatabase_data() { addCommandRows(); }
+void TestTrouble::makesNoFreshStoreForALostDatabase_data() { addCommandRows(commands); }
 
 void TestTrouble::makesNoFreshStoreForALostDatabase()
 {
@@ -177,12 +172,7 @@ void TestTrouble::writesNothingOnAReadOnlyDisk()
     ClientProcess client;
     client.write(text("hello.vmg"), hello);
     client.workingDirectory = client.filePath(QString());
-    const auto outcome =
-        client.runOnDisk("20m",
-                         "$KORVASYNC add -q hello.vmg; mount -o remount,ro $DISK; "
-                         "$KORVASYNC add -o ndjson --on-duplicate add hello.vmg; echo $?; "
-                         "$KORVASYNC delete --yes 1; echo $?; "
-                         "mount -o remount,rw $DISK; $KORVASYNC list --ids");
+    const auto outcome = runOnReadOnlyDisk(client, "add hello.vmg", "delete --yes 1", "list --ids");
     const QList<QByteArray> lines = outcome.output.split('\n');
     QCOMPARE(lines.first(), QByteArray("added  1  hello.vmg:1"));
     QCOMPARE(lines.mid(lines.size() - 2), (QList<QByteArray>{"1", ""}));
@@ -195,11 +185,7 @@ void TestTrouble::keepsWhatWentInOnAFullDisk()
     ClientProcess client;
     client.write(text("many.vmsg"), many(20000));
     client.workingDirectory = client.filePath(QString());
-    const auto outcome =
-        client.runOnDisk("6m",
-                         "$KORVASYNC add -o ndjson many.vmsg; echo $?; $KORVASYNC list --ids; "
-                         "mount -o remount,size=60m $DISK; "
-                         "$KORVASYNC add -o ndjson many.vmsg | tail -1; $KORVASYNC list --count");
+    const auto outcome = runOnFullDisk(client, "add many.vmsg", "list --ids", "list --count");
     verifySentence(outcome.errors);
     const QList<QByteArray> lines = outcome.output.split('\n');
     int line = 0;
@@ -279,16 +265,11 @@ void TestTrouble::givesUpOnAHeldStore()
              QByteArray("{\"ref\":0,\"src\":\"-:1\",\"status\":\"added\",\"id\":1}\n"));
 
     // Now another process writes, and does not come to an end.
-    const QByteArray lockName = QFile::encodeName(client.store() + text("/lock"));
-    const int lock = open(lockName.constData(), O_RDWR | O_CLOEXEC);
-    struct flock all = {};
-    all.l_type = F_WRLCK;
-    all.l_whence = SEEK_SET;
-    QCOMPARE(fcntl(lock, F_OFD_SETLKW, &all), 0);
+    const HeldStore holder(client);
+    QVERIFY(holder.isHeld);
     process.write(vMessage("INBOX", "20101103T142531Z", "+15550100", "Hello"));
     process.closeWriteChannel();
     QVERIFY(process.waitForFinished(20000));
-    close(lock);
     QCOMPARE(process.exitCode(), 5);
     QCOMPARE(
         process.readAllStandardOutput(),
@@ -342,8 +323,10 @@ void TestTrouble::failsWhenItsOutputIsLost()
         text("bash"),
         {text("-c"),
          text("{ " KORVASYNC_CLIENT " --store $STORE list -o vmsg; echo $? >&2; } | head -c 10")});
-    QCOMPARE(outcome.errors,
-             QByteArray("korvasync: standard output cannot be written: Broken pipe\n1\n"));
+    QCOMPARE(
+        outcome.errors,
+        QByteArray(
+            "korvasync: standard output cannot be written: Broken pipe; see where it goes\n1\n"));
 }
 
 void TestTrouble::failsWhenItsOutputDoesNotFit()
@@ -355,7 +338,8 @@ void TestTrouble::failsWhenItsOutputDoesNotFit()
         {text("-c"), text(KORVASYNC_CLIENT " --store $STORE add - > /dev/full; echo $?")}, hello);
     QCOMPARE(outcome.output, QByteArray("1\n"));
     QCOMPARE(outcome.errors,
-             QByteArray("korvasync: standard output cannot be written: No space left on device\n"));
+             QByteArray("korvasync: standard output cannot be written: No space left on device; "
+                        "see where it goes\n"));
 }
 
 QTEST_GUILESS_MAIN(TestTrouble)

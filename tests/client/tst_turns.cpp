@@ -1,0 +1,255 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "trouble.h"
+
+#include <QtCore/QFile>
+#include <QtTest/QTest>
+
+#include <array>
+#include <csignal>
+
+// Several clients at a time, and one that waits for a store that another process holds.
+class TestTurns : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void storesNothingTwiceOnAFreshStore();
+    void waitsForAClientThatAdds();
+    void givesUpOnAClientThatAdds();
+    void addsAgainWithoutATurn();
+    void leavesNoFolderWithoutAStore();
+    void givesUpOnAHeldStore_data();
+    void givesUpOnAHeldStore();
+    void endsAtOnceWhenInterruptedOnAHeldStore_data();
+    void endsAtOnceWhenInterruptedOnAHeldStore();
+    void endsAWriteThatIsHeldWhenInterrupted();
+    void closesNoStoreThatIsHeld();
+    void stopsShowingWhenInterrupted();
+};
+
+static QByteArray message(int second)
+{
+    return vMessage("INBOX", "20101103T1425" + QByteArray::number(second) + "Z", "+15550100",
+                    "Hello");
+}
+
+static QByteArray messages(int count)
+{
+    QByteArray all;
+    for (int i = 0; i < count; ++i)
+        all += message(10 + i);
+    return all;
+}
+
+static bool waitForLine(QProcess &process)
+{
+    while (!process.canReadLine()) {
+        if (!process.waitForReadyRead(20000))
+            return false;
+    }
+    return true;
+}
+
+static void interrupt(const QProcess &process, int signalNumber)
+{
+    QCOMPARE(kill(static_cast<pid_t>(process.processId()), signalNumber), 0);
+}
+
+void TestTurns::storesNothingTwiceOnAFreshStore()
+{
+    ClientProcess client;
+    const QString file = client.write(text("same.vmg"), messages(40));
+    std::array<QProcess, 4> processes;
+    for (QProcess &process : processes)
+        client.start(process, {text("add"), text("-q"), file});
+    QByteArray output;
+    for (QProcess &process : processes) {
+        QVERIFY(process.waitForFinished(60000));
+        QCOMPARE(process.exitCode(), 0);
+        output += process.readAllStandardOutput();
+    }
+    QCOMPARE(output.count("added"), 40);
+    QCOMPARE(output.count("present"), 120);
+    QCOMPARE(client.run({text("list"), text("--count")}).output, QByteArray("40\n"));
+}
+
+void TestTurns::waitsForAClientThatAdds()
+{
+    ClientProcess client;
+    QProcess first;
+    client.start(first, {text("add"), text("-q"), text("--chunk"), text("1"), text("-")});
+    first.write(message(10));
+    QVERIFY(first.waitForStarted());
+    QVERIFY(waitForLine(first));
+    QProcess second;
+    client.start(second, {text("add"), text("-q"), text("-")});
+    second.write(message(11));
+    second.closeWriteChannel();
+    QVERIFY(second.waitForStarted());
+    first.write(message(11));
+    first.closeWriteChannel();
+    QVERIFY(first.waitForFinished(20000));
+    QVERIFY(second.waitForFinished(20000));
+    QCOMPARE(first.readAllStandardOutput(), QByteArray("added  1  -:1\nadded  2  -:16\n"));
+    QCOMPARE(second.readAllStandardOutput(), QByteArray("present  2  -:1\n"));
+}
+
+void TestTurns::givesUpOnAClientThatAdds()
+{
+    ClientProcess client;
+    QProcess first;
+    client.start(first, {text("add"), text("-q"), text("--chunk"), text("1"), text("-")});
+    first.write(message(10));
+    QVERIFY(first.waitForStarted());
+    QVERIFY(waitForLine(first));
+    const auto outcome =
+        client.run({text("add"), text("--timeout"), text("0.5"), text("-")}, message(11));
+    QCOMPARE(outcome.exitCode, 5);
+    QCOMPARE(outcome.output, QByteArray());
+    QVERIFY2(outcome.errors.contains("gave no answer in time"), outcome.errors);
+    // A dry run and a look at the store need no turn.
+    QCOMPARE(client.run({text("add"), text("-n"), text("-")}, message(11)).exitCode, 0);
+    QCOMPARE(client.run({text("list"), text("--ids")}).output, QByteArray("1\n"));
+    first.closeWriteChannel();
+    QVERIFY(first.waitForFinished(20000));
+}
+
+void TestTurns::addsAgainWithoutATurn()
+{
+    ClientProcess client;
+    QProcess first;
+    client.start(first, {text("add"), text("-q"), text("--chunk"), text("1"), text("-")});
+    first.write(message(10));
+    QVERIFY(first.waitForStarted());
+    QVERIFY(waitForLine(first));
+    const auto outcome = client.run(
+        {text("add"), text("-q"), text("--on-duplicate"), text("add"), text("-")}, message(10));
+    QCOMPARE(outcome.output, QByteArray("added  2  -:1\n"));
+    first.closeWriteChannel();
+    QVERIFY(first.waitForFinished(20000));
+}
+
+void TestTurns::leavesNoFolderWithoutAStore()
+{
+    ClientProcess client;
+    const auto outcome = client.run({text("add"), text("-qq"), text("-")},
+                                    vMessage("DRAFTS", "20101103T142530Z", "+15550100", "unsent"));
+    QCOMPARE(outcome.exitCode, 1);
+    QVERIFY(!QFile::exists(client.store()));
+}
+
+void TestTurns::givesUpOnAHeldStore_data()
+{
+    Trouble::addCommandRows({"list", "show 1", "list --modified-since 2024-01-01", "modify 1 -",
+                             "delete --yes 1", "add -", "calls", "calls wipe --yes",
+                             "calls add -"});
+}
+
+void TestTurns::givesUpOnAHeldStore()
+{
+    QFETCH(QStringList, arguments);
+    ClientProcess client;
+    client.fill(message(10));
+    const Trouble::HeldStore holder(client);
+    QVERIFY(holder.isHeld);
+    const auto outcome =
+        client.run(QStringList{text("--timeout"), text("0.5")} + arguments, message(11));
+    QCOMPARE(outcome.exitCode, 5);
+    QCOMPARE(outcome.output, QByteArray());
+    Trouble::verifySentence(outcome.errors);
+    QVERIFY2(outcome.errors.contains("gave no answer in time"), outcome.errors);
+}
+
+void TestTurns::endsAtOnceWhenInterruptedOnAHeldStore_data()
+{
+    Trouble::addCommandRows({"list", "show 1", "delete --yes 1", "calls"});
+}
+
+void TestTurns::endsAtOnceWhenInterruptedOnAHeldStore()
+{
+    QFETCH(QStringList, arguments);
+    ClientProcess client;
+    client.fill(message(10));
+    const Trouble::HeldStore holder(client);
+    QVERIFY(holder.isHeld);
+    QProcess process;
+    client.start(process, arguments);
+    QVERIFY(process.waitForStarted());
+    QTRY_VERIFY_WITH_TIMEOUT(holder.isWaitedFor(), 20000);
+    interrupt(process, SIGTERM);
+    QVERIFY(process.waitForFinished(20000));
+    QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(process.exitCode(), 143);
+    QCOMPARE(process.readAllStandardOutput(), QByteArray());
+    // It did not wait until the library gave up, which it says.
+    QCOMPARE(process.readAllStandardError(), QByteArray());
+}
+
+void TestTurns::endsAWriteThatIsHeldWhenInterrupted()
+{
+    ClientProcess client;
+    QProcess process;
+    client.start(process, {text("add"), text("--chunk"), text("1"), text("-")});
+    process.write(message(10));
+    QVERIFY(process.waitForStarted());
+    QVERIFY(waitForLine(process));
+    QCOMPARE(process.readLine(), QByteArray("added  1  -:1\n"));
+    {
+        const Trouble::HeldStore holder(client);
+        QVERIFY(holder.isHeld);
+        process.write(message(11));
+        QVERIFY(process.waitForBytesWritten());
+        QTRY_VERIFY_WITH_TIMEOUT(holder.isWaitedFor(), 20000);
+        interrupt(process, SIGINT);
+        QVERIFY(process.waitForFinished(20000)); // the library waits for half a minute
+    }
+    QCOMPARE(process.exitCode(), 130);
+    QCOMPARE(process.readAllStandardOutput(),
+             QByteArray("failed  -:16  sms-store: not known, as the store cannot be read back\n"
+                        "2 read, 1 added, 0 present, 0 refused, 1 failed\n"));
+}
+
+void TestTurns::closesNoStoreThatIsHeld()
+{
+    ClientProcess client;
+    QProcess process;
+    client.start(process, {text("add"), text("-q"), text("--chunk"), text("1"), text("-")});
+    process.write(message(10));
+    QVERIFY(process.waitForStarted());
+    QVERIFY(waitForLine(process));
+    {
+        const Trouble::HeldStore holder(client);
+        QVERIFY(holder.isHeld);
+        process.closeWriteChannel();
+        QVERIFY(process.waitForFinished(20000)); // the library waits for half a minute
+    }
+    QCOMPARE(process.exitCode(), 0);
+    QCOMPARE(client.run({text("list"), text("--ids")}).output, QByteArray("1\n"));
+}
+
+void TestTurns::stopsShowingWhenInterrupted()
+{
+    constexpr int count = 300000;
+    ClientProcess client;
+    client.fill(message(10));
+    QProcess process;
+    client.start(process, {text("show"), text("-o"), text("ndjson"), text("-")});
+    process.write(QByteArray("1\n").repeated(count));
+    process.closeWriteChannel();
+    QVERIFY(process.waitForStarted());
+    // The store is open once the client has its database mapped.
+    const auto isOpen = [&] {
+        QFile maps(text("/proc/%1/maps").arg(process.processId()));
+        return maps.open(QIODevice::ReadOnly) && maps.readAll().contains("/store/db/");
+    };
+    QTRY_VERIFY_WITH_TIMEOUT(isOpen(), 20000);
+    interrupt(process, SIGINT);
+    QVERIFY(process.waitForFinished(60000));
+    QCOMPARE(process.exitCode(), 130);
+    QVERIFY(process.readAllStandardOutput().count('\n') < count);
+}
+
+QTEST_GUILESS_MAIN(TestTurns)
+#include "tst_turns.moc"
