@@ -6,32 +6,32 @@
 namespace {
 
 template <typename New>
-Judged<NewItem> asItem(const Judged<New> &judged)
+Judged<NewItem> asItem(const Judged<New> &judged, std::optional<New> NewItem::*content)
 {
-    return {{judged.item.fingerprint, -1, QString(), judged.item},
-            judged.refusal,
-            judged.detail,
-            judged.answer};
+    NewItem item;
+    item.fingerprint = judged.item.fingerprint;
+    item.*content = judged.item;
+    return {item, judged.refusal, judged.detail, judged.answer};
 }
 
 template <typename New>
-QList<New> contentOf(const QList<NewItem> &items)
+QList<New> contentOf(const QList<NewItem> &items, std::optional<New> NewItem::*content)
 {
     QList<New> all;
     for (const NewItem &item : items) {
-        if (const New *one = std::get_if<New>(&item.content))
-            all += *one;
+        if (item.*content)
+            all += *(item.*content);
     }
     return all;
 }
 
 //! Gives the items what became of their messages or calls.
 template <typename New>
-void settle(QList<NewItem> &items, const QList<New> &added)
+void settle(QList<NewItem> &items, std::optional<New> NewItem::*content, const QList<New> &added)
 {
     auto next = added.cbegin();
     for (NewItem &item : items) {
-        if (!std::holds_alternative<New>(item.content))
+        if (!(item.*content))
             continue;
         item.id = next->id;
         item.trouble = next->trouble;
@@ -62,16 +62,16 @@ Answer AddableItems::readCalls()
 Judged<NewItem> AddableItems::judge(const InputItem &item)
 {
     if (item.kind != InputItem::AndroidCall)
-        return asItem(messages.judge(item));
+        return asItem(messages.judge(item), &NewItem::message);
     Judged<NewCall> judged = calls.judge(item);
     judged.answer = readCalls();
-    return asItem(judged);
+    return asItem(judged, &NewItem::call);
 }
 
 Answer AddableItems::add(QList<NewItem> &items)
 {
-    QList<NewMessage> newMessages = contentOf<NewMessage>(items);
-    QList<NewCall> newCalls = contentOf<NewCall>(items);
+    QList<NewMessage> newMessages = contentOf(items, &NewItem::message);
+    QList<NewCall> newCalls = contentOf(items, &NewItem::call);
     Answer answer = newMessages.isEmpty() ? Answer::Finished : messages.add(newMessages);
     if (!newCalls.isEmpty() && answer == Answer::Finished) {
         answer = calls.add(newCalls);
@@ -79,7 +79,7 @@ Answer AddableItems::add(QList<NewItem> &items)
         for (NewCall &call : newCalls)
             call.trouble = QStringLiteral("not tried, as the store did not take the messages");
     }
-    settle(items, newMessages);
-    settle(items, newCalls);
+    settle(items, &NewItem::message, newMessages);
+    settle(items, &NewItem::call, newCalls);
     return answer;
 }

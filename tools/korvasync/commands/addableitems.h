@@ -11,10 +11,9 @@ struct NewItem
 {
     Fingerprint fingerprint;
     int id = -1;
-    QString trouble; //!< why it is not stored; empty = it is
-    std::variant<NewMessage, NewCall> content;
-
-    bool isCall() const { return std::holds_alternative<NewCall>(content); }
+    QString trouble;                   //!< why it is not stored; empty = it is
+    std::optional<NewMessage> message; //!< either this
+    std::optional<NewCall> call;       //!< or this
 };
 
 //! What "korvasync add" adds: messages, and the calls of Android backups; see Adding.
@@ -31,7 +30,7 @@ public:
     Answer add(QList<NewItem> &items);
     static Refusal notStored(const NewItem &item)
     {
-        return item.isCall() ? Refusal::CallStore : Refusal::SmsStore;
+        return item.call ? Refusal::CallStore : Refusal::SmsStore;
     }
 
     DuplicateIndex &index;
