@@ -77,6 +77,8 @@ Outcome addInProcess(int count, int length, const QString &mount, const QString 
     return {process.exitCode(), ids};
 }
 
+constexpr qint64 Mebibyte = 1 << 20;
+
 qint64 sizeOf(const QString &text) { return text.toUtf8().size(); }
 
 //! A lower bound of what the events take in a message: their texts.
@@ -247,7 +249,7 @@ void TestAnnouncement::portionsStayBelowOneMebibyte()
     QCOMPARE(int(ids.size()), 1001);
     const QList<QList<Event>> portions = heard();
     for (const QList<Event> &portion : portions) {
-        QVERIFY(sizeOf(portion) < 1024 * 1024);
+        QVERIFY(sizeOf(portion) < Mebibyte);
         for (const Event &event : portion)
             QVERIFY(event.freeText().startsWith(text));
     }
@@ -297,7 +299,7 @@ void TestAnnouncement::everyFieldCountsInAPortion()
     const QList<QList<Event>> portions = heard();
     QCOMPARE(int(portions.size()), 2);
     for (const QList<Event> &portion : portions)
-        QVERIFY(sizeOf(portion) < 1024 * 1024);
+        QVERIFY(sizeOf(portion) < Mebibyte);
     QCOMPARE(idsOf(portions), ids);
     QCOMPARE(portions.at(0).at(0).messageParts(), event.messageParts());
     QCOMPARE(portions.at(0).at(0).contacts(), event.contacts());
