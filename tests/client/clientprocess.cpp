@@ -10,8 +10,9 @@ ClientProcess::ClientProcess()
     : environment(QProcessEnvironment::systemEnvironment())
 {
     environment.remove(QStringLiteral("KORVASYNC_STORE"));
-    environment.remove(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"));
-    environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), filePath(QStringLiteral("no-bus")));
+    // Without an address the bus library would look for a desktop's.
+    environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"),
+                       QStringLiteral("unix:path=/nonexistent"));
     environment.insert(QStringLiteral("XDG_DATA_HOME"), filePath(QStringLiteral("data")));
     environment.insert(QStringLiteral("TZ"), QStringLiteral("Europe/Helsinki"));
     environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C"));

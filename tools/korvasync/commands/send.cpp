@@ -37,9 +37,11 @@ SettledMessage settleAsNew(ParsedMessage message, const GlobalOptions &global)
     return settle(message, rules);
 }
 
-// A zero in the text, say, would be lost on the way.
+// Half a surrogate pair, say, would be lost on the way, and no bus carries a zero.
 bool isCarriedWhole(const SmsInfo &message)
 {
+    if (message.body.contains(QChar(QChar::Null)))
+        return false;
     const auto parsed = ParsedMessage::parse(VMessageEncoder().encode(message).vMessage.toUtf8());
     return parsed && parsed->recipient == message.toNumber && parsed->body == message.body;
 }
