@@ -21,8 +21,8 @@ namespace {
 
 constexpr int sendTimeLimit = 2000; // ms
 
-const QString historyInterface = QStringLiteral("com.quelt.commhistory");
-const QString addedSignal = QStringLiteral("eventsAdded");
+constexpr QLatin1String historyInterface("com.quelt.commhistory");
+constexpr QLatin1String addedSignal("eventsAdded");
 const char *const eventsSlot = SLOT(eventsAdded(QList<CommHistory::Event>));
 
 //! What a signal has to carry. Any program can send one, and the bus library would read

@@ -11,7 +11,7 @@
 
 #include <QtCore/QCoreApplication>
 
-static const QString BusName = QStringLiteral("org.korvasync.Sender");
+constexpr QLatin1String BusName("org.korvasync.Sender");
 
 SendService::SendService(std::chrono::milliseconds idleTime)
     : m_bus(QDBusConnection::sessionBus())

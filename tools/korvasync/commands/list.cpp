@@ -85,7 +85,7 @@ Answer readModified(MessageStore &store, const Selection &selection, QList<Store
             ids += record.id;
     }
     const int troublesBefore = Diagnostics::storeTroubleCount();
-    for (const int id : ids) {
+    for (const int id : qAsConst(ids)) {
         if (Interrupt::signalNumber() != 0)
             return Answer::Interrupted;
         const StoredMessage message = StoredMessage::fromRecord(store.message(id));

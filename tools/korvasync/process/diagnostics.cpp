@@ -4,6 +4,8 @@
 #include "diagnostics.h"
 
 #include <QtCore/QLoggingCategory>
+#include <QtCore/QMutex>
+#include <QtCore/QMutexLocker>
 
 #include <cstdio>
 
@@ -11,9 +13,21 @@ namespace Diagnostics {
 
 static bool traceIsOn = false;
 static bool warningsAreSilent = false;
-static QString firstStoreTrouble;
-static int storeTroubles = 0;
-static QString firstSendingTrouble;
+
+//! What the platform has warned of, from the store's own thread as well.
+struct Troubles
+{
+    QMutex mutex;
+    QString firstOfStore;
+    int countOfStore = 0;
+    QString firstOfSending;
+};
+
+static Troubles &troubles()
+{
+    static Troubles *const instance = new Troubles; // the store's thread may outlive main()
+    return *instance;
+}
 
 static void print(const QString &line)
 {
@@ -21,17 +35,22 @@ static void print(const QString &line)
     std::fwrite(bytes.constData(), 1, static_cast<size_t>(bytes.size()), stderr);
 }
 
+static void noteTrouble(const char *category, const QString &message)
+{
+    Troubles &all = troubles();
+    const QMutexLocker locker(&all.mutex);
+    if (qstrcmp(category, "korvasync.store") == 0) {
+        if (++all.countOfStore == 1)
+            all.firstOfStore = message;
+    } else if (qstrcmp(category, "korvasync.messaging") == 0 && all.firstOfSending.isEmpty()) {
+        all.firstOfSending = message;
+    }
+}
+
 static void handle(QtMsgType type, const QMessageLogContext &context, const QString &message)
 {
-    const bool isTrouble = type != QtDebugMsg && type != QtInfoMsg;
-    if (isTrouble && qstrcmp(context.category, "korvasync.store") == 0) {
-        if (firstStoreTrouble.isEmpty())
-            firstStoreTrouble = message;
-        ++storeTroubles;
-    }
-    if (isTrouble && qstrcmp(context.category, "korvasync.messaging") == 0
-        && firstSendingTrouble.isEmpty())
-        firstSendingTrouble = message;
+    if (type != QtDebugMsg && type != QtInfoMsg)
+        noteTrouble(context.category, message);
     if (traceIsOn || type == QtFatalMsg)
         print(message);
 }
@@ -59,10 +78,22 @@ void warn(const QString &sentence)
 
 void error(const QString &sentence) { print(QLatin1String("korvasync: ") + sentence); }
 
-QString storeTrouble() { return firstStoreTrouble; }
+QString storeTrouble()
+{
+    const QMutexLocker locker(&troubles().mutex);
+    return troubles().firstOfStore;
+}
 
-int storeTroubleCount() { return storeTroubles; }
+int storeTroubleCount()
+{
+    const QMutexLocker locker(&troubles().mutex);
+    return troubles().countOfStore;
+}
 
-QString sendingTrouble() { return firstSendingTrouble; }
+QString sendingTrouble()
+{
+    const QMutexLocker locker(&troubles().mutex);
+    return troubles().firstOfSending;
+}
 
 } // namespace Diagnostics
