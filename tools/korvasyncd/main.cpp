@@ -30,10 +30,14 @@ int main(int argc, char *argv[])
         return 2;
     }
     SendService service{std::chrono::seconds(seconds)};
-    if (!service.start()) {
+    // In the event loop, as the bus library may deliver calls that come before it out of order.
+    const auto start = [&service] {
+        if (service.start())
+            return;
         std::fputs("korvasyncd: the bus name org.korvasync.Sender cannot be taken\n", stderr);
-        return 1;
-    }
+        QCoreApplication::exit(1);
+    };
+    QMetaObject::invokeMethod(&service, start, Qt::QueuedConnection);
     QObject::connect(&service, &SendService::idle, &application, &QCoreApplication::quit);
     return QCoreApplication::exec();
 }
