@@ -1,0 +1,95 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+// The bytes as a file that a person adds, in any of its forms.
+
+#include "fuzzing.h"
+
+#include <android/callelement.h>
+#include <android/smselement.h>
+#include <calls/callentry.h>
+#include <messages/itemreader.h>
+#include <messages/parsedmessage.h>
+
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include <vector>
+
+namespace {
+
+//! A file in memory, with a name.
+class MemoryFile
+{
+public:
+    explicit MemoryFile(const QByteArray &bytes)
+        : descriptor(memfd_create("input", MFD_CLOEXEC))
+    {
+        require(write(descriptor, bytes.constData(), size_t(bytes.size())) == bytes.size());
+    }
+    ~MemoryFile() { close(descriptor); }
+
+    QString path() const { return QStringLiteral("/proc/self/fd/%1").arg(descriptor); }
+
+private:
+    Q_DISABLE_COPY(MemoryFile)
+    const int descriptor;
+};
+
+using Items = std::vector<InputItem>;
+
+Items itemsOf(const QByteArray &file, ItemReader::Form form = ItemReader::AnyForm)
+{
+    const MemoryFile input(file);
+    ItemReader reader(input.path(), form);
+    Items items;
+    while (auto item = reader.next())
+        items.push_back(*item);
+    require(reader.error().isEmpty());
+    return items;
+}
+
+void judge(const InputItem &item)
+{
+    static const QDateTime now = QDateTime(QDate(2026, 1, 1), QTime(0, 0), Qt::UTC);
+    switch (item.kind) {
+    case InputItem::Message:
+        ParsedMessage::parse(item.bytes);
+        break;
+    case InputItem::CallEntry:
+        CallEntry::parse(item.bytes, QTimeZone::utc(), now);
+        break;
+    case InputItem::AndroidSms:
+        SmsElement::parse(item.bytes);
+        break;
+    case InputItem::AndroidCall:
+        CallElement::parse(item.bytes, now);
+        break;
+    case InputItem::AndroidMms:
+    case InputItem::ForeignObject:
+    case InputItem::CutBackup:
+        break;
+    }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
+{
+    const QByteArray bytes(reinterpret_cast<const char *>(data), int(size));
+    quint64 line = 0;
+    for (const InputItem &item : itemsOf(bytes)) {
+        require(item.line >= line);
+        line = item.line;
+        judge(item);
+        if (item.kind == InputItem::CutBackup)
+            continue;
+        require(!item.bytes.isEmpty());
+        // As it stands among the rejects, the item is found again.
+        const Items again = itemsOf("# reason\r\n" + item.bytes + "\r\n");
+        require(!again.empty() && again.front().kind == item.kind && again.front().line == 2);
+    }
+    itemsOf(bytes, ItemReader::TextObjects);
+    itemsOf(bytes, ItemReader::AndroidXml);
+    return 0;
+}
