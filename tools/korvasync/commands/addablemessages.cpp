@@ -6,8 +6,6 @@
 #include "android/smselement.h"
 #include "messages/folder.h"
 
-using namespace KorvaSyncIf;
-
 AddableMessages::AddableMessages(const Invocation &invocation, const SettlingRules &rules,
                                  DuplicateIndex &index)
     : index(index)
@@ -19,14 +17,9 @@ AddableMessages::AddableMessages(const Invocation &invocation, const SettlingRul
 
 Answer AddableMessages::readStore()
 {
-    for (const LocationId folder : Folder::all()) {
-        const MessageStore::Read read = store.messages(QDateTime(), folder);
-        if (read.answer != Answer::Finished)
-            return read.answer;
-        for (const SyncSmsInfo &record : read.messages)
-            index.addStored(Fingerprint::of(StoredMessage::fromRecord(record)), record.id);
-    }
-    return Answer::Finished;
+    return store.forEach(Folder::all(), QDateTime(), [this](const StoredMessage &message) {
+        index.addStored(Fingerprint::of(message), message.id);
+    });
 }
 
 Judged<NewMessage> AddableMessages::judge(const InputItem &item) const

@@ -98,17 +98,10 @@ Answer readModified(MessageStore &store, const Selection &selection, QList<Store
 
 Answer readFolders(MessageStore &store, const Selection &selection, QList<StoredMessage> &messages)
 {
-    for (const LocationId folder : selection.folders) {
-        const MessageStore::Read read = store.messages(selection.since, folder);
-        if (read.answer != Answer::Finished)
-            return read.answer;
-        for (const SyncSmsInfo &record : read.messages) {
-            const StoredMessage message = StoredMessage::fromRecord(record);
-            if (selection.accepts(message))
-                messages += message;
-        }
-    }
-    return Answer::Finished;
+    return store.forEach(selection.folders, selection.since, [&](const StoredMessage &message) {
+        if (selection.accepts(message))
+            messages += message;
+    });
 }
 
 void arrange(QList<StoredMessage> &messages, int limit)

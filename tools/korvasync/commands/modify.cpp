@@ -52,17 +52,16 @@ Answer foresee(MessageStore &store, const SmsInfo &message, ItemResult &result)
 {
     const QString number =
         Number::comparable(message.fromNumber.isEmpty() ? message.toNumber : message.fromNumber);
-    for (const LocationId folder : Folder::all()) {
-        const MessageStore::Read read = store.messages(QDateTime(), folder);
-        if (read.answer != Answer::Finished)
-            return read.answer;
-        for (const SyncSmsInfo &record : read.messages) {
-            const StoredMessage other = StoredMessage::fromRecord(record);
-            if (Number::comparable(other.number).endsWith(number)) {
-                result.status = ItemResult::Changed;
-                return Answer::Finished;
-            }
-        }
+    bool isKnown = false;
+    const Answer answer =
+        store.forEach(Folder::all(), QDateTime(), [&](const StoredMessage &other) {
+            isKnown = isKnown || Number::comparable(other.number).endsWith(number);
+        });
+    if (answer != Answer::Finished)
+        return answer;
+    if (isKnown) {
+        result.status = ItemResult::Changed;
+        return Answer::Finished;
     }
     result.status = ItemResult::Failed;
     result.refusal = Refusal::SmsStore;

@@ -46,6 +46,22 @@ MessageStore::Read MessageStore::messages(const QDateTime &since, LocationId fol
     return read(timeout, [&] { return facade.messages(since, folder); });
 }
 
+Answer MessageStore::forEach(const QList<LocationId> &folders, const QDateTime &since,
+                             const std::function<void(const StoredMessage &)> &take)
+{
+    for (const LocationId folder : folders) {
+        const Read read = messages(since, folder);
+        if (read.answer != Answer::Finished)
+            return read.answer;
+        for (const SyncSmsInfo &record : read.messages) {
+            if (Interrupt::signalNumber() != 0)
+                return Answer::Interrupted;
+            take(StoredMessage::fromRecord(record));
+        }
+    }
+    return Answer::Finished;
+}
+
 MessageStore::Read MessageStore::modifiedMessages(const QDateTime &since, LocationId folder)
 {
     return read(timeout, [&] { return facade.modifiedMessages(since, folder); });

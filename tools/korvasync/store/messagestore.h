@@ -4,10 +4,13 @@
 #pragma once
 
 #include "pendingwait.h"
+#include "storedmessage.h"
 
 #include <korvasync/smssyncinterface.h>
 
 #include <QtCore/QList>
+
+#include <functional>
 
 //! The library's messages with its pending objects waited for. The only facade of the process,
 //! since a facade that goes takes the store adapters of all others with it.
@@ -32,6 +35,10 @@ public:
     //! that is broken from an id that is unknown.
     Answer probe();
     Read messages(const QDateTime &since, KorvaSyncIf::LocationId folder);
+    //! Hands out the messages of several folders one by one; they are held a folder at a time.
+    //! \param since  their own time, included; null = all
+    Answer forEach(const QList<KorvaSyncIf::LocationId> &folders, const QDateTime &since,
+                   const std::function<void(const StoredMessage &)> &take);
     Read modifiedMessages(const QDateTime &since, KorvaSyncIf::LocationId folder);
     //! \return id -1 when no message has the id; calls share the ids, but are no messages
     KorvaSyncIf::SyncSmsInfo message(int id);
