@@ -38,13 +38,16 @@ void TestUsage::refusesWhatItDoesNotUnderstand_data()
                              "status",
                              "changes",
                              "undo",
-                             "stats",
                              "numbers",
                              "verify",
                              "dups",
                              "log",
                              "lis",
                              "list --frob",
+                             "stats extra",
+                             "stats -o vmsg",
+                             "stats --since yesterday",
+                             "stats --limit many",
                              "--frob list",
                              "list extra",
                              "list --folder spam",
@@ -175,6 +178,7 @@ void TestUsage::helps_data()
     row("modify -h", "Usage: korvasync [OPTIONS] modify ID FILE|-\n");
     row("delete -h", "Usage: korvasync [OPTIONS] delete ID...\n");
     row("calls -h", "Usage: korvasync [OPTIONS] calls [list] | add [FILE|-]... | wipe\n");
+    row("stats -h", "Usage: korvasync [OPTIONS] stats\n");
     row("--version", "korvasync ");
     row("list --version", "korvasync ");
     row("calls add --version", "korvasync ");

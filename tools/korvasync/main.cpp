@@ -18,8 +18,8 @@ namespace {
 
 const QList<Command> &commands()
 {
-    static const QList<Command> all{listCommand(),   showCommand(),  addCommand(), modifyCommand(),
-                                    deleteCommand(), callsCommand(), sendCommand()};
+    static const QList<Command> all{listCommand(),   showCommand(),  addCommand(),  modifyCommand(),
+                                    deleteCommand(), callsCommand(), sendCommand(), statsCommand()};
     return all;
 }
 
@@ -40,10 +40,11 @@ QByteArray overview()
 QByteArray helpOf(const Command &command, const QCommandLineParser &parser)
 {
     const QByteArray help = parser.helpText().toUtf8();
+    const QByteArray notes(command.notes);
     const QByteArray usage =
         QByteArray("Usage: korvasync [OPTIONS] ") + command.name + ' ' + command.arguments;
     return usage.trimmed() + '\n' + command.summary + "\n\n" + help.mid(help.indexOf("Options:"))
-        + '\n';
+        + (notes.isEmpty() ? "" : "\n") + notes + '\n';
 }
 
 ExitCode usageError(QString sentence)

@@ -32,6 +32,7 @@ struct Command
     QStringList formats;   //!< of -o, the default first
     QList<QCommandLineOption> options;
     ExitCode (*run)(const Invocation &invocation);
+    const char *notes = ""; //!< for the help, behind the options: examples, exit codes
 };
 
 Command listCommand();
@@ -41,3 +42,4 @@ Command modifyCommand();
 Command deleteCommand();
 Command callsCommand();
 Command sendCommand();
+Command statsCommand();

@@ -21,13 +21,12 @@ static QByteArray ndjson(const Call &call)
     return json.line();
 }
 
-// 0:07, 12:30, 1:02:03
-static QString clockText(int seconds)
+QString clockText(qint64 seconds)
 {
-    const auto padded = [](int number) {
+    const auto padded = [](qint64 number) {
         return QString::number(number).rightJustified(2, QLatin1Char('0'));
     };
-    const int minutes = seconds / 60;
+    const qint64 minutes = seconds / 60;
     const QString head = minutes < 60
         ? QString::number(minutes)
         : QString::number(minutes / 60) + QLatin1Char(':') + padded(minutes % 60);

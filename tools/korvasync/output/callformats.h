@@ -15,4 +15,6 @@ namespace CallFormats {
 //!                android-xml
 void print(const QList<Call> &calls, const QString &format, StandardOutput &output);
 
+QString clockText(qint64 seconds); //!< 0:07, 12:30, 1:02:03
+
 } // namespace CallFormats

@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <cstring>
 #include <poll.h>
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 void StandardOutput::write(const QByteArray &bytes)
@@ -42,4 +43,13 @@ bool StandardOutput::flush()
     }
     buffer.clear();
     return errorText.isEmpty();
+}
+
+int StandardOutput::terminalWidth()
+{
+    constexpr int usualWidth = 80; // of a terminal that does not know its own
+    winsize size = {};
+    if (ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) != 0)
+        return 0;
+    return size.ws_col == 0 ? usualWidth : size.ws_col;
 }

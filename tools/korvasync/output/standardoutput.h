@@ -14,6 +14,9 @@ public:
     //! \return whether everything so far has been written
     bool flush();
 
+    //! In columns; 0 when it is no terminal.
+    static int terminalWidth();
+
     QString error() const { return errorText; }
 
 private:

@@ -1,0 +1,159 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "command.h"
+#include "storeaccess.h"
+
+#include "messages/folder.h"
+#include "messages/number.h"
+#include "options/arguments.h"
+#include "output/countformats.h"
+#include "process/diagnostics.h"
+#include "store/callstore.h"
+
+#include <QtCore/QHash>
+
+#include <algorithm>
+#include <limits>
+#include <tuple>
+#include <utility>
+
+namespace {
+
+//! Counts messages or calls as they come.
+class Counting
+{
+public:
+    //! \param kinds  what their kind is called: folder or type
+    Counting(bool isOfCalls, const char *kinds)
+        : isOfCalls(isOfCalls)
+        , kinds(kinds)
+    {
+    }
+
+    void count(const QString &kind, const QDateTime &time, const QString &number, qint64 amount);
+    QList<CountTable> tables(int limit) const;
+
+private:
+    using Rows = QHash<QString, CountTable::Row>;
+    enum Order { MostFirst, ByKey };
+
+    static void enter(Rows &rows, const QString &key, const QString &shown, qint64 amount);
+    CountTable table(const char *by, const Rows &rows, Order order) const;
+
+    const bool isOfCalls;
+    const char *const kinds;
+    CountTable::Row total;
+    Rows byKind;
+    Rows byYear;
+    Rows byNumber; // by what the spellings of a number have in common
+};
+
+void Counting::count(const QString &kind, const QDateTime &time, const QString &number,
+                     qint64 amount)
+{
+    const QString year = time.isValid() ? QString::number(time.date().year()) : QString();
+    ++total.count;
+    total.amount += amount;
+    enter(byKind, kind, kind, amount);
+    enter(byYear, year, year, amount);
+    enter(byNumber, Number::comparable(number), number, amount);
+}
+
+void Counting::enter(Rows &rows, const QString &key, const QString &shown, qint64 amount)
+{
+    CountTable::Row &row = rows[key];
+    const auto fullness = [](const QString &spelling) { // of a number: the international most
+        return std::pair(spelling.startsWith(QLatin1Char('+')), spelling.size());
+    };
+    if (fullness(shown) > fullness(row.key))
+        row.key = shown;
+    ++row.count;
+    row.amount += amount;
+}
+
+CountTable Counting::table(const char *by, const Rows &rows, Order order) const
+{
+    CountTable table{isOfCalls, by, rows.values(), 0};
+    std::sort(table.rows.begin(), table.rows.end(),
+              [order](const CountTable::Row &a, const CountTable::Row &b) {
+                  return order == ByKey ? a.key < b.key
+                                        : std::tie(b.count, a.key) < std::tie(a.count, b.key);
+              });
+    return table;
+}
+
+QList<CountTable> Counting::tables(int limit) const
+{
+    CountTable numbers = table("number", byNumber, MostFirst);
+    if (numbers.rows.size() > limit) {
+        numbers.hidden = numbers.rows.size() - limit;
+        numbers.rows = numbers.rows.mid(0, limit);
+    }
+    return {{isOfCalls, "total", {total}, 0},
+            table(kinds, byKind, MostFirst),
+            table("year", byYear, ByKey),
+            numbers};
+}
+
+ExitCode run(const Invocation &invocation)
+{
+    constexpr int numbersForPeople = 10;
+    const QString &format = invocation.global.format;
+    int limit =
+        format == QLatin1String("text") ? numbersForPeople : std::numeric_limits<int>::max();
+    QDateTime since;
+    if (!invocation.arguments.isEmpty()) {
+        Diagnostics::error(QStringLiteral("stats takes no arguments"));
+        return UsageError;
+    }
+    if (!Arguments::takeTime(invocation.options, "since", invocation.global.localZone, since)
+        || !Arguments::takeNumber(invocation.options, "limit", 0, std::numeric_limits<int>::max(),
+                                  limit))
+        return UsageError;
+    if (const ExitCode code = StoreAccess::requireStore(invocation.location))
+        return code;
+    Counting messages(false, "folder");
+    MessageStore store(invocation.global.timeout);
+    const Answer answer = store.forEach(Folder::all(), since, [&](const StoredMessage &message) {
+        messages.count(Folder::name(message.folder), message.time, message.number,
+                       message.isRead ? 0 : 1);
+    });
+    if (answer != Answer::Finished)
+        return StoreAccess::complain(invocation.location, answer);
+    Counting calls(true, "type");
+    CallStore callStore(invocation.global.timeout);
+    const CallStore::Read read = callStore.calls(CallStore::AllCalls, since);
+    if (read.answer != Answer::Finished)
+        return StoreAccess::complain(invocation.location, read.answer);
+    for (const Call &call : read.calls)
+        calls.count(call.type, call.start, call.number, call.duration);
+    CountFormats::print(messages.tables(limit) + calls.tables(limit), format, invocation.output);
+    return AllDone;
+}
+
+} // namespace
+
+Command statsCommand()
+{
+    const auto text = [](const char *latin1) { return QString::fromLatin1(latin1); };
+    return {
+        "stats",
+        "",
+        "Counts messages by folder, year (in UTC) and number, and calls by type, year and "
+        "number.",
+        {text("text"), text("ndjson")},
+        {
+            {text("since"),
+             text("From this time on: 2024-05-01T10:00:00Z, 2024-05-01 or @seconds."), text("T")},
+            {text("limit"), text("The N numbers that have most (text: 10, ndjson: all)."),
+             text("N")},
+        },
+        run,
+        "Numbers whose last 7 digits are alike count as one. On a terminal each row has a "
+        "bar.\n\n"
+        "Examples:\n"
+        "  korvasync stats --since 2024-01-01\n"
+        "  korvasync stats -o ndjson | grep '\"by\":\"year\"'\n\n"
+        "Exit codes: 0 counted, 2 usage, 3 the store cannot be read, 5 it gave no answer.\n"};
+}
