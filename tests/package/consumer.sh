@@ -2,26 +2,67 @@
 # SPDX-FileCopyrightText: 2026 The korvasync developers
 # SPDX-License-Identifier: LGPL-2.1-or-later
 
-# consumer.sh cmake|pkgconfig BUILD-DIR QT-MAJOR LIBDIR
+# consumer.sh cmake|pkgconfig|example EXAMPLES [PREFIX LIBDIR]
+# Builds and runs a program against the library that is installed in the system or in PREFIX.
 set -eu
-way=$1 build=$2 qt=$3 libdir=$4
+way=$1 examples=$2 prefix=${3:-/usr} libdir=${4:-lib}
 source=$(dirname "$(realpath "$0")")/consumer
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
+if [ "$prefix" != /usr ]; then
+    export PKG_CONFIG_PATH="$prefix/$libdir/pkgconfig" LD_LIBRARY_PATH="$prefix/$libdir"
+fi
 
-DESTDIR= cmake --install "$build" --prefix "$work/prefix" >"$work/install.log"
+build() { # SOURCE
+    cmake -S "$1" -B "$work/build" -DCMAKE_PREFIX_PATH="$prefix" >"$work/configure.log"
+    cmake --build "$work/build"
+}
+
+# is WHAT EXPECTED
+is() {
+    [ "$1" = "$2" ] && return
+    printf 'got:\n%s\nexpected:\n%s\n' "$1" "$2" >&2
+    exit 1
+}
+
 case $way in
 cmake)
-    cmake -S "$source" -B "$work/build" -DCMAKE_PREFIX_PATH="$work/prefix" >"$work/configure.log"
-    cmake --build "$work/build"
+    build "$source"
+    is "$("$work/build/consumer")" "BEGIN:VMSG"
     ;;
 pkgconfig)
-    mkdir "$work/build"
-    export PKG_CONFIG_PATH="$work/prefix/$libdir/pkgconfig"
     # shellcheck disable=SC2046
-    c++ -std=c++17 -fPIC "$source/main.cpp" -o "$work/build/consumer" \
+    c++ -std=c++17 -fPIC "$source/main.cpp" -o "$work/consumer" \
         $(pkg-config --cflags --libs korvasync)
+    is "$("$work/consumer")" "BEGIN:VMSG"
+    ;;
+example)
+    build "$examples"
+    export KORVASYNC_STORE="$work/store"
+    cat >"$work/first.vmsg" <<'END'
+BEGIN:VMSG
+VERSION:1.1
+X-IRMC-STATUS:READ
+X-IRMC-BOX:INBOX
+X-IRMC-TYPE:SMS
+X-MDO-TIMESTAMP:20240105T081500Z
+X-QLT-DT:20240105T081500Z
+BEGIN:VCARD
+VERSION:2.1
+TEL:+15550100
+END:VCARD
+BEGIN:VENV
+BEGIN:VBODY
+X-SMS;TYPE=TEXT;CHARSET=UTF-8:Good morning, Ada!
+END:VBODY
+END:VENV
+END:VMSG
+END
+    "$prefix/bin/korvasync" -qq add "$work/first.vmsg" >"$work/added"
+    is "$("$work/build/pullandpush" 2024-05-01T10:00:00Z +15550101 Hello | tr -d '\r')" \
+        "1
+$(cat "$work/first.vmsg")
+added as 2"
+    is "$("$prefix/bin/korvasync" list --number +15550101 --count)" 1
     ;;
 esac
-output=$(LD_LIBRARY_PATH="$work/prefix/$libdir" "$work/build/consumer")
-test "$output" = "BEGIN:VMSG"

@@ -1,0 +1,12 @@
+#!/bin/sh
+# SPDX-FileCopyrightText: 2026 The korvasync developers
+# SPDX-License-Identifier: LGPL-2.1-or-later
+
+# installedtree.sh cmake|pkgconfig|example EXAMPLES BUILD-DIR LIBDIR
+# Installs into a fresh prefix and tries a consumer there.
+set -eu
+way=$1 examples=$2 build=$3 libdir=$4
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+DESTDIR= cmake --install "$build" --prefix "$work/prefix" >"$work/install.log"
+"$(dirname "$0")/consumer.sh" "$way" "$examples" "$work/prefix" "$libdir"
