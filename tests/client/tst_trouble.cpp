@@ -55,11 +55,12 @@ QByteArray TestTrouble::many(int count)
 static const QList<const char *> commands{"list",           "list --modified-since 2024-01-01",
                                           "show 1",         "modify 1 -",
                                           "delete --yes 1", "stats",
-                                          "add -",          "add -n -"};
+                                          "numbers",        "add -",
+                                          "add -n -"};
 
 void TestTrouble::makesNoStoreByReading_data()
 {
-    addCommandRows({"list", "show 1", "modify 1 -", "delete --yes 1", "stats"});
+    addCommandRows({"list", "show 1", "modify 1 -", "delete --yes 1", "stats", "numbers"});
 }
 
 void TestTrouble::makesNoStoreByReading()

@@ -38,13 +38,14 @@ void TestUsage::refusesWhatItDoesNotUnderstand_data()
                              "status",
                              "changes",
                              "undo",
-                             "numbers",
                              "verify",
                              "dups",
                              "log",
                              "lis",
                              "list --frob",
                              "stats extra",
+                             "numbers extra",
+                             "numbers -o vmsg",
                              "stats -o vmsg",
                              "stats --since yesterday",
                              "stats --limit many",
@@ -179,6 +180,7 @@ void TestUsage::helps_data()
     row("delete -h", "Usage: korvasync [OPTIONS] delete ID...\n");
     row("calls -h", "Usage: korvasync [OPTIONS] calls [list] | add [FILE|-]... | wipe\n");
     row("stats -h", "Usage: korvasync [OPTIONS] stats\n");
+    row("numbers -h", "Usage: korvasync [OPTIONS] numbers\n");
     row("--version", "korvasync ");
     row("list --version", "korvasync ");
     row("calls add --version", "korvasync ");

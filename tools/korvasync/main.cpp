@@ -18,8 +18,9 @@ namespace {
 
 const QList<Command> &commands()
 {
-    static const QList<Command> all{listCommand(),   showCommand(),  addCommand(),  modifyCommand(),
-                                    deleteCommand(), callsCommand(), sendCommand(), statsCommand()};
+    static const QList<Command> all{listCommand(),   showCommand(),   addCommand(),
+                                    modifyCommand(), deleteCommand(), callsCommand(),
+                                    sendCommand(),   statsCommand(),  numbersCommand()};
     return all;
 }
 

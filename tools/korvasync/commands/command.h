@@ -43,3 +43,4 @@ Command deleteCommand();
 Command callsCommand();
 Command sendCommand();
 Command statsCommand();
+Command numbersCommand();

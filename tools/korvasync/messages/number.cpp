@@ -7,19 +7,33 @@
 
 namespace Number {
 
+static QString digitsOf(const QString &number)
+{
+    QString digits;
+    for (const QChar c : number) {
+        if (c.isDigit())
+            digits += QChar('0' + c.digitValue());
+    }
+    return digits;
+}
+
 QString comparable(const QString &number)
 {
     const bool isWord = std::any_of(number.cbegin(), number.cend(),
                                     [](QChar c) { return c.isLetter() || c.isSurrogate(); });
     if (isWord)
         return number.normalized(QString::NormalizationForm_C);
-    QString digits;
-    for (const QChar c : number) {
-        if (c.isDigit())
-            digits += QChar('0' + c.digitValue());
-    }
+    const QString digits = digitsOf(number);
     constexpr int matchLength = 7; // as the store joins numbers to conversations
     return digits.isEmpty() ? number : digits.right(matchLength);
+}
+
+QString significantDigits(const QString &number)
+{
+    QString digits = digitsOf(number);
+    while (digits.startsWith(QLatin1Char('0')))
+        digits.remove(0, 1);
+    return digits;
 }
 
 QString asMeant(const QString &number)

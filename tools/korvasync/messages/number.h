@@ -12,6 +12,9 @@ namespace Number {
 //! that the international and the national form are alike; a word as it stands.
 QString comparable(const QString &number);
 
+//! All digits of a number but the zeros in front, which stand for a prefix.
+QString significantDigits(const QString &number);
+
 //! What was meant by a number of a vMessage. The library takes the UTF-8 of a number for
 //! Latin-1, so a word such as "Bänk" stands in the store, and in every vMessage that comes
 //! from there, as "BÃ¤nk". Undone here, it is shown right, stays what it is when it is

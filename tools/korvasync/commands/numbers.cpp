@@ -1,0 +1,124 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "command.h"
+#include "storeaccess.h"
+
+#include "messages/folder.h"
+#include "messages/numberfindings.h"
+#include "output/jsonline.h"
+#include "output/terminaltext.h"
+#include "process/diagnostics.h"
+
+#include <QtCore/QMap>
+
+namespace {
+
+struct Wording
+{
+    const char *word;
+    const char *sentence;
+};
+
+Wording wordingOf(NumberFinding::Kind kind)
+{
+    switch (kind) {
+    case NumberFinding::DifferentNumbers:
+        return {"different-numbers", "different numbers with this end share a conversation"};
+    case NumberFinding::EndOfOthers:
+        return {"end-of-others", "others end with it and can get its messages"};
+    case NumberFinding::Pattern:
+        return {"pattern", "signs in it are read as a pattern; its messages can go anywhere"};
+    case NumberFinding::Spellings:
+        return {"spellings", "spellings of one number share a conversation"};
+    }
+    Q_UNREACHABLE();
+}
+
+QByteArray ndjson(const NumberFinding &finding)
+{
+    QByteArray lines;
+    for (const NumberFinding::Member &member : finding.members) {
+        lines += JsonLine()
+                     .add("finding", QLatin1String(wordingOf(finding.kind).word))
+                     .add("tail", finding.tail)
+                     .add("number", member.number)
+                     .add("messages", member.messages)
+                     .line();
+    }
+    return lines;
+}
+
+QByteArray text(const NumberFinding &finding)
+{
+    constexpr int countWidth = 8;
+    QByteArray lines =
+        terminalText(finding.tail).toUtf8() + ": " + wordingOf(finding.kind).sentence + '\n';
+    for (const NumberFinding::Member &member : finding.members) {
+        lines += QByteArray::number(member.messages).rightJustified(countWidth) + "  "
+            + terminalText(member.number).toUtf8() + '\n';
+    }
+    return lines;
+}
+
+ExitCode run(const Invocation &invocation)
+{
+    if (!invocation.arguments.isEmpty()) {
+        Diagnostics::error(QStringLiteral("numbers takes no arguments"));
+        return UsageError;
+    }
+    if (const ExitCode code = StoreAccess::requireStore(invocation.location))
+        return code;
+    NumberFindings findings;
+    MessageStore store(invocation.global.timeout);
+    const Answer answer =
+        store.forEach(Folder::all(), QDateTime(),
+                      [&](const StoredMessage &message) { findings.add(message.number); });
+    if (answer != Answer::Finished)
+        return StoreAccess::complain(invocation.location, answer);
+    const bool asJson = invocation.global.format == QLatin1String("ndjson");
+    QMap<NumberFinding::Kind, int> totals;
+    findings.forEach([&](const NumberFinding &finding) {
+        ++totals[finding.kind];
+        invocation.output.write(asJson ? ndjson(finding) : text(finding));
+    });
+    if (invocation.global.quiet > 0)
+        return AllDone;
+    JsonLine sums;
+    sums.add("numbers", findings.numberCount());
+    QStringList words{QStringLiteral("%1 numbers").arg(findings.numberCount())};
+    for (const auto kind : {NumberFinding::DifferentNumbers, NumberFinding::EndOfOthers,
+                            NumberFinding::Pattern, NumberFinding::Spellings}) {
+        const char *const word = wordingOf(kind).word;
+        sums.add(word, totals.value(kind));
+        words += QStringLiteral("%1 %2").arg(totals.value(kind)).arg(QLatin1String(word));
+    }
+    invocation.output.write(asJson ? JsonLine().add("summary", sums).line()
+                                   : words.join(QLatin1String(", ")).toUtf8() + '\n');
+    return AllDone;
+}
+
+} // namespace
+
+Command numbersCommand()
+{
+    return {
+        "numbers",
+        "",
+        "Tells which numbers share a conversation, and which of them should not.",
+        {QStringLiteral("text"), QStringLiteral("ndjson")},
+        {},
+        run,
+        "A message joins the first conversation whose number ends with the last 7 digits of its\n"
+        "own, or with its word. Findings, the doubtful ones first:\n"
+        "  different-numbers  two parties, perhaps, whose numbers end alike\n"
+        "  end-of-others      a short code or word that longer ones end with: where one of them\n"
+        "                     has a conversation first, that gets its messages\n"
+        "  pattern            a word with signs that the search reads as a pattern\n"
+        "  spellings          one number with and without its prefix: as it should be\n\n"
+        "Examples:\n"
+        "  korvasync numbers\n"
+        "  korvasync numbers -q -o ndjson | grep -v '\"finding\":\"spellings\"'\n\n"
+        "Exit codes: 0 told, also when there is a finding, 2 usage, 3 the store cannot be read,\n"
+        "5 it gave no answer.\n"};
+}
