@@ -175,7 +175,8 @@ bool convertToUtf8(std::string_view text, const std::string &charset, std::strin
         return false;
     const bool done = convert(converter, text, result);
     iconv_close(converter);
-    return done;
+    // iconv itself lets code points beyond Unicode through.
+    return done && isUtf8(*result);
 }
 
 std::string repairedUtf8(std::string_view text)

@@ -147,6 +147,7 @@ void TestTextDecoding::refusesCharsets_data()
     QTest::newRow("long") << QByteArray("a") << QByteArray(100000, 'A');
     QTest::newRow("bytes of another") << QByteArray("\xFC") << QByteArray("US-ASCII");
     QTest::newRow("cut character") << QByteArray("\x82") << QByteArray("SHIFT_JIS");
+    QTest::newRow("beyond Unicode") << QByteArray("\xF6\x8B\x97\x93") << QByteArray("UTF8");
 }
 
 void TestTextDecoding::refusesCharsets()
