@@ -24,8 +24,6 @@ private Q_SLOTS:
     void makesNoStoreByReading();
     void leavesAFolderOfOtherThingsAlone_data();
     void leavesAFolderOfOtherThingsAlone();
-    void refusesADamagedDatabase_data();
-    void refusesADamagedDatabase();
     void writesNothingOnAReadOnlyDisk();
     void keepsWhatWentInOnAFullDisk();
     void givesUpAddingToAHeldStore();
@@ -88,23 +86,6 @@ void TestCallTrouble::leavesAFolderOfOtherThingsAlone()
     verifySentence(outcome.errors);
     QCOMPARE(QDir(client.store()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
              QStringList{text("photo.jpg")});
-}
-
-void TestCallTrouble::refusesADamagedDatabase_data() { addCommandRows(all); }
-
-void TestCallTrouble::refusesADamagedDatabase()
-{
-    QFETCH(QStringList, arguments);
-    ClientProcess client;
-    QCOMPARE(client.run({text("calls"), text("add")}, missed).exitCode, 0);
-    const QStringList files = QDir(client.store() + text("/db")).entryList(QDir::Files);
-    QVERIFY(!files.isEmpty());
-    for (const QString &name : files)
-        client.write(text("store/db/") + name, QByteArray(5000, 'x'));
-    const auto outcome = client.run(arguments, missed);
-    QCOMPARE(outcome.exitCode, 3);
-    QCOMPARE(outcome.output, QByteArray());
-    verifySentence(outcome.errors);
 }
 
 void TestCallTrouble::writesNothingOnAReadOnlyDisk()

@@ -24,7 +24,6 @@ private Q_SLOTS:
     void leavesAFolderOfOtherThingsAlone();
     void makesNoFreshStoreForALostDatabase_data();
     void makesNoFreshStoreForALostDatabase();
-    void refusesADamagedDatabase();
     void refusesAStoreOfSomebodyElse();
     void refusesAPlaceThatIsAFile();
     void writesNothingOnAReadOnlyDisk();
@@ -113,26 +112,6 @@ void TestTrouble::makesNoFreshStoreForALostDatabase()
     for (const QString &name :
          QDir(client.store()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot))
         QVERIFY2(name == text("korvasync-store") || name == text("lock"), qPrintable(name));
-}
-
-void TestTrouble::refusesADamagedDatabase()
-{
-    ClientProcess client;
-    client.fill(hello);
-    const QDir database(client.store() + text("/db"));
-    const QStringList files = database.entryList(QDir::Files);
-    QVERIFY(!files.isEmpty());
-    for (const QString &name : files)
-        client.write(text("store/db/") + name, QByteArray(5000, 'x'));
-    for (const QStringList &arguments :
-         {QStringList{text("list")}, QStringList{text("show"), text("1")},
-          QStringList{text("delete"), text("--yes"), text("1")},
-          QStringList{text("add"), text("-")}}) {
-        const auto outcome = client.run(arguments, hello);
-        QCOMPARE(outcome.exitCode, 3);
-        QCOMPARE(outcome.output, QByteArray());
-        verifySentence(outcome.errors);
-    }
 }
 
 void TestTrouble::refusesAStoreOfSomebodyElse()
