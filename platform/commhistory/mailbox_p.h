@@ -3,11 +3,12 @@
 
 #pragma once
 
-#include <QtCore/QMutex>
 #include <QtCore/QObject>
 
+#include <deque>
 #include <functional>
 #include <memory>
+#include <mutex>
 
 namespace CommHistory {
 
@@ -15,21 +16,26 @@ namespace CommHistory {
 class Mailbox
 {
 public:
-    explicit Mailbox(QObject *owner)
-        : m_owner(owner)
-    {
-    }
+    //! To be made in the owner's thread.
+    explicit Mailbox(QObject *owner);
+
+    using Message = std::function<void()>;
 
     //! Has the owner's thread run \a message on a later turn of its event loop, unless
     //! the owner is gone by then.
-    void post(std::function<void()> message);
+    void post(Message message);
     //! To be called before the owner is gone.
     void close();
 
 private:
     Q_DISABLE_COPY(Mailbox)
-    QMutex m_mutex;
-    QObject *m_owner;
+    class Receiver;
+
+    Message take();
+
+    std::mutex m_mutex;
+    Receiver *m_receiver; // child of the owner; null when closed
+    std::deque<Message> m_messages;
 };
 
 using MailboxPointer = std::shared_ptr<Mailbox>;
