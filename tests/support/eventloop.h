@@ -6,13 +6,18 @@
 #include <QtCore/QEventLoop>
 #include <QtCore/QMetaObject>
 
+//! Runs one turn of the event loop.
+inline void turn()
+{
+    QEventLoop loop;
+    QMetaObject::invokeMethod(&loop, "quit", Qt::QueuedConnection);
+    loop.exec();
+}
+
 //! Runs the event loop until all is quiet. The scripted platform and the library work through
 //! posted events alone, so a fixed number of turns settles every test, however slow the machine.
 inline void settle()
 {
-    for (int turn = 0; turn < 20; ++turn) {
-        QEventLoop loop;
-        QMetaObject::invokeMethod(&loop, "quit", Qt::QueuedConnection);
-        loop.exec();
-    }
+    for (int i = 0; i < 20; ++i)
+        turn();
 }
