@@ -10,6 +10,9 @@
 #include <calls/callentry.h>
 #include <messages/itemreader.h>
 #include <messages/parsedmessage.h>
+#include <messages/settling.h>
+
+#include <korvasync/vmessageencoder.h>
 
 #include <sys/mman.h>
 #include <unistd.h>
@@ -49,21 +52,49 @@ Items itemsOf(const QByteArray &file, ItemReader::Form form = ItemReader::AnyFor
     return items;
 }
 
+QDateTime now() { return QDateTime(QDate(2026, 1, 1), QTime(0, 0), Qt::UTC); }
+
+// What goes into the store, in the library's own form, comes out the same.
+void settleAndReadBack(const std::optional<ParsedMessage> &parsed)
+{
+    if (!parsed)
+        return;
+    SettlingRules rules;
+    rules.folder = KorvaSyncIf::LocInbox;
+    rules.localZone = QTimeZone::utc();
+    rules.now = now();
+    const SettledMessage settled = settle(*parsed, rules);
+    if (settled.refusal != Refusal::None)
+        return;
+    const QString written = KorvaSyncIf::VMessageEncoder().encode(settled.message).vMessage;
+    const auto again = ParsedMessage::parse(written.toUtf8());
+    require(again.has_value());
+    const SettledMessage stored = settle(*again, rules);
+    require(stored.refusal == Refusal::None);
+    require(stored.message.parentId == settled.message.parentId);
+    require(stored.message.fromNumber == settled.message.fromNumber);
+    require(stored.message.toNumber == settled.message.toNumber);
+    require(stored.message.readStatus == settled.message.readStatus);
+    require(stored.message.time
+            == settled.message.time.addMSecs(-settled.message.time.time().msec()));
+    require(ParsedMessage::withLineFeeds(stored.message.body)
+            == ParsedMessage::withLineFeeds(settled.message.body));
+}
+
 void judge(const InputItem &item)
 {
-    static const QDateTime now = QDateTime(QDate(2026, 1, 1), QTime(0, 0), Qt::UTC);
     switch (item.kind) {
     case InputItem::Message:
-        ParsedMessage::parse(item.bytes);
+        settleAndReadBack(ParsedMessage::parse(item.bytes));
         break;
     case InputItem::CallEntry:
-        CallEntry::parse(item.bytes, QTimeZone::utc(), now);
+        CallEntry::parse(item.bytes, QTimeZone::utc(), now());
         break;
     case InputItem::AndroidSms:
-        SmsElement::parse(item.bytes);
+        settleAndReadBack(SmsElement::parse(item.bytes));
         break;
     case InputItem::AndroidCall:
-        CallElement::parse(item.bytes, now);
+        CallElement::parse(item.bytes, now());
         break;
     case InputItem::AndroidMms:
     case InputItem::ForeignObject:
@@ -76,6 +107,8 @@ void judge(const InputItem &item)
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
+    static const bool silent = (silenceTrace(), true);
+    require(silent);
     const QByteArray bytes(reinterpret_cast<const char *>(data), int(size));
     quint64 line = 0;
     for (const InputItem &item : itemsOf(bytes)) {
