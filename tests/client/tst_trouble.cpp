@@ -51,15 +51,22 @@ QByteArray TestTrouble::many(int count)
     return messages;
 }
 
-static const QList<const char *> commands{"list",           "list --modified-since 2024-01-01",
-                                          "show 1",         "modify 1 -",
-                                          "delete --yes 1", "stats",
-                                          "numbers",        "add -",
+static const QList<const char *> commands{"list",
+                                          "list --modified-since 2024-01-01",
+                                          "show 1",
+                                          "modify 1 -",
+                                          "delete --yes 1",
+                                          "stats",
+                                          "numbers",
+                                          "dups",
+                                          "dups --delete --yes",
+                                          "add -",
                                           "add -n -"};
 
 void TestTrouble::makesNoStoreByReading_data()
 {
-    addCommandRows({"list", "show 1", "modify 1 -", "delete --yes 1", "stats", "numbers"});
+    addCommandRows({"list", "show 1", "modify 1 -", "delete --yes 1", "stats", "numbers", "dups",
+                    "dups --delete --yes"});
 }
 
 void TestTrouble::makesNoStoreByReading()

@@ -39,11 +39,16 @@ void TestUsage::refusesWhatItDoesNotUnderstand_data()
                              "changes",
                              "undo",
                              "verify",
-                             "dups",
                              "log",
                              "lis",
                              "list --frob",
                              "stats extra",
+                             "dups extra",
+                             "dups -o vmsg",
+                             "dups --delete",
+                             "dups --yes",
+                             "dups --keep oldest",
+                             "dups --delete --yes --keep longest",
                              "numbers extra",
                              "numbers -o vmsg",
                              "stats -o vmsg",
@@ -181,6 +186,7 @@ void TestUsage::helps_data()
     row("calls -h", "Usage: korvasync [OPTIONS] calls [list] | add [FILE|-]... | wipe\n");
     row("stats -h", "Usage: korvasync [OPTIONS] stats\n");
     row("numbers -h", "Usage: korvasync [OPTIONS] numbers\n");
+    row("dups -h", "Usage: korvasync [OPTIONS] dups\n");
     row("--version", "korvasync ");
     row("list --version", "korvasync ");
     row("calls add --version", "korvasync ");

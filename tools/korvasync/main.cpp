@@ -18,9 +18,9 @@ namespace {
 
 const QList<Command> &commands()
 {
-    static const QList<Command> all{listCommand(),   showCommand(),   addCommand(),
-                                    modifyCommand(), deleteCommand(), callsCommand(),
-                                    sendCommand(),   statsCommand(),  numbersCommand()};
+    static const QList<Command> all{
+        listCommand(),  showCommand(), addCommand(),   modifyCommand(),  deleteCommand(),
+        callsCommand(), sendCommand(), statsCommand(), numbersCommand(), dupsCommand()};
     return all;
 }
 

@@ -44,3 +44,4 @@ Command callsCommand();
 Command sendCommand();
 Command statsCommand();
 Command numbersCommand();
+Command dupsCommand();

@@ -3,104 +3,12 @@
 
 #include "command.h"
 #include "confirmation.h"
-#include "storeaccess.h"
+#include "deleting.h"
 
 #include "options/arguments.h"
-#include "output/progress.h"
-#include "output/results.h"
 #include "process/diagnostics.h"
-#include "process/interrupt.h"
-
-#include <QtCore/QSet>
 
 namespace {
-
-constexpr int chunkSize = 500;
-
-//! The work of "korvasync delete".
-class Deleting
-{
-public:
-    explicit Deleting(const Invocation &invocation)
-        : invocation(invocation)
-        , store(invocation.global.timeout)
-        , results(invocation.output, ItemResult::Deleted,
-                  invocation.global.format == QLatin1String("ndjson"))
-        , progress(invocation.global.progress)
-    {
-    }
-
-    ExitCode run(const QList<int> &ids)
-    {
-        if (const ExitCode code = StoreAccess::requireReadable(invocation.location, store))
-            return code;
-        for (int i = 0; i < ids.size() && trouble == AllDone && Interrupt::signalNumber() == 0
-             && invocation.output.error().isEmpty();
-             i += chunkSize) {
-            deleteChunk(ids.mid(i, chunkSize));
-            progress.show(results.count(),
-                          static_cast<double>(results.count()) / static_cast<double>(ids.size()));
-        }
-        progress.end();
-        if (invocation.global.quiet == 0)
-            results.printSummary();
-        results.warnOfRefusals();
-        return worse(trouble, results.exitCode());
-    }
-
-private:
-    void deleteChunk(const QList<int> &ids);
-    void report(int id, ItemResult::Status status, Refusal refusal);
-
-    const Invocation &invocation;
-    MessageStore store;
-    Results results;
-    Progress progress;
-    QSet<int> deleted;
-    ExitCode trouble = AllDone; // the store's
-};
-
-void Deleting::deleteChunk(const QList<int> &ids)
-{
-    QList<int> known; // calls share the ids, and the library would delete one as well
-    QSet<int> seen = deleted;
-    for (const int id : ids) {
-        if (!seen.contains(id) && store.message(id).id != -1)
-            known += id;
-        seen += id;
-    }
-    bool canTell = true;
-    if (!invocation.global.dryRun && !known.isEmpty()) {
-        const MessageStore::Written written = store.remove(known);
-        // A failed commit names the whole chunk, and a store that cannot be read has no ids.
-        canTell = store.probe() == Answer::Finished;
-        const bool hasTrouble = !canTell || Diagnostics::storeTroubleCount() > 0;
-        const Answer answer =
-            written.answer == Answer::Finished && hasTrouble ? Answer::Refused : written.answer;
-        trouble = StoreAccess::complain(invocation.location, answer);
-    }
-    QSet<int> waiting(known.cbegin(), known.cend());
-    for (const int id : ids) {
-        if (!waiting.remove(id))
-            report(id, ItemResult::Refused, Refusal::SmsBadId);
-        else if (invocation.global.dryRun || (canTell && store.message(id).id == -1))
-            report(id, ItemResult::Deleted, Refusal::None);
-        else
-            report(id, ItemResult::Failed, Refusal::SmsDelete);
-    }
-    deleted.unite(seen);
-    invocation.output.flush();
-}
-
-void Deleting::report(int id, ItemResult::Status status, Refusal refusal)
-{
-    ItemResult result;
-    result.ref = results.count();
-    result.status = status;
-    result.id = id;
-    result.refusal = refusal;
-    results.report(result);
-}
 
 ExitCode run(const Invocation &invocation)
 {
@@ -116,7 +24,8 @@ ExitCode run(const Invocation &invocation)
     if (!Confirmation::isGiven(invocation,
                                QStringLiteral("Delete %1 message(s)?").arg(ids->size())))
         return AllDone;
-    return Deleting(invocation).run(*ids);
+    MessageStore store(invocation.global.timeout);
+    return Deleting(invocation, store).run(*ids);
 }
 
 } // namespace

@@ -5,7 +5,6 @@
 
 #include "androidxml.h"
 #include "csv.h"
-#include "jsonline.h"
 #include "mailbox.h"
 #include "messages/datetext.h"
 #include "messages/folder.h"
@@ -15,19 +14,23 @@
 
 namespace MessageFormats {
 
+JsonLine jsonOf(const StoredMessage &message)
+{
+    JsonLine json;
+    json.add("id", message.id)
+        .addUnlessEmpty("folder", Folder::name(message.folder))
+        .addUnlessEmpty("number", message.number)
+        .addUnlessEmpty("time", DateText::write(message.time))
+        .addBool("read", message.isRead)
+        .add("body", message.body)
+        .addUnlessEmpty("token", message.token);
+    return json;
+}
+
 static void printNdjson(const QList<StoredMessage> &messages, StandardOutput &output)
 {
-    for (const StoredMessage &message : messages) {
-        JsonLine json;
-        json.add("id", message.id)
-            .addUnlessEmpty("folder", Folder::name(message.folder))
-            .addUnlessEmpty("number", message.number)
-            .addUnlessEmpty("time", DateText::write(message.time))
-            .addBool("read", message.isRead)
-            .add("body", message.body)
-            .addUnlessEmpty("token", message.token);
-        output.write(json.line());
-    }
+    for (const StoredMessage &message : messages)
+        output.write(jsonOf(message).line());
 }
 
 static void printVMessages(const QList<StoredMessage> &messages, StandardOutput &output)

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "jsonline.h"
 #include "standardoutput.h"
 #include "store/storedmessage.h"
 
@@ -15,6 +16,8 @@ namespace MessageFormats {
 //! For programs.
 //! \param format  ndjson, vmsg, csv, mbox or android-xml
 void print(const QList<StoredMessage> &messages, const QString &format, StandardOutput &output);
+
+JsonLine jsonOf(const StoredMessage &message);
 
 //! For people, one line a message: id, time, folder, unread mark, number, text.
 void printTable(const QList<StoredMessage> &messages, StandardOutput &output);

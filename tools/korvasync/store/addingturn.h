@@ -8,8 +8,9 @@
 
 #include <chrono>
 
-//! Makes the clients that add to one store wait for each other, from the look at what is
-//! there to the last write, so that none stores what another is about to store. The turn is a
+//! Makes the clients that add to one store, or delete duplicates from it, wait for each other,
+//! from the look at what is there to the last write, so that none stores what another is about
+//! to store. The turn is a
 //! lock on the store's folder. Other programs that write through the library do not know of
 //! it: what they store meanwhile can be stored twice.
 class AddingTurn

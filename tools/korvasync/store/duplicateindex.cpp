@@ -39,3 +39,15 @@ int DuplicateIndex::storedId(const Fingerprint &fingerprint, int n) const
         return entry(fingerprint).firstId;
     return furtherIds.constFind(fingerprint)->at(static_cast<size_t>(n) - 2);
 }
+
+std::vector<std::vector<int>> DuplicateIndex::repeatedIds() const
+{
+    std::vector<std::vector<int>> groups;
+    for (auto further = furtherIds.cbegin(); further != furtherIds.cend(); ++further) {
+        groups.push_back(*further);
+        groups.back().push_back(entry(further.key()).firstId);
+        std::sort(groups.back().begin(), groups.back().end());
+    }
+    std::sort(groups.begin(), groups.end());
+    return groups;
+}

@@ -34,6 +34,10 @@ public:
     //! The database id of the n-th equal item, n from 1 to storedCount().
     int storedId(const Fingerprint &fingerprint, int n) const;
 
+    //! The database ids of items that the store has more than once: equal ones together,
+    //! lowest first.
+    std::vector<std::vector<int>> repeatedIds() const;
+
 private:
     //! What is known of equal items. Most have no equal, so the ids of further ones are apart.
     struct Entry

@@ -1,0 +1,174 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "command.h"
+#include "confirmation.h"
+#include "deleting.h"
+#include "storeaccess.h"
+
+#include "messages/folder.h"
+#include "options/arguments.h"
+#include "output/jsonline.h"
+#include "output/messageformats.h"
+#include "process/diagnostics.h"
+#include "process/interrupt.h"
+#include "store/addingturn.h"
+#include "store/duplicateindex.h"
+
+#include <optional>
+
+namespace {
+
+using Groups = std::vector<std::vector<int>>; // ids of equal messages
+
+Answer readGroups(MessageStore &store, Groups &groups)
+{
+    DuplicateIndex index;
+    const Answer answer =
+        store.forEach(Folder::all(), QDateTime(), [&](const StoredMessage &message) {
+            index.addStored(Fingerprint::of(message), message.id);
+        });
+    groups = index.repeatedIds();
+    return answer;
+}
+
+qsizetype surplusOf(const Groups &groups)
+{
+    qsizetype surplus = 0;
+    for (const auto &ids : groups)
+        surplus += static_cast<qsizetype>(ids.size()) - 1;
+    return surplus;
+}
+
+// ---- listing
+
+Answer readGroup(MessageStore &store, const std::vector<int> &ids, QList<StoredMessage> &messages)
+{
+    const int troublesBefore = Diagnostics::storeTroubleCount();
+    for (const int id : ids) {
+        const StoredMessage message = StoredMessage::fromRecord(store.message(id));
+        if (message.id != -1) // it may be gone by now
+            messages += message;
+    }
+    return Diagnostics::storeTroubleCount() == troublesBefore ? Answer::Finished : Answer::Refused;
+}
+
+void printGroup(const Invocation &invocation, int group, const QList<StoredMessage> &messages)
+{
+    if (invocation.global.format == QLatin1String("text")) {
+        MessageFormats::printTable(messages, invocation.output);
+        invocation.output.write("\n");
+        return;
+    }
+    for (const StoredMessage &message : messages)
+        invocation.output.write(MessageFormats::jsonOf(message).add("group", group).line());
+}
+
+ExitCode list(const Invocation &invocation, MessageStore &store, const Groups &groups)
+{
+    int group = 0;
+    for (const auto &ids : groups) {
+        if (Interrupt::signalNumber() != 0 || !invocation.output.error().isEmpty())
+            return SomeNotDone;
+        QList<StoredMessage> messages;
+        const Answer answer = readGroup(store, ids, messages);
+        if (answer != Answer::Finished)
+            return StoreAccess::complain(invocation.location, answer);
+        printGroup(invocation, ++group, messages);
+    }
+    if (invocation.global.quiet > 0)
+        return AllDone;
+    const qsizetype surplus = surplusOf(groups);
+    if (invocation.global.format == QLatin1String("text")) {
+        invocation.output.write(
+            QStringLiteral("%1 group(s), %2 surplus\n").arg(group).arg(surplus).toUtf8());
+    } else {
+        invocation.output.write(
+            JsonLine()
+                .add("summary", JsonLine().add("groups", group).add("surplus", surplus))
+                .line());
+    }
+    return AllDone;
+}
+
+// ---- deleting
+
+enum Keep { Oldest, Newest };
+
+// Equal messages are of the same second: the one that was added first has the lowest id.
+ExitCode remove(const Invocation &invocation, MessageStore &store, const Groups &groups, Keep keep)
+{
+    QList<int> surplus;
+    for (const auto &ids : groups) {
+        const int kept = keep == Oldest ? ids.front() : ids.back();
+        for (const int id : ids) {
+            if (id != kept)
+                surplus += id;
+        }
+    }
+    if (!surplus.isEmpty()
+        && !Confirmation::isGiven(invocation,
+                                  QStringLiteral("Delete %1 message(s)?").arg(surplus.size())))
+        return AllDone;
+    return Deleting(invocation, store).run(surplus);
+}
+
+ExitCode run(const Invocation &invocation)
+{
+    const bool deletes = invocation.isSet("delete");
+    if (!invocation.arguments.isEmpty()
+        || (!deletes && (invocation.isSet("keep") || invocation.isSet("yes")))) {
+        Diagnostics::error(
+            QStringLiteral("dups takes no arguments, and --keep and --yes only with --delete"));
+        return UsageError;
+    }
+    const auto keep = Arguments::takeChoice(invocation.options, "keep",
+                                            {QStringLiteral("oldest"), QStringLiteral("newest")});
+    if (!keep
+        || (deletes && !Confirmation::isPossible(invocation, QStringLiteral("dups --delete"))))
+        return UsageError;
+    MessageStore store(invocation.global.timeout);
+    if (const ExitCode code = StoreAccess::requireStore(invocation.location))
+        return code;
+    // Else two clients could each delete the message that the other one keeps.
+    AddingTurn turn(invocation.location);
+    Answer answer = deletes && !invocation.global.dryRun ? turn.take(invocation.global.timeout)
+                                                         : Answer::Finished;
+    Groups groups;
+    if (answer == Answer::Finished)
+        answer = readGroups(store, groups);
+    if (answer != Answer::Finished)
+        return StoreAccess::complain(invocation.location, answer);
+    return deletes ? remove(invocation, store, groups, static_cast<Keep>(*keep))
+                   : list(invocation, store, groups);
+}
+
+} // namespace
+
+Command dupsCommand()
+{
+    const auto text = [](const char *latin1) { return QString::fromLatin1(latin1); };
+    return {
+        "dups",
+        "",
+        "Lists equal messages in groups, or deletes all but one of each group.",
+        {text("text"), text("ndjson")},
+        {
+            {text("delete"), text("Delete all but one of each group.")},
+            {text("keep"),
+             text("The one that stays: oldest (default), the first added, or "
+                  "newest."),
+             text("WHICH"), text("oldest")},
+            {text("yes"), text("Do not ask.")},
+        },
+        run,
+        "Messages are equal by the rule of \"korvasync add\": the same folder, number (its last\n"
+        "7 digits), second and text. A text that was truly sent twice within a second is in a\n"
+        "group as well: look at the list first.\n\n"
+        "Examples:\n"
+        "  korvasync dups\n"
+        "  korvasync dups --delete --keep newest --dry-run\n"
+        "  korvasync dups --delete --yes\n\n"
+        "Exit codes: 0 listed, or all deleted, 1 some were not deleted, 2 usage, 3 the store\n"
+        "cannot be read or written, 4 some were gone already, 5 it gave no answer.\n"};
+}
