@@ -153,6 +153,11 @@ void VMessageScanner::add(std::string_view bytes)
 
 void VMessageScanner::finish() { d->finished = true; }
 
+bool VMessageScanner::nextLineCanBeStructure() const
+{
+    return !d->crLf || d->before != LineEnd::Lf;
+}
+
 bool VMessageScanner::next(Message *message)
 {
     Line line;

@@ -51,6 +51,9 @@ public:
     void add(std::string_view bytes);
     //! Says that the file has ended, so that its last lines count as whole.
     void finish();
+    //! Whether the line that begins behind all bytes so far may be structure: by the rule
+    //! above it is no text of the open message.
+    bool nextLineCanBeStructure() const;
     //! \return false when the next message is not there as a whole; after finish(): no more
     bool next(Message *message);
 

@@ -117,9 +117,9 @@ void TestAndroidBackups::addsCallsAlone()
     QCOMPARE(outcome.output,
              QByteArray("{\"ref\":0,\"src\":\"-:2\",\"status\":\"added\"}\n"
                         "{\"ref\":1,\"src\":\"-:3\",\"status\":\"refused\",\"code\":\"foreign-"
-                        "object\",\"detail\":\"a message; \\\"korvasync add\\\" takes messages\"}\n"
+                        "object\",\"detail\":\"a message, which korvasync add takes\"}\n"
                         "{\"ref\":2,\"src\":\"-:4\",\"status\":\"refused\",\"code\":\"foreign-"
-                        "object\",\"detail\":\"a message; \\\"korvasync add\\\" takes messages\"}\n"
+                        "object\",\"detail\":\"a message, which korvasync add takes\"}\n"
                         "{\"ref\":3,\"src\":\"-:5\",\"status\":\"added\"}\n")
                  + summary(4, 2, 0, 2));
     QCOMPARE(client.run(listCalls).output,
@@ -215,7 +215,7 @@ void TestAndroidBackups::keepsRejectsOfAllKinds()
     const auto outcome = client.run(add + QStringList{text("--rejects"), text("r.txt"), text(".")});
     QCOMPARE(outcome.exitCode, 1);
     const QByteArray noTime("bad-time: no time, or none that can be; --on-bad-time now takes the "
-                            "clock's\r\n");
+                            "time of the clock\r\n");
     const QByteArray rejects = "# ./a.vmg:1: " + noTime + timeless
         + "# ./a.vmg:15: foreign-object: not a text message but an object that begins with "
           "BEGIN:BMSG\r\n"
@@ -241,10 +241,13 @@ void TestAndroidBackups::findsMendedRejectsBehindCutOnes()
     const QByteArray cut = message.left(message.indexOf("END:VBODY"));
     const auto outcome = client.run(
         add,
-        "# a:1: sms-parse: cut\r\n" + cut + "# a:2: mended\r\n" + sms("1", "1288794330000", "one")
-            + "# a:3: cut\r\n<sms body=\"two\r\n# a:4: whole\r\n" + message
-            + "# a:5: cut\r\nBEGIN:VCALLHISTENTRY\r\n# a:6: mended\r\n" + call("1")
-            + "# a:7: cut\r\n" + cut + "# a:8: mended\r\n" + call("2"));
+        "# a:1: sms-parse: a cut one, so that's what it is\r\n" + cut
+            + "# a:2: bad-time: mended\r\n" + sms("1", "1288794330000", "one")
+            + "# a:3: sms-parse: cut\r\n<sms body=\"two\r\n# a:4: bad-time: that's whole\r\n"
+            + message
+            + "# a:5: call-parse: cut\r\nBEGIN:VCALLHISTENTRY\r\n# a:6: call-type: mended\r\n"
+            + call("1") + "# a:7: sms-parse: cut\r\n" + cut + "# a:8: call-type: mended\r\n"
+            + call("2"));
     QCOMPARE(
         outcome.output,
         QByteArray("{\"ref\":0,\"src\":\"-:2\",\"status\":\"refused\",\"code\":\"sms-parse\","
@@ -254,7 +257,7 @@ void TestAndroidBackups::findsMendedRejectsBehindCutOnes()
                    "\"detail\":\"not a whole sms element\"}\n"
                    "{\"ref\":3,\"src\":\"-:19\",\"status\":\"added\",\"id\":2}\n"
                    "{\"ref\":4,\"src\":\"-:35\",\"status\":\"refused\",\"code\":\"foreign-object\","
-                   "\"detail\":\"a call; \\\"korvasync calls add\\\" takes calls\"}\n"
+                   "\"detail\":\"a call, which korvasync calls add takes\"}\n"
                    "{\"ref\":5,\"src\":\"-:37\",\"status\":\"added\"}\n"
                    "{\"ref\":6,\"src\":\"-:39\",\"status\":\"refused\",\"code\":\"sms-parse\","
                    "\"detail\":\"not a whole vMessage\"}\n"

@@ -18,6 +18,10 @@ private Q_SLOTS:
     void readsOnAcrossPieces();
     void findsMixedItemsWhereverPiecesEnd();
     void findsWhatIsWholeBeforeACut();
+    void endsACutItemAtTheNextReason_data();
+    void endsACutItemAtTheNextReason();
+    void findsEntriesBehindACutMessage();
+    void takesWhatATextSaysForText();
     void keepsNoItemThatIsTooLong();
     void readsUtf16();
 
@@ -122,7 +126,7 @@ static QList<QByteArray> itemsOf(ItemReader &reader)
 // The file is read in pieces of 64 KiB.
 void TestItemReader::findsMixedItemsWhereverPiecesEnd()
 {
-    const QByteArray all = mixedItems().join("\n# <sms a:1: reason\n");
+    const QByteArray all = mixedItems().join("\n# <sms a:1: sms-parse: that's the reason\n");
     for (int shift = 0; shift < all.size(); ++shift) {
         ItemReader reader(write(QByteArray(65536 - shift - 1, 'x') + '\n' + all));
         QCOMPARE(itemsOf(reader), mixedItems());
@@ -131,7 +135,7 @@ void TestItemReader::findsMixedItemsWhereverPiecesEnd()
 
 void TestItemReader::findsWhatIsWholeBeforeACut()
 {
-    const QByteArray separator("\n# a:1: reason\n");
+    const QByteArray separator("\n# a:1: sms-parse: reason\n");
     const QByteArray all = mixedItems().join(separator);
     for (int length = 0; length < all.size(); ++length) {
         ItemReader reader(write(all.left(length)));
@@ -149,9 +153,65 @@ void TestItemReader::findsWhatIsWholeBeforeACut()
     }
 }
 
+static const QByteArray entry("BEGIN:VCALLHISTENTRY\nTEL:1\nEND:VCALLHISTENTRY\n");
+
+void TestItemReader::endsACutItemAtTheNextReason_data()
+{
+    QTest::addColumn<QByteArray>("cut");
+    QTest::newRow("element-name") << QByteArray("<sms");
+    QTest::newRow("element-value") << QByteArray("<sms body=\"it's");
+    QTest::newRow("element-content") << QByteArray("<mms><parts><part");
+    QTest::newRow("entry") << QByteArray("BEGIN:VCALLHISTENTRY\r\nTEL:1");
+    QTest::newRow("foreign") << QByteArray("BEGIN:VNOTE\r\nBODY:1");
+    QTest::newRow("message-header") << QByteArray("BEGIN:VMSG\r\nVERSION:1.1");
+    QTest::newRow("message-body") << QByteArray("BEGIN:VMSG\r\nBEGIN:VBODY\r\nX-SMS:a\nb");
+}
+
+// A file of rejects has the reason between any two items, with an apostrophe as it may be.
+void TestItemReader::endsACutItemAtTheNextReason()
+{
+    QFETCH(QByteArray, cut);
+    const QByteArray reason("\r\n# it's a file.xml:12: bad-time: the clock's time\r\n");
+    const QByteArray message("BEGIN:VMSG\r\nBEGIN:VBODY\r\nX-SMS:c\r\nEND:VBODY\r\nEND:VMSG\r\n");
+    for (const QByteArray &next : {QByteArray("<sms body='d' />"), entry, message}) {
+        ItemReader reader(write(cut + reason + next + reason + next));
+        const QList<QByteArray> items = itemsOf(reader);
+        QCOMPARE(items.size(), 3);
+        QCOMPARE(items.at(0).trimmed(), cut);
+        QCOMPARE(items.at(1), next);
+        QCOMPARE(items.at(2), next);
+    }
+}
+
+void TestItemReader::findsEntriesBehindACutMessage()
+{
+    const QByteArray message(
+        "BEGIN:VMSG\r\nVERSION:1.1\r\nBEGIN:VBODY\r\nX-SMS:c\r\nEND:VBODY\r\n");
+    const QByteArray crLfEntry = QByteArray(entry).replace("\n", "\r\n");
+    for (const int length : {12, 20, 40, 58}) {
+        const QByteArray cut = message.left(length) + "\r\n";
+        ItemReader reader(write(cut + crLfEntry.repeated(3) + message + "END:VMSG\r\n" + entry));
+        const QList<QByteArray> expected{
+            cut, crLfEntry, crLfEntry, crLfEntry, message + "END:VMSG\r\n", entry};
+        QCOMPARE(itemsOf(reader), expected);
+    }
+    ItemReader many(write("BEGIN:VMSG\nVERSION:1.1\n" + entry.repeated(1000000)));
+    QCOMPARE(itemsOf(many).size(), 1000001);
+}
+
+void TestItemReader::takesWhatATextSaysForText()
+{
+    const QByteArray end("\r\nEND:VBODY\r\nEND:VMSG\r\n");
+    const QByteArray own = "BEGIN:VMSG\r\nBEGIN:VBODY\r\nX-SMS:a\n# a:1: bad-time: b\n" + entry
+        + "# a:1: bad-time: b" + end;
+    const QByteArray other = "BEGIN:VMSG\r\nBEGIN:VBODY\r\nTEXT:a\r\nBEGIN:VCALLHISTENTRY" + end;
+    const QList<QByteArray> messages{own, other, own};
+    ItemReader reader(write(messages.join()));
+    QCOMPARE(itemsOf(reader), messages);
+}
+
 void TestItemReader::keepsNoItemThatIsTooLong()
 {
-    const QByteArray entry("BEGIN:VCALLHISTENTRY\nTEL:1\nEND:VCALLHISTENTRY\n");
     QByteArray lines;
     for (int i = 0; i < 6000000; ++i)
         lines += "TEL:1\n";

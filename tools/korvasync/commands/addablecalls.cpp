@@ -36,7 +36,7 @@ CallEntry::Parsed AddableCalls::parse(const InputItem &item) const
     case InputItem::AndroidSms:
     case InputItem::AndroidMms:
         parsed.refusal = Refusal::ForeignObject;
-        parsed.detail = QStringLiteral("a message; \"korvasync add\" takes messages");
+        parsed.detail = QStringLiteral("a message, which korvasync add takes");
         break;
     case InputItem::ForeignObject:
         parsed.refusal = Refusal::ForeignObject;

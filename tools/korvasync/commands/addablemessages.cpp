@@ -39,7 +39,7 @@ Judged<NewMessage> AddableMessages::judge(const InputItem &item) const
     case InputItem::CallEntry:
     case InputItem::AndroidCall:
         judged.refusal = Refusal::ForeignObject;
-        judged.detail = QStringLiteral("a call; \"korvasync calls add\" takes calls");
+        judged.detail = QStringLiteral("a call, which korvasync calls add takes");
         break;
     case InputItem::ForeignObject:
         judged.refusal = Refusal::ForeignObject;

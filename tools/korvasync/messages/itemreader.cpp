@@ -4,6 +4,7 @@
 #include "itemreader.h"
 
 #include "process/interrupt.h"
+#include "refusal.h"
 
 #include <vmessage/vmessageparser.h>
 
@@ -17,8 +18,8 @@ namespace {
 using Size = decltype(QByteArray().size());
 
 constexpr qint64 longestItem = qint64(32) * 1024 * 1024;
-// Of a line that much is looked at to tell what it begins or ends.
-constexpr size_t headLength = 256;
+// Of a line that much is looked at to tell what it begins or ends: a reason names a file.
+constexpr size_t headLength = 8192;
 
 struct ObjectName
 {
@@ -42,10 +43,11 @@ QByteArray toBytes(std::string_view text)
 
 // What stands in the wrong letter case, or with blanks around it, is an object all the same,
 // so that it is refused instead of passed over.
-bool isObjectLine(std::string_view head, std::string_view keyword, std::string_view name)
+QByteArray wordsOf(std::string_view head) { return toBytes(head).trimmed().toUpper(); }
+
+bool isObjectLine(const QByteArray &words, const char *keyword, std::string_view name)
 {
-    const QByteArray words = toBytes(head).trimmed().toUpper();
-    const QByteArray wanted = toBytes(keyword) + toBytes(name);
+    const QByteArray wanted = keyword + toBytes(name);
     return words.startsWith(wanted)
         && (words.size() == wanted.size()
             || !std::isalnum(static_cast<unsigned char>(words.at(wanted.size()))));
@@ -56,14 +58,15 @@ const ObjectName *objectOf(std::string_view head)
     const size_t word = head.find_first_not_of(" \t");
     if (word == std::string_view::npos || (head[word] != 'B' && head[word] != 'b'))
         return nullptr;
+    const QByteArray words = wordsOf(head);
     for (const ObjectName &object : objectNames) {
-        if (isObjectLine(head, "BEGIN:", object.name))
+        if (isObjectLine(words, "BEGIN:", object.name))
             return &object;
     }
     return nullptr;
 }
 
-bool isReason(std::string_view head) { return head.substr(0, 2) == "# "; }
+bool isRemark(std::string_view head) { return head.substr(0, 2) == "# "; }
 
 std::optional<InputItem::Kind> kindOfElement(std::string_view name)
 {
@@ -82,27 +85,12 @@ size_t nextBeginning(std::string_view broken)
         const std::string_view here = broken.substr(i);
         if (lineStart) {
             const std::string_view head = here.substr(0, std::min(here.find('\n'), headLength));
-            if (isReason(head) || VMessageScanner::isBegin(head) || objectOf(head))
+            if (VMessageScanner::isBegin(head) || objectOf(head))
                 return i;
         }
         lineStart = here.front() == '\n';
         if (here.front() == '<' && kindOfElement(ElementScanner::nameAt(here)))
             return i;
-    }
-    return 0;
-}
-
-// Where in a message or entry without its end the next item of a file of rejects begins: an
-// element behind the line with its reason. 0 if none does.
-Size nextReject(const QByteArray &cut)
-{
-    for (auto at = cut.indexOf("\n# "); at >= 0; at = cut.indexOf("\n# ", at + 1)) {
-        const auto lineEnd = cut.indexOf('\n', at + 1);
-        if (lineEnd < 0)
-            return 0;
-        const QByteArray next = cut.mid(lineEnd + 1, static_cast<Size>(headLength));
-        if (kindOfElement(ElementScanner::nameAt({next.constData(), size_t(next.size())})))
-            return at + 1;
     }
     return 0;
 }
@@ -198,15 +186,13 @@ bool ItemReader::finish()
         place = Between;
         return true;
     case Object:
-        emitUpTo(objectEnds ? 0 : nextReject(buffer.mid(begin)));
+        emitItem(position);
         return true;
     case VMessage:
-        messages->finish();
-        takeMessages(position);
-        place = Between;
+        closeMessage();
         return true;
     case Element:
-        breakElement();
+        breakElement(false);
         return true;
     case BrokenElement:
         cutIsTold = true;
@@ -250,7 +236,7 @@ bool ItemReader::stepBetween()
         const auto head = lineHead();
         if (!head)
             return false;
-        if (isReason(*head)) {
+        if (isRemark(*head)) {
             place = PassedLine;
             return true;
         }
@@ -284,11 +270,12 @@ bool ItemReader::openObject(std::string_view head)
         open(VMessage, InputItem::Message);
         messages = std::make_unique<VMessageScanner>();
         messageLength = 0;
+        otherObject = 0;
         return true;
     }
     const ObjectName *object = objectOf(head);
     // The end of an entry without its beginning is one by itself, so that it is refused.
-    objectEnds = !object && isObjectLine(head, "END:", objectNames[0].name);
+    objectEnds = !object && isObjectLine(wordsOf(head), "END:", objectNames[0].name);
     if (objectEnds)
         object = &objectNames[0];
     if (!object)
@@ -313,11 +300,11 @@ bool ItemReader::stepObject()
         const auto head = lineHead();
         if (!head)
             return false;
-        if (VMessageScanner::isBegin(*head) || objectOf(*head)) {
-            emitUpTo(nextReject(buffer.mid(begin, position - begin)));
+        if (isReasonLine(*head) || VMessageScanner::isBegin(*head) || objectOf(*head)) {
+            emitItem(position);
             return true;
         }
-        objectEnds = isObjectLine(*head, "END:", objectName);
+        objectEnds = isObjectLine(wordsOf(*head), "END:", objectName);
     }
     const bool isWhole = takeLine();
     if (isWhole && objectEnds)
@@ -329,14 +316,41 @@ bool ItemReader::stepObject()
 
 bool ItemReader::stepVMessage()
 {
+    if (atLineStart) {
+        const auto head = lineHead();
+        if (!head)
+            return false;
+        if (messages->nextLineCanBeStructure()) {
+            if (isReasonLine(*head)) {
+                closeMessage();
+                return true;
+            }
+            const bool isText =
+                head->empty() || std::isspace(static_cast<unsigned char>((*head)[0]));
+            if (otherObject == 0 && !isText && objectOf(*head))
+                otherObject = messageLength;
+        }
+    }
     const Size start = position;
     takeLine();
     messages->add(view(start, position));
     messageLength += position - start;
     takeMessages(start);
-    if (place == VMessage && messageLength > longestItem)
-        emitTooLong();
+    if (place == VMessage && messageLength > longestItem) {
+        if (otherObject != 0)
+            closeMessage();
+        else
+            emitTooLong();
+    }
     return true;
+}
+
+//! Ends the open message here, whether it is whole or not.
+void ItemReader::closeMessage()
+{
+    messages->finish();
+    takeMessages(position);
+    place = Between;
 }
 
 //! \param lineStart  of the line in hand
@@ -347,24 +361,29 @@ void ItemReader::takeMessages(Size lineStart)
         takeMessage(message, lineStart);
 }
 
-// A message that lacks its end is found when the next one begins, which is open then.
+// A message that lacks its end is found when the next one begins, which is open then. Another
+// object that begins in a message is its text, unless the message is cut or broken.
 void ItemReader::takeMessage(const VMessageScanner::Message &message, Size lineStart)
 {
-    QByteArray bytes = toBytes(message.bytes);
+    const QByteArray bytes = toBytes(message.bytes);
     const quint64 firstLine = beginLine + message.line - 1;
-    const Size next = message.complete || isMessage(bytes) ? 0 : nextReject(bytes);
+    const bool isWhole = otherObject == 0 || (message.complete && isMessage(bytes));
+    const Size next = isWhole ? 0 : otherObject;
+    const Size taken = message.complete ? position : lineStart; // of the buffer
     found += InputItem{InputItem::Message, next == 0 ? bytes : bytes.left(next), firstLine, false};
-    messageLength = 0;
+    messageLength = position - taken;
+    otherObject = 0;
     if (message.complete)
         place = Between;
     if (next == 0)
         return;
-    buffer.replace(0, lineStart, bytes.mid(next));
+    buffer.replace(0, taken, bytes.mid(next));
     position = 0;
     line = firstLine + lineCount(bytes.left(next));
     atLineStart = true;
     place = Between;
 }
+
 // ---- elements
 
 bool ItemReader::openMarkup()
@@ -436,9 +455,18 @@ bool ItemReader::stepElement()
     const char *const bytes = buffer.constData();
     while (position < end) {
         const char c = bytes[position];
+        if (c == '#' && bytes[position - 1] == '\n') {
+            const auto head = lineHead();
+            if (!head)
+                return false;
+            if (isReasonLine(*head)) {
+                breakElement(true);
+                return true;
+            }
+        }
         const ElementScanner::Verdict verdict = element.take(c);
         if (verdict == ElementScanner::Broken) {
-            breakElement();
+            breakElement(false);
             return true;
         }
         ++position;
@@ -456,13 +484,15 @@ bool ItemReader::stepElement()
 }
 
 // One broken element ends nothing: what begins inside of it is read again.
-void ItemReader::breakElement()
+void ItemReader::breakElement(bool atReason)
 {
-    const size_t next = nextBeginning(view(begin, position));
-    if (next == 0)
-        place = BrokenElement;
+    const auto next = static_cast<Size>(nextBeginning(view(begin, position)));
+    if (next != 0)
+        emitUpTo(next);
+    else if (atReason)
+        emitUpTo(position - begin);
     else
-        emitUpTo(static_cast<Size>(next));
+        place = BrokenElement;
 }
 
 //! Takes the rest of its line to it, so that it can be mended.
@@ -478,14 +508,12 @@ bool ItemReader::stepBrokenElement()
     return true;
 }
 
-//! Ends the open item in the midst of its bytes, after \a length of them; 0 = after all.
+//! Ends the open item in the midst of its bytes, after \a length of them.
 void ItemReader::emitUpTo(Size length)
 {
-    if (length != 0) {
-        line = beginLine + lineCount(buffer.mid(begin, length));
-        position = begin + length;
-        atLineStart = buffer.at(position - 1) == '\n';
-    }
+    line = beginLine + lineCount(buffer.mid(begin, length));
+    position = begin + length;
+    atLineStart = buffer.at(position - 1) == '\n';
     emitItem(position);
 }
 

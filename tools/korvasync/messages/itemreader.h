@@ -40,7 +40,8 @@ struct InputItem
 //! holds: by the longest item, and an item is not kept beyond 32 MiB.
 //!
 //! Lines that begin with "# " between two items are passed over whole, as rejects have the
-//! reasons in them. In a file that begins with a tag, so are comments and CDATA sections.
+//! reasons in them. In a file that begins with a tag, so are comments and CDATA sections. The
+//! line with a reason also ends any item that was cut before it.
 class ItemReader
 {
 public:
@@ -86,9 +87,10 @@ private:
     bool openSection(std::string_view text, std::string_view start, const char *end);
     bool openRoot(std::string_view name);
     void open(Place itemPlace, InputItem::Kind itemKind);
+    void closeMessage();
     void takeMessages(Size lineStart);
     void takeMessage(const VMessageScanner::Message &message, Size lineStart);
-    void breakElement();
+    void breakElement(bool atReason);
     void emitUpTo(Size length);
     void emitItem(Size end);
     void emitTooLong();
@@ -111,7 +113,8 @@ private:
     bool objectEnds = false;          // with the line in hand
     const char *sectionEnd = nullptr; // of a comment or CDATA section
     std::unique_ptr<VMessageScanner> messages;
-    qint64 messageLength = 0;
+    Size messageLength = 0;
+    Size otherObject = 0; // where in the open message one seems to begin, 0 = nowhere
     ElementScanner element;
 
     bool hasContent = false;

@@ -41,7 +41,8 @@ Wording wordingOf(Refusal refusal)
     case Refusal::BadCallTime:
         return {"bad-time", "no time, or none that can be"};
     case Refusal::BadTime:
-        return {"bad-time", "no time, or none that can be; --on-bad-time now takes the clock's"};
+        return {"bad-time",
+                "no time, or none that can be; --on-bad-time now takes the time of the clock"};
     case Refusal::Duplicate:
         return {"duplicate", "there already"};
     case Refusal::TooManyRecipients:
@@ -61,3 +62,34 @@ Wording wordingOf(Refusal refusal)
 QString codeOf(Refusal refusal) { return QLatin1String(wordingOf(refusal).code); }
 
 QString reasonOf(Refusal refusal) { return QLatin1String(wordingOf(refusal).reason); }
+
+QByteArray reasonLine(const QString &source, Refusal refusal, const QString &reason)
+{
+    return "# " + source.toUtf8() + ": " + wordingOf(refusal).code + ": " + reason.toUtf8();
+}
+
+static bool isCode(std::string_view word)
+{
+    for (int i = 1; i <= static_cast<int>(Refusal::Unreadable); ++i) {
+        if (word == wordingOf(static_cast<Refusal>(i)).code)
+            return true;
+    }
+    return false;
+}
+
+bool isReasonLine(std::string_view line)
+{
+    constexpr std::string_view separator(": ");
+    if (line.substr(0, 2) != "# ")
+        return false;
+    for (size_t at = line.find(separator); at != std::string_view::npos;) {
+        const size_t next = line.find(separator, at + separator.size());
+        if (next == std::string_view::npos)
+            return false;
+        at += separator.size();
+        if (isCode(line.substr(at, next - at)))
+            return true;
+        at = next;
+    }
+    return false;
+}

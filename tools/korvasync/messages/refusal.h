@@ -5,6 +5,8 @@
 
 #include <QtCore/QString>
 
+#include <string_view>
+
 //! Why an item was not done. The order is of no meaning.
 enum class Refusal {
     None,
@@ -32,3 +34,8 @@ enum class Refusal {
 QString codeOf(Refusal refusal);
 //! The same in a sentence's end: "name no number".
 QString reasonOf(Refusal refusal);
+
+//! The line without its end that a file of rejects has in front of an item.
+QByteArray reasonLine(const QString &source, Refusal refusal, const QString &reason);
+//! Whether a line, or its long enough start, is such a line.
+bool isReasonLine(std::string_view line);

@@ -31,11 +31,13 @@ void Rejects::add(const ItemResult &result, const QByteArray &message)
 {
     if (!isWanted())
         return;
-    const QString reason = terminalText(result.source) + QLatin1String(": ")
-        + codeOf(result.refusal) + QLatin1String(": ")
-        + terminalText(result.detail.isEmpty() ? reasonOf(result.refusal) : result.detail);
-    write("# " + reason.toUtf8() + "\r\n" + message);
-    if (!message.isEmpty() && !message.endsWith('\n'))
+    const QString reason = result.detail.isEmpty() ? reasonOf(result.refusal) : result.detail;
+    write(reasonLine(terminalText(result.source), result.refusal, terminalText(reason)) + "\r\n"
+          + message);
+    // A bare line feed could be one of a text that was cut, which the next reason would go on.
+    const bool isClosed = message.isEmpty() || message.endsWith("\r\n")
+        || (message.endsWith('\n') && !message.contains("\r\n"));
+    if (!isClosed)
         write("\r\n");
 }
 
