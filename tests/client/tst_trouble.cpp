@@ -60,13 +60,14 @@ static const QList<const char *> commands{"list",
                                           "numbers",
                                           "dups",
                                           "dups --delete --yes",
+                                          "verify -",
                                           "add -",
                                           "add -n -"};
 
 void TestTrouble::makesNoStoreByReading_data()
 {
     addCommandRows({"list", "show 1", "modify 1 -", "delete --yes 1", "stats", "numbers", "dups",
-                    "dups --delete --yes"});
+                    "dups --delete --yes", "verify -"});
 }
 
 void TestTrouble::makesNoStoreByReading()

@@ -38,11 +38,15 @@ void TestUsage::refusesWhatItDoesNotUnderstand_data()
                              "status",
                              "changes",
                              "undo",
-                             "verify",
                              "log",
                              "lis",
                              "list --frob",
                              "stats extra",
+                             "verify",
+                             "verify -o vmsg -",
+                             "verify --folder spam -",
+                             "verify --from paper -",
+                             "verify --rejects x -",
                              "dups extra",
                              "dups -o vmsg",
                              "dups --delete",
@@ -187,6 +191,7 @@ void TestUsage::helps_data()
     row("stats -h", "Usage: korvasync [OPTIONS] stats\n");
     row("numbers -h", "Usage: korvasync [OPTIONS] numbers\n");
     row("dups -h", "Usage: korvasync [OPTIONS] dups\n");
+    row("verify -h", "Usage: korvasync [OPTIONS] verify FILE|DIR|-...\n");
     row("--version", "korvasync ");
     row("list --version", "korvasync ");
     row("calls add --version", "korvasync ");

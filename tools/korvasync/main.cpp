@@ -18,9 +18,10 @@ namespace {
 
 const QList<Command> &commands()
 {
-    static const QList<Command> all{
-        listCommand(),  showCommand(), addCommand(),   modifyCommand(),  deleteCommand(),
-        callsCommand(), sendCommand(), statsCommand(), numbersCommand(), dupsCommand()};
+    static const QList<Command> all{listCommand(),   showCommand(),   addCommand(),
+                                    modifyCommand(), deleteCommand(), callsCommand(),
+                                    sendCommand(),   statsCommand(),  numbersCommand(),
+                                    dupsCommand(),   verifyCommand()};
     return all;
 }
 

@@ -5,7 +5,6 @@
 #include "command.h"
 
 #include "messages/datetext.h"
-#include "messages/folder.h"
 #include "messages/inputpaths.h"
 #include "options/arguments.h"
 #include "process/diagnostics.h"
@@ -23,16 +22,9 @@ bool takeOptions(const Invocation &invocation, AddingOptions &options, SettlingR
     const auto onBadTime = Arguments::takeChoice(invocation.options, "on-bad-time",
                                                  {QStringLiteral("refuse"), QStringLiteral("now")});
     if (!onBadTime
-        || !Arguments::takeNumber(invocation.options, "chunk", 1, 1000, options.chunkSize))
+        || !Arguments::takeNumber(invocation.options, "chunk", 1, 1000, options.chunkSize)
+        || !Arguments::takeFolder(invocation.options, "folder", rules.folder))
         return false;
-    if (invocation.isSet("folder")) {
-        const auto folder = Folder::byName(invocation.value("folder"));
-        if (!folder) {
-            Diagnostics::error(QStringLiteral("--folder is inbox, outbox, drafts, sent or my"));
-            return false;
-        }
-        rules.folder = *folder;
-    }
     rules.badTimeIsNow = *onBadTime == 1;
     rules.markRead = invocation.isSet("mark-read");
     rules.localZone = options.localZone;

@@ -42,11 +42,12 @@ void settle(QList<NewItem> &items, std::optional<New> NewItem::*content, const Q
 } // namespace
 
 AddableItems::AddableItems(const Invocation &invocation, const SettlingRules &rules,
-                           DuplicateIndex &index)
+                           DuplicateIndex &index, CallEntries callEntries)
     : index(index)
     , location(invocation.location)
     , messages(invocation, rules, index)
     , calls(invocation, rules.localZone, index)
+    , callEntries(callEntries)
 {
 }
 
@@ -61,7 +62,9 @@ Answer AddableItems::readCalls()
 
 Judged<NewItem> AddableItems::judge(const InputItem &item)
 {
-    if (item.kind != InputItem::AndroidCall)
+    const bool isCall = item.kind == InputItem::AndroidCall
+        || (item.kind == InputItem::CallEntry && callEntries == AreTaken);
+    if (!isCall)
         return asItem(messages.judge(item), &NewItem::message);
     Judged<NewCall> judged = calls.judge(item);
     judged.answer = readCalls();

@@ -23,7 +23,10 @@ public:
     using New = NewItem;
     static constexpr Refusal noItem = Refusal::SmsParse;
 
-    AddableItems(const Invocation &invocation, const SettlingRules &rules, DuplicateIndex &index);
+    enum CallEntries { AreForeign, AreTaken };
+
+    AddableItems(const Invocation &invocation, const SettlingRules &rules, DuplicateIndex &index,
+                 CallEntries callEntries = AreForeign);
 
     Answer readStore() { return messages.readStore(); }
     Judged<NewItem> judge(const InputItem &item);
@@ -41,5 +44,6 @@ private:
     StoreLocation &location;
     AddableMessages messages;
     AddableCalls calls;
+    const CallEntries callEntries;
     bool callsAreRead = false;
 };

@@ -3,30 +3,23 @@
 
 #pragma once
 
-#include "command.h"
-#include "messages/itemreader.h"
+#include "judging.h"
 #include "output/progress.h"
 #include "output/rejects.h"
-#include "output/results.h"
-#include "output/terminaltext.h"
-#include "process/diagnostics.h"
 #include "process/interrupt.h"
 #include "store/addingturn.h"
 #include "store/duplicateindex.h"
 #include "storeaccess.h"
 
-#include <QtCore/QFileInfo>
 #include <QtCore/QHash>
 
-struct AddingOptions
+struct AddingOptions : ReadingOptions
 {
     enum OnDuplicate { Skip, AddAgain, Refuse };
 
     OnDuplicate onDuplicate = Skip;
     int chunkSize = 500;
     QString rejects; //!< file for what is refused; empty = none
-    ItemReader::Form form = ItemReader::AnyForm;
-    QTimeZone localZone; //!< where times without a zone are meant
 
     //! Takes the options that all who add have.
     //! \param textForm  --from's word for objects between BEGIN: and END: lines
@@ -35,24 +28,13 @@ struct AddingOptions
     static QList<QCommandLineOption> declared(const char *textForm);
 };
 
-//! One item of the input: new, or why it is none.
-template <typename New>
-struct Judged
-{
-    New item;
-    Refusal refusal = Refusal::None;
-    QString detail;                   //!< instead of the refusal's own words
-    Answer answer = Answer::Finished; //!< of the store, where it had to be read for this item
-};
-
-//! The work of "add": judges one item of the input after the other and writes them in
-//! chunks. A chunk is so many items of the input, whether new or not, so that results come
-//! in the order of the input and memory stays bounded.
+//! The work of "add": writes the new ones of the items that Judging hands out in chunks. A chunk is
+//! so many items of the input, whether new or not, so that results come in the order of the input
+//! and memory stays bounded.
 //!
-//! \tparam Kind  what is added, AddableItems or AddableCalls:
-//!   - New, an item with its fingerprint, database id and trouble
+//! \tparam Kind  what is added, as for Judging:
+//!   - New has database id and trouble as well
 //!   - index, what the store holds, which readStore() fills
-//!   - judge() for an item of a file; noItem, the code for a file that has none
 //!   - add() for new items, which it enters in the index; notStored(), the code of one it lost
 template <typename Kind>
 class Adding
@@ -62,6 +44,7 @@ public:
         : invocation(invocation)
         , options(options)
         , kind(kind)
+        , judging(kind, options.form)
         , results(invocation.output, ItemResult::Added,
                   invocation.global.format == QLatin1String("ndjson"))
         , turn(invocation.location)
@@ -83,9 +66,7 @@ private:
     };
 
     ExitCode readStore();
-    void addFile(const QString &path);
-    void noteFileWithoutItems(const QString &path, const ItemReader &reader);
-    void judge(const InputItem &item, ItemResult result);
+    void take(ItemResult result, const Judged<New> &judged, const QByteArray &bytes);
     bool isDuplicate(const Fingerprint &fingerprint, int countInFile);
     void refuse(const ItemResult &result, Refusal refusal, const QByteArray &bytes = QByteArray());
     void append(const Item &item);
@@ -98,6 +79,7 @@ private:
     const Invocation &invocation;
     const AddingOptions options;
     Kind &kind;
+    Judging<Kind> judging;
     Results results;
     AddingTurn turn;
     Rejects rejects;
@@ -107,8 +89,6 @@ private:
     QList<New> newItems; // of the chunk
     QHash<Fingerprint, int> newCounts;
     int nextRef = 0;
-    qint64 bytesTotal = 0; // of all files; 0 = not known
-    qint64 bytesDone = 0;
     ExitCode trouble = AllDone; // the store's
 };
 
@@ -119,15 +99,11 @@ ExitCode Adding<Kind>::run(const QStringList &files)
         return tellOfRejects(UsageError);
     if (const ExitCode code = readStore())
         return code;
-    for (const QString &path : files)
-        bytesTotal += path == QLatin1String("-") ? 0 : QFileInfo(path).size();
-    if (files.contains(QLatin1String("-")))
-        bytesTotal = 0;
-    for (const QString &path : files) {
-        if (!goesOn())
-            break;
-        addFile(path);
-    }
+    judging.run(
+        files, [this] { return goesOn(); },
+        [this](const ItemResult &result, const Judged<New> &judged, const QByteArray &bytes) {
+            take(result, judged, bytes);
+        });
     writeChunk();
     return finish();
 }
@@ -157,64 +133,12 @@ bool Adding<Kind>::goesOn() const
 }
 
 template <typename Kind>
-void Adding<Kind>::addFile(const QString &path)
+void Adding<Kind>::take(ItemResult result, const Judged<New> &judged, const QByteArray &bytes)
 {
-    ItemReader reader(path, options.form);
-    kind.index.beginFile();
-    bool hasItems = false;
-    const qint64 before = bytesDone;
-    while (goesOn()) {
-        const auto item = reader.next();
-        if (!item)
-            break;
-        hasItems = true;
-        ItemResult result;
-        result.source = path + QLatin1Char(':') + QString::number(item->line);
-        judge(*item, result);
-        bytesDone = before + reader.bytesRead();
-    }
-    bytesDone = before + reader.bytesRead();
-    if (!goesOn())
-        return;
-    if (!reader.error().isEmpty()) {
-        ItemResult result;
-        result.source = path;
-        result.detail = reader.error();
-        refuse(result, Refusal::Unreadable);
-    } else if (!hasItems) {
-        noteFileWithoutItems(path, reader);
-    }
-}
-
-// An empty file is what a list of nothing gives: there is nothing to do.
-template <typename Kind>
-void Adding<Kind>::noteFileWithoutItems(const QString &path, const ItemReader &reader)
-{
-    if (reader.isEmpty() || reader.isEmptyBackup()) {
-        Diagnostics::warn(QStringLiteral("%1 is empty").arg(terminalText(path)));
-        return;
-    }
-    ItemResult result;
-    result.source = path + QLatin1String(":1");
-    if (options.form == ItemReader::AndroidXml)
-        result.detail = QStringLiteral("not an Android backup, as --from says");
-    refuse(result, Kind::noItem);
-}
-
-template <typename Kind>
-void Adding<Kind>::judge(const InputItem &item, ItemResult result)
-{
-    const Judged<New> judged = kind.judge(item);
     if (judged.answer != Answer::Finished) {
         trouble = StoreAccess::complain(invocation.location, judged.answer);
         return;
     }
-    result.detail = judged.detail;
-    if (item.isTooLong)
-        result.detail = QStringLiteral("longer than 32 MiB, so not kept");
-    else if (item.kind == InputItem::CutBackup)
-        result.detail = QStringLiteral("the file is cut off here, so some may be missing");
-    const QByteArray &bytes = item.bytes;
     if (judged.refusal != Refusal::None)
         return refuse(result, judged.refusal, bytes);
     const Fingerprint &fingerprint = judged.item.fingerprint;
@@ -282,10 +206,7 @@ void Adding<Kind>::writeChunk()
     newItems.clear();
     newCounts.clear();
     invocation.output.flush();
-    std::optional<double> part;
-    if (bytesTotal > 0)
-        part = static_cast<double>(bytesDone) / static_cast<double>(bytesTotal);
-    progress.show(results.count(), part);
+    progress.show(results.count(), judging.partDone());
 }
 
 template <typename Kind>

@@ -45,3 +45,4 @@ Command sendCommand();
 Command statsCommand();
 Command numbersCommand();
 Command dupsCommand();
+Command verifyCommand();

@@ -4,6 +4,7 @@
 #include "arguments.h"
 
 #include "messages/datetext.h"
+#include "messages/folder.h"
 #include "messages/inputfile.h"
 #include "output/terminaltext.h"
 #include "process/diagnostics.h"
@@ -52,6 +53,19 @@ std::optional<int> takeChoice(const QCommandLineParser &parser, const char *opti
     Diagnostics::error(
         QStringLiteral("--%1 is one of: %2").arg(name, choices.join(QLatin1String(", "))));
     return std::nullopt;
+}
+
+bool takeFolder(const QCommandLineParser &parser, const char *option, int &folder)
+{
+    const QString name = QLatin1String(option);
+    if (!parser.isSet(name))
+        return true;
+    const auto location = Folder::byName(parser.value(name));
+    if (location)
+        folder = *location;
+    else
+        Diagnostics::error(QStringLiteral("--%1 is inbox, outbox, drafts, sent or my").arg(name));
+    return location.has_value();
 }
 
 std::optional<QString> standardInput()

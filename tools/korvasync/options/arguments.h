@@ -30,6 +30,9 @@ bool takeNumber(const QCommandLineParser &parser, const char *option, int least,
 std::optional<int> takeChoice(const QCommandLineParser &parser, const char *option,
                               const QStringList &choices);
 
+//! An absent option leaves \a folder as it is. \return false when it names none
+bool takeFolder(const QCommandLineParser &parser, const char *option, int &folder);
+
 //! Database ids from the arguments, where "-" stands for standard input, one a line.
 std::optional<QList<int>> databaseIds(const QStringList &arguments);
 

@@ -14,6 +14,8 @@ static const char *nameOf(ItemResult::Status status)
         return "added";
     case ItemResult::Present:
         return "present";
+    case ItemResult::Missing:
+        return "missing";
     case ItemResult::Changed:
         return "changed";
     case ItemResult::Deleted:
@@ -58,12 +60,17 @@ Results::Results(StandardOutput &output, ItemResult::Status done, bool asJson)
 {
 }
 
-void Results::report(const ItemResult &result)
+void Results::note(const ItemResult &result)
 {
     ++read;
     ++totals[result.status];
     if (result.refusal != Refusal::None)
         ++refusals[result.refusal];
+}
+
+void Results::report(const ItemResult &result)
+{
+    note(result);
     const QString detail = result.detail.isEmpty() ? reasonOf(result.refusal) : result.detail;
     output.write(asJson ? jsonOf(result, detail) : textOf(result, detail));
 }
@@ -73,6 +80,8 @@ void Results::printSummary()
     QList<ItemResult::Status> shown{done};
     if (done == ItemResult::Added)
         shown += ItemResult::Present;
+    if (done == ItemResult::Present)
+        shown += ItemResult::Missing;
     shown << ItemResult::Refused << ItemResult::Failed;
     JsonLine sums;
     sums.add("read", read);
@@ -99,7 +108,8 @@ void Results::warnOfRefusals() const
 ExitCode Results::exitCode() const
 {
     const int unknownIds = refusals.value(Refusal::SmsBadId);
-    if (total(ItemResult::Refused) + total(ItemResult::Failed) > unknownIds)
+    if (total(ItemResult::Missing) + total(ItemResult::Refused) + total(ItemResult::Failed)
+        > unknownIds)
         return SomeNotDone;
     return unknownIds > 0 ? IdNotFound : AllDone;
 }

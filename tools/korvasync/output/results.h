@@ -13,7 +13,7 @@
 //! What became of one item of the input.
 struct ItemResult
 {
-    enum Status { Added, Present, Changed, Deleted, Refused, Failed };
+    enum Status { Added, Present, Missing, Changed, Deleted, Refused, Failed };
 
     int ref = 0;    //!< reference index: position in the whole input
     QString source; //!< file:line; empty for items that come from no file
@@ -31,6 +31,8 @@ public:
     Results(StandardOutput &output, ItemResult::Status done, bool asJson);
 
     void report(const ItemResult &result);
+    //! Counts it without a line of its own.
+    void note(const ItemResult &result);
     void printSummary();
     //! One warning for each reason for which items were not done.
     void warnOfRefusals() const;

@@ -1,0 +1,37 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "judging.h"
+
+#include "options/arguments.h"
+
+bool ReadingOptions::take(const Invocation &invocation, const char *textForm)
+{
+    const auto from = Arguments::takeChoice(
+        invocation.options, "from",
+        {QStringLiteral("auto"), QLatin1String(textForm), QStringLiteral("android-xml")});
+    if (!from)
+        return false;
+    form = static_cast<ItemReader::Form>(*from);
+    localZone = invocation.global.localZone;
+    if (invocation.isSet("assume-tz"))
+        localZone = QTimeZone(invocation.value("assume-tz").toUtf8());
+    if (!localZone.isValid()) {
+        Diagnostics::error(QStringLiteral("--assume-tz takes a zone such as Europe/Helsinki"));
+        return false;
+    }
+    return true;
+}
+
+QList<QCommandLineOption> ReadingOptions::declared(const char *textForm)
+{
+    const auto text = [](const char *latin1) { return QString::fromLatin1(latin1); };
+    const QString forms = QStringLiteral("auto, %1 or android-xml").arg(QLatin1String(textForm));
+    return {
+        {text("from"), text("The form of the files: ") + forms + text("; auto (default) looks."),
+         text("FORM"), text("auto")},
+        {text("assume-tz"),
+         text("Zone of times that name none (default: the system's), as Europe/Helsinki."),
+         text("ZONE")},
+    };
+}

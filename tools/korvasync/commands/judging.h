@@ -1,0 +1,167 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#pragma once
+
+#include "command.h"
+#include "messages/itemreader.h"
+#include "output/results.h"
+#include "output/terminaltext.h"
+#include "process/diagnostics.h"
+#include "store/answer.h"
+
+#include <QtCore/QFileInfo>
+
+//! How files are read.
+struct ReadingOptions
+{
+    ItemReader::Form form = ItemReader::AnyForm;
+    QTimeZone localZone; //!< where times without a zone are meant
+
+    //! Takes the options that all who read files have.
+    //! \param textForm  --from's word for objects between BEGIN: and END: lines
+    //! \return false when one is not as it must be, which is told on stderr
+    bool take(const Invocation &invocation, const char *textForm);
+    static QList<QCommandLineOption> declared(const char *textForm);
+};
+
+//! One item of the input: new, or why it is none.
+template <typename New>
+struct Judged
+{
+    New item;
+    Refusal refusal = Refusal::None;
+    QString detail;                   //!< instead of the refusal's own words
+    Answer answer = Answer::Finished; //!< of the store, where it had to be read for this item
+};
+
+//! Reads files and judges one item of them after the other.
+//!
+//! \tparam Kind  what is read, AddableItems or AddableCalls:
+//!   - New, an item with its fingerprint
+//!   - index, in which each file begins anew
+//!   - judge() for an item of a file; noItem, the code for a file that has none
+template <typename Kind>
+class Judging
+{
+public:
+    using Item = Judged<typename Kind::New>;
+
+    Judging(Kind &kind, ItemReader::Form form)
+        : kind(kind)
+        , form(form)
+    {
+    }
+
+    //! \param goesOn  asked before each item
+    //! \param take    gets a result with source and detail, the item, and its bytes
+    template <typename GoesOn, typename Take>
+    void run(const QStringList &files, const GoesOn &goesOn, const Take &take);
+
+    //! How far it is, from 0 to 1; none = not known.
+    std::optional<double> partDone() const;
+
+private:
+    template <typename GoesOn, typename Take>
+    void readFile(const QString &path, const GoesOn &goesOn, const Take &take);
+    template <typename Take>
+    void noteFileWithoutItems(const QString &path, const ItemReader &reader, const Take &take);
+    template <typename Take>
+    void judge(const InputItem &item, ItemResult result, const Take &take);
+
+    static Item refused(Refusal refusal)
+    {
+        Item item;
+        item.refusal = refusal;
+        return item;
+    }
+
+    Kind &kind;
+    const ItemReader::Form form;
+    qint64 bytesTotal = 0; // of all files; 0 = not known
+    qint64 bytesDone = 0;
+};
+
+template <typename Kind>
+template <typename GoesOn, typename Take>
+void Judging<Kind>::run(const QStringList &files, const GoesOn &goesOn, const Take &take)
+{
+    for (const QString &path : files)
+        bytesTotal += path == QLatin1String("-") ? 0 : QFileInfo(path).size();
+    if (files.contains(QLatin1String("-")))
+        bytesTotal = 0;
+    for (const QString &path : files) {
+        if (!goesOn())
+            break;
+        readFile(path, goesOn, take);
+    }
+}
+
+template <typename Kind>
+std::optional<double> Judging<Kind>::partDone() const
+{
+    if (bytesTotal == 0)
+        return std::nullopt;
+    return static_cast<double>(bytesDone) / static_cast<double>(bytesTotal);
+}
+
+template <typename Kind>
+template <typename GoesOn, typename Take>
+void Judging<Kind>::readFile(const QString &path, const GoesOn &goesOn, const Take &take)
+{
+    ItemReader reader(path, form);
+    kind.index.beginFile();
+    bool hasItems = false;
+    const qint64 before = bytesDone;
+    while (goesOn()) {
+        const auto item = reader.next();
+        if (!item)
+            break;
+        hasItems = true;
+        ItemResult result;
+        result.source = path + QLatin1Char(':') + QString::number(item->line);
+        judge(*item, result, take);
+        bytesDone = before + reader.bytesRead();
+    }
+    bytesDone = before + reader.bytesRead();
+    if (!goesOn())
+        return;
+    if (!reader.error().isEmpty()) {
+        ItemResult result;
+        result.source = path;
+        result.detail = reader.error();
+        take(result, refused(Refusal::Unreadable), QByteArray());
+    } else if (!hasItems) {
+        noteFileWithoutItems(path, reader, take);
+    }
+}
+
+// An empty file is what a list of nothing gives: there is nothing to do.
+template <typename Kind>
+template <typename Take>
+void Judging<Kind>::noteFileWithoutItems(const QString &path, const ItemReader &reader,
+                                         const Take &take)
+{
+    if (reader.isEmpty() || reader.isEmptyBackup()) {
+        Diagnostics::warn(QStringLiteral("%1 is empty").arg(terminalText(path)));
+        return;
+    }
+    ItemResult result;
+    result.source = path + QLatin1String(":1");
+    if (form == ItemReader::AndroidXml)
+        result.detail = QStringLiteral("not an Android backup, as --from says");
+    take(result, refused(Kind::noItem), QByteArray());
+}
+
+template <typename Kind>
+template <typename Take>
+void Judging<Kind>::judge(const InputItem &item, ItemResult result, const Take &take)
+{
+    const Item judged = kind.judge(item);
+    result.detail = judged.detail;
+    if (item.isTooLong)
+        result.detail = QStringLiteral("longer than 32 MiB, so not kept");
+    else if (item.kind == InputItem::CutBackup)
+        result.detail = QStringLiteral("the file is cut off here, so some may be missing");
+    take(result, judged, item.bytes);
+}

@@ -1,0 +1,133 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "addableitems.h"
+#include "command.h"
+
+#include "messages/datetext.h"
+#include "messages/inputpaths.h"
+#include "options/arguments.h"
+
+namespace {
+
+constexpr const char *textForm = "vmsg";
+
+//! The work of "korvasync verify": looks up in the store what "korvasync add" would add.
+class Verifying
+{
+public:
+    Verifying(const Invocation &invocation, ItemReader::Form form, AddableItems &items)
+        : invocation(invocation)
+        , items(items)
+        , judging(items, form)
+        , results(invocation.output, ItemResult::Present,
+                  invocation.global.format == QLatin1String("ndjson"))
+        , progress(invocation.global.progress)
+    {
+    }
+
+    ExitCode run(const QStringList &files);
+
+private:
+    bool goesOn() const;
+    void take(ItemResult result, const Judged<NewItem> &judged);
+
+    const Invocation &invocation;
+    AddableItems &items;
+    Judging<AddableItems> judging;
+    Results results;
+    Progress progress;
+    ExitCode trouble = AllDone; // the store's
+};
+
+ExitCode Verifying::run(const QStringList &files)
+{
+    if (const ExitCode code = StoreAccess::requireStore(invocation.location))
+        return code;
+    const Answer answer = items.readStore();
+    if (answer != Answer::Finished)
+        return StoreAccess::complain(invocation.location, answer);
+    judging.run(
+        files, [this] { return goesOn(); },
+        [this](const ItemResult &result, const Judged<NewItem> &judged, const QByteArray &) {
+            take(result, judged);
+        });
+    progress.end();
+    if (invocation.global.quiet == 0)
+        results.printSummary();
+    results.warnOfRefusals();
+    return worse(trouble, results.exitCode());
+}
+
+bool Verifying::goesOn() const
+{
+    return trouble == AllDone && Interrupt::signalNumber() == 0
+        && invocation.output.error().isEmpty();
+}
+
+void Verifying::take(ItemResult result, const Judged<NewItem> &judged)
+{
+    constexpr int itemsPerShow = 500;
+    if (judged.answer != Answer::Finished) {
+        trouble = StoreAccess::complain(invocation.location, judged.answer);
+        return;
+    }
+    result.ref = results.count();
+    result.refusal = judged.refusal;
+    if (judged.refusal == Refusal::None) {
+        const Fingerprint &fingerprint = judged.item.fingerprint;
+        const int count = items.index.countInFile(fingerprint);
+        result.status = count <= items.index.storedCount(fingerprint) ? ItemResult::Present
+                                                                      : ItemResult::Missing;
+    }
+    if (result.status == ItemResult::Present)
+        results.note(result);
+    else
+        results.report(result);
+    if (results.count() % itemsPerShow == 0)
+        progress.show(results.count(), judging.partDone());
+}
+
+ExitCode run(const Invocation &invocation)
+{
+    ReadingOptions options;
+    SettlingRules rules;
+    if (!options.take(invocation, textForm)
+        || !Arguments::takeFolder(invocation.options, "folder", rules.folder))
+        return UsageError;
+    if (invocation.arguments.isEmpty()) {
+        Diagnostics::error(QStringLiteral("verify needs a file, a folder or -"));
+        return UsageError;
+    }
+    rules.localZone = options.localZone;
+    rules.now = DateText::now();
+    DuplicateIndex index;
+    AddableItems items(invocation, rules, index, AddableItems::AreTaken);
+    return Verifying(invocation, options.form, items).run(messageFiles(invocation.arguments));
+}
+
+} // namespace
+
+Command verifyCommand()
+{
+    const auto text = [](const char *latin1) { return QString::fromLatin1(latin1); };
+    return {"verify",
+            "FILE|DIR|-...",
+            "Tells whether all messages and calls of files are in the store; adds nothing.",
+            {text("text"), text("ndjson")},
+            ReadingOptions::declared(textForm)
+                + QList<QCommandLineOption>{
+                    {text("folder"),
+                     text("For messages that name no folder: inbox, outbox, drafts, sent or my."),
+                     text("F")},
+                },
+            run,
+            "Files are read, and equal items found, as by \"korvasync add\"; call-history entries are\n"
+            "read as well. Each item that is missing or refused is told. Give the --from, --assume-tz\n"
+            "and --folder with which they were added.\n\n"
+            "Examples:\n"
+            "  korvasync verify old-phone/\n"
+            "  korvasync calls list -o entries | korvasync verify --store /media/backup/store -\n\n"
+            "Exit codes: 0 everything is there, 1 something is missing or refused, 2 usage, 3 the\n"
+            "store cannot be read, 5 it gave no answer.\n"};
+}
