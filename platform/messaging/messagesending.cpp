@@ -6,6 +6,7 @@
 #include "historyentry_p.h"
 #include "modemmanagersubmission_p.h"
 #include "ofonosubmission_p.h"
+#include "systembus_p.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QLoggingCategory>
@@ -20,13 +21,20 @@ namespace {
 
 Q_LOGGING_CATEGORY(lcMessaging, "korvasync.messaging", QtWarningMsg)
 
-constexpr int BusLimit = 5000; //!< milliseconds
-
 template <typename Backend>
 Submission *makeSubmission(const QString &daemon, const QString &modemPath,
                            const OutgoingMessage &message, QObject *parent)
 {
     return new Backend(daemon, modemPath, message, parent);
+}
+
+//! The library hands a number on as Latin-1, as its callers expect it to be read; to dial it,
+//! it is read as the UTF-8 that it was.
+QString asMeant(const QString &number)
+{
+    const QByteArray bytes = number.toLatin1();
+    const QString meant = QString::fromUtf8(bytes);
+    return QString::fromLatin1(bytes) == number && meant.toUtf8() == bytes ? meant : number;
 }
 
 bool isSeparator(QChar c)
@@ -40,12 +48,20 @@ bool isSeparator(QChar c)
 //! so that the message never goes to another number than the one that was meant.
 QString toDial(const QString &number)
 {
+    const QString typed = asMeant(number);
     QString digits;
-    std::copy_if(number.cbegin(), number.cend(), std::back_inserter(digits),
+    std::copy_if(typed.cbegin(), typed.cend(), std::back_inserter(digits),
                  [](QChar c) { return !isSeparator(c); });
     // A message has room for 20 digits.
     static const QRegularExpression dialled(QStringLiteral("^\\+?[0-9*#]{1,20}$"));
     return dialled.match(digits).hasMatch() ? digits : QString();
+}
+
+QString describeOfBus(const QDBusError &error)
+{
+    return Submission::mayHaveBeenServed(error)
+        ? SystemBus::doesNotAnswer()
+        : QStringLiteral("The system bus reports: %1").arg(error.message());
 }
 
 } // namespace
@@ -84,9 +100,12 @@ void MessageSending::begin()
     using Outcome = Submission::Outcome;
     if (toDial(m_number).isEmpty())
         return keep(Outcome::NotSent, QStringLiteral("The number cannot be dialled."));
-    if (!QDBusConnection::systemBus().isConnected())
-        return keep(Outcome::NotSent, QStringLiteral("There is no system bus."));
-    lookFor(std::begin(Daemons));
+    SystemBus::open(this, [this](const QString &problem) {
+        if (problem.isEmpty())
+            lookFor(std::begin(Daemons));
+        else
+            keep(Outcome::NotSent, problem);
+    });
 }
 
 //! Asks the bus for the daemon's unique name; the next daemon is looked for when there is none.
@@ -105,14 +124,16 @@ void MessageSending::lookFor(const Daemon *daemon)
         QStringLiteral("org.freedesktop.DBus"), QStringLiteral("GetNameOwner"));
     question << QString::fromLatin1(daemon->busName);
     auto *answer = new QDBusPendingCallWatcher(
-        QDBusConnection::systemBus().asyncCall(question, BusLimit), this);
+        QDBusConnection::systemBus().asyncCall(question, SystemBus::Limit), this);
     connect(answer, &QDBusPendingCallWatcher::finished, this, [=] {
         answer->deleteLater();
         const QDBusPendingReply<QString> reply(*answer);
-        if (reply.isError())
+        if (!reply.isError())
+            submit(*daemon, reply.value());
+        else if (reply.error().name() == QLatin1String("org.freedesktop.DBus.Error.NameHasNoOwner"))
             lookFor(daemon + 1);
         else
-            submit(*daemon, reply.value());
+            keep(Submission::Outcome::NotSent, describeOfBus(reply.error()));
     });
 }
 

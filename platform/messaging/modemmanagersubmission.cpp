@@ -129,6 +129,7 @@ void ModemManagerSubmission::createIfReady()
 
 void ModemManagerSubmission::send(const QString &messagePath)
 {
+    watchForEndOf(m_daemon);
     auto *sms = new Sms(m_daemon, messagePath, QDBusConnection::systemBus(), this);
     sms->setTimeout(SendLimit);
     then(sms->Send(), [this, messagePath](const QDBusPendingReply<> &reply) {

@@ -7,7 +7,6 @@
 #include "problem_p.h"
 
 #include <QtDBus/QDBusMetaType>
-#include <QtDBus/QDBusServiceWatcher>
 
 #include <algorithm>
 
@@ -182,10 +181,7 @@ void OfonoSubmission::judge(const QDBusError &error)
 void OfonoSubmission::watchForLoss()
 {
     const QDBusConnection bus = QDBusConnection::systemBus();
-    auto *daemon =
-        new QDBusServiceWatcher(m_daemon, bus, QDBusServiceWatcher::WatchForUnregistration, this);
-    connect(daemon, &QDBusServiceWatcher::serviceUnregistered, this,
-            [this] { finishUnknown(QStringLiteral("The modem daemon has ended.")); });
+    watchForEndOf(m_daemon);
     const auto loseModem = [this] { finishUnknown(QStringLiteral("The modem has gone.")); };
     auto *manager = new Manager(m_daemon, QStringLiteral("/"), bus, this);
     connect(manager, &Manager::ModemRemoved, this, [=](const QDBusObjectPath &path) {

@@ -3,6 +3,9 @@
 
 #include "submission_p.h"
 
+#include <QtDBus/QDBusConnection>
+#include <QtDBus/QDBusServiceWatcher>
+
 QString Submission::describe(const QDBusError &error)
 {
     switch (error.type()) {
@@ -31,6 +34,14 @@ bool Submission::mayHaveBeenServed(const QDBusError &error)
     default:
         return false;
     }
+}
+
+void Submission::watchForEndOf(const QString &daemon)
+{
+    auto *watcher = new QDBusServiceWatcher(daemon, QDBusConnection::systemBus(),
+                                            QDBusServiceWatcher::WatchForUnregistration, this);
+    connect(watcher, &QDBusServiceWatcher::serviceUnregistered, this,
+            [this] { finishUnknown(QStringLiteral("The modem daemon has ended.")); });
 }
 
 void Submission::finish(Outcome outcome, const QString &problem)

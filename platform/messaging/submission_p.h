@@ -37,6 +37,9 @@ public:
 
     virtual void start() = 0;
 
+    //! Whether what was asked may have been done although no answer to it has come.
+    static bool mayHaveBeenServed(const QDBusError &error);
+
 Q_SIGNALS:
     //! \param problem  a sentence for the user; empty for Accepted
     void finished(Submission::Outcome outcome, const QString &problem);
@@ -49,8 +52,9 @@ protected:
     bool isFinished() const { return m_isFinished; }
 
     static QString describe(const QDBusError &error);
-    //! Whether the daemon may have done what was asked although its answer has not come.
-    static bool mayHaveBeenServed(const QDBusError &error);
+    //! From now on the outcome is unknown when the daemon ends. Its calls would only tell that
+    //! it does not answer.
+    void watchForEndOf(const QString &daemon);
 
     //! Calls \a next with the reply when it has come.
     template <typename Reply, typename Next>

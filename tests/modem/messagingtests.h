@@ -29,6 +29,7 @@ private Q_SLOTS:
     void tellsATooLongText();
     void storesASentMessage();
     void sendsTwoInARow();
+    void leavesSeparatorsOutForTheModemOnly_data();
     void leavesSeparatorsOutForTheModemOnly();
     void dialsALongNumberWhole();
     void sendsThroughTheModemThatIsNamed();

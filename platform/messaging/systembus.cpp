@@ -1,0 +1,84 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "systembus_p.h"
+
+#include "submission_p.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QPointer>
+#include <QtDBus/QDBusConnection>
+#include <QtDBus/QDBusMessage>
+
+namespace {
+
+bool hasAnswered = false; // from then on the bus library has the bus open
+
+//! Where the bus library finds the bus as well.
+QString address()
+{
+    const QString chosen = qEnvironmentVariable("DBUS_SYSTEM_BUS_ADDRESS");
+    return chosen.isEmpty() ? QStringLiteral("unix:path=/var/run/dbus/system_bus_socket") : chosen;
+}
+
+//! A connection on which the bus library asks the bus nothing by itself. It is kept until the
+//! bus answers, as a silent bus has room for a few callers only.
+QDBusConnection probe()
+{
+    const QString name = QStringLiteral("korvasync-system-bus-probe");
+    QDBusConnection earlier(name);
+    if (earlier.isConnected())
+        return earlier;
+    QDBusConnection::disconnectFromPeer(name);
+    return QDBusConnection::connectToPeer(address(), name);
+}
+
+//! A bus also answers by refusing the greeting, as it does when it got an earlier one late.
+void take(const QDBusError &error)
+{
+    hasAnswered = !Submission::mayHaveBeenServed(error);
+    if (hasAnswered)
+        QDBusConnection::disconnectFromPeer(probe().name());
+}
+
+QDBusPendingCallWatcher *greet(const QDBusConnection &bus)
+{
+    const QDBusMessage greeting = QDBusMessage::createMethodCall(
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("Hello"));
+    auto *answer = new QDBusPendingCallWatcher(bus.asyncCall(greeting, SystemBus::Limit),
+                                               QCoreApplication::instance());
+    QObject::connect(answer, &QDBusPendingCallWatcher::finished, answer, [answer] {
+        answer->deleteLater();
+        take(answer->error());
+    });
+    return answer;
+}
+
+QString problemOfOpened()
+{
+    if (!hasAnswered)
+        return SystemBus::doesNotAnswer();
+    return QDBusConnection::systemBus().isConnected() ? QString()
+                                                      : QStringLiteral("There is no system bus.");
+}
+
+} // namespace
+
+void SystemBus::open(const QObject *context,
+                     const std::function<void(const QString &problem)> &next)
+{
+    static QPointer<QDBusPendingCallWatcher> greeting; // one for all who wait
+    if (hasAnswered)
+        return next(problemOfOpened());
+    if (!greeting || greeting->isFinished()) {
+        const QDBusConnection bus = probe();
+        if (!bus.isConnected())
+            return next(QStringLiteral("There is no system bus."));
+        greeting = greet(bus);
+    }
+    QObject::connect(greeting, &QDBusPendingCallWatcher::finished, context,
+                     [next] { next(problemOfOpened()); });
+}
+
+QString SystemBus::doesNotAnswer() { return QStringLiteral("The system bus does not answer."); }
