@@ -15,6 +15,8 @@ private Q_SLOTS:
     void refusesWhatItDoesNotUnderstand_data();
     void refusesWhatItDoesNotUnderstand();
     void refusesATextThatNoMessageCarries();
+    void refusesWhatIsNotUtf8_data();
+    void refusesWhatIsNotUtf8();
     void refusesFilesThatAreNotOneMessage_data();
     void refusesFilesThatAreNotOneMessage();
     void tellsWhatWouldBeSent_data();
@@ -75,6 +77,31 @@ void TestSend::refusesATextThatNoMessageCarries()
     QCOMPARE(outcome.errors,
              QByteArray("korvasync: a message cannot carry this number or text; leave control "
                         "characters out\n"));
+    QCOMPARE(outcome.exitCode, 2);
+}
+
+void TestSend::refusesWhatIsNotUtf8_data()
+{
+    QTest::addColumn<QString>("words");
+    QTest::addColumn<QByteArray>("errors");
+    const QByteArray words("korvasync: number and text are not UTF-8; nothing was sent\n");
+    const QByteArray input(
+        "korvasync: standard input is not UTF-8; convert it, with iconv for instance\n");
+    QTest::newRow("text") << text("+15550100 \"$(printf 'Gr\\374n')\"") << words;
+    QTest::newRow("number") << text("\"$(printf '\\377+15550100')\" Hello") << words;
+    QTest::newRow("standard input") << text("+15550100 -") << input;
+}
+
+void TestSend::refusesWhatIsNotUtf8()
+{
+    QFETCH(QString, words);
+    QFETCH(QByteArray, errors);
+    const ClientProcess client;
+    const QString command =
+        text("%1 --store %2 send -n ").arg(text(KORVASYNC_CLIENT), client.store()) + words;
+    const auto outcome = client.runProgram(text("sh"), {text("-c"), command}, "Hello \xff\xfe");
+    QCOMPARE(outcome.errors, errors);
+    QCOMPARE(outcome.output, QByteArray());
     QCOMPARE(outcome.exitCode, 2);
 }
 

@@ -192,6 +192,27 @@ void SendTests::takesNoEarlierMessageForTheOneSent()
     fails(words.refusal);
 }
 
+void SendTests::takesNoOtherClientsMessageForTheOneSent()
+{
+    QVERIFY(stack.provide());
+    QVERIFY(stack.order("delay 5000"));
+    QProcess first;
+    start(&first, SendHello);
+    QVERIFY(stack.waitForSubmission());
+    const Outcome hasty = run(SendHello + QStringList(QStringLiteral("--timeout=0.1")));
+    QVERIFY2(hasty.errors.startsWith("korvasync: the message was not sent, as another client "),
+             hasty.errors);
+    QCOMPARE(hasty.exitCode, 5);
+    QVERIFY(stack.order("refuse"));
+    const Outcome second = run(SendHello);
+    QCOMPARE(second.output, QByteArray());
+    QCOMPARE(second.exitCode, 8);
+    const Outcome outcome = finish(&first);
+    QCOMPARE(outcome.exitCode, 0);
+    QCOMPARE(outcome.output, idOf(listed(QStringLiteral("sent")).value(0)) + '\n');
+    QCOMPARE(stack.takeMessages(), one(Number, Hello));
+}
+
 //! Longer than the library itself waits.
 void SendTests::waitsForALateAnswer()
 {

@@ -52,6 +52,7 @@ private Q_SLOTS:
     void printsResultsAsJson();
     void tellsTwoEqualMessagesApart();
     void takesNoEarlierMessageForTheOneSent();
+    void takesNoOtherClientsMessageForTheOneSent();
     void waitsForALateAnswer();
     void tellsARefusal();
     void tellsAMissingDaemon();

@@ -3,6 +3,7 @@
 
 #include "commands/command.h"
 #include "commands/storeaccess.h"
+#include "options/arguments.h"
 #include "process/descriptors.h"
 #include "process/diagnostics.h"
 #include "process/interrupt.h"
@@ -135,6 +136,7 @@ int main(int argc, char *argv[])
     const auto [zone, isExact] = LocalZone::rememberAndLeave();
     global.localZone = zone;
     global.localZoneIsExact = isExact;
+    global.argumentsAreUtf8 = std::all_of(argv + 1, argv + argc, Arguments::isUtf8);
     // Names of files and all that is printed are UTF-8, whatever the locale says.
     qputenv("LC_ALL", "C.UTF-8");
     QCoreApplication application(argc, argv);

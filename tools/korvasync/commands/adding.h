@@ -7,8 +7,8 @@
 #include "output/progress.h"
 #include "output/rejects.h"
 #include "process/interrupt.h"
-#include "store/addingturn.h"
 #include "store/duplicateindex.h"
+#include "store/storeturn.h"
 #include "storeaccess.h"
 
 #include <QtCore/QHash>
@@ -81,7 +81,7 @@ private:
     Kind &kind;
     Judging<Kind> judging;
     Results results;
-    AddingTurn turn;
+    StoreTurn turn;
     Rejects rejects;
     Progress progress;
 

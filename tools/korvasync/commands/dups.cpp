@@ -12,8 +12,8 @@
 #include "output/messageformats.h"
 #include "process/diagnostics.h"
 #include "process/interrupt.h"
-#include "store/addingturn.h"
 #include "store/duplicateindex.h"
+#include "store/storeturn.h"
 
 #include <optional>
 
@@ -131,7 +131,7 @@ ExitCode run(const Invocation &invocation)
     if (const ExitCode code = StoreAccess::requireStore(invocation.location))
         return code;
     // Else two clients could each delete the message that the other one keeps.
-    AddingTurn turn(invocation.location);
+    StoreTurn turn(invocation.location);
     Answer answer = deletes && !invocation.global.dryRun ? turn.take(invocation.global.timeout)
                                                          : Answer::Finished;
     Groups groups;

@@ -16,6 +16,8 @@
 #include <korvasync/pendingsmsid.h>
 #include <korvasync/vmessageencoder.h>
 
+#include <QtDBus/QDBusConnection>
+
 #include <cstdlib>
 
 using namespace KorvaSyncIf;
@@ -85,12 +87,32 @@ QString withReason(const QString &sentence)
     return reason.isEmpty() ? sentence : sentence + QStringLiteral(": ") + reason;
 }
 
+ExitCode complainOfNoAnswer(const Invocation &invocation, MessageSender::WaitedFor waitedFor)
+{
+    switch (waitedFor) {
+    case MessageSender::Store:
+        return StoreAccess::complain(invocation.location, Answer::TimedOut);
+    case MessageSender::SessionBus:
+        Diagnostics::error(
+            QStringLiteral("the message was not sent, as the session bus does not answer"));
+        break;
+    case MessageSender::OtherClients:
+        Diagnostics::error(
+            QStringLiteral("the message was not sent, as another client sends or adds on the "
+                           "store %1; wait for it, or give it more with --timeout")
+                .arg(terminalText(invocation.location.path())));
+        break;
+    }
+    return NoAnswer;
+}
+
 ExitCode complainOfNotSent(const Invocation &invocation, const MessageSender::Result &result)
 {
     switch (result.answer) {
     case Answer::Refused:
-    case Answer::TimedOut:
         return StoreAccess::complain(invocation.location, result.answer);
+    case Answer::TimedOut:
+        return complainOfNoAnswer(invocation, result.waitedFor);
     case Answer::Interrupted:
         Diagnostics::error(QStringLiteral("interrupted before the message was sent"));
         return SendFailed;
@@ -140,23 +162,40 @@ ExitCode report(const Invocation &invocation, const MessageSender::Result &resul
     return complain(invocation, result);
 }
 
+// What a call that takes too long, or a signal amid one, makes of the message.
+void tellWhenGivingUp(const Invocation &invocation, MessageSender::Outcome outcome,
+                      MessageSender::WaitedFor waitedFor)
+{
+    BoundedCall::onGivingUp([&invocation, outcome, waitedFor](Answer answer) {
+        MessageSender::Result result;
+        result.outcome = outcome;
+        result.waitedFor = waitedFor;
+        result.answer = answer;
+        const ExitCode code = report(invocation, result);
+        invocation.output.flush();
+        std::_Exit(answer == Answer::Interrupted ? 128 + Interrupt::signalNumber() : code);
+    });
+}
+
+// The library would wait without limit for a bus that does not answer.
+void openSessionBus(const Invocation &invocation)
+{
+    tellWhenGivingUp(invocation, MessageSender::NotSent, MessageSender::SessionBus);
+    const BoundedCall call(BoundedCall::Read, invocation.global.timeout);
+    QDBusConnection::sessionBus();
+}
+
 ExitCode send(const Invocation &invocation, const SmsInfo &message)
 {
-    // From now on the process cannot just end for a store that holds it up, or a signal.
-    const auto tellWhenGivingUp = [&] {
-        BoundedCall::onGivingUp([&](Answer answer) {
-            MessageSender::Result result;
-            result.outcome = MessageSender::Unknown;
-            result.answer = answer;
-            const ExitCode code = report(invocation, result);
-            invocation.output.flush();
-            std::_Exit(answer == Answer::Interrupted ? 128 + Interrupt::signalNumber() : code);
-        });
+    openSessionBus(invocation);
+    tellWhenGivingUp(invocation, MessageSender::NotSent, MessageSender::Store);
+    const auto handedOver = [&] {
+        tellWhenGivingUp(invocation, MessageSender::Unknown, MessageSender::Store);
     };
     MessageStore store(invocation.global.timeout);
     return report(invocation,
                   MessageSender(invocation.location, store)
-                      .send(message, invocation.global.timeout, tellWhenGivingUp));
+                      .send(message, invocation.global.timeout, handedOver));
 }
 
 void printDryRun(const Invocation &invocation, const SmsInfo &message)
@@ -176,6 +215,10 @@ void printDryRun(const Invocation &invocation, const SmsInfo &message)
 
 ExitCode run(const Invocation &invocation)
 {
+    if (!invocation.global.argumentsAreUtf8) {
+        Diagnostics::error(QStringLiteral("number and text are not UTF-8; nothing was sent"));
+        return UsageError;
+    }
     const bool isFile = invocation.isSet("vmessage");
     const QStringList &arguments = invocation.arguments;
     if (arguments.size() != (isFile ? 0 : 2) || (!isFile && arguments.first().isEmpty())) {

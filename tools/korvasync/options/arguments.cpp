@@ -68,6 +68,13 @@ bool takeFolder(const QCommandLineParser &parser, const char *option, int &folde
     return location.has_value();
 }
 
+bool isUtf8(const QByteArray &bytes)
+{
+    const QByteArray mark("\xEF\xBB\xBF"); // Qt takes it away from the beginning
+    const QByteArray text = bytes.startsWith(mark) ? bytes.mid(mark.size()) : bytes;
+    return QString::fromUtf8(text.constData(), int(text.size())).toUtf8() == text;
+}
+
 std::optional<QString> standardInput()
 {
     InputFile input(QStringLiteral("-"));
@@ -80,6 +87,11 @@ std::optional<QString> standardInput()
         Diagnostics::error(
             QStringLiteral("standard input cannot be read: %1; see what it comes from")
                 .arg(input.error()));
+        return std::nullopt;
+    }
+    if (!isUtf8(bytes)) {
+        Diagnostics::error(
+            QStringLiteral("standard input is not UTF-8; convert it, with iconv for instance"));
         return std::nullopt;
     }
     return QString::fromUtf8(bytes.constData(), int(bytes.size())); // zeros and all

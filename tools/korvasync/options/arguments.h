@@ -39,7 +39,11 @@ std::optional<QList<int>> databaseIds(const QStringList &arguments);
 //! The only message of a file, for a command that takes just one.
 std::optional<InputItem> onlyMessage(const char *command, const QString &path);
 
-//! All of standard input; nothing when it cannot be read, or a signal came meanwhile.
+//! Whether the bytes are text, which would otherwise lose what is not.
+bool isUtf8(const QByteArray &bytes);
+
+//! All of standard input; nothing when it cannot be read or is no text, or a signal came
+//! meanwhile.
 std::optional<QString> standardInput();
 
 } // namespace Arguments

@@ -21,6 +21,8 @@ struct GlobalOptions
     QTimeZone localZone;
     bool localZoneIsExact = true; //!< else it has the distance of today alone
 
+    bool argumentsAreUtf8 = true; //!< else the words of the command line have lost something
+
     static void declare(QCommandLineParser &parser);
 
     //! Takes the values of a parsed command line.

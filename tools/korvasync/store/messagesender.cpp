@@ -17,6 +17,7 @@ using namespace KorvaSyncIf;
 MessageSender::MessageSender(StoreLocation &location, MessageStore &store)
     : location(location)
     , store(store)
+    , turn(location)
     , since(QDateTime::currentDateTimeUtc().addDays(-1)) // the clock may be set meanwhile
 {
 }
@@ -69,6 +70,11 @@ MessageSender::Result MessageSender::send(const SmsInfo &message, std::chrono::m
 {
     constexpr std::chrono::milliseconds pollInterval(250);
     Result result;
+    result.answer = turn.take(timeout);
+    if (result.answer != Answer::Finished) {
+        result.waitedFor = OtherClients;
+        return result;
+    }
     result.answer = remember();
     if (result.answer == Answer::Finished && Interrupt::signalNumber() != 0)
         result.answer = Answer::Interrupted;
@@ -90,7 +96,10 @@ MessageSender::Result MessageSender::send(const SmsInfo &message, std::chrono::m
     while (result.outcome == Unknown && result.answer != Answer::Interrupted
            && !deadline.hasExpired()) {
         QTimer::singleShot(pollInterval, &loop, &QEventLoop::quit);
-        loop.exec();
+        {
+            const BoundedCall call(BoundedCall::Write, timeout); // the bus may hold the loop up
+            loop.exec();
+        }
         result.answer =
             Interrupt::signalNumber() != 0 ? Answer::Interrupted : look(message, result);
     }

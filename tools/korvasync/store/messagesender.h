@@ -6,6 +6,7 @@
 #include "messagestore.h"
 #include "storedmessage.h"
 #include "storelocation.h"
+#include "storeturn.h"
 
 #include <korvasync/syncrecords.h>
 
@@ -26,17 +27,28 @@ public:
         Unknown  //!< may have gone out
     };
 
+    //! Whose answer was waited for at last.
+    enum WaitedFor {
+        SessionBus,
+        OtherClients, //!< that are at work on the store
+        Store
+    };
+
     struct Result
     {
         Outcome outcome = NotSent;
-        Answer answer = Answer::Finished; //!< how the store answered
-        int cause = 0;                    //!< PendingSmsId::ErrorCause
-        int id = -1;                      //!< database id, -1 = none
+        WaitedFor waitedFor = Store;
+        Answer answer = Answer::Finished;
+        int cause = 0; //!< PendingSmsId::ErrorCause
+        int id = -1;   //!< database id, -1 = none
     };
 
     MessageSender(StoreLocation &location, MessageStore &store);
 
-    //! \param timeout     how long the outcome is waited for
+    //! Two that send the same at the same time wait for each other, since the store does not
+    //! tell whose message it got.
+    //!
+    //! \param timeout     how long the turn, and then the outcome, is waited for
     //! \param handedOver  called when the message has been handed over, and may go out
     Result send(const KorvaSyncIf::SmsInfo &message, std::chrono::milliseconds timeout,
                 const std::function<void()> &handedOver);
@@ -48,6 +60,7 @@ private:
 
     StoreLocation &location;
     MessageStore &store;
+    StoreTurn turn;
     const QDateTime since;
     QSet<int> knownIds;
 };

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The korvasync developers
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include "addingturn.h"
+#include "storeturn.h"
 
 #include "process/diagnostics.h"
 #include "process/interrupt.h"
@@ -19,21 +19,21 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-AddingTurn::~AddingTurn()
+StoreTurn::~StoreTurn()
 {
     if (hasMadeFolder && location.state() == StoreLocation::Absent)
         rmdir(QFile::encodeName(location.path()).constData()); // unless it holds something
     close();
 }
 
-void AddingTurn::close()
+void StoreTurn::close()
 {
     if (folder >= 0)
         ::close(folder);
     folder = -1;
 }
 
-bool AddingTurn::open()
+bool StoreTurn::open()
 {
     close();
     const QByteArray path = QFile::encodeName(location.path());
@@ -45,7 +45,7 @@ bool AddingTurn::open()
 }
 
 // The one before may have taken the folder away.
-bool AddingTurn::isInPlace() const
+bool StoreTurn::isInPlace() const
 {
     struct stat opened = {};
     struct stat found = {};
@@ -54,7 +54,7 @@ bool AddingTurn::isInPlace() const
         && opened.st_dev == found.st_dev && opened.st_ino == found.st_ino;
 }
 
-Answer AddingTurn::take(std::chrono::milliseconds timeout)
+Answer StoreTurn::take(std::chrono::milliseconds timeout)
 {
     constexpr unsigned long pollMilliseconds = 20;
     const QDeadlineTimer deadline(timeout);
@@ -67,7 +67,7 @@ Answer AddingTurn::take(std::chrono::milliseconds timeout)
             continue;
         }
         if (errno != EWOULDBLOCK) {
-            Diagnostics::warn(QStringLiteral("clients that add at the same time cannot be told "
+            Diagnostics::warn(QStringLiteral("clients that write at the same time cannot be told "
                                              "to wait here (%1); run one after the other")
                                   .arg(QString::fromLocal8Bit(std::strerror(errno))));
             return Answer::Finished;

@@ -8,28 +8,28 @@
 
 #include <chrono>
 
-//! Makes the clients that add to one store, or delete duplicates from it, wait for each other,
-//! from the look at what is there to the last write, so that none stores what another is about
-//! to store. The turn is a
-//! lock on the store's folder. Other programs that write through the library do not know of
-//! it: what they store meanwhile can be stored twice.
-class AddingTurn
+//! Makes the clients that add to one store, send on it or delete duplicates from it wait for
+//! each other, from the look at what is there to the last write, so that none stores what
+//! another is about to store, and none takes another's message for the one that it sent. The
+//! turn is a lock on the store's folder. Other programs that write through the library do not
+//! know of it: what they store meanwhile can be stored twice.
+class StoreTurn
 {
 public:
-    explicit AddingTurn(StoreLocation &location)
+    explicit StoreTurn(StoreLocation &location)
         : location(location)
     {
     }
     //! Ends the turn, and takes away a folder that was made for it and got no store.
-    ~AddingTurn();
+    ~StoreTurn();
 
     //! Waits for the turn. Where the folder cannot be opened there is none, and the store
     //! itself says what is wrong.
     Answer take(std::chrono::milliseconds timeout);
 
 private:
-    AddingTurn(const AddingTurn &) = delete;
-    AddingTurn &operator=(const AddingTurn &) = delete;
+    StoreTurn(const StoreTurn &) = delete;
+    StoreTurn &operator=(const StoreTurn &) = delete;
 
     bool open();
     bool isInPlace() const;
