@@ -5,6 +5,7 @@
 
 #include "senderservice.h"
 
+#include <QtDBus/QDBusConnectionInterface>
 #include <QtDBus/QDBusServiceWatcher>
 
 using namespace ModemTesting;
@@ -127,6 +128,41 @@ void ServiceTests::tellsWhatIsNotKnownInTime()
     QVERIFY(stack.order("delay 5000"));
     QCOMPARE(answer(call(vMessage(QStringLiteral("late")))), (QList<int>{-1, 5}));
     QTRY_VERIFY_WITH_TIMEOUT(idInSent(QStringLiteral("late")) > 0, StoreTesting::Patience);
+}
+
+//! Also when the first one's outcome comes after its answer.
+void ServiceTests::tellsEqualMessagesApart()
+{
+    const QString text = QStringLiteral("twice");
+    QVERIFY(stack.order("delay 5000"));
+    QCOMPARE(answer(call(vMessage(text))), (QList<int>{-1, 5}));
+    QVERIFY(stack.order("refuse"));
+    const QList<int> second = answer(call(vMessage(text)));
+    QVERIFY(idInSent(text) > 0);
+    const QList<CommHistory::Event> outbox = StoreTesting::read(Outbox);
+    QCOMPARE(outbox.size(), 1);
+    QCOMPARE(second, (QList<int>{outbox.first().id(), 0}));
+}
+
+void ServiceTests::seesItsMessageThroughWhenTerminated()
+{
+    QVERIFY(stack.order("delay 5000"));
+    const QDBusPendingCall first = call(vMessage(QStringLiteral("first")));
+    QVERIFY(stack.waitForSubmission());
+    const QDBusPendingCall queued = call(vMessage(QStringLiteral("queued")));
+    QDBusConnection::sessionBus().interface()->isServiceRegistered(SenderService::BusName);
+    service.terminate();
+    QCOMPARE(answer(first), (QList<int>{-1, 5}));
+    QCOMPARE(answer(queued), QList<int>());
+    QCOMPARE(queued.error().message(),
+             QStringLiteral("The message was not sent, as the service ends."));
+    QCOMPARE(answer(call(vMessage(QStringLiteral("too late")))), QList<int>());
+    QVERIFY(QTest::qWaitFor([this] { return service.state() == QProcess::NotRunning; },
+                            StoreTesting::Patience));
+    QCOMPARE(service.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(service.exitCode(), 0);
+    QVERIFY(idInSent(QStringLiteral("first")) > 0);
+    QCOMPARE(stack.takeMessages().size(), 1);
 }
 
 //! But not before what was sent has come into the store.

@@ -33,5 +33,7 @@ private Q_SLOTS:
     void sendsAnyScriptWhole();
     void outlivesTheModemDaemon();
     void tellsWhatIsNotKnownInTime();
+    void tellsEqualMessagesApart();
+    void seesItsMessageThroughWhenTerminated();
     void endsWhenIdle();
 };

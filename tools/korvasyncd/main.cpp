@@ -2,12 +2,34 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
 #include "sendservice.h"
+#include "termination.h"
+
+#include "store/boundedcall.h"
 
 #include <QtCore/QCommandLineParser>
 #include <QtCore/QCoreApplication>
 #include <QtCore/QLoggingCategory>
 
+#include <QtDBus/QDBusConnection>
+
 #include <cstdio>
+#include <cstdlib>
+
+namespace {
+
+//! The bus library itself would wait without limit for a bus that does not answer.
+void openSessionBus()
+{
+    constexpr std::chrono::milliseconds limit(5000);
+    BoundedCall::onGivingUp([](Answer) {
+        std::fputs("korvasyncd: the session bus does not answer\n", stderr);
+        std::_Exit(1);
+    });
+    const BoundedCall call(BoundedCall::Read, limit);
+    QDBusConnection::sessionBus();
+}
+
+} // namespace
 
 int main(int argc, char *argv[])
 {
@@ -29,7 +51,10 @@ int main(int argc, char *argv[])
         std::fputs("korvasyncd: --idle-time is a number of seconds\n", stderr);
         return 2;
     }
+    openSessionBus();
     SendService service{std::chrono::seconds(seconds)};
+    const Termination termination;
+    QObject::connect(&termination, &Termination::requested, &service, &SendService::finish);
     // In the event loop, as the bus library may deliver calls that come before it out of order.
     const auto start = [&service] {
         if (service.start())
@@ -38,6 +63,6 @@ int main(int argc, char *argv[])
         QCoreApplication::exit(1);
     };
     QMetaObject::invokeMethod(&service, start, Qt::QueuedConnection);
-    QObject::connect(&service, &SendService::idle, &application, &QCoreApplication::quit);
+    QObject::connect(&service, &SendService::ended, &application, &QCoreApplication::quit);
     return QCoreApplication::exec();
 }

@@ -5,13 +5,18 @@
 
 #include "sendadaptor.h"
 
+#include "messages/parsedmessage.h"
 #include "messages/sendable.h"
 
 #include <messaging/messagingif.h>
 
 #include <QtCore/QCoreApplication>
 
+#include <algorithm>
+
 constexpr QLatin1String BusName("org.korvasync.Sender");
+//! Below the time that callers wait for, as none shall be told later that nothing was sent.
+constexpr std::chrono::seconds WaitingLimit(20);
 
 SendService::SendService(std::chrono::milliseconds idleTime)
     : m_bus(QDBusConnection::sessionBus())
@@ -19,7 +24,7 @@ SendService::SendService(std::chrono::milliseconds idleTime)
     new SendAdaptor(&m_object, this);
     m_idleTimer.setSingleShot(true);
     m_idleTimer.setInterval(idleTime);
-    connect(&m_idleTimer, &QTimer::timeout, this, &SendService::end);
+    connect(&m_idleTimer, &QTimer::timeout, this, &SendService::endWhenIdle);
 }
 
 bool SendService::start()
@@ -30,19 +35,58 @@ bool SendService::start()
 
 void SendService::add(const QString &vMessage, const QDBusMessage &call)
 {
+    if (m_isFinishing)
+        return refuse(call, QStringLiteral("The message was not sent, as the service ends."));
     m_idleTimer.stop();
-    m_requests.enqueue({vMessage, call});
-    if (m_requests.size() == 1)
-        serveNext();
+    Request request{++m_lastSerial, vMessage, {}, call};
+    if (const auto parsed = ParsedMessage::parse(vMessage.toUtf8()))
+        request.content = {parsed->recipient, parsed->body};
+    m_requests.append(request);
+    QTimer::singleShot(WaitingLimit, this,
+                       [this, serial = request.serial] { stopWaiting(serial); });
+    serveNext();
+}
+
+void SendService::finish()
+{
+    m_isFinishing = true;
+    m_idleTimer.stop();
+    m_bus.unregisterService(BusName);
+    for (const Request &request : std::as_const(m_requests))
+        refuse(request.call, QStringLiteral("The message was not sent, as the service ends."));
+    m_requests.clear();
+    serveNext();
 }
 
 void SendService::serveNext()
 {
+    if (m_served)
+        return;
+    const auto next =
+        std::find_if(m_requests.begin(), m_requests.end(),
+                     [this](const Request &request) { return !equalsOneUnderWay(request); });
+    if (next == m_requests.end())
+        return rest();
+    const Request request = *next;
+    m_requests.erase(next);
+    serve(request);
+}
+
+void SendService::serve(const Request &request)
+{
+    m_served = request.call;
     // Its attempt to take the path as well fails, and harms nothing.
     auto *const sender = new SendSmsInterface(this);
-    PendingSmsId *const pending = sender->sendSms(sendable(m_requests.head().vMessage));
+    PendingSmsId *const pending = sender->sendSms(sendable(request.vMessage));
     connect(pending, &PendingSmsId::finished, this,
             [this, sender](PendingSmsId *finished) { answer(sender, finished); });
+    if (PendingMessage *const message = sender->findChild<PendingMessage *>()) {
+        m_underWay.insert(message, request.content);
+        connect(message, &QObject::destroyed, this, [this](QObject *over) {
+            m_underWay.remove(over);
+            serveNext();
+        });
+    }
     if (pending->isError()) // nothing will signal
         answer(sender, pending);
 }
@@ -55,21 +99,51 @@ void SendService::answer(SendSmsInterface *sender, PendingSmsId *pending)
         connect(message, &QObject::destroyed, sender, &QObject::deleteLater);
     else
         sender->deleteLater();
-    const QDBusMessage call = m_requests.dequeue().call;
-    m_bus.send(call.createReply({pending->id(), pending->errorCause()}));
-    if (m_requests.isEmpty())
+    m_bus.send(m_served->createReply({pending->id(), pending->errorCause()}));
+    m_served.reset();
+    QMetaObject::invokeMethod(this, &SendService::serveNext, Qt::QueuedConnection);
+}
+
+void SendService::stopWaiting(int serial)
+{
+    const auto request = std::find_if(m_requests.begin(), m_requests.end(),
+                                      [=](const Request &r) { return r.serial == serial; });
+    if (request == m_requests.end() || !equalsOneUnderWay(*request))
+        return;
+    refuse(request->call,
+           QStringLiteral("The message was not sent, as an equal one is still on its way."));
+    m_requests.erase(request);
+}
+
+void SendService::rest()
+{
+    if (!m_requests.isEmpty())
+        return;
+    if (!m_isFinishing)
         m_idleTimer.start();
-    else
-        QMetaObject::invokeMethod(this, &SendService::serveNext, Qt::QueuedConnection);
+    else if (m_underWay.isEmpty())
+        Q_EMIT ended();
 }
 
 // Calls that come from now on start another service; those that have come are served.
-void SendService::end()
+void SendService::endWhenIdle()
 {
-    if (findChild<SendSmsInterface *>())
-        return m_idleTimer.start(); // a message is still on its way
+    if (!m_underWay.isEmpty())
+        return m_idleTimer.start();
     m_bus.unregisterService(BusName);
     QCoreApplication::sendPostedEvents();
-    if (m_requests.isEmpty())
-        Q_EMIT idle();
+    if (m_requests.isEmpty() && !m_served)
+        Q_EMIT ended();
+}
+
+void SendService::refuse(const QDBusMessage &call, const QString &reason)
+{
+    m_bus.send(
+        call.createErrorReply(QStringLiteral("org.korvasync.SendSms1.Error.NotSent"), reason));
+}
+
+bool SendService::equalsOneUnderWay(const Request &request) const
+{
+    return std::any_of(m_underWay.cbegin(), m_underWay.cend(),
+                       [&](const NumberAndText &content) { return content == request.content; });
 }

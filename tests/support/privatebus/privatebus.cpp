@@ -3,6 +3,8 @@
 
 #include "privatebus.h"
 
+#include <csignal>
+
 PrivateBus::PrivateBus(const char *variable)
 {
     constexpr int patience = 20000; // milliseconds
@@ -14,3 +16,7 @@ PrivateBus::PrivateBus(const char *variable)
     qputenv(variable, address);
     m_address = QString::fromLatin1(address);
 }
+
+void PrivateBus::stop() { kill(pid_t(m_daemon.processId()), SIGSTOP); }
+
+void PrivateBus::goOn() { kill(pid_t(m_daemon.processId()), SIGCONT); }

@@ -18,6 +18,10 @@ public:
 
     QString address() const { return m_address; }
 
+    //! Stops the bus, which takes calls from then on and answers none until it may go on.
+    void stop();
+    void goOn();
+
 private:
     Q_DISABLE_COPY(PrivateBus)
     BoundProcess m_daemon;

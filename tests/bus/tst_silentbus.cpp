@@ -1,0 +1,160 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+// A bus that takes callers and answers nobody keeps no program waiting for ever.
+
+#include "bustesting.h"
+#include "storetesting.h"
+
+#include <messaging/messagingif.h>
+
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QProcess>
+
+#include <csignal>
+
+using StoreTesting::Patience;
+
+namespace {
+
+constexpr int Outbox = 4099;
+const QString Silent = QStringLiteral("The system bus does not answer.");
+const QStringList SendHello{QStringLiteral("send"), QStringLiteral("+15550100"),
+                            QStringLiteral("Hello")};
+
+//! What became of a message that is sent from this process.
+QString outcomeOfSending()
+{
+    MessagingIf messaging{QString()};
+    PendingMessage *const message =
+        messaging.sendSMS(QStringLiteral("+15550100"), QStringLiteral("Hello"), true);
+    QSignalSpy finished(message, &PendingMessage::finished);
+    QString text = QStringLiteral("never finished");
+    QObject::connect(message, &PendingMessage::finished, message,
+                     [&text](const PendingMessage *done) { text = done->errorText(); });
+    finished.wait(Patience);
+    return text;
+}
+
+} // namespace
+
+class TestSilentBus : public QObject
+{
+    Q_OBJECT
+public:
+    TestSilentBus(PrivateBus &systemBus, PrivateBus &sessionBus)
+        : systemBus(systemBus)
+        , sessionBus(sessionBus)
+    {
+    }
+
+private Q_SLOTS:
+    void initTestCase() { QVERIFY(StoreTesting::makeStore()); }
+    void cleanup();
+    void tellsASystemBusThatDoesNotAnswer();
+    void theClientTellsASystemBusThatDoesNotAnswer();
+    void theClientGivesUpOnTheSessionBus();
+    void theClientCanBeInterruptedOnTheSessionBus();
+    void theServiceGivesUpOnTheSessionBus();
+
+private:
+    PrivateBus &systemBus;
+    PrivateBus &sessionBus;
+};
+
+void TestSilentBus::cleanup()
+{
+    systemBus.goOn();
+    sessionBus.goOn();
+}
+
+//! From the beginning, and when it has answered before.
+void TestSilentBus::tellsASystemBusThatDoesNotAnswer()
+{
+    const QString noDaemon =
+        QStringLiteral("There is no modem daemon, neither ModemManager nor oFono.");
+    systemBus.stop();
+    QCOMPARE(outcomeOfSending(), Silent);
+    QCOMPARE(outcomeOfSending(), Silent);
+    QCOMPARE(int(StoreTesting::read(Outbox).size()), 2);
+    systemBus.goOn();
+    QCOMPARE(outcomeOfSending(), noDaemon);
+    systemBus.stop();
+    QCOMPARE(outcomeOfSending(), Silent);
+    systemBus.goOn();
+    QCOMPARE(outcomeOfSending(), noDaemon);
+}
+
+void TestSilentBus::theClientTellsASystemBusThatDoesNotAnswer()
+{
+    systemBus.stop();
+    QProcess client;
+    client.start(QStringLiteral(KORVASYNC_CLIENT), SendHello);
+    QVERIFY(client.waitForFinished(Patience));
+    QCOMPARE(client.exitCode(), 8);
+    const QByteArray errors = client.readAllStandardError();
+    QVERIFY2(errors.endsWith(": The system bus does not answer.\n"), errors);
+}
+
+void TestSilentBus::theClientGivesUpOnTheSessionBus()
+{
+    sessionBus.stop();
+    QProcess client;
+    client.start(QStringLiteral(KORVASYNC_CLIENT),
+                 SendHello
+                     + QStringList{QStringLiteral("--timeout=1"), QStringLiteral("-ondjson")});
+    QVERIFY(client.waitForFinished(Patience));
+    QCOMPARE(
+        client.readAllStandardError(),
+        QByteArray("korvasync: the message was not sent, as the session bus does not answer\n"));
+    QCOMPARE(client.readAllStandardOutput(), QByteArray("{\"status\":\"failed\"}\n"));
+    QCOMPARE(client.exitCode(), 5);
+}
+
+void TestSilentBus::theClientCanBeInterruptedOnTheSessionBus()
+{
+    sessionBus.stop();
+    QProcess client;
+    client.start(QStringLiteral(KORVASYNC_CLIENT), SendHello);
+    QVERIFY(client.waitForStarted());
+    const auto waitsForTheBus = [&] {
+        const QString folder = QStringLiteral("/proc/%1/task").arg(client.processId());
+        for (const QString &thread : QDir(folder).entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+            QFile name(folder + QLatin1Char('/') + thread + QStringLiteral("/comm"));
+            if (name.open(QIODevice::ReadOnly) && name.readAll().startsWith("QDBusConnection"))
+                return true;
+        }
+        return false;
+    };
+    QTRY_VERIFY_WITH_TIMEOUT(waitsForTheBus(), Patience);
+    QCOMPARE(kill(pid_t(client.processId()), SIGINT), 0);
+    QVERIFY(client.waitForFinished(Patience));
+    QCOMPARE(client.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(client.exitCode(), 130);
+    QCOMPARE(client.readAllStandardError(),
+             QByteArray("korvasync: interrupted before the message was sent\n"));
+}
+
+void TestSilentBus::theServiceGivesUpOnTheSessionBus()
+{
+    sessionBus.stop();
+    QProcess service;
+    service.start(QStringLiteral(KORVASYNCD), QStringList());
+    QVERIFY(service.waitForFinished(2 * Patience));
+    QCOMPARE(service.readAllStandardError(),
+             QByteArray("korvasyncd: the session bus does not answer\n"));
+    QCOMPARE(service.exitCode(), 1);
+}
+
+int main(int argc, char *argv[])
+{
+    const QTemporaryDir directory;
+    qputenv("KORVASYNC_STORE", QFile::encodeName(directory.filePath(QStringLiteral("store"))));
+    PrivateBus systemBus("DBUS_SYSTEM_BUS_ADDRESS");
+    PrivateBus sessionBus("DBUS_SESSION_BUS_ADDRESS");
+    QCoreApplication application(argc, argv);
+    TestSilentBus test(systemBus, sessionBus);
+    return QTest::qExec(&test, argc, argv);
+}
+#include "tst_silentbus.moc"
