@@ -1,18 +1,25 @@
 // SPDX-FileCopyrightText: 2026 The korvasync developers
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include "clientprocess.h"
+#include "trouble.h"
 
 #include <QtCore/QDirIterator>
 #include <QtCore/QRegularExpression>
 #include <QtTest/QTest>
+
+#include <poll.h>
+#include <sys/socket.h>
+#include <sys/un.h>
 
 //! What a person's messages leave behind besides the store.
 class TestPrivate : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
-    void addingWritesNowhereElse();
+    void contentIsWrittenNowhereElse();
+    void titlesShowTheArgumentsOnly_data();
+    void titlesShowTheArgumentsOnly();
+    void theTitleOfASenderShowsNoText();
     void theStoreIsClosedUnderAnyMask();
     void warningsAndProgressShowNoContent();
     void rejectsAreClosedToOthers();
@@ -36,6 +43,65 @@ QByteArray mixedMessages()
         + vMessage("INBOX", "20240501T100000Z", Number, body).chopped(60);
 }
 
+QByteArray contentOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
+}
+
+//! Its arguments, each ended by a zero.
+QByteArray commandLineOf(qint64 process)
+{
+    return contentOf(text("/proc/%1/cmdline").arg(process));
+}
+
+QByteArray commandLine(const ClientProcess &client, const QStringList &arguments)
+{
+    const QStringList all =
+        QStringList{text(KORVASYNC_CLIENT), text("--store"), client.store()} + arguments;
+    return all.join(QChar(QChar::Null)).toUtf8() + '\0';
+}
+
+//! The names of those threads in which a piece of a number or text stands.
+QStringList threadsThatShowContent(qint64 process)
+{
+    QStringList names;
+    QDirIterator thread(text("/proc/%1/task").arg(process), QDir::Dirs | QDir::NoDotAndDotDot);
+    while (thread.hasNext()) {
+        const QByteArray name = contentOf(thread.next() + text("/comm"));
+        if (name.contains("5550") || name.contains(Word.left(4)))
+            names += QString::fromUtf8(name);
+    }
+    return names;
+}
+
+//! A session bus that lets clients wait.
+class SilentBus
+{
+public:
+    explicit SilentBus(const QString &path)
+        : server(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0))
+    {
+        sockaddr_un address = {};
+        address.sun_family = AF_UNIX;
+        qstrncpy(address.sun_path, QFile::encodeName(path).constData(), sizeof address.sun_path);
+        if (bind(server, reinterpret_cast<const sockaddr *>(&address), sizeof address) != 0
+            || listen(server, 1) != 0)
+            qFatal("no bus can be made");
+    }
+    ~SilentBus() { close(server); }
+
+    bool isAsked() const
+    {
+        pollfd asked = {server, POLLIN, 0};
+        return poll(&asked, 1, 0) == 1;
+    }
+
+private:
+    Q_DISABLE_COPY(SilentBus)
+    int server;
+};
+
 bool isBelow(const QString &path, const QString &folder)
 {
     return path == folder || path.startsWith(folder + QLatin1Char('/'));
@@ -43,22 +109,37 @@ bool isBelow(const QString &path, const QString &folder)
 
 } // namespace
 
-// Every file that is opened for writing, made, renamed or linked, in any thread.
-void TestPrivate::addingWritesNowhereElse()
+// Every file that is opened for writing, made, renamed or linked, in any thread, by commands
+// that read, write and sort all there is.
+void TestPrivate::contentIsWrittenNowhereElse()
 {
     ClientProcess client;
     // The leak check of a sanitized build cannot run in a process that is traced.
     client.environment.insert(text("ASAN_OPTIONS"), text("detect_leaks=0"));
-    const QString input = client.write(text("in/messages.vmsg"), mixedMessages());
+    client.write(text("messages.vmsg"), mixedMessages());
+    client.write(text("one.vmsg"), vMessage("INBOX", "20240501T100000Z", Number, "a " + Word));
+    client.write(text("calls.txt"), callEntry("incoming", Number, 60, "20240501T100000Z"));
+    client.workingDirectory = client.filePath(QString());
+    const QString commands = text("korvasync() { %1 --store %2 \"$@\"; }; "
+                                  "korvasync add --rejects rejects.vmsg messages.vmsg; "
+                                  "id=$(korvasync list --ids | head -n 1); "
+                                  "korvasync modify $id - <one.vmsg; "
+                                  "korvasync calls add calls.txt; korvasync calls list -o entries; "
+                                  "for format in text ndjson vmsg csv mbox android-xml; do "
+                                  "korvasync list -o $format >output; done; "
+                                  "korvasync stats; korvasync numbers; korvasync dups; "
+                                  "echo %3 | korvasync send %4 -; "
+                                  "korvasync show $id; korvasync delete --yes $id")
+                                 .arg(text(KORVASYNC_CLIENT), client.store(),
+                                      QString::fromUtf8(Word), QString::fromUtf8(Number));
     const QString trace = client.filePath(text("trace"));
     const ClientProcess::Outcome outcome = client.runProgram(
         text("strace"),
         {text("-f"), text("-y"), text("-s"), text("4096"), text("-o"), trace, text("-e"),
          text("trace=openat,open,creat,mkdir,mkdirat,rename,renameat,renameat2,link,linkat,"
               "symlink,symlinkat,memfd_create,mknod,mknodat"),
-         text(KORVASYNC_CLIENT), text("--store"), client.store(), text("add"), text("--rejects"),
-         client.filePath(text("rejects.vmsg")), input});
-    QCOMPARE(outcome.exitCode, 1);
+         text("sh"), text("-c"), commands});
+    QVERIFY2(outcome.exitCode == 0, outcome.errors);
     QFile file(trace);
     QVERIFY(file.open(QIODevice::ReadOnly));
     const QStringList lines = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
@@ -80,15 +161,75 @@ void TestPrivate::addingWritesNowhereElse()
     }
     QVERIFY(written.contains(client.store() + text("/korvasync-store"))
             || written.contains(client.store() + text("/lock")));
-    const QString rejects = client.filePath(text("rejects.vmsg"));
+    const QStringList asked{text("rejects.vmsg"), text("output"), text("/dev/null")};
     for (const QString &path : qAsConst(written)) {
-        QVERIFY2(isBelow(path, client.store()) || path == rejects
-                     || path.startsWith(text("/proc/self/fd/")) // an unnamed one gets its name
-                     || path == text("/dev/null"),
+        QVERIFY2(isBelow(path, client.store()) || asked.contains(path)
+                     || path == client.filePath(text("rejects.vmsg"))
+                     || path.startsWith(text("/proc/self/fd/")), // an unnamed one gets its name
                  qPrintable(path));
     }
-    for (const QString &path : qAsConst(unnamed))
-        QVERIFY2(path == client.store() || path == client.filePath(QString()), qPrintable(path));
+    for (const QString &path : qAsConst(unnamed)) {
+        QVERIFY2(path == text(".") || path == client.store()
+                     || QDir(path) == QDir(client.filePath(QString())),
+                 qPrintable(path));
+    }
+}
+
+// What every user of the machine can see of a process: while it holds a message and waits.
+void TestPrivate::titlesShowTheArgumentsOnly_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QByteArray>("input");
+    const QByteArray message = vMessage("INBOX", "20240501T110000Z", Number, Word);
+    QTest::newRow("add") << QStringList{text("add"), text("-")} << message;
+    QTest::newRow("modify") << QStringList{text("modify"), text("ID"), text("-")} << message;
+    QTest::newRow("add calls") << QStringList{text("calls"), text("add"), text("-")}
+                               << callEntry("incoming", Number, 60, "20240501T100000Z");
+}
+
+void TestPrivate::titlesShowTheArgumentsOnly()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QByteArray, input);
+    const ClientProcess client;
+    client.fill(vMessage("INBOX", "20240501T100000Z", Number, "stored"));
+    const QString id =
+        QString::fromUtf8(client.run({text("list"), text("--ids")}).output).trimmed();
+    arguments.replaceInStrings(text("ID"), id);
+    QProcess process;
+    {
+        const Trouble::HeldStore held(client);
+        QVERIFY(held.isHeld);
+        client.start(process, arguments);
+        QVERIFY(process.waitForStarted());
+        process.write(input);
+        process.closeWriteChannel();
+        QTRY_VERIFY_WITH_TIMEOUT(held.isWaitedFor(), 20000);
+        QCOMPARE(commandLineOf(process.processId()), commandLine(client, arguments));
+        QCOMPARE(threadsThatShowContent(process.processId()), QStringList());
+    }
+    QVERIFY(process.waitForFinished());
+    QCOMPARE(process.exitCode(), 0);
+}
+
+void TestPrivate::theTitleOfASenderShowsNoText()
+{
+    ClientProcess client;
+    client.fill(vMessage("INBOX", "20240501T100000Z", "+15550100", "stored"));
+    const SilentBus bus(client.filePath(text("bus")));
+    client.environment.insert(text("DBUS_SESSION_BUS_ADDRESS"),
+                              text("unix:path=") + client.filePath(text("bus")));
+    const QStringList arguments{text("send"), text("+15550100"), text("-")};
+    QProcess process;
+    client.start(process, arguments);
+    QVERIFY(process.waitForStarted());
+    process.write(Word);
+    process.closeWriteChannel();
+    QTRY_VERIFY_WITH_TIMEOUT(bus.isAsked(), 20000);
+    QCOMPARE(commandLineOf(process.processId()), commandLine(client, arguments));
+    QCOMPARE(threadsThatShowContent(process.processId()), QStringList());
+    process.kill();
+    QVERIFY(process.waitForFinished());
 }
 
 void TestPrivate::theStoreIsClosedUnderAnyMask()
@@ -121,8 +262,8 @@ void TestPrivate::warningsAndProgressShowNoContent()
     const ClientProcess::Outcome outcome =
         client.run({text("add"), text("--progress"), text("always"), text("-")}, mixedMessages());
     QCOMPARE(outcome.exitCode, 1);
-    QVERIFY(!outcome.errors.isEmpty());
-    const QByteArray all = outcome.output + outcome.errors; // results name lines, not content
+    QVERIFY2(outcome.errors.contains(" done"), outcome.errors); // the progress
+    const QByteArray all = outcome.output + outcome.errors;     // results name lines, not content
     QVERIFY2(!all.contains(Word), all);
     QVERIFY2(!all.contains(Number.mid(1)), all);
 }
