@@ -5,6 +5,7 @@
 
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
+#include <QtCore/QRegularExpression>
 #include <QtTest/QTest>
 
 //! Senders and texts that mean something to the query language, to regular expressions or to a
@@ -16,6 +17,10 @@ class TestHostile : public QObject
 private Q_SLOTS:
     void sendersAndTexts_data();
     void sendersAndTexts();
+    void sendersThatOnlyAFileCanCarry_data();
+    void sendersThatOnlyAFileCanCarry();
+    void patterns_data();
+    void patterns();
     void textsOfAnyBytes();
 };
 
@@ -87,6 +92,8 @@ void TestHostile::sendersAndTexts()
     QCOMPARE(valueOf(objectOf(client.run(show).output), "body"), word);
     QCOMPARE(objectOf(client.listed({text("--number"), QString::fromUtf8(sender)})),
              objectOf(client.run(show).output));
+    QCOMPARE(client.listed({text("--grep"), QRegularExpression::escape(word)}),
+             client.run(show).output);
     const QByteArray page = client.run({text("show"), id, text("-o"), text("text")}).output;
     QVERIFY(!page.contains('\x1B'));
 
@@ -100,6 +107,82 @@ void TestHostile::sendersAndTexts()
     const QJsonObject bystander = objectOf(client.listed());
     QCOMPARE(valueOf(bystander, "number"), text("+15550100"));
     QCOMPARE(valueOf(bystander, "body"), text("untouched"));
+}
+
+// What no argument and no line of a vMessage can hold, but XML and quoted-printable can. A
+// control character in a sender makes it none, XML's zero is no character at all, and numbers
+// are taken as they stand, without decoding.
+void TestHostile::sendersThatOnlyAFileCanCarry_data()
+{
+    QTest::addColumn<QByteArray>("file");
+    QTest::addColumn<QString>("sender"); // empty: refused
+    const auto card = [](const QByteArray &telephone) {
+        return vMessage("INBOX", "20240501T100000Z", "SENDER", "text")
+            .replace("TEL:SENDER", "TEL" + telephone);
+    };
+    const auto xml = [](const QByteArray &address) {
+        return "<?xml version='1.0' encoding='UTF-8'?><smses count=\"1\"><sms address=\"" + address
+            + "\" date=\"1714557600000\" type=\"1\" body=\"text\" read=\"1\" /></smses>";
+    };
+    QTest::newRow("line ends in quoted-printable")
+        << card(";ENCODING=QUOTED-PRINTABLE:a=0D=0AEND:VMSG=0D=0Ab")
+        << text("a=0D=0AEND:VMSG=0D=0Ab");
+    QTest::newRow("zero in quoted-printable")
+        << card(";ENCODING=QUOTED-PRINTABLE:a=00b") << text("a=00b");
+    QTest::newRow("zero in a vMessage") << card(QByteArray(":a\0b", 4)) << text("a");
+    QTest::newRow("line ends in XML") << xml("a&#13;&#10;END:VMSG&#13;&#10;b") << QString();
+    QTest::newRow("zero in XML") << xml("a&#0;b") << text("a\uFFFDb");
+    QTest::newRow("quotes, braces and a line end in XML")
+        << xml("x'} ; DELETE { ?s ?p ?o } #&#10;&quot;\\") << QString();
+    QTest::newRow("10,000 line ends in XML")
+        << xml(QByteArray("&#10;").repeated(10000) + "x") << text("x");
+}
+
+void TestHostile::sendersThatOnlyAFileCanCarry()
+{
+    QFETCH(QByteArray, file);
+    QFETCH(QString, sender);
+    const ClientProcess client;
+    client.fill(Bystander);
+    QCOMPARE(client.run({text("add"), text("-")}, file).exitCode, sender.isEmpty() ? 1 : 0);
+    const QByteArrayList stored = client.listed().split('\n');
+    QCOMPARE(stored.size(), sender.isEmpty() ? 2 : 3); // the last is empty
+    QCOMPARE(valueOf(objectOf(stored.value(0)), "number"), text("+15550100"));
+    QCOMPARE(valueOf(objectOf(stored.value(0)), "body"), text("untouched"));
+    QCOMPARE(valueOf(objectOf(stored.value(1)), "number"), sender);
+}
+
+void TestHostile::patterns_data()
+{
+    QTest::addColumn<QString>("pattern");
+    QTest::addColumn<int>("exitCode");
+    QTest::addColumn<QByteArray>("count");
+    QTest::newRow("everything") << text(".*") << 0 << QByteArray("2\n");
+    QTest::newRow("end") << text("$") << 0 << QByteArray("2\n");
+    QTest::newRow("brace") << text("} ; { ?s ?p ?o } #") << 0 << QByteArray("0\n");
+    QTest::newRow("quotes") << text("'\"'") << 0 << QByteArray("0\n");
+    QTest::newRow("10,000 characters")
+        << QString(10000, QLatin1Char('a')) << 0 << QByteArray("1\n");
+    QTest::newRow("repetitions within repetitions")
+        << text("(a+)+(a+)+(a+)+b") << 0 << QByteArray("0\n");
+    QTest::newRow("backslash") << text("\\") << 2 << QByteArray();
+    QTest::newRow("open bracket") << text("([a-") << 2 << QByteArray();
+    QTest::newRow("10,000 open brackets") << QString(10000, QLatin1Char('(')) << 2 << QByteArray();
+}
+
+void TestHostile::patterns()
+{
+    QFETCH(QString, pattern);
+    QFETCH(int, exitCode);
+    QFETCH(QByteArray, count);
+    const ClientProcess client;
+    client.fill(
+        Bystander
+        + vMessage("INBOX", "20240501T100000Z", "+15550177", QByteArray("a").repeated(10000)));
+    const ClientProcess::Outcome outcome =
+        client.run({text("list"), text("--count"), text("--grep"), pattern});
+    QCOMPARE(outcome.exitCode, exitCode);
+    QCOMPARE(outcome.output, count);
 }
 
 // Every code point below 256 but CR, which no text keeps, and a sample of the rest.
