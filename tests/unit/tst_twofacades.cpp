@@ -53,7 +53,7 @@ QList<SyncSmsInfo> twoItems(const QString &number)
 {
     VMessageText message;
     message.originator = number;
-    QList<SyncSmsInfo> items(2);
+    QList<SyncSmsInfo> items{SyncSmsInfo(), SyncSmsInfo()};
     for (int i = 0; i < items.size(); ++i) {
         items[i].id = 11 + i;
         items[i].vMessage = message.text();
