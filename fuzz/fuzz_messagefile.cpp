@@ -10,6 +10,7 @@
 #include <calls/callentry.h>
 #include <messages/itemreader.h>
 #include <messages/parsedmessage.h>
+#include <messages/number.h>
 #include <messages/settling.h>
 
 #include <korvasync/vmessageencoder.h>
@@ -72,8 +73,9 @@ void settleAndReadBack(const std::optional<ParsedMessage> &parsed)
     const SettledMessage stored = settle(*again, rules);
     require(stored.refusal == Refusal::None);
     require(stored.message.parentId == settled.message.parentId);
-    require(stored.message.fromNumber == settled.message.fromNumber);
-    require(stored.message.toNumber == settled.message.toNumber);
+    // What reading makes good in a number is the library's own doing, which is left out here.
+    require(stored.message.fromNumber == Number::asMeant(settled.message.fromNumber));
+    require(stored.message.toNumber == Number::asMeant(settled.message.toNumber));
     require(stored.message.readStatus == settled.message.readStatus);
     require(stored.message.time
             == settled.message.time.addMSecs(-settled.message.time.time().msec()));
