@@ -9,8 +9,8 @@
 #include <android/smselement.h>
 #include <calls/callentry.h>
 #include <messages/itemreader.h>
-#include <messages/parsedmessage.h>
 #include <messages/number.h>
+#include <messages/parsedmessage.h>
 #include <messages/settling.h>
 
 #include <korvasync/vmessageencoder.h>
