@@ -4,6 +4,7 @@
 #include "messageformats.h"
 
 #include "androidxml.h"
+#include "colour.h"
 #include "csv.h"
 #include "mailbox.h"
 #include "messages/datetext.h"
@@ -64,14 +65,14 @@ void printTable(const QList<StoredMessage> &messages, StandardOutput &output)
     numberWidth = qMin(numberWidth, widestNumber);
     for (const StoredMessage &message : messages) {
         const QString time = DateText::write(message.time);
-        const QString line = QStringLiteral("%1  %2  %3  %4  %5  %6\n")
+        const QString line = QStringLiteral("%1  %2  %3  %4  %5  %6")
                                  .arg(QString::number(message.id).rightJustified(idWidth),
                                       (time.isEmpty() ? noTime : time).leftJustified(20),
                                       Folder::name(message.folder).leftJustified(6),
                                       message.isRead ? QStringLiteral(" ") : QStringLiteral("*"),
                                       terminalText(message.number).leftJustified(numberWidth),
                                       terminalText(message.body));
-        output.write(line.toUtf8());
+        output.write((message.isRead ? line : Colour::bold(line)).toUtf8() + '\n');
     }
 }
 

@@ -3,6 +3,7 @@
 
 #include "results.h"
 
+#include "colour.h"
 #include "jsonline.h"
 #include "process/diagnostics.h"
 #include "terminaltext.h"
@@ -28,6 +29,12 @@ static const char *nameOf(ItemResult::Status status)
     Q_UNREACHABLE();
 }
 
+static bool isNotDone(ItemResult::Status status)
+{
+    return status == ItemResult::Missing || status == ItemResult::Refused
+        || status == ItemResult::Failed;
+}
+
 static QByteArray jsonOf(const ItemResult &result, const QString &detail)
 {
     JsonLine json;
@@ -50,7 +57,8 @@ static QByteArray textOf(const ItemResult &result, const QString &detail)
         words += terminalText(result.source);
     if (result.refusal != Refusal::None)
         words += codeOf(result.refusal) + QLatin1String(": ") + terminalText(detail);
-    return words.join(QLatin1String("  ")).toUtf8() + '\n';
+    const QString line = words.join(QLatin1String("  "));
+    return (isNotDone(result.status) ? Colour::red(line) : line).toUtf8() + '\n';
 }
 
 Results::Results(StandardOutput &output, ItemResult::Status done, bool asJson)
