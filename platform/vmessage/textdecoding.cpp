@@ -119,6 +119,23 @@ size_t decodeQuotedPrintable(char *text, size_t length)
     return size_t(out - text);
 }
 
+bool isBase64(std::string_view text)
+{
+    size_t digits = 0;
+    size_t padding = 0;
+    for (const char c : text) {
+        if (c == ' ' || c == '\t' || c == '\r' || c == '\n')
+            continue;
+        if (c == '=')
+            ++padding;
+        else if (base64Digit(c) < 0 || padding > 0)
+            return false;
+        else
+            ++digits;
+    }
+    return padding <= 2 && (digits + padding) % 4 == 0;
+}
+
 size_t decodeBase64(char *text, size_t length)
 {
     char *out = text;

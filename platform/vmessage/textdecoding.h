@@ -15,7 +15,11 @@ namespace TextDecoding {
 //! label raw text so, and so do blanks at line ends, which phones leave unescaped.
 size_t decodeQuotedPrintable(char *text, size_t length);
 
-//! Base64 (RFC 2045, 6.8). Bytes outside the alphabet are passed over.
+//! Whether a text is base64 (RFC 2045, 6.8), in whole groups and with nothing but blanks and line
+//! ends among them. Decoded, anything else gives rubbish.
+bool isBase64(std::string_view text);
+
+//! \pre isBase64()
 size_t decodeBase64(char *text, size_t length);
 
 //! Makes every CR LF and every lone CR a line feed.

@@ -20,6 +20,23 @@ bool isCutClosing(const Line &line)
         && (startsWith("END:VENV", line.text) || startsWith("END:VMSG", line.text));
 }
 
+// Where files were joined, there are byte order marks before messages, and the signs with
+// which some programs end a file: a zero, or Ctrl-Z.
+std::string_view withoutGlue(std::string_view line)
+{
+    const auto isEndOfFile = [](char c) { return c == '\0' || c == '\x1A'; };
+    while (!line.empty() && isEndOfFile(line.back()))
+        line.remove_suffix(1);
+    for (;;) {
+        if (line.substr(0, 3) == "\xEF\xBB\xBF")
+            line.remove_prefix(3);
+        else if (!line.empty() && isEndOfFile(line.front()))
+            line.remove_prefix(1);
+        else
+            return line;
+    }
+}
+
 } // namespace
 
 Line readLine(std::string_view bytes)
@@ -34,9 +51,9 @@ Line readLine(std::string_view bytes)
 
 Keyword keyword(std::string_view line)
 {
-    // Files that were joined have a byte order mark before each message.
-    if (line.substr(0, 3) == "\xEF\xBB\xBF")
-        line.remove_prefix(3);
+    if (joint(line) != 0)
+        return Keyword::EndVMsg;
+    line = withoutGlue(line);
     const bool begin = startsWith(line, "BEGIN");
     if (!begin && !startsWith(line, "END"))
         return Keyword::None;
@@ -53,6 +70,19 @@ Keyword keyword(std::string_view line)
     if (equals(line, "VBODY"))
         return begin ? Keyword::BeginVBody : Keyword::EndVBody;
     return Keyword::None;
+}
+
+size_t joint(std::string_view line)
+{
+    constexpr std::string_view end = "END:VMSG";
+    constexpr std::string_view begin = "BEGIN:VMSG";
+    const std::string_view words = withoutGlue(line);
+    if (!startsWith(words, end))
+        return 0;
+    const std::string_view behind = trimmed(words.substr(end.size()));
+    const std::string_view next = withoutGlue(behind);
+    const bool begins = startsWith(next, begin) && trimmed(next.substr(begin.size())).empty();
+    return begins ? size_t(behind.data() - line.data()) : 0;
 }
 
 std::string_view trimmed(std::string_view text)
@@ -76,7 +106,7 @@ bool startsWith(std::string_view text, std::string_view start)
                       [](char a, char b) { return lower(a) == lower(b); });
 }
 
-const char *findBodyEnd(std::string_view bytes, bool crLf)
+const char *findBodyEnd(std::string_view bytes, bool own)
 {
     bool closed = true; // from the line after this one on
     bool nextCloses = false;
@@ -85,16 +115,14 @@ const char *findBodyEnd(std::string_view bytes, bool crLf)
         const size_t start = feed == std::string_view::npos ? 0 : feed + 1;
         const Line line = readLine(bytes.substr(start));
         bytes = bytes.substr(0, start);
-        const LineEnd before =
-            start == 0 || (start > 1 && bytes[start - 2] == '\r') ? LineEnd::CrLf : LineEnd::Lf;
+        const bool behindFeed = start > 0 && (start == 1 || bytes[start - 2] != '\r');
 
         const Keyword word = keyword(line.text);
-        const bool structure = isStructure(before, line.end, crLf)
-            || (nextCloses && word == Keyword::EndVBody && line.end == LineEnd::CrLf);
+        const bool isText = own && behindFeed && !(nextCloses && line.end == LineEnd::CrLf);
         nextCloses = closesEnvelope(word, line.end);
-        switch (structure ? word : Keyword::None) {
+        switch (word) {
         case Keyword::EndVBody:
-            if (closed)
+            if (closed && !isText)
                 return line.text.data();
             closed = false;
             break;

@@ -34,8 +34,13 @@ enum class Keyword {
 };
 
 //! What a line opens or closes. Blanks count round the colon and at the end of the line,
-//! but not before its first word: an indented line is text.
+//! but not before its first word: an indented line is text. A line that closes a message and
+//! begins the next is the first of the two; see joint().
 Keyword keyword(std::string_view line);
+
+//! Where on a line END:VMSG BEGIN:VMSG the second begins, as it is where files were joined of
+//! which the first lacks its last line end; 0 for any other line.
+size_t joint(std::string_view line);
 
 std::string_view trimmed(std::string_view text);                //!< without blanks at both ends
 bool equals(std::string_view a, std::string_view b);            //!< without regard to ASCII case
@@ -44,15 +49,16 @@ bool startsWith(std::string_view text, std::string_view start); //!< likewise
 //! Where the END:VBODY line starts that closes the body at the start of \a bytes: the
 //! last one that is followed by nothing but END:VENV lines up to END:VMSG, BEGIN:VMSG or
 //! the end. Null when the body is not closed.
-//! \param crLf  the lines before the body end in CR LF; see isStructure()
-const char *findBodyEnd(std::string_view bytes, bool crLf);
+//! \param own  see isOwnText()
+const char *findBodyEnd(std::string_view bytes, bool own);
 
-//! Whether a line of a body may be structure. VMessageEncoder drops every carriage return
-//! from a text and ends its own lines in CR LF. So where structure ends in CR LF, a line
-//! next to a bare line feed is text, whatever it says.
-inline bool isStructure(LineEnd before, LineEnd end, bool crLf)
+//! Whether a body is in the form of VMessageEncoder, which drops every carriage return from a
+//! text, ends its own lines in CR LF, and begins the text behind the name of its property. So
+//! there a line behind a bare line feed is text, whatever it says, and no other line is.
+//! \param crLf  the lines before the body end in CR LF
+inline bool isOwnText(std::string_view firstLine, bool crLf)
 {
-    return !crLf || (before != LineEnd::Lf && end != LineEnd::Lf);
+    return crLf && startsWith(firstLine, "X-SMS");
 }
 
 //! What tells an END:VBODY line behind a bare line feed, as an editor leaves it that ends

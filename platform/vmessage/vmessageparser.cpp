@@ -3,6 +3,7 @@
 
 #include "vmessageparser.h"
 
+#include "datelines.h"
 #include "textdecoding.h"
 #include "vmessagelines.h"
 
@@ -11,6 +12,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 using namespace VMessageLines;
 
@@ -24,6 +26,8 @@ public:
     VMessageHeader header = {};
     std::optional<VMessageOriginator> originator;
     std::optional<VMessageRecipient> recipient;
+    std::vector<const char *> originatorTelephones;
+    std::vector<const char *> recipientTelephones;
     std::optional<VMessageBody> body;
 };
 
@@ -53,6 +57,7 @@ constexpr HeaderField headerFields[] = {
     {"X-IRMC-STATUS", &VMessageHeader::status},
     {"X-IRMC-BOX", &VMessageHeader::box},
     {"X-IRMC-TYPE", &VMessageHeader::type},
+    {"X-TYPE", &VMessageHeader::type},
     {"X-MESSAGE-TYPE", &VMessageHeader::messageType},
     {"X-BOX", &VMessageHeader::box},
     {"X-READ", &VMessageHeader::status},
@@ -126,19 +131,6 @@ bool isMakersDate(std::string_view name)
     return name.size() > 5 && startsWith(name, "X-") && equals(name.substr(name.size() - 3), "-DT");
 }
 
-// The value of a line "Date: ..." or, as one program writes it, "Date 1288794330000".
-std::optional<std::string_view> dateOf(std::string_view line)
-{
-    if (!startsWith(line, "Date"))
-        return std::nullopt;
-    const std::string_view rest = trimmed(line.substr(4));
-    if (!rest.empty() && rest.front() == ':')
-        return trimmed(rest.substr(1));
-    const bool isNumber = !rest.empty() && rest.size() < line.size() - 4
-        && rest.find_first_not_of("0123456789") == std::string_view::npos;
-    return isNumber ? std::optional(rest) : std::nullopt;
-}
-
 bool isBlankLine(const Line &line) { return trimmed(line.text).empty(); }
 
 std::string_view withoutLineEnd(std::string_view text)
@@ -149,6 +141,20 @@ std::string_view withoutLineEnd(std::string_view text)
     if (!text.empty() && text.back() == '\r')
         text.remove_suffix(1);
     return text;
+}
+
+// Sent messages often have an empty card above the one that counts, so the first card with
+// a number is taken, and the first of all where none has one.
+template <typename Party>
+void addParty(const char *name, const char *telephone, std::optional<Party> *party,
+              std::vector<const char *> *telephones)
+{
+    if (telephone)
+        telephones->push_back(telephone);
+    if (!*party || (!(*party)->telephone && telephone))
+        *party = Party{name, telephone, nullptr, 0};
+    (*party)->telephones = telephones->data();
+    (*party)->count = int(telephones->size());
 }
 
 // Fills a message from its bytes, line by line from the first to the last.
@@ -305,28 +311,17 @@ Line Reader::unfolded(Line line)
     return line;
 }
 
-// Sent messages often have an empty card above the one that counts, so the first card with
-// a number is taken, and the first of all where none has one.
 void Reader::addCard(const char *name, const char *telephone)
 {
-    if (depth == 0) {
-        if (!m.originator || (!m.originator->telephone && telephone))
-            m.originator = VMessageOriginator{name, telephone};
-        return;
-    }
-    const int count = (m.recipient ? m.recipient->count : 0) + (telephone ? 1 : 0);
-    if (!m.recipient || (!m.recipient->telephone && telephone))
-        m.recipient = VMessageRecipient{name, telephone, 0};
-    m.recipient->count = count;
+    if (depth == 0)
+        addParty(name, telephone, &m.originator, &m.originatorTelephones);
+    else
+        addParty(name, telephone, &m.recipient, &m.recipientTelephones);
 }
 
 bool Reader::readBody()
 {
-    const char *bodyEnd = findBodyEnd(rest, crLf);
-    // Files edited by hand have line ends of both kinds; only the form that VMessageEncoder
-    // writes is bound to differ between structure and text.
-    if (!bodyEnd && crLf && !startsWith(rest, "X-SMS"))
-        bodyEnd = findBodyEnd(rest, false);
+    const char *const bodyEnd = findBodyEnd(rest, isOwnText(rest, crLf));
     if (!bodyEnd)
         return false;
 
@@ -379,7 +374,7 @@ std::string_view Reader::readBodyFields(std::string_view content, Parameters *pa
 bool Reader::readBodyField(std::string_view line, Parameters *parameters)
 {
     if (!m.body->date) {
-        if (const std::optional<std::string_view> date = dateOf(line)) {
+        if (const std::optional<std::string_view> date = DateLines::dateOf(line)) {
             m.body->date = keepFilled(*date);
             return true;
         }
@@ -403,7 +398,8 @@ void Reader::decodeText(std::string_view text, const Parameters &parameters)
     size_t length = text.size();
     if (equals(parameters.encoding, "QUOTED-PRINTABLE"))
         length = TextDecoding::decodeQuotedPrintable(begin, length);
-    else if (equals(parameters.encoding, "BASE64") || equals(parameters.encoding, "B"))
+    else if ((equals(parameters.encoding, "BASE64") || equals(parameters.encoding, "B"))
+             && TextDecoding::isBase64(text))
         length = TextDecoding::decodeBase64(begin, length);
 
     // A character set that the body names is believed, one named further up only where the

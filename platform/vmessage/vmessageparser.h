@@ -21,7 +21,7 @@ struct VMessageHeader
 {
     const char *status; //!< X-IRMC-STATUS, else X-READ or X-MESSAGE-STATUS
     const char *box;    //!< X-IRMC-BOX, else X-BOX
-    const char *type;   //!< X-IRMC-TYPE
+    const char *type;   //!< X-IRMC-TYPE, else X-TYPE
     const char
         *dateTime; //!< X-QLT-DT or another maker's X-...-DT, else the Date line, else DateOrigin
     const char *messageType; //!< X-MESSAGE-TYPE; DELIVER or SUBMIT, 1 or 2: received or sent
@@ -29,15 +29,18 @@ struct VMessageHeader
 
 struct VMessageOriginator
 {
-    const char *name;      //!< N of the first vCard with a number outside the envelopes
-    const char *telephone; //!< its first TEL or FROMTEL; some write the recipient here
+    const char *name;              //!< N of the first vCard with a number outside the envelopes
+    const char *telephone;         //!< its first TEL or FROMTEL; some write the recipient here
+    const char *const *telephones; //!< that of every such vCard, \a count of them
+    int count;
 };
 
 struct VMessageRecipient
 {
-    const char *name;      //!< N of the first vCard with a number inside an envelope
-    const char *telephone; //!< its first TEL or FROMTEL
-    int count;             //!< vCards with a number inside the envelopes
+    const char *name;              //!< N of the first vCard with a number inside an envelope
+    const char *telephone;         //!< its first TEL or FROMTEL
+    const char *const *telephones; //!< that of every such vCard, \a count of them
+    int count;
 };
 
 struct VMessageBody

@@ -19,6 +19,7 @@ public:
     bool readLineOf(const Line &line, size_t start, Message *message);
     bool readBodyLine(const Line &line, size_t start, Message *message);
     void open(const Line &line, size_t start);
+    void close(const Line &line, size_t start, Message *message);
     Message messageUpTo(size_t end, bool complete) const;
 
     enum class Place {
@@ -38,7 +39,9 @@ public:
     Place place = Place::Outside;
     size_t begin = 0; // of the open message
     quint64 beginLine = 0;
-    bool crLf = false;        // its lines up to the body end in CR LF
+    bool crLf = false;   // its lines up to the body end in CR LF
+    bool atText = false; // the next line is the first of the body
+    bool ownText = false;
     bool mayBeClosed = false; // the line before was END:VBODY behind a bare line feed
     LineEnd before = LineEnd::None;
 };
@@ -73,10 +76,22 @@ void VMessageScannerPrivate::open(const Line &line, size_t start)
     crLf = line.end != LineEnd::Lf;
 }
 
+void VMessageScannerPrivate::close(const Line &line, size_t start, Message *message)
+{
+    place = Place::Outside;
+    const size_t next = joint(line.text);
+    if (next != 0) { // the rest of the line is read as another one
+        unread = searched = start + next;
+        --lineNumber;
+    }
+    *message = messageUpTo(unread, true);
+    message->isJoined = next != 0;
+}
+
 VMessageScanner::Message VMessageScannerPrivate::messageUpTo(size_t end, bool complete) const
 {
     return {std::string_view(bytes).substr(begin, end - begin), discarded + begin, beginLine,
-            complete};
+            complete, false};
 }
 
 // Each of the two tells whether a message ends with the line or before it.
@@ -96,20 +111,23 @@ bool VMessageScannerPrivate::readLineOf(const Line &line, size_t start, Message 
     if (!inside)
         return false;
     if (word == Keyword::EndVMsg) {
-        *message = messageUpTo(unread, true);
-        place = Place::Outside;
+        close(line, start, message);
         return true;
     }
     crLf = crLf && line.end != LineEnd::Lf;
     if (word == Keyword::BeginVBody)
         place = Place::Body;
+    atText = place == Place::Body;
     return false;
 }
 
 bool VMessageScannerPrivate::readBodyLine(const Line &line, size_t start, Message *message)
 {
     const Keyword word = keyword(line.text);
-    const bool structure = isStructure(before, line.end, crLf);
+    if (atText)
+        ownText = isOwnText(line.text, crLf);
+    atText = false;
+    const bool structure = !ownText || before != LineEnd::Lf || place == Place::Closing;
     if (mayBeClosed && closesEnvelope(word, line.end))
         place = Place::Closing;
     mayBeClosed = !structure && word == Keyword::EndVBody && line.end == LineEnd::CrLf;
@@ -124,8 +142,7 @@ bool VMessageScannerPrivate::readBodyLine(const Line &line, size_t start, Messag
     case Keyword::EndVMsg:
         if (place == Place::Body)
             return false;
-        *message = messageUpTo(unread, true);
-        place = Place::Outside;
+        close(line, start, message);
         return true;
     case Keyword::EndVEnv:
         return false;
@@ -144,6 +161,14 @@ VMessageScanner::VMessageScanner()
 VMessageScanner::~VMessageScanner() = default;
 
 bool VMessageScanner::isBegin(std::string_view line) { return keyword(line) == Keyword::BeginVMsg; }
+
+bool VMessageScanner::isEnd(std::string_view line) { return keyword(line) == Keyword::EndVMsg; }
+
+bool VMessageScanner::isStructure(std::string_view line)
+{
+    const Keyword word = keyword(line);
+    return word != Keyword::None && word != Keyword::BeginVCard && word != Keyword::EndVCard;
+}
 
 void VMessageScanner::add(std::string_view bytes)
 {

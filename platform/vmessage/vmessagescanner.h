@@ -25,11 +25,11 @@ class VMessageScannerPrivate;
 //! pieces makes no difference, and no byte is looked at more often for being in a long
 //! message. The scanner keeps what it has not handed out.
 //!
-//! Where the lines of a message up to its body end in CR LF, lines next to a bare line feed
-//! are text and never end it: so no text that VMessageEncoder wrote can pass for another
-//! message. Where lines end in LF alone this cannot be told: there a text with an END:VBODY
-//! line ends early if nothing but END:VENV lines stands between it and END:VMSG, BEGIN:VMSG
-//! or the end of the file. A BEGIN:VMSG line always begins a message.
+//! In the form of VMessageEncoder, whose lines end in CR LF, what stands behind a bare line feed
+//! is text and never ends a message: so no text that it wrote can pass for another message.
+//! In any other form this cannot be told: there a text with an END:VBODY line ends early if
+//! nothing but END:VENV lines stands between it and END:VMSG, BEGIN:VMSG or the end of the file,
+//! and a BEGIN:VMSG line always begins a message.
 class KORVAPLATFORM_EXPORT VMessageScanner
 {
 public:
@@ -39,10 +39,15 @@ public:
         quint64 offset = 0;     //!< of the first byte in the file
         quint64 line = 0;       //!< of BEGIN:VMSG in the file, from 1
         bool complete = false;  //!< ends in END:VMSG; if not, the parser tells whether it was cut
+        bool isJoined = false;  //!< the next one begins on the line on which this one ends
     };
 
     //! Whether a message begins with this line.
     static bool isBegin(std::string_view line);
+    //! Whether it ends with this line.
+    static bool isEnd(std::string_view line);
+    //! Whether the line opens or closes a message, an envelope or a body.
+    static bool isStructure(std::string_view line);
 
     VMessageScanner();
     ~VMessageScanner();

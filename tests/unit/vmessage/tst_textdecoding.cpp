@@ -19,6 +19,8 @@ private Q_SLOTS:
     void decodesQuotedPrintable();
     void decodesBase64_data();
     void decodesBase64();
+    void knowsBase64_data();
+    void knowsBase64();
     void unifiesLineEnds();
     void knowsUtf8_data();
     void knowsUtf8();
@@ -59,11 +61,10 @@ void TestTextDecoding::decodesBase64_data()
     QTest::newRow("empty") << QByteArray("") << QByteArray("");
     QTest::newRow("three bytes") << QByteArray("YWJj") << QByteArray("abc");
     QTest::newRow("padding") << QByteArray("YWI=") << QByteArray("ab");
-    QTest::newRow("no padding") << QByteArray("YQ") << QByteArray("a");
+    QTest::newRow("two signs of padding") << QByteArray("YQ==") << QByteArray("a");
     QTest::newRow("folded") << QByteArray("YW\r\n Jj\nYWJj") << QByteArray("abcabc");
     QTest::newRow("whole alphabet")
         << QByteArray("+/+/09az") << QByteArray("\xFB\xFF\xBF\xD3\xD6\xB3");
-    QTest::newRow("one digit") << QByteArray("Y") << QByteArray("");
 }
 
 void TestTextDecoding::decodesBase64()
@@ -72,6 +73,26 @@ void TestTextDecoding::decodesBase64()
     QFETCH(QByteArray, decoded);
     const size_t length = decodeBase64(encoded.data(), size_t(encoded.size()));
     QCOMPARE(encoded.left(int(length)), decoded);
+}
+
+void TestTextDecoding::knowsBase64_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<bool>("known");
+    QTest::newRow("empty") << QByteArray("") << true;
+    QTest::newRow("padding") << QByteArray("YWI=") << true;
+    QTest::newRow("folded") << QByteArray("YW\r\n Jj\n\tYWJj\r\n") << true;
+    QTest::newRow("half a group") << QByteArray("YWJjYW") << false;
+    QTest::newRow("words") << QByteArray("See you at 5!") << false;
+    QTest::newRow("padding within") << QByteArray("YQ==YQ==") << false;
+    QTest::newRow("too much padding") << QByteArray("Y===") << false;
+}
+
+void TestTextDecoding::knowsBase64()
+{
+    QFETCH(QByteArray, text);
+    QFETCH(bool, known);
+    QCOMPARE(isBase64({text.constData(), size_t(text.size())}), known);
 }
 
 void TestTextDecoding::unifiesLineEnds()

@@ -54,6 +54,8 @@ QByteArray rendered(VMessageParser &parser, const VMessage *message)
     if (const VMessageOriginator *originator = parser.originator(message)) {
         result += "[originator]\n" + field("name", originator->name)
             + field("telephone", originator->telephone);
+        if (originator->count > 1)
+            result += "count: " + QByteArray::number(originator->count) + '\n';
     }
     if (const VMessageRecipient *recipient = parser.recipients(message)) {
         result += "[recipient]\n" + field("name", recipient->name)

@@ -19,11 +19,12 @@ struct Found
     quint64 offset;
     quint64 line;
     bool complete;
+    bool isJoined;
 
     bool operator==(const Found &other) const
     {
         return bytes == other.bytes && offset == other.offset && line == other.line
-            && complete == other.complete;
+            && complete == other.complete && isJoined == other.isJoined;
     }
 };
 
@@ -35,7 +36,7 @@ QList<Found> scanned(const QByteArray &file, int chunkSize)
     const auto takeAll = [&] {
         while (scanner.next(&message)) {
             result.append({QByteArray(message.bytes.data(), int(message.bytes.size())),
-                           message.offset, message.line, message.complete});
+                           message.offset, message.line, message.complete, message.isJoined});
         }
     };
     for (int i = 0; i < file.size(); i += chunkSize) {
@@ -89,7 +90,10 @@ private Q_SLOTS:
     void findsMessagesWithMixedLineEnds();
     void findsOwnMessagesWithAnEditedLine();
     void refusesAnOwnMessageCutBehindAClosingWord();
-    void takesALineEndingInLfInACrLfTextAsText();
+    void findsMessagesWithSignsOfAFilesEndBetweenThem_data();
+    void findsMessagesWithSignsOfAFilesEndBetweenThem();
+    void findsMessagesOfOtherLineEnds_data();
+    void findsMessagesOfOtherLineEnds();
     void keepsAClosingLineInAnLfTextUnlessItCloses();
     void endsAMessageWithoutEndVMsgAtTheNext();
     void findsTheMessageAfterACutOne_data();
@@ -189,13 +193,74 @@ void TestVMessageScanner::refusesAnOwnMessageCutBehindAClosingWord()
     QVERIFY(!parser.parseVMessage(cut.constData(), uint(cut.size())));
 }
 
-void TestVMessageScanner::takesALineEndingInLfInACrLfTextAsText()
+void TestVMessageScanner::findsMessagesWithSignsOfAFilesEndBetweenThem_data()
 {
-    const QByteArray message =
-        phoneMessage("one\nBEGIN:VMSG|two").replace("\n", "\r\n").replace('|', '\n');
-    const QList<Found> found = scanned(message);
-    QCOMPARE(bytesOf(found), QList<QByteArray>({message}));
-    QCOMPARE(textOf(found[0].bytes), QByteArray("one\nBEGIN:VMSG\ntwo"));
+    QTest::addColumn<QByteArray>("signs");
+    QTest::newRow("none") << QByteArray();
+    QTest::newRow("zero") << QByteArray(1, '\0');
+    QTest::newRow("zeros") << QByteArray(3, '\0');
+    QTest::newRow("Ctrl-Z") << QByteArray("\x1A");
+    QTest::newRow("mark") << QByteArray("\xEF\xBB\xBF");
+    QTest::newRow("Ctrl-Z and mark") << QByteArray("\x1A\xEF\xBB\xBF");
+    QTest::newRow("blank") << QByteArray(" ");
+}
+
+void TestVMessageScanner::findsMessagesWithSignsOfAFilesEndBetweenThem()
+{
+    QFETCH(QByteArray, signs);
+    const QByteArray lf = phoneMessage("1");
+    for (QByteArray message : {lf, QByteArray(lf).replace("\n", "\r\n"), ownMessage("1")}) {
+        if (signs != " ") {
+            const QList<Found> found = scanned((message + signs).repeated(3));
+            QCOMPARE(found.size(), 3);
+            QVERIFY(found[0].complete && found[1].complete && found[2].complete);
+            QCOMPARE(textOf(found[2].bytes), QByteArray("1"));
+        }
+        const int lines = int(message.count('\n'));
+        message = message.trimmed();
+        const QList<Found> joined = scanned((message + signs).repeated(2) + message);
+        QCOMPARE(joined.size(), 3);
+        QVERIFY(joined[0].complete && joined[1].complete && joined[2].complete);
+        QVERIFY(joined[0].isJoined && joined[1].isJoined && !joined[2].isJoined);
+        QCOMPARE(joined[2].line, quint64(1 + 2 * (lines - 1)));
+        for (const Found &one : joined)
+            QCOMPARE(textOf(one.bytes), QByteArray("1"));
+    }
+}
+
+void TestVMessageScanner::findsMessagesOfOtherLineEnds_data()
+{
+    QTest::addColumn<QByteArray>("first");
+    const QByteArray lf = phoneMessage("1");
+    const QByteArray crLf = QByteArray(lf).replace("\n", "\r\n");
+    const QByteArray own = ownMessage("1");
+    const auto closing = [](const QByteArray &message) {
+        return QByteArray(message).replace("END:VBODY\r\nEND:VENV\r\nEND:VMSG\r\n",
+                                           "END:VBODY\nEND:VENV\nEND:VMSG\n");
+    };
+    const auto without = [](const char *line, QByteArray message) {
+        return message.replace(line, "");
+    };
+    QTest::newRow("whole") << crLf;
+    QTest::newRow("own") << own;
+    QTest::newRow("without END:VMSG") << without("END:VMSG\r\n", crLf);
+    QTest::newRow("without END:VENV and END:VMSG") << without("END:VENV\r\nEND:VMSG\r\n", crLf);
+    QTest::newRow("own without END:VMSG") << without("END:VMSG\r\n", own);
+    QTest::newRow("closed with LF") << closing(crLf);
+    QTest::newRow("own closed with LF") << closing(own);
+    QTest::newRow("text and closing lines with LF")
+        << closing(crLf).replace("30\r\n1\r\n", "30\n1\n");
+}
+
+void TestVMessageScanner::findsMessagesOfOtherLineEnds()
+{
+    QFETCH(QByteArray, first);
+    for (const QByteArray &second : {phoneMessage("2"), ownMessage("2")}) {
+        const QList<Found> found = scanned(first + second);
+        QCOMPARE(bytesOf(found), QList<QByteArray>({first, second}));
+        QCOMPARE(textOf(found[0].bytes), QByteArray("1"));
+        QCOMPARE(textOf(found[1].bytes), QByteArray("2"));
+    }
 }
 
 void TestVMessageScanner::keepsAClosingLineInAnLfTextUnlessItCloses()
