@@ -3,8 +3,8 @@
 
 #include "elementattributes.h"
 
-#include <QtCore/QRegularExpression>
-#include <QtCore/QXmlStreamReader>
+#include <algorithm>
+#include <cctype>
 
 namespace {
 
@@ -27,106 +27,147 @@ struct Reference
 
 Reference Reference::at(const QString &text, Size position)
 {
-    static const QRegularExpression pattern(
-        QStringLiteral("\\G&#(?:([0-9]{1,9})|x([0-9a-fA-F]{1,8}));"));
-    const auto match = pattern.match(text, position);
-    if (!match.hasMatch())
+    constexpr Size longest = 13;
+    const QString head = text.mid(position, longest);
+    const bool isHexadecimal = head.startsWith(QLatin1String("&#x"));
+    const Size end = head.indexOf(QLatin1Char(';'));
+    const Size start = isHexadecimal ? 3 : 2;
+    if (!head.startsWith(QLatin1String("&#")) || end <= start)
         return {};
-    const bool isDecimal = !match.captured(1).isEmpty();
-    const uint code =
-        isDecimal ? match.captured(1).toUInt() : match.captured(2).toUInt(nullptr, 16);
-    return {code, match.capturedLength()};
+    const QString digits = head.mid(start, end - start);
+    const bool areDigits = std::all_of(digits.cbegin(), digits.cend(), [](QChar c) {
+        return std::isxdigit(c.unicode() < 0x80 ? c.unicode() : 0);
+    });
+    bool isNumber = false;
+    const uint code = digits.toUInt(&isNumber, isHexadecimal ? 16 : 10);
+    return areDigits && isNumber ? Reference{code, end + 1} : Reference{};
 }
 
-bool isNamedReference(const QString &text, Size position)
+struct NamedReference
 {
-    static const QRegularExpression pattern(QStringLiteral("\\G&(?:amp|lt|gt|quot|apos);"));
-    return pattern.match(text, position).hasMatch();
-}
+    const char *text;
+    char character;
+};
 
-//! Rewrites a start tag so that a strict reader of XML takes it.
-class Mending
+constexpr NamedReference namedReferences[] = {
+    {"&amp;", '&'}, {"&lt;", '<'}, {"&gt;", '>'}, {"&quot;", '"'}, {"&apos;", '\''}};
+
+//! Reads the attributes of a start tag from left to right. A reader of XML by the book would stop
+//! at what such tags hold, and takes the square of the time for many references or attributes.
+class TagReader
 {
 public:
-    explicit Mending(const QString &tag)
+    explicit TagReader(const QString &tag)
         : tag(tag)
     {
     }
 
-    QString mended();
+    //! \return false when the tag is not whole
+    bool read(QHash<QString, QString> &values);
 
 private:
-    void takeOutside(QChar c);
-    void takeInValue(QChar c);
-    void takeReference();
-
-    void appendCharacter(uint code)
-    {
-        xml += isCharacter(code) ? QStringLiteral("&#%1;").arg(code)
-                                 : QString(QChar(QChar::ReplacementCharacter));
-    }
+    QChar next() const { return position < tag.size() ? tag.at(position) : QChar(); }
+    bool take(char c);
+    bool takeBlanks();
+    QString takeName();
+    std::optional<QString> takeValue();
+    void takeReference(QString &value);
 
     const QString &tag;
-    Size position = 0; // behind the character in hand
-    QChar quote;       // of the value, null outside
-    QString xml;
+    Size position = 0;
 };
 
-QString Mending::mended()
+bool TagReader::read(QHash<QString, QString> &values)
 {
-    xml.reserve(tag.size() + tag.size() / 8);
-    while (position < tag.size()) {
-        const QChar c = tag.at(position++);
-        if (quote.isNull())
-            takeOutside(c);
-        else
-            takeInValue(c);
+    if (!take('<') || takeName().isEmpty())
+        return false;
+    while (takeBlanks() && next() != QLatin1Char('/') && next() != QLatin1Char('>')) {
+        const QString name = takeName();
+        takeBlanks();
+        if (name.isEmpty() || values.contains(name) || !take('='))
+            return false;
+        takeBlanks();
+        const auto value = takeValue();
+        if (!value)
+            return false;
+        values.insert(name, *value);
     }
-    if (xml.endsWith(QLatin1Char('>')) && !xml.endsWith(QLatin1String("/>")))
-        xml.insert(xml.size() - 1, QLatin1Char('/'));
-    return xml;
+    take('/');
+    return take('>') && position == tag.size();
 }
 
-void Mending::takeOutside(QChar c)
+bool TagReader::take(char c)
 {
-    if (c == QLatin1Char('"') || c == QLatin1Char('\''))
-        quote = c;
-    xml += c == QLatin1Char(',') ? QChar(QLatin1Char(' ')) : c;
+    const bool fits = next() == QLatin1Char(c);
+    if (fits)
+        ++position;
+    return fits;
 }
 
-void Mending::takeInValue(QChar c)
+//! Commas between attributes count as blanks.
+bool TagReader::takeBlanks()
 {
-    const ushort code = c.unicode();
-    if (c == quote) {
-        quote = QChar();
-        xml += c;
-    } else if (code == '&') {
-        takeReference();
-    } else if (code == '<') {
-        xml += QLatin1String("&lt;");
-    } else if (code == '\t' || code == '\n' || code == '\r') { // else read as blanks
-        appendCharacter(code);
-    } else {
-        xml += c.isSurrogate() || isCharacter(code) ? c : QChar(QChar::ReplacementCharacter);
-    }
+    const Size start = position;
+    while (next().isSpace() || next() == QLatin1Char(','))
+        ++position;
+    return position > start;
 }
 
-void Mending::takeReference()
+QString TagReader::takeName()
 {
-    const Size start = position - 1;
-    const Reference reference = Reference::at(tag, start);
-    if (reference.length == 0) {
-        xml += isNamedReference(tag, start) ? QLatin1String("&") : QLatin1String("&amp;");
-        return;
+    const Size start = position;
+    while (next().isLetterOrNumber() || QLatin1String("_-:.").contains(next()))
+        ++position;
+    return tag.mid(start, position - start);
+}
+
+std::optional<QString> TagReader::takeValue()
+{
+    const QChar quote = next();
+    if (quote != QLatin1Char('"') && quote != QLatin1Char('\''))
+        return std::nullopt;
+    ++position;
+    QString value;
+    while (position < tag.size() && next() != quote) {
+        const QChar c = next();
+        if (c == QLatin1Char('&')) {
+            takeReference(value);
+        } else {
+            const bool isHeld = c.isSurrogate() || isCharacter(c.unicode());
+            value += isHeld ? c : QChar(QChar::ReplacementCharacter);
+            ++position;
+        }
     }
-    position = start + reference.length;
+    if (position == tag.size())
+        return std::nullopt;
+    ++position;
+    return value;
+}
+
+void TagReader::takeReference(QString &value)
+{
+    for (const NamedReference &named : namedReferences) {
+        const QLatin1String text(named.text);
+        if (tag.mid(position, text.size()) == text) {
+            value += QLatin1Char(named.character);
+            position += text.size();
+            return;
+        }
+    }
+    const Reference reference = Reference::at(tag, position);
+    position += reference.length;
     const Reference second = Reference::at(tag, position);
-    if (QChar::isHighSurrogate(reference.code) && QChar::isLowSurrogate(second.code)) {
+    if (reference.length == 0) {
+        value += tag.at(position++);
+    } else if (QChar::isHighSurrogate(reference.code) && QChar::isLowSurrogate(second.code)) {
+        value += QChar(static_cast<ushort>(reference.code));
+        value += QChar(static_cast<ushort>(second.code));
         position += second.length;
-        appendCharacter(QChar::surrogateToUcs4(static_cast<ushort>(reference.code),
-                                               static_cast<ushort>(second.code)));
+    } else if (!isCharacter(reference.code)) {
+        value += QChar(QChar::ReplacementCharacter);
     } else {
-        appendCharacter(reference.code);
+        const uint code = reference.code;
+        value += QString::fromUcs4(reinterpret_cast<const char32_t *>(&code), 1);
     }
 }
 
@@ -140,17 +181,9 @@ QString decoded(const QByteArray &bytes)
 
 std::optional<ElementAttributes> ElementAttributes::parse(const QByteArray &tag)
 {
-    const QString text = decoded(tag);
-    QXmlStreamReader reader(Mending(text).mended());
-    reader.setNamespaceProcessing(false);
     ElementAttributes attributes;
-    while (!reader.atEnd()) {
-        if (reader.readNext() != QXmlStreamReader::StartElement)
-            continue;
-        for (const QXmlStreamAttribute &attribute : reader.attributes())
-            attributes.values.insert(attribute.name().toString(), attribute.value().toString());
-    }
-    return reader.hasError() ? std::nullopt : std::optional(attributes);
+    const QString text = decoded(tag);
+    return TagReader(text).read(attributes.values) ? std::optional(attributes) : std::nullopt;
 }
 
 std::optional<QString> ElementAttributes::text(const char *name) const

@@ -152,10 +152,10 @@ std::optional<Reading> readCompact(Scanner scanner)
     const auto hour = scanner.number(2, 2);
     const auto minute = scanner.number(2, 2);
     const auto second = scanner.number(2, 2);
-    if (!hour || !minute || !second)
+    if (!hour || *hour > 24 || !minute || !second)
         return std::nullopt;
     reading.date = QDate(*year, *month, *day);
-    reading.time = QTime(*hour, *minute, *second);
+    reading.time = QTime(*hour % 24, *minute, *second);
     return takeZone(scanner, reading) ? std::optional(reading) : std::nullopt;
 }
 
