@@ -100,7 +100,7 @@ void judge(const InputItem &item)
         break;
     case InputItem::AndroidMms:
     case InputItem::ForeignObject:
-    case InputItem::CutBackup:
+    case InputItem::CutFile:
         break;
     }
 }
@@ -117,7 +117,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
         require(item.line >= line);
         line = item.line;
         judge(item);
-        if (item.kind == InputItem::CutBackup)
+        if (item.kind == InputItem::CutFile)
             continue;
         require(!item.bytes.isEmpty());
         // As it stands among the rejects, the item is found again.

@@ -24,6 +24,10 @@ private Q_SLOTS:
     void foretellsABackup();
     void keepsRejectsOfAllKinds();
     void findsMendedRejectsBehindCutOnes();
+    void knowsMessagesOfMyFolderAgain();
+    void readsLongTextsOfReferences_data();
+    void readsLongTextsOfReferences();
+    void refusesABackupOfUnknownElements();
     void keepsRejectsOfCalls();
     void writesInChunksInTheOrderOfTheInput();
 };
@@ -263,6 +267,64 @@ void TestAndroidBackups::findsMendedRejectsBehindCutOnes()
                    "\"detail\":\"not a whole vMessage\"}\n"
                    "{\"ref\":7,\"src\":\"-:52\",\"status\":\"added\"}\n")
             + summary(8, 4, 0, 4));
+}
+
+void TestAndroidBackups::knowsMessagesOfMyFolderAgain()
+{
+    ClientProcess client;
+    const QByteArray stamp("20101103T142530Z");
+    client.fill(vMessage("MYFOLDERS", stamp, "+15550100", "both")
+                + vMessage("INBOX", stamp, "+15550100", "both")
+                + vMessage("MYFOLDERS", stamp, "+15550100", "mine"));
+    const QByteArray before = client.listed();
+    const QByteArray exported = client.run({text("list"), text("-o"), text("android-xml")}).output;
+    const auto again = client.run(add, exported);
+    QVERIFY2(again.output.endsWith(summary(3, 0, 3, 0)), again.output);
+    QCOMPARE(client.listed(), before);
+
+    // A true repeat is one message more, once.
+    const QByteArray repeat =
+        exported + sms("1", "1288794330000", "mine") + sms("1", "1288794330000", "mine");
+    QVERIFY(client.run(add, repeat).output.endsWith(summary(5, 2, 3, 0)));
+    QVERIFY(client.run(add, repeat).output.endsWith(summary(5, 0, 5, 0)));
+}
+
+void TestAndroidBackups::readsLongTextsOfReferences_data()
+{
+    QTest::addColumn<QByteArray>("attributes");
+    QTest::addColumn<QByteArray>("body");
+    constexpr int count = 1000000;
+    QTest::newRow("bare") << "body=\"" + QByteArray(count, '&') + '"' << QByteArray(count, '&');
+    QTest::newRow("named") << "body=\"" + QByteArray("&amp;").repeated(count) + '"'
+                           << QByteArray(count, '&');
+    QTest::newRow("numeric") << "body=\"" + QByteArray("&#97;").repeated(count) + '"'
+                             << QByteArray(count, 'a');
+    QByteArray others;
+    for (int i = 0; i < count / 10; ++i)
+        others += 'a' + QByteArray::number(i) + "=\"\" ";
+    QTest::newRow("attributes") << others + "body=\"b\"" << QByteArray("b");
+}
+
+// What takes the square of the time for these takes hours.
+void TestAndroidBackups::readsLongTextsOfReferences()
+{
+    QFETCH(QByteArray, attributes);
+    QFETCH(QByteArray, body);
+    ClientProcess client;
+    const auto outcome = client.run(add + QStringList{text("-q")},
+                                    "<sms address=\"+15550100\" date=\"1288794330000\" type=\"1\" "
+                                        + attributes + " />");
+    QCOMPARE(outcome.output,
+             QByteArray("{\"ref\":0,\"src\":\"-:1\",\"status\":\"added\",\"id\":1}\n"));
+    QVERIFY(client.listed().endsWith("\"body\":\"" + body + "\"}\n"));
+}
+
+void TestAndroidBackups::refusesABackupOfUnknownElements()
+{
+    ClientProcess client;
+    const auto outcome = client.run(add, "<smses count=\"1\"><note body=\"a\" /></smses>");
+    QCOMPARE(outcome.exitCode, 1);
+    QVERIFY2(outcome.output.endsWith(summary(1, 0, 0, 1)), outcome.output);
 }
 
 void TestAndroidBackups::keepsRejectsOfCalls()

@@ -116,7 +116,7 @@ void TestSend::refusesFilesThatAreNotOneMessage_data()
     QTest::newRow("two receivers")
         << messageTo(party("+15550100") + party("+15550101")) << 1
         << QByteArray("korvasync: not sent (too-many-recipients): more than one "
-                      "recipient; a message can be kept for one\n");
+                      "other party; a message can be kept for one\n");
     QTest::newRow("only a sender")
         << vMessage("INBOX", "20101103T142530Z", "+15550100", "Hello") << 1
         << QByteArray("korvasync: not sent (sms-no-number): no number of the other party\n");

@@ -39,9 +39,7 @@ std::optional<ParsedMessage> SmsElement::parse(const QByteArray &element)
     parsed.box = boxOf(attributes->value("type"));
     parsed.status = attributes->value("read");
     parsed.headerTime = attributes->value("date");
-    parsed.recipient = attributes->value("address");
-    // As multimedia messages have it; a message with more is not one to a single party.
-    parsed.recipients = static_cast<int>(parsed.recipient.count(QLatin1Char('~'))) + 1;
+    parsed.recipients = QStringList{attributes->value("address")};
     parsed.body = ParsedMessage::withLineFeeds(*body);
     return parsed;
 }

@@ -43,7 +43,7 @@ CallEntry::Parsed AddableCalls::parse(const InputItem &item) const
         parsed.detail =
             QStringLiteral("no call but an object that begins with ") + item.firstLine();
         break;
-    case InputItem::CutBackup:
+    case InputItem::CutFile:
         parsed.refusal = Refusal::CallParse;
         break;
     }

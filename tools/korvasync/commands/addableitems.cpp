@@ -11,7 +11,7 @@ Judged<NewItem> asItem(const Judged<New> &judged, std::optional<New> NewItem::*c
     NewItem item;
     item.fingerprint = judged.item.fingerprint;
     item.*content = judged.item;
-    return {item, judged.refusal, judged.detail, judged.answer};
+    return {item, judged.refusal, judged.detail, judged.answer, judged.alternative};
 }
 
 template <typename New>

@@ -6,6 +6,13 @@
 #include "android/smselement.h"
 #include "messages/folder.h"
 
+using namespace KorvaSyncIf;
+
+static Fingerprint fingerprintOf(const NewMessage &item, int folder)
+{
+    return Fingerprint::of(folder, item.number(), item.message.time, item.message.body);
+}
+
 AddableMessages::AddableMessages(const Invocation &invocation, const SettlingRules &rules,
                                  DuplicateIndex &index)
     : index(index)
@@ -32,6 +39,9 @@ Judged<NewMessage> AddableMessages::judge(const InputItem &item) const
         judged = judge(SmsElement::parse(item.bytes));
         if (judged.refusal == Refusal::SmsParse)
             judged.detail = QStringLiteral("not a whole sms element");
+        // Android has no such folder, so messages of it go there as received ones, and come back.
+        if (judged.item.message.parentId == LocInbox)
+            judged.alternative = fingerprintOf(judged.item, LocMyFolder);
         return judged;
     case InputItem::AndroidMms:
         judged.refusal = Refusal::MmsNotSupported;
@@ -46,7 +56,7 @@ Judged<NewMessage> AddableMessages::judge(const InputItem &item) const
         judged.detail =
             QStringLiteral("not a text message but an object that begins with ") + item.firstLine();
         break;
-    case InputItem::CutBackup:
+    case InputItem::CutFile:
         judged.refusal = Refusal::SmsParse;
         break;
     }
@@ -65,7 +75,6 @@ Judged<NewMessage> AddableMessages::judge(const std::optional<ParsedMessage> &pa
     if (settled.refusal == Refusal::ForeignObject)
         judged.detail = QStringLiteral("an e-mail, not a text message");
     judged.item.message = settled.message;
-    judged.item.fingerprint = Fingerprint::of(settled.message.parentId, judged.item.number(),
-                                              settled.message.time, settled.message.body);
+    judged.item.fingerprint = fingerprintOf(judged.item, settled.message.parentId);
     return judged;
 }

@@ -67,6 +67,7 @@ private:
 
     ExitCode readStore();
     void take(ItemResult result, const Judged<New> &judged, const QByteArray &bytes);
+    std::optional<int> idOfEqual(const Judged<New> &judged);
     bool isDuplicate(const Fingerprint &fingerprint, int countInFile);
     void refuse(const ItemResult &result, Refusal refusal, const QByteArray &bytes = QByteArray());
     void append(const Item &item);
@@ -141,10 +142,8 @@ void Adding<Kind>::take(ItemResult result, const Judged<New> &judged, const QByt
     }
     if (judged.refusal != Refusal::None)
         return refuse(result, judged.refusal, bytes);
-    const Fingerprint &fingerprint = judged.item.fingerprint;
-    const int count = kind.index.countInFile(fingerprint);
-    if (options.onDuplicate != AddingOptions::AddAgain && isDuplicate(fingerprint, count)) {
-        result.id = kind.index.storedId(fingerprint, count);
+    if (const std::optional<int> storedId = idOfEqual(judged)) {
+        result.id = *storedId;
         if (options.onDuplicate == AddingOptions::Refuse)
             return refuse(result, Refusal::Duplicate, bytes);
         result.status = ItemResult::Present;
@@ -152,8 +151,22 @@ void Adding<Kind>::take(ItemResult result, const Judged<New> &judged, const QByt
         return;
     }
     newItems += judged.item;
-    ++newCounts[fingerprint];
+    ++newCounts[judged.item.fingerprint];
     append({result, static_cast<int>(newItems.size()) - 1, QByteArray()});
+}
+
+//! The database id of the stored item that this one is; nothing when it is to be added.
+template <typename Kind>
+std::optional<int> Adding<Kind>::idOfEqual(const Judged<New> &judged)
+{
+    for (const auto &fingerprint : {std::optional(judged.item.fingerprint), judged.alternative}) {
+        if (!fingerprint || options.onDuplicate == AddingOptions::AddAgain)
+            continue;
+        const int count = kind.index.countInFile(*fingerprint);
+        if (isDuplicate(*fingerprint, count))
+            return kind.index.storedId(*fingerprint, count);
+    }
+    return std::nullopt;
 }
 
 // An equal item of an earlier file that is still in the chunk is waited for: only when it

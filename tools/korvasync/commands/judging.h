@@ -9,6 +9,7 @@
 #include "output/terminaltext.h"
 #include "process/diagnostics.h"
 #include "store/answer.h"
+#include "store/fingerprint.h"
 
 #include <QtCore/QFileInfo>
 
@@ -31,8 +32,9 @@ struct Judged
 {
     New item;
     Refusal refusal = Refusal::None;
-    QString detail;                   //!< instead of the refusal's own words
-    Answer answer = Answer::Finished; //!< of the store, where it had to be read for this item
+    QString detail;                         //!< instead of the refusal's own words
+    Answer answer = Answer::Finished;       //!< of the store, where it had to be read for this item
+    std::optional<Fingerprint> alternative; //!< under which the store may have it as well
 };
 
 //! Reads files and judges one item of them after the other.
@@ -161,7 +163,7 @@ void Judging<Kind>::judge(const InputItem &item, ItemResult result, const Take &
     result.detail = judged.detail;
     if (item.isTooLong)
         result.detail = QStringLiteral("longer than 32 MiB, so not kept");
-    else if (item.kind == InputItem::CutBackup)
+    else if (item.kind == InputItem::CutFile)
         result.detail = QStringLiteral("the file is cut off here, so some may be missing");
     take(result, judged, item.bytes);
 }

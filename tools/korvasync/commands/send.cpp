@@ -30,7 +30,7 @@ SettledMessage settleAsNew(ParsedMessage message, const GlobalOptions &global)
     message.box = QStringLiteral("SENT");
     message.headerTime.clear();
     message.bodyTime.clear();
-    message.originator.clear(); // a message goes to nobody whom it does not name as receiver
+    message.originators.clear(); // a message goes to nobody whom it does not name as receiver
     SettlingRules rules;
     rules.badTimeIsNow = true;
     rules.markRead = true;
@@ -45,14 +45,14 @@ bool isCarriedWhole(const SmsInfo &message)
     if (message.body.contains(QChar(QChar::Null)))
         return false;
     const auto parsed = ParsedMessage::parse(VMessageEncoder().encode(message).vMessage.toUtf8());
-    return parsed && parsed->recipient == message.toNumber && parsed->body == message.body;
+    return parsed && parsed->recipients == QStringList{message.toNumber}
+    && parsed->body == message.body;
 }
 
 std::optional<ParsedMessage> typedMessage(const QString &number, const QString &text)
 {
     ParsedMessage message;
-    message.recipient = number;
-    message.recipients = 1;
+    message.recipients = QStringList{number};
     message.body = text;
     if (text == QLatin1String("-")) {
         const auto input = Arguments::standardInput();

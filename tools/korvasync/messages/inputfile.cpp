@@ -14,6 +14,70 @@
 #include <poll.h>
 #include <unistd.h>
 
+namespace {
+
+using Size = decltype(QByteArray().size());
+
+//! Where a message begins in another encoding than the bytes before it.
+struct Beginning
+{
+    Size position = 0;
+    Size markLength = 0;                            // of a byte order mark there
+    std::optional<Utf16Converter::ByteOrder> order; // none = UTF-8
+};
+
+constexpr char beginWide[] = "B\0E\0G\0I\0N\0:\0V\0M\0S\0G"; // in both orders
+constexpr Size wideLength = sizeof beginWide;                // with its last zero
+constexpr Size longestBeginning = wideLength + 3;            // with a mark
+
+Beginning withMark(const QByteArray &bytes, Size position, const char *mark,
+                   std::optional<Utf16Converter::ByteOrder> order)
+{
+    const auto length = static_cast<Size>(qstrlen(mark));
+    const bool isMarked =
+        position >= length && bytes.mid(position - length, length) == QByteArray(mark);
+    return {position - (isMarked ? length : 0), isMarked ? length : 0, order};
+}
+
+std::optional<Beginning> narrowBeginningIn(const QByteArray &bytes)
+{
+    const auto at = bytes.indexOf("BEGIN:VMSG");
+    return at < 0 ? std::nullopt : std::optional(withMark(bytes, at, "\xEF\xBB\xBF", {}));
+}
+
+// A zero before the letters belongs to the first one in the other byte order, or else to what
+// stands before it: to a line end of this order, or to a mark that a program put behind a message.
+std::optional<Beginning> wideBeginningIn(const QByteArray &bytes,
+                                         const std::optional<Utf16Converter> &current)
+{
+    const bool isLittle = current && current->byteOrder() == Utf16Converter::LittleEndian;
+    const bool isBig = current && !isLittle;
+    const QByteArray letters = QByteArray::fromRawData(beginWide, wideLength - 1);
+    for (auto at = bytes.indexOf(letters); at >= 0; at = bytes.indexOf(letters, at + 1)) {
+        const bool isAligned = !current || (at - (current->isWithinUnit() ? 1 : 0)) % 2 == 0;
+        const bool behindZero = at > 0 && bytes.at(at - 1) == '\0';
+        const Beginning big = withMark(bytes, at - 1, "\xFE\xFF", Utf16Converter::BigEndian);
+        if (behindZero && (big.markLength > 0 || !current || isBig)) {
+            if (!isBig || isAligned)
+                return big;
+        } else if (!isLittle || !isAligned) {
+            return withMark(bytes, at, "\xFF\xFE", Utf16Converter::LittleEndian);
+        }
+    }
+    return std::nullopt;
+}
+
+std::optional<Beginning> beginningIn(const QByteArray &bytes,
+                                     const std::optional<Utf16Converter> &current)
+{
+    const auto wide = wideBeginningIn(bytes, current);
+    const auto narrow = current ? narrowBeginningIn(bytes) : std::nullopt;
+    const bool isWide = wide && (!narrow || wide->position < narrow->position);
+    return isWide ? wide : narrow;
+}
+
+} // namespace
+
 InputFile::InputFile(const QString &path)
 {
     if (path == QLatin1String("-")) {
@@ -33,17 +97,33 @@ InputFile::~InputFile()
 
 QByteArray InputFile::read()
 {
-    QByteArray bytes = started ? readBytes() : readStart();
-    started = true;
-    if (!converter)
-        return bytes;
-    QByteArray utf8;
-    while (utf8.isEmpty() && !bytes.isEmpty()) { // a piece may be half a character
-        utf8 = converter->convert(bytes);
-        if (utf8.isEmpty())
-            bytes = readBytes();
+    for (;;) {
+        const QByteArray piece = started ? readBytes() : readStart();
+        started = true;
+        const bool isLast = piece.isEmpty();
+        unread += piece;
+        const auto begin = beginningIn(unread, converter);
+        // What is kept back may be the first part of such a beginning.
+        const Size end = begin ? begin->position
+            : isLast           ? unread.size()
+                               : qMax(Size(0), unread.size() - longestBeginning);
+        QByteArray utf8 = convert(unread.left(end));
+        unread.remove(0, begin ? begin->position + begin->markLength : end);
+        if (begin || isLast)
+            utf8 += converter ? converter->finish() : QByteArray();
+        if (begin) {
+            converter.reset();
+            if (begin->order)
+                converter.emplace(*begin->order);
+        }
+        if (!utf8.isEmpty() || (isLast && !begin))
+            return utf8;
     }
-    return utf8.isEmpty() ? converter->finish() : utf8;
+}
+
+QByteArray InputFile::convert(const QByteArray &bytes)
+{
+    return converter ? converter->convert(bytes) : bytes;
 }
 
 // Takes enough bytes to know the form of the rest, and drops a byte order mark. Without a

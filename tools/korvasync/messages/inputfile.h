@@ -12,7 +12,8 @@
 
 //! Reads a message file or standard input as UTF-8, whatever its bytes are, in pieces of
 //! bounded size. Bytes that are not UTF-16 are handed on as they stand: a vMessage names
-//! its character set itself.
+//! its character set itself. Files that were joined may change between UTF-8 and UTF-16 where a
+//! message begins.
 class InputFile
 {
 public:
@@ -30,11 +31,13 @@ private:
     Q_DISABLE_COPY(InputFile)
     QByteArray readBytes();
     QByteArray readStart();
+    QByteArray convert(const QByteArray &bytes);
 
     int descriptor = -1;
     bool started = false;
     bool ended = false;
     qint64 consumed = 0;
     QString errorText;
+    QByteArray unread; // read ahead
     std::optional<Utf16Converter> converter;
 };

@@ -77,6 +77,11 @@ std::optional<InputItem::Kind> kindOfElement(std::string_view name)
     return name == "call" ? std::optional(InputItem::AndroidCall) : std::nullopt;
 }
 
+bool isTag(std::string_view name)
+{
+    return !name.empty() && std::isalpha(static_cast<unsigned char>(name.front()));
+}
+
 // Where in a broken element something else begins, 0 if nothing does.
 size_t nextBeginning(std::string_view broken)
 {
@@ -134,10 +139,12 @@ std::optional<InputItem> ItemReader::next()
 bool ItemReader::fill()
 {
     const bool isOpen = place == Object || place == Element || place == BrokenElement;
-    const Size done = isOpen ? begin : position;
+    const Size done = isOpen ? begin : chatter >= 0 ? chatter : position;
     buffer.remove(0, done);
     position -= done;
     begin -= done;
+    if (chatter >= 0)
+        chatter -= done;
     const QByteArray piece = file.read();
     errorText = file.error();
     ended = piece.isEmpty();
@@ -177,10 +184,14 @@ bool ItemReader::finish()
     switch (place) {
     case Between:
     case PassedLine:
-        if (!isBackup || root.isEmpty() || rootIsClosed || cutIsTold)
+        if (isRemains) {
+            endChatter();
+            return true;
+        }
+        if (cutIsTold || (!isCutMarker && (!isBackup || root.isEmpty() || rootIsClosed)))
             return false;
         cutIsTold = true;
-        found += InputItem{InputItem::CutBackup, QByteArray(), line, false};
+        found += InputItem{InputItem::CutFile, QByteArray(), line, false};
         return true;
     case PassedSection:
         place = Between;
@@ -237,20 +248,30 @@ bool ItemReader::stepBetween()
         if (!head)
             return false;
         if (isRemark(*head)) {
+            endChatter();
             place = PassedLine;
             return true;
         }
         noteContent(*head);
-        if (form != AndroidXml && openObject(*head))
-            return true;
+        if (form != AndroidXml) {
+            if (openObject(*head))
+                return true;
+            noteChatter(*head);
+        }
         atLineStart = false;
     }
     const std::string_view text = rest();
     const size_t length = std::min(text.find_first_of("<\n"), text.size());
     position += static_cast<Size>(length);
+    boundChatter();
     if (length == text.size())
         return true;
-    return text[length] == '\n' ? takeLine() : openMarkup();
+    if (text[length] == '<')
+        return openMarkup();
+    takeLine();
+    if (remainsEnd)
+        endChatter();
+    return true;
 }
 
 void ItemReader::noteContent(std::string_view head)
@@ -287,6 +308,7 @@ bool ItemReader::openObject(std::string_view head)
 
 void ItemReader::open(Place itemPlace, InputItem::Kind itemKind)
 {
+    endChatter();
     place = itemPlace;
     kind = itemKind;
     begin = position;
@@ -335,7 +357,7 @@ bool ItemReader::stepVMessage()
     takeLine();
     messages->add(view(start, position));
     messageLength += position - start;
-    takeMessages(start);
+    takeMessages();
     if (place == VMessage && messageLength > longestItem) {
         if (otherObject != 0)
             closeMessage();
@@ -349,39 +371,76 @@ bool ItemReader::stepVMessage()
 void ItemReader::closeMessage()
 {
     messages->finish();
-    takeMessages(position);
+    takeMessages();
     place = Between;
 }
 
-//! \param lineStart  of the line in hand
-void ItemReader::takeMessages(Size lineStart)
+void ItemReader::takeMessages()
 {
     VMessageScanner::Message message;
     while (place == VMessage && messages->next(&message))
-        takeMessage(message, lineStart);
+        takeMessage(message);
 }
 
 // A message that lacks its end is found when the next one begins, which is open then. Another
 // object that begins in a message is its text, unless the message is cut or broken.
-void ItemReader::takeMessage(const VMessageScanner::Message &message, Size lineStart)
+void ItemReader::takeMessage(const VMessageScanner::Message &message)
 {
     const QByteArray bytes = toBytes(message.bytes);
     const quint64 firstLine = beginLine + message.line - 1;
     const bool isWhole = otherObject == 0 || (message.complete && isMessage(bytes));
     const Size next = isWhole ? 0 : otherObject;
-    const Size taken = message.complete ? position : lineStart; // of the buffer
     found += InputItem{InputItem::Message, next == 0 ? bytes : bytes.left(next), firstLine, false};
-    messageLength = position - taken;
+    messageLength -= bytes.size(); // what is left belongs to the next one
     otherObject = 0;
-    if (message.complete)
+    if (message.complete && !message.isJoined)
         place = Between;
     if (next == 0)
         return;
-    buffer.replace(0, taken, bytes.mid(next));
+    buffer.replace(0, qMax(Size(0), position - messageLength), bytes.mid(next));
     position = 0;
     line = firstLine + lineCount(bytes.left(next));
     atLineStart = true;
     place = Between;
+}
+
+// ---- what stands between items
+
+//! Keeps what stands between items, since the remains of a message are not to be passed over:
+//! they begin with any line, and with one of a message it is known what they are.
+void ItemReader::noteChatter(std::string_view head)
+{
+    const bool isBlank = toBytes(head).trimmed().isEmpty();
+    if (chatter < 0 && !isBlank) {
+        chatter = position;
+        chatterLine = line;
+    }
+    isRemains = isRemains || VMessageScanner::isStructure(head);
+    remainsEnd = VMessageScanner::isEnd(head);
+    const std::string_view marker = "BEGIN:VMSG";
+    isCutMarker = !head.empty() && position + static_cast<Size>(head.size()) == buffer.size()
+        && head == marker.substr(0, head.size());
+}
+
+void ItemReader::endChatter()
+{
+    if (isRemains)
+        found += InputItem{InputItem::Message, buffer.mid(chatter, position - chatter), chatterLine,
+                           false};
+    chatter = -1;
+    isRemains = false;
+    remainsEnd = false;
+}
+
+void ItemReader::boundChatter()
+{
+    constexpr Size longestChatter = Size(64) * 1024;
+    if (chatter < 0 || position - chatter <= (isRemains ? longestItem : longestChatter))
+        return;
+    if (isRemains)
+        found += InputItem{InputItem::Message, QByteArray(), chatterLine, true};
+    isRemains = false;
+    endChatter();
 }
 
 // ---- elements
@@ -400,6 +459,7 @@ bool ItemReader::openMarkup()
             open(Element, *elementKind);
             return true;
         }
+        hasOtherElement = hasOtherElement || (!root.isEmpty() && isTag(name));
         if (isXml
             && (openSection(text, "<!--", "-->") || openSection(text, "<![CDATA[", "]]>")
                 || openRoot(name)))
@@ -413,6 +473,7 @@ bool ItemReader::openSection(std::string_view text, std::string_view start, cons
 {
     if (text.substr(0, start.size()) != start)
         return false;
+    endChatter();
     sectionEnd = end;
     position += static_cast<Size>(start.size());
     place = PassedSection;
@@ -438,8 +499,7 @@ bool ItemReader::openRoot(std::string_view name)
 {
     if (!root.isEmpty() && toBytes(name) == '/' + root)
         rootIsClosed = true;
-    const bool isTag = !name.empty() && std::isalpha(static_cast<unsigned char>(name.front()));
-    if (!root.isEmpty() || isBackup || !isTag)
+    if (!root.isEmpty() || isBackup || !isTag(name))
         return false;
     root = toBytes(name);
     isBackup = root == "smses" || root == "allsms" || root == "calls";

@@ -24,7 +24,7 @@ struct InputItem
         AndroidMms,    //!< not with certainty whole
         AndroidCall,   //!< only its start tag
         ForeignObject, //!< from another BEGIN: line to its END: line
-        CutBackup      //!< not an item: the end of an Android backup is missing here
+        CutFile        //!< not an item: here an Android backup or the next BEGIN:VMSG is cut off
     };
 
     Kind kind = Message;
@@ -36,7 +36,8 @@ struct InputItem
 };
 
 //! The items of one file, one after the other, of all kinds mixed: a file of rejects may hold
-//! them all. What stands between them is passed over. Memory is bounded, whatever the file
+//! them all. What stands between them is passed over, but for the remains of a message without
+//! its BEGIN:VMSG, which are one item, up to their END:VMSG. Memory is bounded, whatever the file
 //! holds: by the longest item, and an item is not kept beyond 32 MiB.
 //!
 //! Lines that begin with "# " between two items are passed over whole, as rejects have the
@@ -59,8 +60,9 @@ public:
     qint64 bytesRead() const { return file.bytesRead(); }
 
     //! For a file that had no item.
-    bool isEmpty() const { return !hasContent; }                    //!< but for blanks and reasons
-    bool isEmptyBackup() const { return isBackup && rootIsClosed; } //!< of Android, but whole
+    bool isEmpty() const { return !hasContent; } //!< but for blanks and reasons
+    //! Of Android, and whole.
+    bool isEmptyBackup() const { return isBackup && rootIsClosed && !hasOtherElement; }
 
 private:
     using Size = decltype(QByteArray().size());
@@ -88,8 +90,11 @@ private:
     bool openRoot(std::string_view name);
     void open(Place itemPlace, InputItem::Kind itemKind);
     void closeMessage();
-    void takeMessages(Size lineStart);
-    void takeMessage(const VMessageScanner::Message &message, Size lineStart);
+    void takeMessages();
+    void takeMessage(const VMessageScanner::Message &message);
+    void noteChatter(std::string_view head);
+    void endChatter();
+    void boundChatter();
     void breakElement(bool atReason);
     void emitUpTo(Size length);
     void emitItem(Size end);
@@ -117,12 +122,19 @@ private:
     Size otherObject = 0; // where in the open message one seems to begin, 0 = nowhere
     ElementScanner element;
 
+    Size chatter = -1; // where it begins; -1 = there is none
+    quint64 chatterLine = 0;
+    bool isRemains = false;   // it has lines of a message
+    bool remainsEnd = false;  // with the line in hand
+    bool isCutMarker = false; // the line in hand
+
     bool hasContent = false;
     bool isXml = false;
     QByteArray root;     // name of the first element, empty until it is known
     bool isRoot = false; // what is open
     bool isBackup = false;
     bool rootIsClosed = false;
+    bool hasOtherElement = false;
     bool cutIsTold = false;
 
     QList<InputItem> found;

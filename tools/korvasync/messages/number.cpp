@@ -3,6 +3,8 @@
 
 #include "number.h"
 
+#include <QtCore/QRegularExpression>
+
 #include <algorithm>
 
 namespace Number {
@@ -34,6 +36,21 @@ QString significantDigits(const QString &number)
     while (digits.startsWith(QLatin1Char('0')))
         digits.remove(0, 1);
     return digits;
+}
+
+QStringList joined(const QString &number)
+{
+    // Behind a sign that makes the phone wait there may be a code, which is shorter.
+    static const QRegularExpression several(
+        QStringLiteral("^(?:[+ ()./-]*[0-9][+ ()./0-9-]{4,}[~;,]+)+[+ ()./-]*[0-9][+ ()./0-9-]{4,}"
+                       "[~;,]*$"));
+    static const QRegularExpression separators(QStringLiteral("[~;,]+"));
+    QStringList numbers{number};
+    if (several.match(number).hasMatch()) {
+        numbers = number.split(separators);
+        numbers.removeAll(QString());
+    }
+    return numbers;
 }
 
 QString asMeant(const QString &number)

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QtCore/QString>
+#include <QtCore/QStringList>
 
 //! Phone numbers and the words that stand in their place, such as "InfoPost".
 namespace Number {
@@ -14,6 +15,10 @@ QString comparable(const QString &number);
 
 //! All digits of a number but the zeros in front, which stand for a prefix.
 QString significantDigits(const QString &number);
+
+//! The numbers that stand in one place, joined by "~", ";" or "," as some programs do it for
+//! several people; the text itself where it is one number or a word.
+QStringList joined(const QString &number);
 
 //! What was meant by a number of a vMessage. The library takes the UTF-8 of a number for
 //! Latin-1, so a word such as "Bänk" stands in the store, and in every vMessage that comes

@@ -14,6 +14,15 @@ QString ParsedMessage::withLineFeeds(QString text)
     return text;
 }
 
+template <typename Party>
+static QStringList numbersOf(const Party &party)
+{
+    QStringList numbers;
+    for (int i = 0; i < party.count; ++i)
+        numbers += Number::asMeant(QString::fromUtf8(party.telephones[i]));
+    return numbers;
+}
+
 std::optional<ParsedMessage> ParsedMessage::parse(const QByteArray &vMessage)
 {
     VMessageParser parser;
@@ -30,11 +39,9 @@ std::optional<ParsedMessage> ParsedMessage::parse(const QByteArray &vMessage)
         parsed.headerTime = QString::fromUtf8(header->dateTime);
     }
     if (const VMessageOriginator *originator = parser.originator(message))
-        parsed.originator = Number::asMeant(QString::fromUtf8(originator->telephone));
-    if (const VMessageRecipient *recipient = parser.recipients(message)) {
-        parsed.recipient = Number::asMeant(QString::fromUtf8(recipient->telephone));
-        parsed.recipients = recipient->count;
-    }
+        parsed.originators = numbersOf(*originator);
+    if (const VMessageRecipient *recipient = parser.recipients(message))
+        parsed.recipients = numbersOf(*recipient);
     if (const VMessageBody *body = parser.body(message)) {
         parsed.bodyTime = QString::fromUtf8(body->date);
         parsed.body = QString::fromUtf8(body->text, body->length);

@@ -5,6 +5,7 @@
 
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
+#include <QtCore/QStringList>
 
 #include <optional>
 
@@ -17,10 +18,9 @@ struct ParsedMessage
     QString messageType; //!< the direction: DELIVER or SUBMIT, 1 or 2
     QString headerTime;
     QString bodyTime;
-    QString originator; //!< number of the vCard in the sender's place
-    QString recipient;  //!< number of the first vCard in the receiver's place
-    int recipients = 0; //!< vCards with a number in the receiver's place
-    QString body;       //!< with a line feed for every line end
+    QStringList originators; //!< numbers of the vCards in the sender's place
+    QStringList recipients;  //!< numbers of the vCards in the receiver's place
+    QString body;            //!< with a line feed for every line end
 
     //! The text with a line feed for every line end; the encoder drops carriage returns.
     static QString withLineFeeds(QString text);

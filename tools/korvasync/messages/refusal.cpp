@@ -46,7 +46,7 @@ Wording wordingOf(Refusal refusal)
     case Refusal::Duplicate:
         return {"duplicate", "there already"};
     case Refusal::TooManyRecipients:
-        return {"too-many-recipients", "more than one recipient; a message can be kept for one"};
+        return {"too-many-recipients", "more than one other party; a message can be kept for one"};
     case Refusal::MmsNotSupported:
         return {"mms-not-supported", "a multimedia message"};
     case Refusal::ForeignObject:

@@ -5,6 +5,7 @@
 
 #include "datetext.h"
 #include "folder.h"
+#include "number.h"
 
 #include <algorithm>
 
@@ -57,13 +58,30 @@ bool isNumber(const QString &text)
     });
 }
 
+// The numbers of a place, each of them once, in whatever forms it stands there.
+QStringList partiesOf(const QStringList &numbers)
+{
+    QStringList parties;
+    QStringList known;
+    for (const QString &several : numbers) {
+        for (const QString &number : Number::joined(several)) {
+            const QString comparable = Number::comparable(number);
+            if (!isNumber(number) || known.contains(comparable))
+                continue;
+            known += comparable;
+            parties += number.trimmed();
+        }
+    }
+    return parties;
+}
+
 // The vCards stand in the sender's and the receiver's place, but many programs write the
 // other party always in the first.
-QString otherParty(const ParsedMessage &parsed, bool outbound)
+QStringList otherParties(const ParsedMessage &parsed, bool outbound)
 {
-    const QString &expected = outbound ? parsed.recipient : parsed.originator;
-    const QString &other = outbound ? parsed.originator : parsed.recipient;
-    return isNumber(expected) ? expected : isNumber(other) ? other : QString();
+    const QStringList expected = partiesOf(outbound ? parsed.recipients : parsed.originators);
+    return expected.isEmpty() ? partiesOf(outbound ? parsed.originators : parsed.recipients)
+                              : expected;
 }
 
 QString readStatus(const ParsedMessage &parsed, const SettlingRules &rules, bool outbound)
@@ -85,7 +103,7 @@ QDateTime timeOf(const ParsedMessage &parsed, const SettlingRules &rules)
     return rules.badTimeIsNow ? rules.now : QDateTime();
 }
 
-Refusal refusalOf(const ParsedMessage &parsed, const SmsInfo &message)
+Refusal refusalOf(const ParsedMessage &parsed, const SmsInfo &message, const QStringList &parties)
 {
     if (is(parsed.type, "INET"))
         return Refusal::ForeignObject;
@@ -95,9 +113,9 @@ Refusal refusalOf(const ParsedMessage &parsed, const SmsInfo &message)
         return Refusal::SmsDraft;
     if (message.parentId == Folder::None)
         return Refusal::SmsNoFolder;
-    if (message.fromNumber.isEmpty() && message.toNumber.isEmpty())
+    if (parties.isEmpty())
         return Refusal::SmsNoNumber;
-    if (Folder::isOutbound(message.parentId) && parsed.recipients > 1)
+    if (parties.size() > 1)
         return Refusal::TooManyRecipients; // a stored message has one, the others would be lost
     if (!message.time.isValid())
         return Refusal::BadTime;
@@ -113,10 +131,12 @@ SettledMessage settle(const ParsedMessage &parsed, const SettlingRules &rules)
     const int named = folderOf(parsed);
     message.parentId = named == Folder::None ? rules.folder : named;
     const bool outbound = Folder::isOutbound(message.parentId);
-    (outbound ? message.toNumber : message.fromNumber) = otherParty(parsed, outbound);
+    const QStringList parties = otherParties(parsed, outbound);
+    if (!parties.isEmpty())
+        (outbound ? message.toNumber : message.fromNumber) = parties.first();
     message.readStatus = readStatus(parsed, rules, outbound);
     message.time = timeOf(parsed, rules);
     message.body = parsed.body;
-    settled.refusal = refusalOf(parsed, message);
+    settled.refusal = refusalOf(parsed, message, parties);
     return settled;
 }

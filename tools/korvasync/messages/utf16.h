@@ -18,6 +18,9 @@ public:
 
     //! What can be told so far. A half of a surrogate pair without the other becomes U+FFFD.
     QByteArray convert(const QByteArray &piece);
+    ByteOrder byteOrder() const { return order; }
+    bool isWithinUnit() const { return !halfUnit.isEmpty(); } //!< after an odd count of bytes
+
     //! What is left at the end of the input. Half a unit is dropped.
     QByteArray finish();
 

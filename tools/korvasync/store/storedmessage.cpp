@@ -16,7 +16,7 @@ StoredMessage StoredMessage::fromRecord(const KorvaSyncIf::SyncSmsInfo &record)
     if (const auto parsed = ParsedMessage::parse(record.vMessage.toUtf8())) {
         message.isRead = parsed->status == QLatin1String("READ");
         message.time = DateText::readMessageTime(parsed->headerTime, QTimeZone::utc());
-        message.number = parsed->originator.isEmpty() ? parsed->recipient : parsed->originator;
+        message.number = (parsed->originators + parsed->recipients).value(0);
         message.body = parsed->body;
     }
     return message;
