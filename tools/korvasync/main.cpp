@@ -3,6 +3,7 @@
 
 #include "commands/command.h"
 #include "commands/storeaccess.h"
+#include "messages/filename.h"
 #include "options/arguments.h"
 #include "process/descriptors.h"
 #include "process/diagnostics.h"
@@ -58,12 +59,13 @@ ExitCode usageError(QString sentence)
     return UsageError;
 }
 
-ExitCode runCommand(const Command &command, GlobalOptions &global, StandardOutput &output)
+ExitCode runCommand(const Command &command, QStringList arguments, GlobalOptions &global,
+                    StandardOutput &output)
 {
     QCommandLineParser parser;
     parser.addOptions(command.options);
     GlobalOptions::declare(parser);
-    if (!parser.parse(QCoreApplication::arguments()))
+    if (!parser.parse(arguments))
         return usageError(parser.errorText());
     if (parser.isSet(QStringLiteral("help"))) {
         output.write(helpOf(command, parser));
@@ -103,19 +105,19 @@ ExitCode runCommand(const Command &command, GlobalOptions &global, StandardOutpu
 }
 
 // The first look at the command line, which only finds the command.
-ExitCode run(GlobalOptions &global, StandardOutput &output)
+ExitCode run(const QStringList &arguments, GlobalOptions &global, StandardOutput &output)
 {
     QCommandLineParser parser;
     GlobalOptions::declare(parser);
     parser.setOptionsAfterPositionalArgumentsMode(QCommandLineParser::ParseAsPositionalArguments);
-    if (!parser.parse(QCoreApplication::arguments()))
+    if (!parser.parse(arguments))
         return usageError(parser.errorText());
     const QString name = parser.positionalArguments().value(0);
     const auto command =
         std::find_if(commands().cbegin(), commands().cend(),
                      [&](const Command &c) { return name == QLatin1String(c.name); });
     if (command != commands().cend())
-        return runCommand(*command, global, output);
+        return runCommand(*command, arguments, global, output);
     if (!name.isEmpty())
         return usageError(QStringLiteral("there is no command %1").arg(name));
     if (parser.isSet(QStringLiteral("version")))
@@ -141,8 +143,11 @@ int main(int argc, char *argv[])
     qputenv("LC_ALL", "C.UTF-8");
     QCoreApplication application(argc, argv);
     Interrupt::install();
+    QStringList arguments;
+    for (int i = 0; i < argc; ++i)
+        arguments += FileName::decode(argv[i]);
     StandardOutput output;
-    ExitCode code = run(global, output);
+    ExitCode code = run(arguments, global, output);
     if (!output.flush()) {
         Diagnostics::error(
             QStringLiteral("standard output cannot be written: %1; see where it goes")

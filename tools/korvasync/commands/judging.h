@@ -4,14 +4,13 @@
 #pragma once
 
 #include "command.h"
+#include "messages/filename.h"
 #include "messages/itemreader.h"
 #include "output/results.h"
 #include "output/terminaltext.h"
 #include "process/diagnostics.h"
 #include "store/answer.h"
 #include "store/fingerprint.h"
-
-#include <QtCore/QFileInfo>
 
 //! How files are read.
 struct ReadingOptions
@@ -89,7 +88,7 @@ template <typename GoesOn, typename Take>
 void Judging<Kind>::run(const QStringList &files, const GoesOn &goesOn, const Take &take)
 {
     for (const QString &path : files)
-        bytesTotal += path == QLatin1String("-") ? 0 : QFileInfo(path).size();
+        bytesTotal += path == QLatin1String("-") ? 0 : FileName::size(path);
     if (files.contains(QLatin1String("-")))
         bytesTotal = 0;
     for (const QString &path : files) {

@@ -3,9 +3,8 @@
 
 #include "inputfile.h"
 
+#include "filename.h"
 #include "process/interrupt.h"
-
-#include <QtCore/QFile>
 
 #include <array>
 #include <cerrno>
@@ -84,7 +83,7 @@ InputFile::InputFile(const QString &path)
         descriptor = STDIN_FILENO;
         return;
     }
-    descriptor = open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
+    descriptor = open(FileName::encode(path).constData(), O_RDONLY | O_CLOEXEC);
     if (descriptor < 0)
         errorText = QString::fromLocal8Bit(std::strerror(errno));
 }

@@ -3,14 +3,18 @@
 
 #include "inputpaths.h"
 
-#include <QtCore/QDir>
-#include <QtCore/QFile>
+#include "filename.h"
+
 #include <QtCore/QFileInfo>
 
+#include <algorithm>
 #include <filesystem>
 #include <system_error>
+#include <vector>
 
 namespace {
+
+namespace fs = std::filesystem;
 
 bool isMessageFile(const QString &name)
 {
@@ -19,35 +23,25 @@ bool isMessageFile(const QString &name)
     return suffixes.contains(QFileInfo(name).suffix().toLower());
 }
 
-// Qt passes over names that are no text in the locale's character set. They cannot be opened
-// by the name given here, so that each is told as unreadable instead of being left out.
-void appendNamesThatAreNoText(const QString &path, QStringList &files)
+// Qt passes over names that are no text.
+void appendFolder(const fs::path &path, QStringList &files)
 {
     std::error_code error;
-    const std::filesystem::directory_iterator folder(QFile::encodeName(path).toStdString(), error);
-    for (const auto &entry : folder) {
-        const QByteArray name = QByteArray::fromStdString(entry.path().filename().string());
-        const QString text = QFile::decodeName(name);
-        if (QFile::encodeName(text) != name && (entry.is_directory(error) || isMessageFile(text)))
-            files += path + QLatin1Char('/') + text;
-    }
-}
-
-void appendFolder(const QString &path, QStringList &files)
-{
-    const QDir folder(path);
-    if (!folder.isReadable()) {
-        files += path;
-        return;
-    }
-    appendNamesThatAreNoText(path, files);
-    const auto filters =
-        QDir::Dirs | QDir::Files | QDir::Hidden | QDir::NoDotAndDotDot | QDir::NoSymLinks;
-    for (const QFileInfo &entry : folder.entryInfoList(filters, QDir::Name)) {
-        if (entry.isDir())
-            appendFolder(entry.filePath(), files);
-        else if (isMessageFile(entry.fileName()))
-            files += entry.filePath();
+    std::vector<fs::directory_entry> entries;
+    for (fs::directory_iterator entry(path, error), end; !error && entry != end;
+         entry.increment(error))
+        entries.push_back(*entry);
+    if (error)
+        files += FileName::decode(QByteArray::fromStdString(path.native()));
+    std::sort(entries.begin(), entries.end());
+    for (const fs::directory_entry &entry : entries) {
+        const QString name = FileName::decode(QByteArray::fromStdString(entry.path().native()));
+        if (entry.is_symlink(error))
+            continue;
+        if (entry.is_directory(error))
+            appendFolder(entry.path(), files);
+        else if (entry.is_regular_file(error) && isMessageFile(name))
+            files += name;
     }
 }
 
@@ -57,8 +51,10 @@ QStringList messageFiles(const QStringList &arguments)
 {
     QStringList files;
     for (const QString &argument : arguments) {
-        if (QFileInfo(argument).isDir())
-            appendFolder(argument, files);
+        const fs::path path(FileName::encode(argument).toStdString());
+        std::error_code error;
+        if (fs::is_directory(path, error))
+            appendFolder(path, files);
         else
             files += argument;
     }
