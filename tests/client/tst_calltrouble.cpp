@@ -121,8 +121,8 @@ void TestCallTrouble::keepsWhatWentInOnAFullDisk()
     const auto number = [](int count) { return QByteArray::number(count); };
     QVERIFY2(outcome.output.endsWith(
                  "{\"summary\":{\"read\":" + number(added + failed) + ",\"added\":" + number(added)
-                 + ",\"present\":0,\"refused\":0,\"failed\":" + number(failed) + "}}\n3\n"
-                 + number(added)
+                 + ",\"present\":0,\"refused\":0,\"failed\":" + number(failed)
+                 + ",\"complete\":false}}\n3\n" + number(added)
                  + "\n{\"summary\":{\"read\":40000,\"added\":" + number(40000 - added)
                  + ",\"present\":" + number(added) + ",\"refused\":0,\"failed\":0}}\n0\n"),
              outcome.output.right(400));
@@ -195,7 +195,7 @@ void TestCallTrouble::endsTruthfullyWhenInterrupted()
     QCOMPARE(process.exitCode(), 128 + SIGTERM);
     QCOMPARE(process.readAllStandardOutput(),
              QByteArray("{\"summary\":{\"read\":500,\"added\":500,\"present\":0,\"refused\":0,"
-                        "\"failed\":0}}\n"));
+                        "\"failed\":0,\"complete\":false}}\n"));
     QCOMPARE(client.run({text("calls")}).output.count('\n'), 500);
 }
 

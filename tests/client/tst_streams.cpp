@@ -21,6 +21,7 @@ private Q_SLOTS:
     void failsWhenIdsCannotBeRead();
     void sendsNothingWhenTheTextCannotBeRead();
     void endsWhenInterruptedWhileItReadsIds();
+    void leavesIgnoredSignalsIgnored();
     void waitsForAnOutputThatIsFull();
     void failsWhenRejectsDoNotFit_data();
     void failsWhenRejectsDoNotFit();
@@ -108,8 +109,8 @@ void TestStreams::sendsNothingWhenTheTextCannotBeRead()
                         "comes from\n"));
 }
 
-// Whether the process has taken over SIGINT.
-static bool catchesInterrupts(const QProcess &process)
+// Whether the process has taken over a signal.
+static bool catches(const QProcess &process, int signalNumber)
 {
     QFile status(text("/proc/%1/status").arg(process.processId()));
     if (!status.open(QIODevice::ReadOnly))
@@ -117,7 +118,7 @@ static bool catchesInterrupts(const QProcess &process)
     const QByteArray all = status.readAll();
     const QByteArray caught("SigCgt:\t");
     const QByteArray mask = all.mid(all.indexOf(caught) + caught.size(), 16);
-    return (mask.toULongLong(nullptr, 16) & 2) != 0;
+    return (mask.toULongLong(nullptr, 16) >> (signalNumber - 1) & 1) != 0;
 }
 
 void TestStreams::endsWhenInterruptedWhileItReadsIds()
@@ -129,13 +130,35 @@ void TestStreams::endsWhenInterruptedWhileItReadsIds()
     process.write("1\n"); // and more is to come
     QVERIFY(process.waitForStarted());
     QVERIFY(process.waitForBytesWritten());
-    QTRY_VERIFY_WITH_TIMEOUT(catchesInterrupts(process), 20000);
+    QTRY_VERIFY_WITH_TIMEOUT(catches(process, SIGINT), 20000);
     QCOMPARE(kill(static_cast<pid_t>(process.processId()), SIGINT), 0);
     QVERIFY(process.waitForFinished(20000));
     QCOMPARE(process.exitStatus(), QProcess::NormalExit);
     QCOMPARE(process.exitCode(), 130);
     QCOMPARE(process.readAllStandardOutput(), QByteArray());
     QCOMPARE(process.readAllStandardError(), QByteArray());
+}
+
+void TestStreams::leavesIgnoredSignalsIgnored()
+{
+    ClientProcess client;
+    client.fill(hello);
+    QProcess process;
+    process.setProcessEnvironment(client.environment);
+    process.start(text("bash"),
+                  {text("-c"),
+                   text("trap '' INT HUP; exec " KORVASYNC_CLIENT " --store %1 show -o ndjson -")
+                       .arg(client.store())});
+    QVERIFY(process.waitForStarted());
+    QTRY_VERIFY_WITH_TIMEOUT(catches(process, SIGTERM), 20000);
+    QCOMPARE(kill(static_cast<pid_t>(process.processId()), SIGINT), 0);
+    QCOMPARE(kill(static_cast<pid_t>(process.processId()), SIGHUP), 0);
+    process.write("1\n");
+    process.closeWriteChannel();
+    QVERIFY(process.waitForFinished(20000));
+    QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(process.exitCode(), 0);
+    QVERIFY(process.readAllStandardOutput().startsWith("{\"id\":1,"));
 }
 
 void TestStreams::waitsForAnOutputThatIsFull()

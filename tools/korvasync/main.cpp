@@ -14,6 +14,7 @@
 #include <QtCore/QCoreApplication>
 
 #include <algorithm>
+#include <csignal>
 #include <cstdlib>
 
 namespace {
@@ -148,7 +149,10 @@ int main(int argc, char *argv[])
         arguments += FileName::decode(argv[i]);
     StandardOutput output;
     ExitCode code = run(arguments, global, output);
-    if (!output.flush()) {
+    const bool isWritten = output.flush();
+    if (output.readerIsGone())
+        std::_Exit(128 + SIGPIPE); // it has what it wanted
+    if (!isWritten) {
         Diagnostics::error(
             QStringLiteral("standard output cannot be written: %1; see where it goes")
                 .arg(output.error()));

@@ -91,6 +91,7 @@ private:
     QHash<Fingerprint, int> newCounts;
     int nextRef = 0;
     ExitCode trouble = AllDone; // the store's
+    bool isWholeInput = true;
 };
 
 template <typename Kind>
@@ -100,7 +101,7 @@ ExitCode Adding<Kind>::run(const QStringList &files)
         return tellOfRejects(UsageError);
     if (const ExitCode code = readStore())
         return code;
-    judging.run(
+    isWholeInput = judging.run(
         files, [this] { return goesOn(); },
         [this](const ItemResult &result, const Judged<New> &judged, const QByteArray &bytes) {
             take(result, judged, bytes);
@@ -251,8 +252,10 @@ ExitCode Adding<Kind>::finish()
 {
     progress.end();
     if (invocation.global.quiet == 0)
-        results.printSummary();
+        results.printSummary(isWholeInput);
     results.warnOfRefusals();
+    if (!isWholeInput)
+        Diagnostics::warn(QStringLiteral("the input was not read to its end; add it again"));
     const ExitCode code = worse(trouble, results.exitCode());
     return rejects.commit() ? code : tellOfRejects(worse(code, SomeNotDone));
 }

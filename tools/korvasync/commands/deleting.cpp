@@ -13,7 +13,7 @@ Deleting::Deleting(const Invocation &invocation, MessageStore &store)
     : invocation(invocation)
     , store(store)
     , results(invocation.output, ItemResult::Deleted,
-              invocation.global.format == QLatin1String("ndjson"))
+              invocation.global.format == QLatin1String("ndjson"), invocation.global.dryRun)
     , progress(invocation.global.progress)
 {
 }

@@ -56,15 +56,16 @@ public:
 
     //! \param goesOn  asked before each item
     //! \param take    gets a result with source and detail, the item, and its bytes
+    //! \return whether all was read to its end; else nobody knows how much is left
     template <typename GoesOn, typename Take>
-    void run(const QStringList &files, const GoesOn &goesOn, const Take &take);
+    bool run(const QStringList &files, const GoesOn &goesOn, const Take &take);
 
     //! How far it is, from 0 to 1; none = not known.
     std::optional<double> partDone() const;
 
 private:
     template <typename GoesOn, typename Take>
-    void readFile(const QString &path, const GoesOn &goesOn, const Take &take);
+    bool readFile(const QString &path, const GoesOn &goesOn, const Take &take);
     template <typename Take>
     void noteFileWithoutItems(const QString &path, const ItemReader &reader, const Take &take);
     template <typename Take>
@@ -85,17 +86,17 @@ private:
 
 template <typename Kind>
 template <typename GoesOn, typename Take>
-void Judging<Kind>::run(const QStringList &files, const GoesOn &goesOn, const Take &take)
+bool Judging<Kind>::run(const QStringList &files, const GoesOn &goesOn, const Take &take)
 {
     for (const QString &path : files)
         bytesTotal += path == QLatin1String("-") ? 0 : FileName::size(path);
     if (files.contains(QLatin1String("-")))
         bytesTotal = 0;
     for (const QString &path : files) {
-        if (!goesOn())
-            break;
-        readFile(path, goesOn, take);
+        if (!goesOn() || !readFile(path, goesOn, take))
+            return false;
     }
+    return true;
 }
 
 template <typename Kind>
@@ -108,7 +109,7 @@ std::optional<double> Judging<Kind>::partDone() const
 
 template <typename Kind>
 template <typename GoesOn, typename Take>
-void Judging<Kind>::readFile(const QString &path, const GoesOn &goesOn, const Take &take)
+bool Judging<Kind>::readFile(const QString &path, const GoesOn &goesOn, const Take &take)
 {
     ItemReader reader(path, form);
     kind.index.beginFile();
@@ -126,7 +127,7 @@ void Judging<Kind>::readFile(const QString &path, const GoesOn &goesOn, const Ta
     }
     bytesDone = before + reader.bytesRead();
     if (!goesOn())
-        return;
+        return false;
     if (!reader.error().isEmpty()) {
         ItemResult result;
         result.source = path;
@@ -135,6 +136,7 @@ void Judging<Kind>::readFile(const QString &path, const GoesOn &goesOn, const Ta
     } else if (!hasItems) {
         noteFileWithoutItems(path, reader, take);
     }
+    return true;
 }
 
 // An empty file is what a list of nothing gives: there is nothing to do.

@@ -47,14 +47,14 @@ ExitCode Verifying::run(const QStringList &files)
     const Answer answer = items.readStore();
     if (answer != Answer::Finished)
         return StoreAccess::complain(invocation.location, answer);
-    judging.run(
+    const bool isWhole = judging.run(
         files, [this] { return goesOn(); },
         [this](const ItemResult &result, const Judged<NewItem> &judged, const QByteArray &) {
             take(result, judged);
         });
     progress.end();
     if (invocation.global.quiet == 0)
-        results.printSummary();
+        results.printSummary(isWhole);
     results.warnOfRefusals();
     return worse(trouble, results.exitCode());
 }

@@ -48,9 +48,9 @@ static QByteArray jsonOf(const ItemResult &result, const QString &detail)
         .line();
 }
 
-static QByteArray textOf(const ItemResult &result, const QString &detail)
+static QByteArray textOf(const ItemResult &result, const QString &status, const QString &detail)
 {
-    QStringList words{QLatin1String(nameOf(result.status))};
+    QStringList words{status};
     if (result.id != -1)
         words += QString::number(result.id);
     if (!result.source.isEmpty())
@@ -61,11 +61,19 @@ static QByteArray textOf(const ItemResult &result, const QString &detail)
     return (isNotDone(result.status) ? Colour::red(line) : line).toUtf8() + '\n';
 }
 
-Results::Results(StandardOutput &output, ItemResult::Status done, bool asJson)
+Results::Results(StandardOutput &output, ItemResult::Status done, bool asJson, bool isForetold)
     : output(output)
     , done(done)
     , asJson(asJson)
+    , isForetold(isForetold)
 {
+}
+
+QString Results::wordFor(ItemResult::Status status) const
+{
+    if (isForetold && status == ItemResult::Deleted)
+        return QStringLiteral("would delete");
+    return QLatin1String(nameOf(status));
 }
 
 void Results::note(const ItemResult &result)
@@ -80,10 +88,10 @@ void Results::report(const ItemResult &result)
 {
     note(result);
     const QString detail = result.detail.isEmpty() ? reasonOf(result.refusal) : result.detail;
-    output.write(asJson ? jsonOf(result, detail) : textOf(result, detail));
+    output.write(asJson ? jsonOf(result, detail) : textOf(result, wordFor(result.status), detail));
 }
 
-void Results::printSummary()
+void Results::printSummary(bool isWhole)
 {
     QList<ItemResult::Status> shown{done};
     if (done == ItemResult::Added)
@@ -96,8 +104,10 @@ void Results::printSummary()
     QStringList words{QStringLiteral("%1 read").arg(read)};
     for (const ItemResult::Status status : shown) {
         sums.add(nameOf(status), total(status));
-        words += QStringLiteral("%1 %2").arg(total(status)).arg(QLatin1String(nameOf(status)));
+        words += QStringLiteral("%1 %2").arg(total(status)).arg(wordFor(status));
     }
+    if (!isWhole)
+        sums.addBool("complete", false);
     if (asJson)
         output.write(JsonLine().add("summary", sums).line());
     else

@@ -28,12 +28,14 @@ class Results
 {
 public:
     //! \param done  what the command does to an item when all goes well
-    Results(StandardOutput &output, ItemResult::Status done, bool asJson);
+    //! \param isForetold  nothing is done, which a deletion says to people
+    Results(StandardOutput &output, ItemResult::Status done, bool asJson, bool isForetold = false);
 
     void report(const ItemResult &result);
     //! Counts it without a line of its own.
     void note(const ItemResult &result);
-    void printSummary();
+    //! \param isWhole  all of the input was read
+    void printSummary(bool isWhole = true);
     //! One warning for each reason for which items were not done.
     void warnOfRefusals() const;
 
@@ -42,10 +44,12 @@ public:
 
 private:
     int total(ItemResult::Status status) const { return totals.value(status); }
+    QString wordFor(ItemResult::Status status) const;
 
     StandardOutput &output;
     const ItemResult::Status done;
     const bool asJson;
+    const bool isForetold;
     int read = 0;
     QMap<int, int> totals; // by ItemResult::Status
     QMap<Refusal, int> refusals;

@@ -38,6 +38,7 @@ bool StandardOutput::flush()
             data += count;
             left -= static_cast<size_t>(count);
         } else if (!canGoOn(errno)) {
+            isBroken = errno == EPIPE;
             errorText = QString::fromLocal8Bit(std::strerror(errno));
         }
     }

@@ -18,8 +18,10 @@ public:
     static int terminalWidth();
 
     QString error() const { return errorText; }
+    bool readerIsGone() const { return isBroken; } //!< which is an error as well
 
 private:
     QByteArray buffer;
     QString errorText;
+    bool isBroken = false;
 };

@@ -4,6 +4,7 @@
 #include "interrupt.h"
 
 #include <csignal>
+#include <initializer_list>
 
 namespace Interrupt {
 
@@ -17,8 +18,12 @@ void install()
     action.sa_handler = note;
     sigemptyset(&action.sa_mask);
     action.sa_flags = static_cast<int>(SA_RESETHAND);
-    sigaction(SIGINT, &action, nullptr);
-    sigaction(SIGTERM, &action, nullptr);
+    for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
+        struct sigaction inherited = {};
+        sigaction(number, nullptr, &inherited);
+        if (inherited.sa_handler != SIG_IGN) // as nohup sets it
+            sigaction(number, &action, nullptr);
+    }
     // A reader of our output that goes away is told by the failed write.
     std::signal(SIGPIPE, SIG_IGN);
 }

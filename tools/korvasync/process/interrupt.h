@@ -3,8 +3,8 @@
 
 #pragma once
 
-//! SIGINT and SIGTERM as a note that the commands look at between two chunks. The second
-//! such signal ends the process at once.
+//! SIGINT, SIGTERM and SIGHUP as a note that the commands look at between two chunks. The
+//! second such signal ends the process at once. One that was ignored at the start stays so.
 namespace Interrupt {
 
 void install();
