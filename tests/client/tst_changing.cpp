@@ -27,6 +27,7 @@ private Q_SLOTS:
     void doesTheOthersWhenAnIdIsUnknown();
     void needsAYesWithoutATerminal();
     void changesNothingInADryRun();
+    void saysInADryRunWhatItWouldDelete();
     void deletesManyMessages();
 };
 
@@ -264,6 +265,16 @@ void TestChanging::changesNothingInADryRun()
         client.run(modify({text("-n"), text("1"), text("-")}), second)
             .output.startsWith("{\"ref\":0,\"src\":\"-:1\",\"status\":\"changed\",\"id\":1}\n"));
     QCOMPARE(client.listed(), before);
+}
+
+void TestChanging::saysInADryRunWhatItWouldDelete()
+{
+    ClientProcess client;
+    client.fill(first);
+    QCOMPARE(client.run({text("delete"), text("-n"), text("1")}).output,
+             QByteArray("would delete  1\n1 read, 1 would delete, 0 refused, 0 failed\n"));
+    QCOMPARE(client.run({text("calls"), text("wipe"), text("-n")}).output,
+             QByteArray("would delete 0 call(s)\n"));
 }
 
 void TestChanging::deletesManyMessages()

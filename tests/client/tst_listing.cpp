@@ -23,6 +23,9 @@ private Q_SLOTS:
     void showsMessagesInTheOrderAsked();
     void showsMessagesForPeople();
     void tellsOfUnknownIdsAndShowsTheOthers();
+    void knowsNoNegativeIds_data();
+    void knowsNoNegativeIds();
+    void tellsWhatAnExpressionCannotDecide();
 
 private:
     ClientProcess client;
@@ -58,6 +61,8 @@ void TestListing::selects_data()
     row("--ids --folder drafts", "");
     row("--ids --since 2010-11-03T14:25:31Z", "2\n5\n4\n");
     row("--ids --since 2010-11-03T14:25:32Z", "4\n");
+    row("--ids --since 2010-11-03T14:25:30.0Z", "1\n2\n5\n4\n");
+    row("--ids --since 2010-11-03T14:25:30.001Z", "2\n5\n4\n");
     row("--ids --since 2010-11-03T16:25:31+02:00", "2\n5\n4\n");
     row("--ids --since 2010-11-03t14:25:31z", "2\n5\n4\n");
     row("--ids --since 2010-11-03", "1\n2\n5\n4\n");
@@ -194,6 +199,34 @@ void TestListing::tellsOfUnknownIdsAndShowsTheOthers()
     QCOMPARE(outcome.exitCode, 4);
     QVERIFY(outcome.output.startsWith("{\"id\":4,"));
     QCOMPARE(outcome.errors, QByteArray("korvasync: there is no message 99\n"));
+}
+
+void TestListing::knowsNoNegativeIds_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    for (const char *line : {"show -1", "show -- -1", "delete --yes -1", "delete --yes -- -1"})
+        QTest::newRow(line) << text(line).split(QLatin1Char(' '));
+}
+
+void TestListing::knowsNoNegativeIds()
+{
+    QFETCH(QStringList, arguments);
+    const auto outcome = client.run(arguments);
+    QCOMPARE(outcome.exitCode, 4);
+    QVERIFY(outcome.errors.startsWith("korvasync: "));
+    QCOMPARE(client.run({text("list"), text("--count")}).output, QByteArray("5\n"));
+}
+
+void TestListing::tellsWhatAnExpressionCannotDecide()
+{
+    ClientProcess other;
+    other.fill(vMessage("INBOX", "20101103T142530Z", "+15550100", QByteArray(40, 'a') + 'b')
+               + vMessage("INBOX", "20101103T142531Z", "+15550100", "b"));
+    const auto outcome =
+        other.run({text("list"), text("--ids"), text("--grep"), text("((a+)+c)|b")});
+    QCOMPARE(outcome.exitCode, 1);
+    QCOMPARE(outcome.output, QByteArray("2\n"));
+    QVERIFY2(outcome.errors.startsWith("korvasync: 1 not listed"), outcome.errors);
 }
 
 QTEST_GUILESS_MAIN(TestListing)

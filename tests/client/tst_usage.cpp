@@ -74,11 +74,12 @@ void TestUsage::refusesWhatItDoesNotUnderstand_data()
                              "list --ids -o vmsg",
                              "list --timeout 0",
                              "list --timeout soon",
+                             "list --timeout 1e9",
+                             "list --timeout inf",
                              "list --progress often",
                              "list --store=",
                              "show",
                              "show x",
-                             "show -1",
                              "show 1.5",
                              "show 99999999999",
                              "show -o entries 1",
@@ -143,6 +144,12 @@ void TestUsage::saysWhatItDoesNotUnderstand_data()
     row("list --ids=3", "Unexpected value after '--ids'; see korvasync --help");
     row("show x", "x is no database id; \"korvasync list\" shows them");
     row("show", "show needs an id; \"korvasync list\" shows them");
+    row("show -x", "Unknown option 'x'; see korvasync --help");
+    row("list extra", "list takes no arguments; --number and --grep look for messages");
+    row("list --ids --count", "--ids and --count exclude each other");
+    row("list --ids -o vmsg", "--ids and -o vmsg exclude each other");
+    row("list --timeout inf",
+        "--timeout is a number of seconds above 0 and up to 1000000; see korvasync --help");
 }
 
 void TestUsage::saysWhatItDoesNotUnderstand()

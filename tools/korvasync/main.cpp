@@ -12,6 +12,7 @@
 #include "store/boundedcall.h"
 
 #include <QtCore/QCoreApplication>
+#include <QtCore/QRegularExpression>
 
 #include <algorithm>
 #include <csignal>
@@ -60,9 +61,19 @@ ExitCode usageError(QString sentence)
     return UsageError;
 }
 
+// A negative number is no option, but an id that no message has. Qt takes it for one unless
+// something stands in front; a blank does no harm, as ids are trimmed.
+QStringList withNegativeIds(QStringList arguments)
+{
+    static const QRegularExpression number(QStringLiteral("^(-[0-9]+)$"));
+    return arguments.replaceInStrings(number, QStringLiteral(" \\1"));
+}
+
 ExitCode runCommand(const Command &command, QStringList arguments, GlobalOptions &global,
                     StandardOutput &output)
 {
+    if (QByteArray(command.arguments).startsWith("ID"))
+        arguments = withNegativeIds(arguments);
     QCommandLineParser parser;
     parser.addOptions(command.options);
     GlobalOptions::declare(parser);

@@ -84,7 +84,9 @@ void printDeleted(const Invocation &invocation, qsizetype before, qsizetype left
             .add("failed", left);
         invocation.output.write(JsonLine().add("summary", sums).line());
     } else {
-        invocation.output.write(QByteArray::number(before - left) + " call(s) deleted\n");
+        const QByteArray count = QByteArray::number(before - left);
+        invocation.output.write(invocation.global.dryRun ? "would delete " + count + " call(s)\n"
+                                                         : count + " call(s) deleted\n");
     }
 }
 

@@ -89,6 +89,7 @@ struct Reading
     QDate date;
     QTime time;
     std::optional<int> offset; // seconds east of UTC; none = local
+    bool hasFraction = false;  // of a second, which the time is without
 };
 
 // hh:mm[:ss[.fraction]], hours 0 to 24: some programs count them from 1 to 24, and their 24
@@ -107,8 +108,12 @@ bool takeClock(Scanner &scanner, Reading &reading, QChar separator = QLatin1Char
         if (!seconds)
             return false;
         second = *seconds == 60 ? 59 : *seconds; // a leap second has no place of its own
-        if (scanner.take(QLatin1Char('.')) && !scanner.number(1, 9))
-            return false;
+        if (scanner.take(QLatin1Char('.'))) {
+            const auto fraction = scanner.number(1, 9);
+            if (!fraction)
+                return false;
+            reading.hasFraction = *fraction > 0;
+        }
     }
     reading.time = QTime(*hour % 24, *minute, second);
     return reading.time.isValid();
@@ -283,7 +288,7 @@ QDateTime readMessageTime(const QString &text, const QTimeZone &local)
     return readCount(trimmed);
 }
 
-QDateTime readOption(const QString &text, const QTimeZone &local)
+QDateTime readOption(const QString &text, const QTimeZone &local, Rounding rounding)
 {
     if (text.startsWith(QLatin1Char('@'))) {
         bool isNumber = false;
@@ -301,7 +306,7 @@ QDateTime readOption(const QString &text, const QTimeZone &local)
         return QDateTime();
     if (!isDate && !reading->offset) // RFC 3339 always names its zone
         return QDateTime();
-    return toUtc(*reading, local);
+    return toUtc(*reading, local).addSecs(reading->hasFraction && rounding == RoundUp ? 1 : 0);
 }
 
 QDateTime now()

@@ -16,10 +16,13 @@ namespace DateText {
 //!         use for a missing one (19700000T000000Z, 01.01.1970 00:00:00)
 QDateTime readMessageTime(const QString &text, const QTimeZone &local);
 
+enum Rounding { RoundDown, RoundUp };
+
 //! Reads a time of the command line: RFC 3339, a date (its midnight in \a local) or
 //! @seconds since 1970.
+//! \param rounding  of a fraction of a second
 //! \return in UTC; null for any other text
-QDateTime readOption(const QString &text, const QTimeZone &local);
+QDateTime readOption(const QString &text, const QTimeZone &local, Rounding rounding = RoundUp);
 
 //! The clock, in UTC and whole seconds.
 QDateTime now();

@@ -3,7 +3,6 @@
 
 #include "arguments.h"
 
-#include "messages/datetext.h"
 #include "messages/folder.h"
 #include "messages/inputfile.h"
 #include "output/terminaltext.h"
@@ -15,12 +14,12 @@
 namespace Arguments {
 
 bool takeTime(const QCommandLineParser &parser, const char *option, const QTimeZone &local,
-              QDateTime &time)
+              QDateTime &time, DateText::Rounding rounding)
 {
     const QString name = QLatin1String(option);
     if (!parser.isSet(name))
         return true;
-    time = DateText::readOption(parser.value(name), local);
+    time = DateText::readOption(parser.value(name), local, rounding);
     if (!time.isValid()) {
         Diagnostics::error(
             QStringLiteral("--%1 takes 2024-05-01T10:00:00Z, 2024-05-01 or @seconds").arg(name));
@@ -117,7 +116,7 @@ std::optional<QList<int>> databaseIds(const QStringList &arguments)
     for (const QString &word : words) {
         bool isNumber = false;
         const int id = word.toInt(&isNumber);
-        if (!isNumber || id < 0) {
+        if (!isNumber) {
             Diagnostics::error(QStringLiteral("%1 is no database id; \"korvasync list\" shows them")
                                    .arg(terminalText(word)));
             return std::nullopt;

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "messages/datetext.h"
 #include "messages/itemreader.h"
 
 #include <QtCore/QCommandLineParser>
@@ -20,7 +21,7 @@ namespace Arguments {
 
 //! An absent option leaves \a time null. \return false when it is no time
 bool takeTime(const QCommandLineParser &parser, const char *option, const QTimeZone &local,
-              QDateTime &time);
+              QDateTime &time, DateText::Rounding rounding = DateText::RoundUp);
 
 //! An absent option leaves \a number as it is. \return false when it is no number in bounds
 bool takeNumber(const QCommandLineParser &parser, const char *option, int least, int most,

@@ -17,10 +17,11 @@ void GlobalOptions::declare(QCommandLineParser &parser)
         {{text("n"), text("dry-run")}, text("Say what would happen, write nothing.")},
         {text("q"), text("No summary; -qq: no warnings either.")},
         {text("v"), text("The library's own trace, which shows numbers and texts.")},
-        {text("progress"), text("On stderr: auto (only on a terminal), always or never."),
+        {text("progress"), text("On stderr: auto (default: only on a terminal), always or never."),
          text("WHEN"), text("auto")},
-        {text("timeout"), text("Seconds to wait for an answer of the store (60)."), text("S"),
-         text("60")},
+        {text("timeout"),
+         text("Seconds to wait for an answer of the store, up to 1000000 (default: 60)."),
+         text("S"), text("60")},
         {{text("h"), text("help")}, text("This help.")},
         {text("version"), text("The version.")},
     });
@@ -48,7 +49,7 @@ QString GlobalOptions::take(const QCommandLineParser &parser)
     const double seconds = value("timeout").toDouble(&isNumber);
     constexpr double longest = 1000000;
     if (!isNumber || !(seconds > 0 && seconds <= longest))
-        return QStringLiteral("--timeout is a number of seconds above 0");
+        return QStringLiteral("--timeout is a number of seconds above 0 and up to 1000000");
     timeout = std::chrono::milliseconds(static_cast<qint64>(seconds * 1000));
     return QString();
 }
