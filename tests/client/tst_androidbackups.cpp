@@ -227,7 +227,7 @@ void TestAndroidBackups::keepsRejectsOfAllKinds()
         + sms("3", "1288794330000", "draft") + "# ./b.xml:3: sms-parse: not a whole sms element\r\n"
         + broken + "\r\n# ./b.xml:4: mms-not-supported: a multimedia message\r\n" + mms
         + "\r\n# ./b.xml:6: call-type: a voice mail, which is no call\r\n" + call("4").trimmed()
-        + "\r\n# ./note.txt:1: sms-parse: not a whole vMessage\r\n# ./z.vmg:1: " + noTime
+        + "\r\n# ./note.txt:1: sms-parse: not a whole vMessage\r\nHello\n# ./z.vmg:1: " + noTime
         + timeless;
     QCOMPARE(read(client.filePath(text("r.txt"))), rejects);
 

@@ -28,6 +28,8 @@ private Q_SLOTS:
     void keepsOldRejectsOnAFullDisk();
     void writesRejectsToAPipe();
     void replacesAnInputFileByItsRejects();
+    void keepsWhatIsNoItem();
+    void keepsReasonsThatPointAtFiles();
 
 private:
     ClientProcess::Outcome shell(const ClientProcess &client, const char *script,
@@ -241,6 +243,49 @@ void TestStreams::replacesAnInputFileByItsRejects()
     QVERIFY(left.open(QIODevice::ReadOnly));
     QCOMPARE(left.readAll(),
              "# all.vmg:16: sms-draft: a draft, and drafts cannot be written\r\n" + draft);
+}
+
+static QByteArray contentOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no such file");
+}
+
+// Standard input cannot be read anew.
+void TestStreams::keepsWhatIsNoItem()
+{
+    ClientProcess client;
+    const QString rejects = client.filePath(text("mend.txt"));
+    const QByteArray reason("# -:1: sms-parse: not a whole vMessage\r\n");
+    const QByteArray letter("Dear Ada,\r\nsee you at four.\r\n");
+    const QByteArray page("<html>\n<body class='a'>Hello</body>\n</html>\n");
+    for (const QByteArray &input : {letter, page, QByteArray(200000, 'x') + '\n'}) {
+        const QStringList add{text("add"), text("-qq"), text("--rejects"), rejects};
+        QCOMPARE(client.run(add + QStringList{text("-")}, input).exitCode, 1);
+        QCOMPARE(contentOf(rejects), reason + input);
+        client.run(add + QStringList{rejects});
+        QCOMPARE(contentOf(rejects), reason + input);
+    }
+}
+
+void TestStreams::keepsReasonsThatPointAtFiles()
+{
+    ClientProcess client;
+    client.workingDirectory = client.filePath(QString());
+    client.write(text("all.vmg"), hello + draft);
+    client.write(text("big.txt"), QByteArray(2000000, 'x'));
+    const QStringList add{text("add"), text("-qq"), text("--rejects"), text("mend.txt")};
+    client.run(add + QStringList{text("big.txt"), text("all.vmg"), text("missing.vmg")});
+    const QByteArray big("# big.txt:1: sms-parse: not a whole vMessage\r\n");
+    const QByteArray missing("# missing.vmg: unreadable: No such file or directory\r\n");
+    const QByteArray reason(": sms-draft: a draft, and drafts cannot be written\r\n");
+    const QString rejects = client.filePath(text("mend.txt"));
+    QCOMPARE(contentOf(rejects), big + "# all.vmg:16" + reason + draft + missing);
+    client.run(add + QStringList{text("mend.txt")});
+    QCOMPARE(contentOf(rejects), big + "# mend.txt:3" + reason + draft + missing);
+    client.write(text("mend.txt"), big + "# all.vmg:16" + reason + hello + missing);
+    QCOMPARE(client.run(add + QStringList{text("mend.txt")}).exitCode, 0);
+    QCOMPARE(contentOf(rejects), big + missing);
 }
 
 QTEST_GUILESS_MAIN(TestStreams)

@@ -61,8 +61,9 @@ private:
     struct Item
     {
         ItemResult result;
-        int newIndex = -1; // in newItems, -1 = not to be added
-        QByteArray bytes;  // of a refused one, when rejects are wanted
+        int newIndex = -1;       // in newItems, -1 = not to be added
+        QByteArray bytes = {};   // of a refused one, when rejects are wanted
+        bool isLeftover = false; // of earlier rejects, and has no result
     };
 
     ExitCode readStore();
@@ -105,6 +106,9 @@ ExitCode Adding<Kind>::run(const QStringList &files)
         files, [this] { return goesOn(); },
         [this](const ItemResult &result, const Judged<New> &judged, const QByteArray &bytes) {
             take(result, judged, bytes);
+        },
+        [this](const QByteArray &leftovers) {
+            items += Item{ItemResult(), -1, rejects.isWanted() ? leftovers : QByteArray(), true};
         });
     writeChunk();
     return finish();
@@ -148,12 +152,12 @@ void Adding<Kind>::take(ItemResult result, const Judged<New> &judged, const QByt
         if (options.onDuplicate == AddingOptions::Refuse)
             return refuse(result, Refusal::Duplicate, bytes);
         result.status = ItemResult::Present;
-        append({result, -1, QByteArray()});
+        append({result});
         return;
     }
     newItems += judged.item;
     ++newCounts[judged.item.fingerprint];
-    append({result, static_cast<int>(newItems.size()) - 1, QByteArray()});
+    append({result, static_cast<int>(newItems.size()) - 1});
 }
 
 //! The database id of the stored item that this one is; nothing when it is to be added.
@@ -184,7 +188,7 @@ bool Adding<Kind>::isDuplicate(const Fingerprint &fingerprint, int countInFile)
 template <typename Kind>
 void Adding<Kind>::refuse(const ItemResult &result, Refusal refusal, const QByteArray &bytes)
 {
-    Item item{result, -1, rejects.isWanted() ? bytes : QByteArray()};
+    Item item{result, -1, rejects.isWanted() ? bytes : QByteArray(), false};
     item.result.status = ItemResult::Refused;
     item.result.refusal = refusal;
     append(item);
@@ -212,6 +216,10 @@ void Adding<Kind>::writeChunk()
     }
     settleFates();
     for (const Item &item : std::as_const(items)) {
+        if (item.isLeftover) {
+            rejects.keep(item.bytes);
+            continue;
+        }
         results.report(item.result);
         if (item.result.status == ItemResult::Refused)
             rejects.add(item.result, item.bytes);

@@ -56,16 +56,17 @@ public:
 
     //! \param goesOn  asked before each item
     //! \param take    gets a result with source and detail, the item, and its bytes
+    //! \param keep    gets what is left of an earlier file of rejects, before the next item
     //! \return whether all was read to its end; else nobody knows how much is left
-    template <typename GoesOn, typename Take>
-    bool run(const QStringList &files, const GoesOn &goesOn, const Take &take);
+    template <typename GoesOn, typename Take, typename Keep>
+    bool run(const QStringList &files, const GoesOn &goesOn, const Take &take, const Keep &keep);
 
     //! How far it is, from 0 to 1; none = not known.
     std::optional<double> partDone() const;
 
 private:
-    template <typename GoesOn, typename Take>
-    bool readFile(const QString &path, const GoesOn &goesOn, const Take &take);
+    template <typename GoesOn, typename Take, typename Keep>
+    bool readFile(const QString &path, const GoesOn &goesOn, const Take &take, const Keep &keep);
     template <typename Take>
     void noteFileWithoutItems(const QString &path, const ItemReader &reader, const Take &take);
     template <typename Take>
@@ -85,15 +86,16 @@ private:
 };
 
 template <typename Kind>
-template <typename GoesOn, typename Take>
-bool Judging<Kind>::run(const QStringList &files, const GoesOn &goesOn, const Take &take)
+template <typename GoesOn, typename Take, typename Keep>
+bool Judging<Kind>::run(const QStringList &files, const GoesOn &goesOn, const Take &take,
+                        const Keep &keep)
 {
     for (const QString &path : files)
         bytesTotal += path == QLatin1String("-") ? 0 : FileName::size(path);
     if (files.contains(QLatin1String("-")))
         bytesTotal = 0;
     for (const QString &path : files) {
-        if (!goesOn() || !readFile(path, goesOn, take))
+        if (!goesOn() || !readFile(path, goesOn, take, keep))
             return false;
     }
     return true;
@@ -108,8 +110,9 @@ std::optional<double> Judging<Kind>::partDone() const
 }
 
 template <typename Kind>
-template <typename GoesOn, typename Take>
-bool Judging<Kind>::readFile(const QString &path, const GoesOn &goesOn, const Take &take)
+template <typename GoesOn, typename Take, typename Keep>
+bool Judging<Kind>::readFile(const QString &path, const GoesOn &goesOn, const Take &take,
+                             const Keep &keep)
 {
     ItemReader reader(path, form);
     kind.index.beginFile();
@@ -117,6 +120,9 @@ bool Judging<Kind>::readFile(const QString &path, const GoesOn &goesOn, const Ta
     const qint64 before = bytesDone;
     while (goesOn()) {
         const auto item = reader.next();
+        const QByteArray leftovers = reader.takeLeftovers();
+        if (!leftovers.isEmpty())
+            keep(leftovers);
         if (!item)
             break;
         hasItems = true;
@@ -153,7 +159,11 @@ void Judging<Kind>::noteFileWithoutItems(const QString &path, const ItemReader &
     result.source = path + QLatin1String(":1");
     if (form == ItemReader::AndroidXml)
         result.detail = QStringLiteral("not an Android backup, as --from says");
-    take(result, refused(Kind::noItem), QByteArray());
+    constexpr int mostOfFile = 1024 * 1024; // which is still there, so that it can be read anew
+    QByteArray bytes = reader.passedOver();
+    if (path != QLatin1String("-") && bytes.size() > mostOfFile)
+        bytes.clear();
+    take(result, refused(Kind::noItem), bytes);
 }
 
 template <typename Kind>

@@ -51,7 +51,8 @@ ExitCode Verifying::run(const QStringList &files)
         files, [this] { return goesOn(); },
         [this](const ItemResult &result, const Judged<NewItem> &judged, const QByteArray &) {
             take(result, judged);
-        });
+        },
+        [](const QByteArray &) {});
     progress.end();
     if (invocation.global.quiet == 0)
         results.printSummary(isWhole);

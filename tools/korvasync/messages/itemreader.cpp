@@ -3,15 +3,16 @@
 
 #include "itemreader.h"
 
+#include "objectline.h"
 #include "process/interrupt.h"
 #include "refusal.h"
 
 #include <vmessage/vmessageparser.h>
 
 #include <algorithm>
-#include <array>
 #include <cctype>
 #include <cstring>
+#include <utility>
 
 namespace {
 
@@ -21,49 +22,9 @@ constexpr qint64 longestItem = qint64(32) * 1024 * 1024;
 // Of a line that much is looked at to tell what it begins or ends: a reason names a file.
 constexpr size_t headLength = 8192;
 
-struct ObjectName
-{
-    std::string_view name;
-    InputItem::Kind kind;
-};
-
-// Related objects, which are told by name instead of being passed over.
-constexpr std::array<ObjectName, 5> objectNames{{
-    {"VCALLHISTENTRY", InputItem::CallEntry},
-    {"VMESSAGE", InputItem::ForeignObject},
-    {"BMSG", InputItem::ForeignObject},
-    {"VNOTE", InputItem::ForeignObject},
-    {"VCALENDAR", InputItem::ForeignObject},
-}};
-
 QByteArray toBytes(std::string_view text)
 {
     return QByteArray(text.data(), static_cast<int>(text.size()));
-}
-
-// What stands in the wrong letter case, or with blanks around it, is an object all the same,
-// so that it is refused instead of passed over.
-QByteArray wordsOf(std::string_view head) { return toBytes(head).trimmed().toUpper(); }
-
-bool isObjectLine(const QByteArray &words, const char *keyword, std::string_view name)
-{
-    const QByteArray wanted = keyword + toBytes(name);
-    return words.startsWith(wanted)
-        && (words.size() == wanted.size()
-            || !std::isalnum(static_cast<unsigned char>(words.at(wanted.size()))));
-}
-
-const ObjectName *objectOf(std::string_view head)
-{
-    const size_t word = head.find_first_not_of(" \t");
-    if (word == std::string_view::npos || (head[word] != 'B' && head[word] != 'b'))
-        return nullptr;
-    const QByteArray words = wordsOf(head);
-    for (const ObjectName &object : objectNames) {
-        if (isObjectLine(words, "BEGIN:", object.name))
-            return &object;
-    }
-    return nullptr;
 }
 
 bool isRemark(std::string_view head) { return head.substr(0, 2) == "# "; }
@@ -90,7 +51,7 @@ size_t nextBeginning(std::string_view broken)
         const std::string_view here = broken.substr(i);
         if (lineStart) {
             const std::string_view head = here.substr(0, std::min(here.find('\n'), headLength));
-            if (VMessageScanner::isBegin(head) || objectOf(head))
+            if (VMessageScanner::isBegin(head) || !ObjectLine::beginOf(head).empty())
                 return i;
         }
         lineStart = here.front() == '\n';
@@ -139,12 +100,17 @@ std::optional<InputItem> ItemReader::next()
 bool ItemReader::fill()
 {
     const bool isOpen = place == Object || place == Element || place == BrokenElement;
-    const Size done = isOpen ? begin : chatter >= 0 ? chatter : position;
+    if (position - leftoverBegin.value_or(position) > longestItem)
+        leftoverBegin.reset();
+    const Size unread = isOpen ? begin : chatter >= 0 ? chatter : position;
+    const Size done = qMin(unread, leftoverBegin.value_or(position));
     buffer.remove(0, done);
     position -= done;
     begin -= done;
     if (chatter >= 0)
         chatter -= done;
+    if (leftoverBegin)
+        *leftoverBegin -= done;
     const QByteArray piece = file.read();
     errorText = file.error();
     ended = piece.isEmpty();
@@ -188,6 +154,8 @@ bool ItemReader::finish()
             endChatter();
             return true;
         }
+        if (followsReason)
+            closeLeftover(false);
         if (cutIsTold || (!isCutMarker && (!isBackup || root.isEmpty() || rootIsClosed)))
             return false;
         cutIsTold = true;
@@ -249,10 +217,11 @@ bool ItemReader::stepBetween()
             return false;
         if (isRemark(*head)) {
             endChatter();
-            place = PassedLine;
+            openRemark(*head);
             return true;
         }
-        noteContent(*head);
+        if (!followsReason)
+            noteContent(*head);
         if (form != AndroidXml) {
             if (openObject(*head))
                 return true;
@@ -272,6 +241,40 @@ bool ItemReader::stepBetween()
     if (remainsEnd)
         endChatter();
     return true;
+}
+
+void ItemReader::openRemark(std::string_view head)
+{
+    place = PassedLine;
+    if (!isReasonLine(head))
+        return;
+    closeLeftover(false);
+    leftoverBegin = position;
+    followsReason = true;
+}
+
+//! \param beforeItem  which may be the one that the reason is of
+void ItemReader::closeLeftover(bool beforeItem)
+{
+    if (followsReason && leftoverBegin) {
+        const QByteArray bytes = buffer.mid(*leftoverBegin, position - *leftoverBegin);
+        if (!beforeItem || !bytes.mid(bytes.indexOf('\n') + 1).trimmed().isEmpty())
+            leftovers += bytes;
+    }
+    dropLeftover();
+}
+
+void ItemReader::dropLeftover()
+{
+    followsReason = false;
+    leftoverBegin.reset();
+}
+
+QByteArray ItemReader::takeLeftovers() { return std::exchange(leftovers, QByteArray()); }
+
+QByteArray ItemReader::passedOver() const
+{
+    return leftoverBegin ? buffer.mid(*leftoverBegin) : QByteArray();
 }
 
 void ItemReader::noteContent(std::string_view head)
@@ -294,21 +297,23 @@ bool ItemReader::openObject(std::string_view head)
         otherObject = 0;
         return true;
     }
-    const ObjectName *object = objectOf(head);
+    std::string_view name = ObjectLine::beginOf(head);
     // The end of an entry without its beginning is one by itself, so that it is refused.
-    objectEnds = !object && isObjectLine(wordsOf(head), "END:", objectNames[0].name);
+    objectEnds = name.empty() && ObjectLine::isEnd(head, ObjectLine::callEntry);
     if (objectEnds)
-        object = &objectNames[0];
-    if (!object)
+        name = ObjectLine::callEntry;
+    if (name.empty())
         return false;
-    objectName = object->name;
-    open(Object, object->kind);
+    objectName = name;
+    open(Object, name == ObjectLine::callEntry ? InputItem::CallEntry : InputItem::ForeignObject);
     return true;
 }
 
 void ItemReader::open(Place itemPlace, InputItem::Kind itemKind)
 {
     endChatter();
+    if (!isRoot)
+        closeLeftover(true);
     place = itemPlace;
     kind = itemKind;
     begin = position;
@@ -322,11 +327,12 @@ bool ItemReader::stepObject()
         const auto head = lineHead();
         if (!head)
             return false;
-        if (isReasonLine(*head) || VMessageScanner::isBegin(*head) || objectOf(*head)) {
+        if (isReasonLine(*head) || VMessageScanner::isBegin(*head)
+            || !ObjectLine::beginOf(*head).empty()) {
             emitItem(position);
             return true;
         }
-        objectEnds = isObjectLine(wordsOf(*head), "END:", objectName);
+        objectEnds = ObjectLine::isEnd(*head, objectName);
     }
     const bool isWhole = takeLine();
     if (isWhole && objectEnds)
@@ -349,7 +355,7 @@ bool ItemReader::stepVMessage()
             }
             const bool isText =
                 head->empty() || std::isspace(static_cast<unsigned char>((*head)[0]));
-            if (otherObject == 0 && !isText && objectOf(*head))
+            if (otherObject == 0 && !isText && !ObjectLine::beginOf(*head).empty())
                 otherObject = messageLength;
         }
     }
@@ -424,9 +430,11 @@ void ItemReader::noteChatter(std::string_view head)
 
 void ItemReader::endChatter()
 {
-    if (isRemains)
+    if (isRemains) {
+        dropLeftover();
         found += InputItem{InputItem::Message, buffer.mid(chatter, position - chatter), chatterLine,
                            false};
+    }
     chatter = -1;
     isRemains = false;
     remainsEnd = false;
@@ -437,8 +445,10 @@ void ItemReader::boundChatter()
     constexpr Size longestChatter = Size(64) * 1024;
     if (chatter < 0 || position - chatter <= (isRemains ? longestItem : longestChatter))
         return;
-    if (isRemains)
+    if (isRemains) {
+        dropLeftover();
         found += InputItem{InputItem::Message, QByteArray(), chatterLine, true};
+    }
     isRemains = false;
     endChatter();
 }
@@ -460,7 +470,7 @@ bool ItemReader::openMarkup()
             return true;
         }
         hasOtherElement = hasOtherElement || (!root.isEmpty() && isTag(name));
-        if (isXml
+        if (isXml && !followsReason
             && (openSection(text, "<!--", "-->") || openSection(text, "<![CDATA[", "]]>")
                 || openRoot(name)))
             return true;

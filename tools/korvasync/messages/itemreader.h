@@ -59,7 +59,12 @@ public:
     QString error() const { return errorText; } //!< empty = none so far
     qint64 bytesRead() const { return file.bytesRead(); }
 
+    //! Of a file of rejects, what was read since the last call: reasons without an item behind
+    //! them, and what stands there instead.
+    QByteArray takeLeftovers();
+
     //! For a file that had no item.
+    QByteArray passedOver() const; //!< all of it; empty when it is longer than an item may be
     bool isEmpty() const { return !hasContent; } //!< but for blanks and reasons
     //! Of Android, and whole.
     bool isEmptyBackup() const { return isBackup && rootIsClosed && !hasOtherElement; }
@@ -82,6 +87,9 @@ private:
     std::string_view view(Size from, Size to) const;
     std::optional<std::string_view> lineHead() const;
     bool takeLine();
+    void openRemark(std::string_view head);
+    void closeLeftover(bool beforeItem);
+    void dropLeftover();
     void noteContent(std::string_view head);
 
     bool openObject(std::string_view head);
@@ -127,6 +135,11 @@ private:
     bool isRemains = false;   // it has lines of a message
     bool remainsEnd = false;  // with the line in hand
     bool isCutMarker = false; // the line in hand
+
+    // In the buffer, of what belongs to no item: from the start of the file, or a reason.
+    std::optional<Size> leftoverBegin = 0;
+    bool followsReason = false;
+    QByteArray leftovers;
 
     bool hasContent = false;
     bool isXml = false;

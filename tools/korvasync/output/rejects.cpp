@@ -41,6 +41,12 @@ void Rejects::add(const ItemResult &result, const QByteArray &message)
         write("\r\n");
 }
 
+void Rejects::keep(const QByteArray &leftovers)
+{
+    if (isWanted())
+        write(leftovers.endsWith('\n') ? leftovers : leftovers + "\r\n");
+}
+
 // What a full disk takes of the bytes counts as success; only the rest fails.
 void Rejects::write(const QByteArray &bytes)
 {

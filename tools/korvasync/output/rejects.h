@@ -23,6 +23,7 @@ public:
     bool isWanted() const { return !file->fileName().isEmpty(); }
     bool open();
     void add(const ItemResult &result, const QByteArray &message);
+    void keep(const QByteArray &leftovers); //!< of rejects that were read
     bool commit();
     QString errorText() const { return file->errorString(); }
 
