@@ -20,6 +20,8 @@ private Q_SLOTS:
     void repeatsNamesAsTheyAre();
     void helps_data();
     void helps();
+    void helpsWithWhatAVerbTakes_data();
+    void helpsWithWhatAVerbTakes();
     void takesGlobalOptionsBeforeAndAfterTheCommand();
     void takesTheStoreOfTheEnvironment();
     void leavesTheSummaryOutWhenQuiet();
@@ -194,7 +196,11 @@ void TestUsage::helps_data()
     row("add -h", "Usage: korvasync [OPTIONS] add [FILE|DIR|-]...\n");
     row("modify -h", "Usage: korvasync [OPTIONS] modify ID FILE|-\n");
     row("delete -h", "Usage: korvasync [OPTIONS] delete ID...\n");
-    row("calls -h", "Usage: korvasync [OPTIONS] calls [list] | add [FILE|-]... | wipe\n");
+    row("calls -h", "Usage: korvasync [OPTIONS] calls list\n");
+    row("calls list -h", "Usage: korvasync [OPTIONS] calls list\n");
+    row("calls wipe -h", "Usage: korvasync [OPTIONS] calls wipe\n");
+    row("dups -h", "Usage: korvasync [OPTIONS] dups\n");
+    row("send -h", "Usage: korvasync [OPTIONS] send NUMBER TEXT|-\n");
     row("stats -h", "Usage: korvasync [OPTIONS] stats\n");
     row("numbers -h", "Usage: korvasync [OPTIONS] numbers\n");
     row("dups -h", "Usage: korvasync [OPTIONS] dups\n");
@@ -202,7 +208,7 @@ void TestUsage::helps_data()
     row("--version", "korvasync ");
     row("list --version", "korvasync ");
     row("calls add --version", "korvasync ");
-    row("calls add --help", "Usage: korvasync [OPTIONS] calls ");
+    row("calls add --help", "Usage: korvasync [OPTIONS] calls add [FILE|-]...\n");
 }
 
 void TestUsage::helps()
@@ -214,6 +220,39 @@ void TestUsage::helps()
     QVERIFY2(outcome.output.startsWith(start), outcome.output);
     QVERIFY(outcome.output.endsWith('\n'));
     QCOMPARE(outcome.errors, QByteArray());
+    for (const QByteArray &line : outcome.output.split('\n'))
+        QVERIFY2(line.size() <= 80, line);
+}
+
+void TestUsage::helpsWithWhatAVerbTakes_data()
+{
+    QTest::addColumn<QByteArray>("taken");
+    QTest::addColumn<QByteArray>("foreign");
+    const auto row = [](const char *line, const char *taken, const char *foreign) {
+        QTest::newRow(line) << QByteArray(taken) << QByteArray(foreign);
+    };
+    row("list", "vmsg, csv", "--dry-run");
+    row("list", "Exit codes: ", "--progress");
+    row("add", "--dry-run", "csv");
+    row("add", "drafts: refused", "entries");
+    row("add", "auto (default: only on a terminal)", "mbox");
+    row("modify", "--dry-run", "--progress");
+    row("delete", "--progress", "csv");
+    row("calls list", "entries", "--rejects");
+    row("calls add", "--rejects", "--type");
+    row("calls wipe", "--yes", "--rejects");
+}
+
+void TestUsage::helpsWithWhatAVerbTakes()
+{
+    QFETCH(QByteArray, taken);
+    QFETCH(QByteArray, foreign);
+    const QStringList verb = QString::fromLatin1(QTest::currentDataTag()).split(QLatin1Char(' '));
+    const QByteArray help = ClientProcess().run(verb + QStringList{text("--help")}).output;
+    QVERIFY2(help.contains(taken), help);
+    QVERIFY2(!help.contains(foreign), help);
+    QVERIFY2(help.contains("Example"), help);
+    QVERIFY2(help.contains("Exit codes: 0 "), help);
 }
 
 void TestUsage::takesGlobalOptionsBeforeAndAfterTheCommand()

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The korvasync developers
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include "commands/command.h"
+#include "commands/help.h"
 #include "commands/storeaccess.h"
 #include "messages/filename.h"
 #include "options/arguments.h"
@@ -29,30 +29,6 @@ const QList<Command> &commands()
     return all;
 }
 
-QByteArray overview()
-{
-    QByteArray text("Usage: korvasync [OPTIONS] COMMAND [ARGUMENTS]\n"
-                    "Reads and writes the text messages and calls of a phone's store.\n\n"
-                    "Commands (\"korvasync COMMAND --help\" tells more):\n");
-    for (const Command &command : commands()) {
-        text += "  " + QByteArray(command.name).leftJustified(8) + command.summary + '\n';
-    }
-    QCommandLineParser parser;
-    GlobalOptions::declare(parser);
-    const QByteArray help = parser.helpText().toUtf8();
-    return text + '\n' + help.mid(help.indexOf("Options:")) + '\n';
-}
-
-QByteArray helpOf(const Command &command, const QCommandLineParser &parser)
-{
-    const QByteArray help = parser.helpText().toUtf8();
-    const QByteArray notes(command.notes);
-    const QByteArray usage =
-        QByteArray("Usage: korvasync [OPTIONS] ") + command.name + ' ' + command.arguments;
-    return usage.trimmed() + '\n' + command.summary + "\n\n" + help.mid(help.indexOf("Options:"))
-        + (notes.isEmpty() ? "" : "\n") + notes + '\n';
-}
-
 ExitCode usageError(QString sentence)
 {
     if (sentence.endsWith(QLatin1Char('.'))) // Qt's own sentences
@@ -69,9 +45,45 @@ QStringList withNegativeIds(QStringList arguments)
     return arguments.replaceInStrings(number, QStringLiteral(" \\1"));
 }
 
-ExitCode runCommand(const Command &command, QStringList arguments, GlobalOptions &global,
-                    StandardOutput &output)
+//! What the words behind a verb ask it for; without such a word, its first action.
+const Command &actionOf(const Command &verb, const QStringList &words)
 {
+    for (const QString &word : words) {
+        for (const Command &action : verb.actions) {
+            if (word == QLatin1String(action.name))
+                return action;
+        }
+    }
+    return verb.actions.isEmpty() ? verb : verb.actions.first();
+}
+
+ExitCode runOnStore(const Command &command, const Invocation &invocation)
+{
+    Diagnostics::install(invocation.global.verbose);
+    if (invocation.global.quiet > 1)
+        Diagnostics::silenceWarnings();
+    if (!invocation.global.localZoneIsExact) {
+        Diagnostics::warn(QStringLiteral("TZ names no zone that is known here; times without a "
+                                         "zone are read with today's distance, %1: name a zone "
+                                         "such as Europe/Helsinki")
+                              .arg(QString::fromUtf8(invocation.global.localZone.id())));
+    }
+    invocation.location.select();
+    BoundedCall::onGivingUp([&](Answer answer) {
+        const ExitCode code = StoreAccess::complain(invocation.location, answer);
+        invocation.output.flush();
+        std::_Exit(answer == Answer::Interrupted ? 128 + Interrupt::signalNumber() : code);
+    });
+    return command.run(invocation);
+}
+
+ExitCode runCommand(const Command &verb, QStringList arguments, const QStringList &words,
+                    GlobalOptions &global, StandardOutput &output)
+{
+    const Command &command = actionOf(verb, words);
+    QByteArray name(verb.name);
+    if (!verb.actions.isEmpty())
+        name += QByteArray(" ") + command.name;
     if (QByteArray(command.arguments).startsWith("ID"))
         arguments = withNegativeIds(arguments);
     QCommandLineParser parser;
@@ -80,7 +92,7 @@ ExitCode runCommand(const Command &command, QStringList arguments, GlobalOptions
     if (!parser.parse(arguments))
         return usageError(parser.errorText());
     if (parser.isSet(QStringLiteral("help"))) {
-        output.write(helpOf(command, parser));
+        output.write(Help::page(command, name));
         return AllDone;
     }
     if (parser.isSet(QStringLiteral("version"))) {
@@ -93,27 +105,19 @@ ExitCode runCommand(const Command &command, QStringList arguments, GlobalOptions
     if (global.format.isEmpty())
         global.format = command.formats.first();
     if (!command.formats.contains(global.format)) {
-        return usageError(
-            QStringLiteral("%1 prints %2")
-                .arg(QLatin1String(command.name), command.formats.join(QLatin1String(", "))));
+        return usageError(QStringLiteral("%1 prints %2")
+                              .arg(QLatin1String(name), command.formats.join(QLatin1String(", "))));
     }
-    Diagnostics::install(global.verbose);
-    if (global.quiet > 1)
-        Diagnostics::silenceWarnings();
-    if (!global.localZoneIsExact) {
-        Diagnostics::warn(QStringLiteral("TZ names no zone that is known here; times without a "
-                                         "zone are read with today's distance, %1: name a zone "
-                                         "such as Europe/Helsinki")
-                              .arg(QString::fromUtf8(global.localZone.id())));
+    QStringList operands = parser.positionalArguments().mid(1);
+    if (!verb.actions.isEmpty()) {
+        const QString word =
+            operands.isEmpty() ? QLatin1String(verb.actions.first().name) : operands.takeFirst();
+        if (word != QLatin1String(command.name))
+            return usageError(QStringLiteral("%1 has no such action; it takes %2")
+                                  .arg(QLatin1String(verb.name), QLatin1String(verb.arguments)));
     }
     StoreLocation location(global.store);
-    location.select();
-    BoundedCall::onGivingUp([&](Answer answer) {
-        const ExitCode code = StoreAccess::complain(location, answer);
-        output.flush();
-        std::_Exit(answer == Answer::Interrupted ? 128 + Interrupt::signalNumber() : code);
-    });
-    return command.run({parser, parser.positionalArguments().mid(1), global, location, output});
+    return runOnStore(command, {parser, operands, global, location, output});
 }
 
 // The first look at the command line, which only finds the command.
@@ -129,13 +133,13 @@ ExitCode run(const QStringList &arguments, GlobalOptions &global, StandardOutput
         std::find_if(commands().cbegin(), commands().cend(),
                      [&](const Command &c) { return name == QLatin1String(c.name); });
     if (command != commands().cend())
-        return runCommand(*command, arguments, global, output);
+        return runCommand(*command, arguments, parser.positionalArguments().mid(1), global, output);
     if (!name.isEmpty())
         return usageError(QStringLiteral("there is no command %1").arg(name));
     if (parser.isSet(QStringLiteral("version")))
         output.write("korvasync " KORVASYNC_VERSION "\n");
     else if (parser.isSet(QStringLiteral("help")))
-        output.write(overview());
+        output.write(Help::overview(commands()));
     else
         return usageError(QStringLiteral("no command is given"));
     return AllDone;

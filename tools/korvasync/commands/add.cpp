@@ -64,12 +64,18 @@ Command addCommand()
         AddingOptions::declared(textForm)
             + QList<QCommandLineOption>{
             {text("folder"),
-             text("For messages that name no folder: inbox, outbox, drafts, sent or my."),
+             text("For messages that name no folder: inbox, outbox, sent or my (drafts: refused)."),
              text("F")},
             {text("on-bad-time"), text("No time, or none that can be: refuse (default) or now."),
              text("WHAT"), text("refuse")},
             {text("mark-read"), text("Add all as read.")},
-            {text("chunk"), text("Messages a write (500, at most 1000)."), text("N")},
+            {text("chunk"), text("Messages a write (default: 500, at most 1000)."), text("N")},
         },
-        run};
+        run,
+        "Examples:\n"
+        "  korvasync add --rejects mend.txt old-phone/ sms.xml\n"
+        "  korvasync add --assume-tz Europe/Helsinki --dry-run sms.vmsg\n\n"
+        "Exit codes: 0 all there now, 1 some refused or failed, 2 usage, 3 the store cannot be\n"
+        "written, 5 it gave no answer.\n",
+        GlobalOptions::DryRun | GlobalOptions::ShowsProgress};
 }

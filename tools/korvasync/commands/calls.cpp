@@ -12,12 +12,19 @@
 #include "process/diagnostics.h"
 
 #include <array>
-#include <limits>
 #include <unistd.h>
 
 using namespace KorvaSyncIf;
 
 namespace {
+
+bool takesNoArguments(const Invocation &invocation, const char *action)
+{
+    if (!invocation.arguments.isEmpty())
+        Diagnostics::error(
+            QStringLiteral("calls %1 takes no arguments").arg(QLatin1String(action)));
+    return invocation.arguments.isEmpty();
+}
 
 // ---- list
 
@@ -35,6 +42,8 @@ std::optional<CallType> takeType(const Invocation &invocation)
 ExitCode list(const Invocation &invocation)
 {
     QDateTime since;
+    if (!takesNoArguments(invocation, "list"))
+        return UsageError;
     const auto type = takeType(invocation);
     if (!type
         || !Arguments::takeTime(invocation.options, "since", invocation.global.localZone, since))
@@ -58,7 +67,7 @@ ExitCode add(const Invocation &invocation)
     AddingOptions options;
     if (!options.take(invocation, textForm))
         return UsageError;
-    QStringList files = invocation.arguments.mid(1);
+    QStringList files = invocation.arguments;
     if (files.isEmpty() && isatty(STDIN_FILENO)) {
         Diagnostics::error(QStringLiteral("calls add needs a file or - for standard input"));
         return UsageError;
@@ -92,6 +101,8 @@ void printDeleted(const Invocation &invocation, qsizetype before, qsizetype left
 
 ExitCode wipe(const Invocation &invocation)
 {
+    if (!takesNoArguments(invocation, "wipe"))
+        return UsageError;
     if (!Confirmation::isPossible(invocation, QStringLiteral("calls wipe")))
         return UsageError;
     if (const ExitCode code = StoreAccess::requireStore(invocation.location))
@@ -120,85 +131,71 @@ ExitCode wipe(const Invocation &invocation)
 
 // ---- the verb
 
-struct Action
-{
-    const char *name;
-    ExitCode (*run)(const Invocation &invocation);
-    int mostArguments; // with its name
-    QStringList options;
-    QStringList formats;
-};
+QString text(const char *latin1) { return QString::fromLatin1(latin1); }
 
-const QList<Action> &actions()
+Command listAction()
 {
-    const auto text = [](const char *latin1) { return QString::fromLatin1(latin1); };
-    constexpr int any = std::numeric_limits<int>::max();
-    static const QList<Action> all{
-        {"list",
-         list,
-         1,
-         {text("type"), text("since")},
-         {text("text"), text("ndjson"), text("entries"), text("android-xml")}},
-        {"add",
-         add,
-         any,
-         {text("from"), text("assume-tz"), text("on-duplicate"), text("rejects")},
-         {text("text"), text("ndjson")}},
-        {"wipe", wipe, 1, {text("yes")}, {text("text"), text("ndjson")}},
-    };
-    return all;
+    return {
+        "list",
+        "",
+        "Calls by their start, oldest first.",
+        {text("text"), text("ndjson"), text("entries"), text("android-xml")},
+        {
+            {text("type"), text("That came in, went out or were missed."), text("in|out|missed")},
+            {text("since"),
+             text("From this start on: 2024-05-01T10:00:00Z, 2024-05-01 or @seconds."), text("T")},
+        },
+        list,
+        "Without a word behind it, \"korvasync calls\" lists as well.\n\n"
+        "Examples:\n"
+        "  korvasync calls --type missed --since 2024-01-01\n"
+        "  korvasync calls list -o entries > calls.txt\n\n"
+        "Other actions: \"calls add\" and \"calls wipe\", each with a --help.\n\n"
+        "Exit codes: 0 listed, 2 usage, 3 the store cannot be read, 5 it gave no answer.\n"};
 }
 
-//! What is wrong with the command line for an action; empty = nothing.
-QString misuse(const Invocation &invocation, const Action &action)
+Command addAction()
 {
-    const QString name = QLatin1String("calls ") + QLatin1String(action.name);
-    if (invocation.arguments.size() > action.mostArguments)
-        return name + QStringLiteral(" takes no arguments");
-    if (!action.formats.contains(invocation.global.format))
-        return QStringLiteral("%1 prints %2").arg(name, action.formats.join(QLatin1String(", ")));
-    for (const Action &other : actions()) {
-        for (const QString &option : other.options) {
-            if (invocation.options.isSet(option) && !action.options.contains(option))
-                return QStringLiteral("%1 has no --%2").arg(name, option);
-        }
-    }
-    return QString();
+    return {
+        "add",
+        "[FILE|-]...",
+        "Adds call-history entries and the calls of Android backups.",
+        {text("text"), text("ndjson")},
+        AddingOptions::declared(textForm),
+        add,
+        "Example:\n"
+        "  korvasync calls add --rejects mend.txt calls.txt calls.xml\n\n"
+        "Exit codes: 0 all there now, 1 some refused or failed, 2 usage, 3 the store cannot be\n"
+        "written, 5 it gave no answer.\n",
+        GlobalOptions::DryRun | GlobalOptions::ShowsProgress};
 }
 
-ExitCode run(const Invocation &invocation)
+Command wipeAction()
 {
-    const QString name = invocation.arguments.value(0, QStringLiteral("list"));
-    for (const Action &action : actions()) {
-        if (name != QLatin1String(action.name))
-            continue;
-        const QString wrong = misuse(invocation, action);
-        if (wrong.isEmpty())
-            return action.run(invocation);
-        Diagnostics::error(wrong);
-        return UsageError;
-    }
-    Diagnostics::error(QStringLiteral("calls can list, add and wipe, not %1").arg(name));
-    return UsageError;
+    return {"wipe",
+            "",
+            "Deletes all calls.",
+            {text("text"), text("ndjson")},
+            {{text("yes"), text("Do not ask.")}},
+            wipe,
+            "Example:\n"
+            "  korvasync calls wipe --dry-run\n\n"
+            "Exit codes: 0 deleted, 1 some were not, 2 usage, 3 the store cannot be written, 5 it\n"
+            "gave no answer.\n",
+            GlobalOptions::DryRun};
 }
 
 } // namespace
 
 Command callsCommand()
 {
-    const auto text = [](const char *latin1) { return QString::fromLatin1(latin1); };
     return {"calls",
             "[list] | add [FILE|-]... | wipe",
-            "The call log: lists it by the start of the calls, oldest first, adds call-history "
-            "entries and the calls of Android backups, or deletes it all.",
-            {text("text"), text("ndjson"), text("entries"), text("android-xml")},
-            QList<QCommandLineOption>{
-                {text("type"), text("list: calls that came in, went out or were missed."),
-                 text("in|out|missed")},
-                {text("since"),
-                 text("list: from this start on: 2024-05-01T10:00:00Z, 2024-05-01 or @seconds."),
-                 text("T")},
-                {text("yes"), text("wipe: do not ask.")},
-            } + AddingOptions::declared(textForm),
-            run};
+            "The call log: lists it, adds to it, or deletes it all.",
+            {},
+            {},
+            nullptr,
+            "",
+            0,
+            {listAction(), addAction(), wipeAction()}};
 }

@@ -23,7 +23,7 @@ struct Invocation
     QString value(const char *option) const { return options.value(QLatin1String(option)); }
 };
 
-//! One verb of the command line.
+//! One verb of the command line, or one of the things that a verb does.
 struct Command
 {
     const char *name;
@@ -32,7 +32,9 @@ struct Command
     QStringList formats;   //!< of -o, the default first
     QList<QCommandLineOption> options;
     ExitCode (*run)(const Invocation &invocation);
-    const char *notes = ""; //!< for the help, behind the options: examples, exit codes
+    const char *notes = "";      //!< for the help, behind the options: examples, exit codes
+    int globalOptions = 0;       //!< those of GlobalOptions::Meaning that mean something to it
+    QList<Command> actions = {}; //!< that the next word names; the verb itself is none of them
 };
 
 Command listCommand();

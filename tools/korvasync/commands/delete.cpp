@@ -32,10 +32,17 @@ ExitCode run(const Invocation &invocation)
 
 Command deleteCommand()
 {
-    return {"delete",
-            "ID...",
-            "Deletes messages by id (- reads ids from standard input).",
-            {QStringLiteral("text"), QStringLiteral("ndjson")},
-            {{QStringLiteral("yes"), QStringLiteral("Do not ask.")}},
-            run};
+    return {
+        "delete",
+        "ID...",
+        "Deletes messages by id (- reads ids from standard input).",
+        {QStringLiteral("text"), QStringLiteral("ndjson")},
+        {{QStringLiteral("yes"), QStringLiteral("Do not ask.")}},
+        run,
+        "Examples:\n"
+        "  korvasync delete 812 813\n"
+        "  korvasync list --ids --number InfoPost | korvasync delete --yes -\n\n"
+        "Exit codes: 0 deleted, 1 some were not, 2 usage, 3 the store cannot be written, 4 an id\n"
+        "was not found, 5 it gave no answer.\n",
+        GlobalOptions::DryRun | GlobalOptions::ShowsProgress};
 }

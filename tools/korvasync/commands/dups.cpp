@@ -170,5 +170,6 @@ Command dupsCommand()
         "  korvasync dups --delete --keep newest --dry-run\n"
         "  korvasync dups --delete --yes\n\n"
         "Exit codes: 0 listed, or all deleted, 1 some were not deleted, 2 usage, 3 the store\n"
-        "cannot be read or written, 4 some were gone already, 5 it gave no answer.\n"};
+        "cannot be read or written, 4 some were gone already, 5 it gave no answer.\n",
+        GlobalOptions::DryRun | GlobalOptions::ShowsProgress};
 }

@@ -207,5 +207,11 @@ Command listCommand()
             {text("ids"), text("Print the ids alone.")},
             {text("count"), text("Print their number alone.")},
         },
-        run};
+        run,
+        "Examples:\n"
+        "  korvasync list --folder inbox --since 2024-05-01 --limit 20\n"
+        "  korvasync list -o vmsg > all.vmsg\n\n"
+        "Exit codes: 0 listed, 1 --grep could not be decided for some, 2 usage, 3 the store "
+        "cannot\n"
+        "be read, 5 it gave no answer.\n"};
 }

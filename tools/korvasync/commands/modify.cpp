@@ -123,12 +123,19 @@ ExitCode run(const Invocation &invocation)
 
 Command modifyCommand()
 {
-    return {"modify",
-            "ID FILE|-",
-            "Replaces a message by the one vMessage given; its time and token stay. The other\n"
-            "party must have messages already. A dry run goes by those that are there: one whose\n"
-            "messages have all been deleted is refused by it, and would be taken.",
-            {QStringLiteral("text"), QStringLiteral("ndjson")},
-            {},
-            run};
+    return {
+        "modify",
+        "ID FILE|-",
+        "Replaces a message by the one vMessage given; its time and token stay.",
+        {QStringLiteral("text"), QStringLiteral("ndjson")},
+        {},
+        run,
+        "The other party must have messages already. A dry run goes by those that are there: one\n"
+        "whose messages have all been deleted is refused by it, and would be taken.\n\n"
+        "Example:\n"
+        "  korvasync show 812 | sed s/Hallo/Hello/ | korvasync modify 812 -\n\n"
+        "Exit codes: 0 changed, 1 refused or failed, 2 usage, 3 the store cannot be written, 4 "
+        "the\n"
+        "id was not found, 5 it gave no answer.\n",
+        GlobalOptions::DryRun};
 }

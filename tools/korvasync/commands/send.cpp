@@ -264,12 +264,19 @@ ExitCode run(const Invocation &invocation)
 
 Command sendCommand()
 {
-    return {"send",
-            "NUMBER TEXT|-",
-            "Sends a message and prints its id (- reads the text from standard input).",
-            {QStringLiteral("text"), QStringLiteral("ndjson")},
-            {{QStringLiteral("vmessage"),
-              QStringLiteral("Sends the only message of a file to its receiver."),
-              QStringLiteral("FILE")}},
-            run};
+    return {
+        "send",
+        "NUMBER TEXT|-",
+        "Sends a message and prints its id (- reads the text from standard input).",
+        {QStringLiteral("text"), QStringLiteral("ndjson")},
+        {{QStringLiteral("vmessage"),
+          QStringLiteral("Sends the only message of a file to its receiver."),
+          QStringLiteral("FILE")}},
+        run,
+        "Examples:\n"
+        "  korvasync send +15550100 Hello\n"
+        "  fortune | korvasync send +15550100 -\n\n"
+        "Exit codes: 0 sent, 1 refused, 2 usage, 3 the store cannot be used, 5 it gave no answer,\n"
+        "8 not sent, 9 not known whether sent.\n",
+        GlobalOptions::DryRun};
 }

@@ -51,11 +51,17 @@ ExitCode run(const Invocation &invocation)
 Command showCommand()
 {
     const auto text = [](const char *latin1) { return QString::fromLatin1(latin1); };
-    return {"show",
-            "ID...",
-            "Messages by id (- reads ids from standard input).",
-            {text("vmsg"), text("text"), text("ndjson"), text("csv"), text("mbox"),
-             text("android-xml")},
-            {},
-            run};
+    return {
+        "show",
+        "ID...",
+        "Messages by id (- reads ids from standard input).",
+        {text("vmsg"), text("text"), text("ndjson"), text("csv"), text("mbox"),
+         text("android-xml")},
+        {},
+        run,
+        "Examples:\n"
+        "  korvasync show -o text 812\n"
+        "  korvasync list --ids --grep Hello | korvasync show -\n\n"
+        "Exit codes: 0 shown, 2 usage, 3 the store cannot be read, 4 an id was not found, 5 it\n"
+        "gave no answer.\n"};
 }

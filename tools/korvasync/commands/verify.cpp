@@ -119,7 +119,7 @@ Command verifyCommand()
             ReadingOptions::declared(textForm)
                 + QList<QCommandLineOption>{
                     {text("folder"),
-                     text("For messages that name no folder: inbox, outbox, drafts, sent or my."),
+                     text("For messages that name no folder: inbox, outbox, sent or my (drafts: refused)."),
                      text("F")},
                 },
             run,
@@ -128,7 +128,8 @@ Command verifyCommand()
             "and --folder with which they were added.\n\n"
             "Examples:\n"
             "  korvasync verify old-phone/\n"
-            "  korvasync calls list -o entries | korvasync verify --store /media/backup/store -\n\n"
+            "  korvasync calls list -o entries | korvasync verify --store /media/store -\n\n"
             "Exit codes: 0 everything is there, 1 something is missing or refused, 2 usage, 3 the\n"
-            "store cannot be read, 5 it gave no answer.\n"};
+            "store cannot be read, 5 it gave no answer.\n",
+            GlobalOptions::ShowsProgress};
 }

@@ -3,22 +3,34 @@
 
 #include "globaloptions.h"
 
-void GlobalOptions::declare(QCommandLineParser &parser)
+void GlobalOptions::declare(QCommandLineParser &parser, const QStringList &formats, int meaning)
 {
     const auto text = [](const char *latin1) { return QString::fromLatin1(latin1); };
+    QString forms = formats.join(QLatin1String(", "));
+    if (formats.isEmpty()) {
+        forms = text("text, ndjson; messages: vmsg, csv, mbox, android-xml; calls: entries, "
+                     "android-xml");
+    } else {
+        forms.insert(formats.first().size(), text(" (default)"));
+    }
+    QCommandLineOption dryRun({text("n"), text("dry-run")},
+                              text("Say what would happen, write nothing."));
+    QCommandLineOption progress(
+        text("progress"), text("On stderr: auto (default: only on a terminal), always or never."),
+        text("WHEN"), text("auto"));
+    if ((meaning & DryRun) == 0)
+        dryRun.setFlags(QCommandLineOption::HiddenFromHelp);
+    if ((meaning & ShowsProgress) == 0)
+        progress.setFlags(QCommandLineOption::HiddenFromHelp);
     parser.addOptions({
         {text("store"),
          text("The store (default: $KORVASYNC_STORE, else the data folder's korvasync)."),
          text("DIR")},
-        {text("o"),
-         text("Output format: text, ndjson; messages: vmsg, csv, mbox, android-xml; calls: "
-              "entries, android-xml."),
-         text("FORMAT")},
-        {{text("n"), text("dry-run")}, text("Say what would happen, write nothing.")},
+        {text("o"), text("Output format: %1.").arg(forms), text("FORMAT")},
+        dryRun,
         {text("q"), text("No summary; -qq: no warnings either.")},
         {text("v"), text("The library's own trace, which shows numbers and texts.")},
-        {text("progress"), text("On stderr: auto (default: only on a terminal), always or never."),
-         text("WHEN"), text("auto")},
+        progress,
         {text("timeout"),
          text("Seconds to wait for an answer of the store, up to 1000000 (default: 60)."),
          text("S"), text("60")},

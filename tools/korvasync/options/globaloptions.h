@@ -23,7 +23,13 @@ struct GlobalOptions
 
     bool argumentsAreUtf8 = true; //!< else the words of the command line have lost something
 
-    static void declare(QCommandLineParser &parser);
+    enum Meaning { DryRun = 1, ShowsProgress = 2 };
+
+    //! Every command takes all of them; its help shows those that mean something to it.
+    //! \param formats  of -o, the default first; empty = all there are
+    //! \param meaning  which of the two do
+    static void declare(QCommandLineParser &parser, const QStringList &formats = {},
+                        int meaning = DryRun | ShowsProgress);
 
     //! Takes the values of a parsed command line.
     //! \return what is wrong with them; empty = nothing
