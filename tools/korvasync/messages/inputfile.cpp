@@ -75,6 +75,28 @@ std::optional<Beginning> beginningIn(const QByteArray &bytes,
     return isWide ? wide : narrow;
 }
 
+//! How many of the last bytes may be the first part of such a beginning. Others are not kept
+//! back: who sends a message through a pipe waits for its result before sending the next.
+Size begunLength(const QByteArray &bytes)
+{
+    const QByteArray wide = QByteArray::fromRawData(beginWide, wideLength);
+    static const std::array<QByteArray, 6> beginnings = {wide,
+                                                         '\0' + wide,
+                                                         "\xFF\xFE" + wide,
+                                                         "\xFE\xFF" + ('\0' + wide),
+                                                         "BEGIN:VMSG",
+                                                         "\xEF\xBB\xBF"
+                                                         "BEGIN:VMSG"};
+    for (Size length = qMin(bytes.size(), longestBeginning); length > 0; --length) {
+        const QByteArray last = bytes.right(length);
+        for (const QByteArray &beginning : beginnings) {
+            if (beginning.startsWith(last))
+                return length;
+        }
+    }
+    return 0;
+}
+
 } // namespace
 
 InputFile::InputFile(const QString &path)
@@ -102,10 +124,9 @@ QByteArray InputFile::read()
         const bool isLast = piece.isEmpty();
         unread += piece;
         const auto begin = beginningIn(unread, converter);
-        // What is kept back may be the first part of such a beginning.
         const Size end = begin ? begin->position
             : isLast           ? unread.size()
-                               : qMax(Size(0), unread.size() - longestBeginning);
+                               : unread.size() - begunLength(unread);
         QByteArray utf8 = convert(unread.left(end));
         unread.remove(0, begin ? begin->position + begin->markLength : end);
         if (begin || isLast)
