@@ -11,6 +11,7 @@
 #include <messages/itemreader.h>
 #include <messages/number.h>
 #include <messages/parsedmessage.h>
+#include <messages/refusal.h>
 #include <messages/settling.h>
 
 #include <korvasync/vmessageencoder.h>
@@ -112,6 +113,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     static const bool silent = (silenceTrace(), true);
     require(silent);
     const QByteArray bytes(reinterpret_cast<const char *>(data), int(size));
+    const QByteArray reason =
+        reasonLine(QStringLiteral("input:1"), Refusal::SmsParse, QStringLiteral("cut")) + "\r\n";
     quint64 line = 0;
     for (const InputItem &item : itemsOf(bytes)) {
         require(item.line >= line);
@@ -120,8 +123,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
         if (item.kind == InputItem::CutFile)
             continue;
         require(!item.bytes.isEmpty());
-        // As it stands among the rejects, the item is found again.
-        const Items again = itemsOf("# reason\r\n" + item.bytes + "\r\n");
+        // As it stands among the rejects, behind its reason, the item is found again.
+        const Items again = itemsOf(reason + item.bytes + "\r\n");
         require(!again.empty() && again.front().kind == item.kind && again.front().line == 2);
     }
     itemsOf(bytes, ItemReader::TextObjects);

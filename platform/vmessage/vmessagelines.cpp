@@ -25,7 +25,7 @@ bool isCutClosing(const Line &line)
 std::string_view withoutGlue(std::string_view line)
 {
     const auto isEndOfFile = [](char c) { return c == '\0' || c == '\x1A'; };
-    while (!line.empty() && isEndOfFile(line.back()))
+    while (!line.empty() && (isEndOfFile(line.back()) || isBlank(line.back())))
         line.remove_suffix(1);
     for (;;) {
         if (line.substr(0, 3) == "\xEF\xBB\xBF")
