@@ -6,13 +6,18 @@
 #include <QtCore/QLoggingCategory>
 
 #include <cstdint>
+#include <cstdio>
 #include <cstdlib>
 
-//! Ends the run when something that must hold for every input does not.
-inline void require(bool condition)
+//! Ends the run when something that must hold for every input does not, and says which line
+//! of which target asked for it.
+inline void require(bool condition, const char *file = __builtin_FILE(),
+                    int line = __builtin_LINE())
 {
-    if (!condition)
-        std::abort();
+    if (condition)
+        return;
+    std::fprintf(stderr, "%s:%d: does not hold\n", file, line);
+    std::abort();
 }
 
 //! The trace would cost more than the work.
