@@ -174,7 +174,8 @@ void TestVMessageParser::readsEveryChangedByte()
 {
     QFETCH(QString, path);
     const QByteArray whole = contents(path);
-    for (int i = 0; i < whole.size(); ++i) {
+    const int step = qEnvironmentVariableIsSet("KORVASYNC_TEST_SHORT") ? 13 : 1;
+    for (int i = 0; i < whole.size(); i += step) {
         for (const char c : {'\0', '\n', '=', ':', ';', '\xFF'}) {
             QByteArray changed = whole;
             changed[i] = c;
