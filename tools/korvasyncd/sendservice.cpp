@@ -63,13 +63,11 @@ void SendService::serveNext()
     if (m_served)
         return;
     const auto next =
-        std::find_if(m_requests.begin(), m_requests.end(),
+        std::find_if(m_requests.cbegin(), m_requests.cend(),
                      [this](const Request &request) { return !equalsOneUnderWay(request); });
-    if (next == m_requests.end())
+    if (next == m_requests.cend())
         return rest();
-    const Request request = *next;
-    m_requests.erase(next);
-    serve(request);
+    serve(m_requests.takeAt(int(next - m_requests.cbegin())));
 }
 
 void SendService::serve(const Request &request)
@@ -106,13 +104,13 @@ void SendService::answer(SendSmsInterface *sender, PendingSmsId *pending)
 
 void SendService::stopWaiting(int serial)
 {
-    const auto request = std::find_if(m_requests.begin(), m_requests.end(),
+    const auto request = std::find_if(m_requests.cbegin(), m_requests.cend(),
                                       [=](const Request &r) { return r.serial == serial; });
-    if (request == m_requests.end() || !equalsOneUnderWay(*request))
+    if (request == m_requests.cend() || !equalsOneUnderWay(*request))
         return;
     refuse(request->call,
            QStringLiteral("The message was not sent, as an equal one is still on its way."));
-    m_requests.erase(request);
+    m_requests.removeAt(int(request - m_requests.cbegin()));
 }
 
 void SendService::rest()
