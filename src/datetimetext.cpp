@@ -3,18 +3,26 @@
 
 #include "datetimetext_p.h"
 
+#include "qtversion_p.h"
+
+#include <algorithm>
+#include <array>
 #include <limits>
 
 namespace KorvaSyncIf {
 
 namespace {
 
+ushort codeOf(QChar c) { return c.unicode(); }
+ushort codeOf(char c) { return uchar(c); }
+
 //! The number that \a count digits give, -1 when one of them is none.
-int digits(const QChar *text, int count)
+template <typename Char>
+int digits(const Char *text, int count)
 {
     int value = 0;
     for (int i = 0; i < count; ++i) {
-        const ushort c = text[i].unicode();
+        const ushort c = codeOf(text[i]);
         if (c < '0' || c > '9')
             return -1;
         value = value * 10 + (c - '0');
@@ -25,15 +33,14 @@ int digits(const QChar *text, int count)
 //! Invalid when a part is no number; QDate itself would take the year -1.
 QDate dateOf(int year, int month, int day) { return year > 0 ? QDate(year, month, day) : QDate(); }
 
-void appendDigits(int value, int count, QString &text)
+//! Writes \a count digits; the place behind them.
+QChar *writeDigits(int value, int count, QChar *out)
 {
-    const auto start = text.size();
-    text.resize(start + count);
-    QChar *const out = text.data() + start;
     for (int i = count - 1; i >= 0; --i) {
         out[i] = QLatin1Char(char('0' + value % 10));
         value /= 10;
     }
+    return out + count;
 }
 
 struct DateAndTime
@@ -44,9 +51,10 @@ struct DateAndTime
 };
 
 //! The 15 characters "yyyyMMddThhmmss".
-DateAndTime readStamp(const QChar *text)
+template <typename Char>
+DateAndTime readStamp(const Char *text)
 {
-    if (text[8] != QLatin1Char('T'))
+    if (codeOf(text[8]) != 'T')
         return {};
     return {dateOf(digits(text, 4), digits(text + 4, 2), digits(text + 6, 2)),
             QTime(digits(text + 9, 2), digits(text + 11, 2), digits(text + 13, 2))};
@@ -61,30 +69,46 @@ QDateTime localTime(const DateAndTime &value)
     return result.isValid() && result.time() == value.time ? result : QDateTime();
 }
 
-void appendStamp(const QDate &date, const QTime &time, QString &text)
+constexpr int stampLength = 15;
+
+//! Writes the 15 characters "yyyyMMddThhmmss".
+void writeStamp(const QDate &date, const QTime &time, QChar *out)
 {
-    appendDigits(date.year(), 4, text);
-    appendDigits(date.month(), 2, text);
-    appendDigits(date.day(), 2, text);
-    text += QLatin1Char('T');
-    appendDigits(time.hour(), 2, text);
-    appendDigits(time.minute(), 2, text);
-    appendDigits(time.second(), 2, text);
+    int year = 0;
+    int month = 0;
+    int day = 0;
+    date.getDate(&year, &month, &day);
+    out = writeDigits(year, 4, out);
+    out = writeDigits(month, 2, out);
+    out = writeDigits(day, 2, out);
+    *out++ = QLatin1Char('T');
+    out = writeDigits(time.hour(), 2, out);
+    out = writeDigits(time.minute(), 2, out);
+    writeDigits(time.second(), 2, out);
 }
 
-bool hasFourDigitYear(const QDate &date) { return date.year() >= 0 && date.year() <= 9999; }
+//! By the number of the day, which needs no calendar.
+bool hasFourDigitYear(const QDate &date)
+{
+    constexpr qint64 first = 1721426; // 0001-01-01
+    constexpr qint64 last = 5373484;  // 9999-12-31
+    return date.toJulianDay() >= first && date.toJulianDay() <= last;
+}
 
-constexpr int stampLength = 15;
+template <typename Text>
+QDateTime readUtcStampOf(Text text)
+{
+    if (text.size() != stampLength + 1 || codeOf(text.data()[stampLength]) != 'Z')
+        return QDateTime();
+    const DateAndTime value = readStamp(text.data());
+    return value.isValid() ? QDateTime(value.date, value.time, Qt::UTC) : QDateTime();
+}
 
 } // namespace
 
-QDateTime readUtcStamp(const QString &text)
-{
-    if (text.size() != stampLength + 1 || text.at(stampLength) != QLatin1Char('Z'))
-        return QDateTime();
-    const DateAndTime value = readStamp(text.constData());
-    return value.isValid() ? QDateTime(value.date, value.time, Qt::UTC) : QDateTime();
-}
+QDateTime readUtcStamp(QStringView text) { return readUtcStampOf(text); }
+
+QDateTime readUtcStamp(QLatin1String text) { return readUtcStampOf(text); }
 
 QDateTime readLocalStamp(const QString &text)
 {
@@ -103,18 +127,18 @@ QDateTime readLocalDate(const QString &text)
                       QTime(digits(c + 11, 2), digits(c + 14, 2), digits(c + 17, 2))});
 }
 
-void appendUtcStamp(const QDateTime &time, QString &text)
+QString utcStamp(const QDateTime &time)
 {
     if (!time.isValid())
-        return;
+        return QString();
     const QDateTime utc = time.toUTC();
     const QDate date = utc.date();
-    if (hasFourDigitYear(date)) {
-        appendStamp(date, utc.time(), text);
-        text += QLatin1Char('Z');
-    } else {
-        text += utc.toString(QStringLiteral("yyyyMMddThhmmssZ"));
-    }
+    if (!hasFourDigitYear(date))
+        return utc.toString(QStringLiteral("yyyyMMddThhmmssZ"));
+    QString text(stampLength + 1, Qt::Uninitialized);
+    writeStamp(date, utc.time(), text.data());
+    text.data()[stampLength] = QLatin1Char('Z');
+    return text;
 }
 
 void appendStampWithMilliseconds(const QDateTime &time, QString &text)
@@ -122,11 +146,50 @@ void appendStampWithMilliseconds(const QDateTime &time, QString &text)
     if (!time.isValid())
         return;
     const QDate date = time.date();
-    if (hasFourDigitYear(date))
-        appendStamp(date, time.time(), text);
-    else
+    if (hasFourDigitYear(date)) {
+        const auto start = text.size();
+        text.resize(start + stampLength);
+        writeStamp(date, time.time(), text.data() + start);
+    } else {
         text += time.toString(QStringLiteral("yyyyMMddThhmmss"));
+    }
     text += QString::number(time.time().msec());
+}
+
+// "Sun Feb 1 2026" with the clock reading before the year and "GMT" at the end. Other zones
+// are rare here, and Qt 5 takes the names from the user's language.
+QString textDate(const QDateTime &time)
+{
+    const QDate date = time.date();
+    if (!textDateIsEnglish || !time.isValid() || time.timeSpec() != Qt::UTC
+        || !hasFourDigitYear(date))
+        return time.toString(Qt::TextDate);
+    constexpr QStringView days = u"MonTueWedThuFriSatSun";
+    constexpr QStringView months = u"JanFebMarAprMayJunJulAugSepOctNovDec";
+    constexpr int nameLength = 3;
+    int year = 0;
+    int month = 0;
+    int day = 0;
+    date.getDate(&year, &month, &day);
+    const QTime clock = time.time();
+    std::array<QChar, 28> text;
+    QChar *out = text.data();
+    out = std::copy_n(days.begin() + (date.dayOfWeek() - 1) * nameLength, nameLength, out);
+    *out++ = QLatin1Char(' ');
+    out = std::copy_n(months.begin() + (month - 1) * nameLength, nameLength, out);
+    *out++ = QLatin1Char(' ');
+    out = writeDigits(day, day < 10 ? 1 : 2, out);
+    *out++ = QLatin1Char(' ');
+    out = writeDigits(clock.hour(), 2, out);
+    *out++ = QLatin1Char(':');
+    out = writeDigits(clock.minute(), 2, out);
+    *out++ = QLatin1Char(':');
+    out = writeDigits(clock.second(), 2, out);
+    *out++ = QLatin1Char(' ');
+    out = writeDigits(year, 4, out);
+    constexpr QStringView zone = u" GMT";
+    out = std::copy(zone.begin(), zone.end(), out);
+    return QString(text.data(), int(out - text.data()));
 }
 
 QDateTime relabelledAsUtc(const QDateTime &time)

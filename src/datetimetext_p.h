@@ -16,18 +16,22 @@
 namespace KorvaSyncIf {
 
 //! "yyyyMMddThhmmssZ" as UTC; null when the text does not match.
-QDateTime readUtcStamp(const QString &text);
+QDateTime readUtcStamp(QStringView text);
+QDateTime readUtcStamp(QLatin1String text);
 //! "yyyyMMddThhmmss" as local time; null when the text does not match or names a time that
 //! a DST change skips.
 QDateTime readLocalStamp(const QString &text);
 //! "dd.MM.yyyy hh:mm:ss" as local time; null as for readLocalStamp().
 QDateTime readLocalDate(const QString &text);
 
-//! Appends the time, converted to UTC, as "yyyyMMddThhmmssZ"; nothing when it is invalid.
-void appendUtcStamp(const QDateTime &time, QString &text);
+//! The time, converted to UTC, as "yyyyMMddThhmmssZ"; empty when it is invalid.
+QString utcStamp(const QDateTime &time);
 //! Appends the time in its own zone as "yyyyMMddThhmmss" and its milliseconds, 0 to 999
 //! without leading zeros; nothing when it is invalid.
 void appendStampWithMilliseconds(const QDateTime &time, QString &text);
+
+//! The time as Qt::TextDate has it, in its own zone; empty when it is invalid.
+QString textDate(const QDateTime &time);
 
 //! The same clock reading and date, as UTC.
 QDateTime relabelledAsUtc(const QDateTime &time);

@@ -47,7 +47,7 @@ void extractHeader(const VMessageHeader *header, SmsInfo &info)
     }
     info.readStatus = QString::fromLatin1(header->status);
     if (header->dateTime) {
-        info.time = readUtcStamp(QString::fromLatin1(header->dateTime));
+        info.time = readUtcStamp(QLatin1String(header->dateTime));
         qCDebug(lcDecoder) << "Time in vmessage" << info.time;
     } else {
         qCDebug(lcDecoder) << "No time present in vmessage";

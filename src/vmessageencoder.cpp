@@ -8,6 +8,7 @@
 #include "quotedprintable_p.h"
 
 #include <QtCore/QDebug>
+#include <QtCore/QStringBuilder>
 
 namespace KorvaSyncIf {
 
@@ -22,34 +23,25 @@ const char VMessageEncoder::hexTab[16] = {'0', '1', '2', '3', '4', '5', '6', '7'
 
 namespace {
 
-QLatin1String folderWord(int parentId)
+// The pieces of a message are literals of Qt's own characters, which need no conversion, and go
+// into the text several at a time: the encoder writes a folder's worth of messages in one go.
+
+QStringView folderWord(int parentId)
 {
     switch (parentId) {
     case LocInbox:
-        return QLatin1String("INBOX");
+        return u"INBOX";
     case LocOutbox:
-        return QLatin1String("OUTBOX");
+        return u"OUTBOX";
     case LocDrafts: // plural here, while readers look for the singular at the beginning
-        return QLatin1String("DRAFTS");
+        return u"DRAFTS";
     case LocSent:
-        return QLatin1String("SENT");
+        return u"SENT";
     case 0:
-        return QLatin1String("");
+        return {};
     default:
-        return QLatin1String("MYFOLDERS");
+        return u"MYFOLDERS";
     }
-}
-
-void endLine(QString &text)
-{
-    text += QLatin1String(VMessageEncoder::CR);
-    text += QLatin1String(VMessageEncoder::LF);
-}
-
-void appendLine(QLatin1String line, QString &text)
-{
-    text += line;
-    endLine(text);
 }
 
 } // namespace
@@ -67,80 +59,53 @@ SyncSmsInfo VMessageEncoder::encode(const SmsInfo &message)
     }
     if (!message.toNumber.isEmpty()) {
         qCDebug(lcEncoder) << "toVCard :" << message.toNumber;
-        appendLine(QLatin1String("BEGIN:VENV"), text);
+        text += QStringView(u"BEGIN:VENV\r\n");
         encodeVCardData(message.toNumber, text);
         ++envelopeDepth;
     }
     encodeBody(message, text);
     for (; envelopeDepth > 0; --envelopeDepth)
-        appendLine(QLatin1String("END:VENV"), text);
-    appendLine(QLatin1String("END:VMSG"), text);
+        text += QStringView(u"END:VENV\r\n");
+    text += QStringView(u"END:VMSG\r\n");
     text.squeeze(); // a folder's worth of messages stays in memory until the caller has them
 
     SyncSmsInfo result;
     result.id = message.id;
     result.parentId = message.parentId;
-    result.time = message.time.toString(Qt::TextDate);
-    result.vMessage = text;
+    result.time = textDate(message.time);
+    result.vMessage = std::move(text);
     result.messageToken = message.messageToken;
     return result;
 }
 
 void VMessageEncoder::encodeHeader(const SmsInfo &message, QString &text)
 {
-    appendLine(QLatin1String("BEGIN:VMSG"), text);
-    appendLine(QLatin1String("VERSION:1.1"), text);
-    text += QLatin1String("X-IRMC-STATUS:");
-    text += message.readStatus;
-    endLine(text);
-    text += QLatin1String("X-IRMC-BOX:");
-    appendLine(folderWord(message.parentId), text);
-    appendLine(QLatin1String("X-IRMC-TYPE:SMS"), text);
+    text += u"BEGIN:VMSG\r\nVERSION:1.1\r\nX-IRMC-STATUS:" % message.readStatus % u"\r\nX-IRMC-BOX:"
+        % folderWord(message.parentId) % u"\r\nX-IRMC-TYPE:SMS\r\n";
     if (message.time.isNull()) {
         // Readers of this form know the blank line in place of a missing time.
-        endLine(text);
+        text += QStringView(u"\r\n");
         return;
     }
-    text += QLatin1String("X-MDO-TIMESTAMP:");
-    const auto stampStart = text.size();
-    appendUtcStamp(message.time, text);
-    const QString stamp = text.mid(stampStart);
-    endLine(text);
-    text += QLatin1String("X-QLT-DT:");
-    text += stamp;
-    endLine(text);
+    const QString stamp = utcStamp(message.time);
+    text += u"X-MDO-TIMESTAMP:" % stamp % u"\r\nX-QLT-DT:" % stamp % u"\r\n";
 }
 
 void VMessageEncoder::encodeVCardData(const QString &number, QString &text)
 {
-    appendLine(QLatin1String("BEGIN:VCARD"), text);
-    appendLine(QLatin1String("VERSION:2.1"), text);
-    text += QLatin1String("TEL:");
-    text += number;
-    endLine(text);
-    appendLine(QLatin1String("END:VCARD"), text);
+    text += u"BEGIN:VCARD\r\nVERSION:2.1\r\nTEL:" % number % u"\r\nEND:VCARD\r\n";
 }
 
 void VMessageEncoder::encodeBody(const SmsInfo &message, QString &text)
 {
-    const QLatin1String property("X-SMS;TYPE=TEXT;CHARSET=UTF-8");
-    const QLatin1String colon(COLON);
-    appendLine(QLatin1String("BEGIN:VENV"), text);
-    appendLine(QLatin1String("BEGIN:VBODY"), text);
-    text += property;
-    text += colon;
-    lineLength = int(property.size() + colon.size());
-    if (message.body.contains(QLatin1Char('\r'))) {
-        QString body = message.body;
+    constexpr QStringView property = u"X-SMS;TYPE=TEXT;CHARSET=UTF-8:";
+    lineLength = int(property.size());
+    QString body = message.body;
+    if (body.contains(QLatin1Char('\r'))) {
         body.remove(QLatin1Char('\r'));
         qCDebug(lcEncoder) << "Removing CR chars from sent txt";
-        text += body;
-    } else {
-        text += message.body;
     }
-    endLine(text);
-    appendLine(QLatin1String("END:VBODY"), text);
-    appendLine(QLatin1String("END:VENV"), text);
+    text += u"BEGIN:VENV\r\nBEGIN:VBODY\r\n" % property % body % u"\r\nEND:VBODY\r\nEND:VENV\r\n";
 }
 
 QString VMessageEncoder::encodeQP(const QString &text)

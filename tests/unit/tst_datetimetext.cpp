@@ -68,13 +68,6 @@ QDateTime utcReadByQt(const QString &text)
     return time.isValid() ? QDateTime(time.date(), time.time(), Qt::UTC) : QDateTime();
 }
 
-QString utcStamp(const QDateTime &time)
-{
-    QString text;
-    appendUtcStamp(time, text);
-    return text;
-}
-
 QString stampWithMilliseconds(const QDateTime &time)
 {
     QString text;
@@ -172,6 +165,7 @@ void TestDateTimeText::randomTimesAreReadAndWrittenAsByQt()
         const QDateTime utc = randomUtcTime(random);
         const QString text = utc.toString(utcPattern);
         QCOMPARE(utcStamp(utc), text);
+        QCOMPARE(textDate(utc), utc.toString(Qt::TextDate));
         const QDateTime whole = utc.addMSecs(-utc.time().msec());
         QCOMPARE(readUtcStamp(text), whole);
 
@@ -183,6 +177,7 @@ void TestDateTimeText::randomTimesAreReadAndWrittenAsByQt()
                  local.toString(localPattern) + QStringLiteral("250"));
         const QString localText = local.toString(localPattern);
         QCOMPARE(readLocalStamp(localText), QDateTime::fromString(localText, localPattern));
+        QCOMPARE(textDate(local), local.toString(Qt::TextDate));
         const QString dateText = local.toString(datePattern);
         QCOMPARE(readLocalDate(dateText), QDateTime::fromString(dateText, datePattern));
     }
@@ -269,10 +264,11 @@ void TestDateTimeText::aLocalTextInsideAGapIsNull()
 void TestDateTimeText::invalidTimesAreWrittenAsNothing()
 {
     QString text = QStringLiteral("kept");
-    appendUtcStamp(QDateTime(), text);
     appendStampWithMilliseconds(QDateTime(), text);
-    appendUtcStamp(QDateTime(QDate(), QTime(1, 2, 3)), text);
     QCOMPARE(text, QStringLiteral("kept"));
+    QCOMPARE(utcStamp(QDateTime()), QString());
+    QCOMPARE(utcStamp(QDateTime(QDate(), QTime(1, 2, 3))), QString());
+    QCOMPARE(textDate(QDateTime()), QString());
 }
 
 void TestDateTimeText::millisecondsHaveNoLeadingZeros_data()
@@ -301,6 +297,7 @@ void TestDateTimeText::yearsBeyondFourDigitsAreWrittenAsByQt()
     for (const int year : {10000, 12345, -1, -44}) {
         const QDateTime time(QDate(year, 3, 15), QTime(12, 0, 1), Qt::UTC);
         QCOMPARE(utcStamp(time), time.toString(utcPattern));
+        QCOMPARE(textDate(time), time.toString(Qt::TextDate));
         QCOMPARE(stampWithMilliseconds(time), time.toString(localPattern) + QLatin1Char('0'));
     }
 }
