@@ -47,6 +47,15 @@ const char *behindSoftBreak(const char *p, const char *end)
     return *p == '\n' ? p + 1 : nullptr;
 }
 
+bool startsWithEightAscii(std::string_view text)
+{
+    constexpr std::uint64_t highBits = 0x8080808080808080;
+    std::uint64_t bytes = highBits;
+    if (text.size() >= sizeof(bytes))
+        std::memcpy(&bytes, text.data(), sizeof(bytes));
+    return (bytes & highBits) == 0;
+}
+
 // Bytes of the UTF-8 sequence at the start of a text that is not empty, 0 if none.
 size_t utf8SequenceLength(std::string_view text)
 {
@@ -174,7 +183,7 @@ size_t unifyLineEnds(char *text, size_t length)
 bool isUtf8(std::string_view text)
 {
     while (!text.empty()) {
-        const size_t length = utf8SequenceLength(text);
+        const size_t length = startsWithEightAscii(text) ? 8 : utf8SequenceLength(text);
         if (length == 0)
             return false;
         text.remove_prefix(length);

@@ -3,15 +3,9 @@
 
 #include "vmessagelines.h"
 
-#include <algorithm>
-
 namespace VMessageLines {
 
 namespace {
-
-bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\r'; }
-
-char lower(char c) { return c >= 'A' && c <= 'Z' ? char(c - 'A' + 'a') : c; }
 
 // A last line that was cut inside the words that close a message.
 bool isCutClosing(const Line &line)
@@ -51,6 +45,19 @@ Line readLine(std::string_view bytes)
 
 Keyword keyword(std::string_view line)
 {
+    // Most lines show with their first byte that they are none.
+    switch (line.empty() ? ' ' : line.front()) {
+    case 'B':
+    case 'b':
+    case 'E':
+    case 'e':
+    case '\xEF':
+    case '\0':
+    case '\x1A':
+        break;
+    default:
+        return Keyword::None;
+    }
     if (joint(line) != 0)
         return Keyword::EndVMsg;
     line = withoutGlue(line);
@@ -83,27 +90,6 @@ size_t joint(std::string_view line)
     const std::string_view next = withoutGlue(behind);
     const bool begins = startsWith(next, begin) && trimmed(next.substr(begin.size())).empty();
     return begins ? size_t(behind.data() - line.data()) : 0;
-}
-
-std::string_view trimmed(std::string_view text)
-{
-    while (!text.empty() && isBlank(text.back()))
-        text.remove_suffix(1);
-    while (!text.empty() && isBlank(text.front()))
-        text.remove_prefix(1);
-    return text;
-}
-
-bool equals(std::string_view a, std::string_view b)
-{
-    return a.size() == b.size() && startsWith(a, b);
-}
-
-bool startsWith(std::string_view text, std::string_view start)
-{
-    return text.size() >= start.size()
-        && std::equal(start.begin(), start.end(), text.begin(),
-                      [](char a, char b) { return lower(a) == lower(b); });
 }
 
 const char *findBodyEnd(std::string_view bytes, bool own)

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <algorithm>
 #include <string_view>
 
 // The lines of a vMessage and the rule by which its body ends: what parser and scanner
@@ -42,9 +43,35 @@ Keyword keyword(std::string_view line);
 //! which the first lacks its last line end; 0 for any other line.
 size_t joint(std::string_view line);
 
-std::string_view trimmed(std::string_view text);                //!< without blanks at both ends
-bool equals(std::string_view a, std::string_view b);            //!< without regard to ASCII case
-bool startsWith(std::string_view text, std::string_view start); //!< likewise
+// These run many times for every line, so the compiler shall see them.
+
+inline bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\r'; }
+
+inline char lower(char c) { return c >= 'A' && c <= 'Z' ? char(c - 'A' + 'a') : c; }
+
+//! Without blanks at both ends.
+inline std::string_view trimmed(std::string_view text)
+{
+    while (!text.empty() && isBlank(text.back()))
+        text.remove_suffix(1);
+    while (!text.empty() && isBlank(text.front()))
+        text.remove_prefix(1);
+    return text;
+}
+
+//! Without regard to ASCII case.
+inline bool startsWith(std::string_view text, std::string_view start)
+{
+    return text.size() >= start.size()
+        && std::equal(start.begin(), start.end(), text.begin(),
+                      [](char a, char b) { return a == b || lower(a) == lower(b); });
+}
+
+//! Likewise.
+inline bool equals(std::string_view a, std::string_view b)
+{
+    return a.size() == b.size() && startsWith(a, b);
+}
 
 //! Where the END:VBODY line starts that closes the body at the start of \a bytes: the
 //! last one that is followed by nothing but END:VENV lines up to END:VMSG, BEGIN:VMSG or
