@@ -160,6 +160,10 @@ StoreConnection::StoreConnection(const StoreDirectory &directory, StoreLock &loc
 
 TrackerSparqlStatement *StoreConnection::statement(const std::string &text)
 {
+    // Enough for our own; those from elsewhere may be of any number of kinds.
+    constexpr std::size_t maxStatements = 100;
+    if (m_statements.size() > maxStatements)
+        m_statements.clear();
     auto &statement = m_statements[text];
     if (!statement) {
         Error error;
@@ -171,13 +175,14 @@ TrackerSparqlStatement *StoreConnection::statement(const std::string &text)
     return statement.get();
 }
 
-GPointer<TrackerSparqlCursor> StoreConnection::execute(TrackerSparqlStatement *statement)
+GPointer<TrackerSparqlCursor> StoreConnection::execute(TrackerSparqlStatement *statement,
+                                                       GCancellable *cancellable)
 {
     if (!statement)
         return nullptr;
     Error error;
     GPointer<TrackerSparqlCursor> cursor(
-        tracker_sparql_statement_execute(statement, nullptr, error));
+        tracker_sparql_statement_execute(statement, cancellable, error));
     if (error.isSet())
         return nullptr;
     return cursor;

@@ -50,9 +50,11 @@ public:
     static std::unique_ptr<StoreConnection> open(const StoreDirectory &directory, StoreLock &lock);
 
     //! The statement, prepared once; null when that fails. Values are bound, never pasted.
+    //! It stays until the next call.
     TrackerSparqlStatement *statement(const std::string &text);
     //! Runs a statement with the values that are bound to it; null when that fails.
-    GPointer<TrackerSparqlCursor> execute(TrackerSparqlStatement *statement);
+    GPointer<TrackerSparqlCursor> execute(TrackerSparqlStatement *statement,
+                                          GCancellable *cancellable = nullptr);
     GPointer<TrackerSparqlCursor> query(const QByteArray &text, GCancellable *cancellable);
     //! Steps to the first or next row.
     Step next(TrackerSparqlCursor *cursor, GCancellable *cancellable = nullptr);

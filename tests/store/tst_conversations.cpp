@@ -32,6 +32,8 @@ private Q_SLOTS:
 
     void resultsAreSteppedThrough();
     void anUnboundVariableHasNoValue();
+    void textsInAQueryAreTakenAsTheyStand_data();
+    void textsInAQueryAreTakenAsTheyStand();
     void aBadQueryHasAnError();
     void anUnknownDriverAnswersNothing();
     void aNumberCannotAskAnotherMachine_data();
@@ -260,6 +262,39 @@ void TestConversations::anUnboundVariableHasNoValue()
     QVERIFY(result && result->next());
     QVERIFY(result->value(1).isNull());
     QCOMPARE(result->binding(1).name(), QStringLiteral("b"));
+}
+
+void TestConversations::textsInAQueryAreTakenAsTheyStand_data()
+{
+    QTest::addColumn<QString>("expression");
+    QTest::addColumn<QString>("value");
+    const auto row = [](const char *name, const char *expression, const char *value) {
+        QTest::newRow(name) << QString::fromUtf8(expression) << QString::fromUtf8(value);
+    };
+    row("one", "STR('one')", "one");
+    row("another", "STR('another')", "another");
+    row("two", "CONCAT('one', 'two')", "onetwo");
+    row("the other way round", "CONCAT('two', 'one')", "twoone");
+    row("empty", "CONCAT('', '')", "");
+    row("beyond ASCII", "STR('\xc3\xa4\xe2\x82\xac')", "\xc3\xa4\xe2\x82\xac");
+    row("the name of a parameter", "CONCAT('~text1', 'x')", "~text1x");
+    row("with a type", "'41'^^xsd:integer + 1", "42");
+    row("with another type", "'1'^^xsd:integer + '1'^^xsd:integer", "2");
+    row("in long quotes", "STR('''it''s''')", "it''s");
+    row("in other quotes", "CONCAT(\"it's\", 'so')", "it'sso");
+    row("with an escape", "STR('it\\'s')", "it's");
+    row("as a pattern", "REPLACE('5550100', '.*(.)$', 'x')", "x");
+    row("behind a remark", "STR( # it's\n'so')", "so");
+}
+
+void TestConversations::textsInAQueryAreTakenAsTheyStand()
+{
+    QFETCH(QString, expression);
+    QSparqlConnection connection(Driver, QSparqlConnectionOptions());
+    const QScopedPointer<QSparqlResult> result(
+        connection.exec(QSparqlQuery(QStringLiteral("SELECT (%1 AS ?a) { }").arg(expression))));
+    QVERIFY(result && result->next());
+    QTEST(result->value(0), "value");
 }
 
 void TestConversations::aBadQueryHasAnError()
