@@ -6,6 +6,7 @@
 #include <phonenumbers/phonenumberutil.h>
 
 #include <algorithm>
+#include <iterator>
 #include <string>
 
 namespace CommHistory {
@@ -19,6 +20,15 @@ QString normalizePhoneNumber(const QString &number, int flags)
         return QString();
     if (!(flags & NormalizeFlagRemovePunctuation))
         return number;
+    // Nearly all numbers, for which the library with its tables would have to be loaded.
+    const auto isAscii = [](QChar c) { return c.unicode() < 0x80; };
+    if (std::all_of(number.cbegin(), number.cend(), isAscii)) {
+        QString digits;
+        digits.reserve(number.size());
+        std::copy_if(number.cbegin(), number.cend(), std::back_inserter(digits),
+                     [](QChar c) { return c.isDigit(); });
+        return digits;
+    }
     std::string digits = number.toStdString();
     i18n::phonenumbers::PhoneNumberUtil::GetInstance()->NormalizeDigitsOnly(&digits);
     return QString::fromStdString(digits);
