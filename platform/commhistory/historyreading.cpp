@@ -111,9 +111,15 @@ bool readMessages(StoreConnection &connection, const SyncSMSFilter &filter, QVec
 {
     const bool byEnd = filter.parentId == Inbox || filter.parentId > LastSystemFolder;
     const std::string ownTime = byEnd ? "?endTime" : "?startTime";
-    const std::string since =
-        filter.lastModified ? "?lastModified > ~since" : ownTime + " >= ~since";
-    const std::string rest = "FILTER (?type = 2 && ?folder = ~folder && " + since + ")";
+    // The database compares a bare parameter as if it were a text, for which no index of numbers
+    // serves. The sum keeps it from the index of the folders where that does not help: it knows
+    // nothing of modifications.
+    const std::string condition = filter.lastModified
+        ? "?folder + 0 = ?wanted && ?lastModified > ?since"
+        : "?folder = ?wanted && " + ownTime + " >= ?since";
+    const std::string rest = "BIND (xsd:integer(~folder) AS ?wanted) BIND (xsd:integer(~since) AS"
+                             " ?since) FILTER (?type = 2 && "
+        + condition + ")";
     const std::string order = "ORDER BY " + ownTime + " ?id";
 
     TrackerSparqlStatement *statement =
