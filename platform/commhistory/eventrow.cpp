@@ -42,8 +42,10 @@ Event fromRow(const EventRow &row)
     Event event;
     event.setId(row.id);
     event.setType(Event::EventType(row.type));
-    event.setStartTime(fromStoredTime(row.startTime));
-    event.setEndTime(fromStoredTime(row.endTime));
+    // Local time is dear, and most messages start and end at once.
+    const QDateTime start = fromStoredTime(row.startTime);
+    event.setStartTime(start);
+    event.setEndTime(row.endTime == row.startTime ? start : fromStoredTime(row.endTime));
     event.setLastModified(fromStoredTime(row.lastModified));
     event.setDirection(Event::Direction(row.direction));
     event.setStatus(Event::Status(row.status));
@@ -51,10 +53,14 @@ Event fromRow(const EventRow &row)
     event.setIsMissedCall(row.isMissedCall);
     event.setParentId(row.parentId);
     event.setGroupId(row.groupId);
-    const QList<QByteArray> texts = row.texts.split('\0');
-    int column = 0;
-    for (const TextField &field : TextFields)
-        (event.*field.set)(fromStoredText(texts.at(column++)));
+    int from = 0;
+    for (const TextField &field : TextFields) {
+        const auto end = row.texts.indexOf('\0', from);
+        const int size = int(end < 0 ? row.texts.size() : end) - from;
+        (event
+         .*field.set)(fromStoredText(QByteArray::fromRawData(row.texts.constData() + from, size)));
+        from += size + 1;
+    }
     return event;
 }
 

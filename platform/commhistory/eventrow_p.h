@@ -59,3 +59,5 @@ EventRow toRow(const Event &event);
 Event fromRow(const EventRow &row);
 
 } // namespace CommHistory
+
+Q_DECLARE_TYPEINFO(CommHistory::EventRow, Q_MOVABLE_TYPE);

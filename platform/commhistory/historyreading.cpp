@@ -5,6 +5,9 @@
 
 #include "storeconnection_p.h"
 
+#include <array>
+#include <string_view>
+
 namespace CommHistory {
 
 namespace {
@@ -53,14 +56,20 @@ EventRow readRow(TrackerSparqlCursor *cursor)
     row.startTime = integer();
     row.endTime = integer();
     row.lastModified = integer();
-    for (std::size_t i = 0; i < std::size(TextFields); ++i) {
+    std::array<std::string_view, std::size(TextFields)> texts;
+    std::size_t size = texts.size() - 1; // the zero bytes between them
+    for (std::string_view &text : texts) {
         glong length = 0;
-        const char *text = tracker_sparql_cursor_get_string(cursor, column++, &length);
+        const char *const bytes = tracker_sparql_cursor_get_string(cursor, column++, &length);
+        text = {bytes, std::size_t(length)};
+        size += text.size();
+    }
+    row.texts.reserve(int(size)); // no more, since a folder's worth of rows stays
+    for (std::size_t i = 0; i < texts.size(); ++i) {
         if (i > 0)
             row.texts.append('\0');
-        row.texts.append(text, int(length));
+        row.texts.append(texts[i].data(), int(texts[i].size()));
     }
-    row.texts.squeeze();
     return row;
 }
 

@@ -48,6 +48,8 @@ QByteArray toStoredText(const QString &text)
 
 QString fromStoredText(const QByteArray &stored)
 {
+    if (stored.isEmpty()) // most of an event's texts are
+        return QLatin1String("");
     QString marked = QString::fromUtf8(stored);
     auto at = marked.indexOf(Mark);
     if (at < 0)
