@@ -30,6 +30,7 @@ struct Selection
     std::optional<QString> number; //!< comparable
     QRegularExpression body;
     int limit = std::numeric_limits<int>::max();
+    bool keepsVMessages = false; //!< which take more room than all else of a message
 
     bool take(const Invocation &invocation);
     bool accepts(const StoredMessage &message);
@@ -112,8 +113,11 @@ Answer readModified(MessageStore &store, Selection &selection, QList<StoredMessa
 Answer readFolders(MessageStore &store, Selection &selection, QList<StoredMessage> &messages)
 {
     return store.forEach(selection.folders, selection.since, [&](const StoredMessage &message) {
-        if (selection.accepts(message))
-            messages += message;
+        if (!selection.accepts(message))
+            return;
+        messages += message;
+        if (!selection.keepsVMessages)
+            messages.last().vMessage.clear();
     });
 }
 
@@ -157,6 +161,7 @@ ExitCode run(const Invocation &invocation)
         Diagnostics::error(wrong);
     if (!wrong.isEmpty() || !selection.take(invocation))
         return UsageError;
+    selection.keepsVMessages = format == QLatin1String("vmsg");
     MessageStore store(invocation.global.timeout);
     if (const ExitCode code = StoreAccess::requireReadable(invocation.location, store))
         return code;
