@@ -186,9 +186,12 @@ int DirectStore::countRows(TrackerSparqlStatement *statement)
 int DirectStore::readFolder(int folder)
 {
     const std::string time = folder == 4098 || folder > 4103 ? "?endTime" : "?startTime";
-    TrackerSparqlStatement *const reading = statement(
-        selectEvents("?event", "FILTER (?type = 2 && ?folder = ~folder && " + time + " >= ~since)",
-                     "ORDER BY " + time + " ?id"));
+    TrackerSparqlStatement *const reading =
+        statement(selectEvents("?event",
+                               "BIND (xsd:integer(~folder) AS ?wanted) BIND (xsd:integer(~since) AS"
+                               " ?since) FILTER (?type = 2 && ?folder = ?wanted && "
+                                   + time + " >= ?since)",
+                               "ORDER BY " + time + " ?id"));
     tracker_sparql_statement_bind_int(reading, "folder", folder);
     tracker_sparql_statement_bind_int(reading, "since", G_MININT64);
     return countRows(reading);

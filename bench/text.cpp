@@ -71,9 +71,9 @@ bool startsWith(std::string_view line, std::string_view beginning)
 }
 
 //! Picks the fields line by line, for texts of the encoder's form alone.
-DecodedText scan(const std::string &text)
+void scan(const std::string &text, DecodedText *decoded)
 {
-    DecodedText message;
+    DecodedText &message = *decoded;
     const char *at = text.data();
     const char *const end = at + text.size();
     while (at < end) {
@@ -99,7 +99,6 @@ DecodedText scan(const std::string &text)
         }
         at = lineEnd + 1;
     }
-    return message;
 }
 
 void encodeOurs(const Turn &turn, const std::vector<Record> &records)
@@ -143,19 +142,18 @@ void decodeOurs(const Turn &turn, const std::vector<Record> &records,
                 const std::vector<std::string> &texts)
 {
     KorvaSyncIf::SMSSyncInterfacePrivate decoder;
-    QList<KorvaSyncIf::SmsInfo> decoded;
-    decoded.reserve(int(texts.size()));
+    std::vector<KorvaSyncIf::SmsInfo> decoded(texts.size());
     turn.report(seconds([&] {
-        for (const std::string &text : texts) {
+        for (std::size_t i = 0; i < texts.size(); ++i) {
+            const std::string &text = texts[i];
             VMessageParser parser;
             const VMessage *const message =
                 parser.parseVMessage(text.c_str(), unsigned(text.size()) + 1);
-            decoded.append(KorvaSyncIf::SmsInfo());
-            decoder.extractMsgContents(&parser, message, decoded.last());
+            decoder.extractMsgContents(&parser, message, decoded[i]);
         }
     }));
     for (std::size_t i = 0; i < records.size(); ++i) {
-        const KorvaSyncIf::SmsInfo &info = decoded.at(int(i));
+        const KorvaSyncIf::SmsInfo &info = decoded[i];
         check(info.body.toStdString() == records[i].body
                   && info.time.toSecsSinceEpoch() == records[i].time
                   && (info.fromNumber + info.toNumber).toStdString() == records[i].number,
@@ -166,11 +164,10 @@ void decodeOurs(const Turn &turn, const std::vector<Record> &records,
 void decodeLimit(const Turn &turn, const std::vector<Record> &records,
                  const std::vector<std::string> &texts)
 {
-    std::vector<DecodedText> decoded;
-    decoded.reserve(texts.size());
+    std::vector<DecodedText> decoded(texts.size());
     turn.report(seconds([&] {
-        for (const std::string &text : texts)
-            decoded.push_back(scan(text));
+        for (std::size_t i = 0; i < texts.size(); ++i)
+            scan(texts[i], &decoded[i]);
     }));
     for (std::size_t i = 0; i < records.size(); ++i) {
         check(decoded[i].body == records[i].body && decoded[i].time == records[i].time
