@@ -3,6 +3,8 @@
 
 #include "querytext_p.h"
 
+#include <QtCore/QList>
+
 #include <algorithm>
 
 namespace {
