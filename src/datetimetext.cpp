@@ -166,7 +166,7 @@ QString textDate(const QDateTime &time)
         return time.toString(Qt::TextDate);
     constexpr QStringView days = u"MonTueWedThuFriSatSun";
     constexpr QStringView months = u"JanFebMarAprMayJunJulAugSepOctNovDec";
-    constexpr int nameLength = 3;
+    constexpr qsizetype nameLength = 3;
     int year = 0;
     int month = 0;
     int day = 0;
@@ -174,9 +174,11 @@ QString textDate(const QDateTime &time)
     const QTime clock = time.time();
     std::array<QChar, 28> text;
     QChar *out = text.data();
-    out = std::copy_n(days.begin() + (date.dayOfWeek() - 1) * nameLength, nameLength, out);
+    const QStringView dayName = days.mid((date.dayOfWeek() - 1) * nameLength, nameLength);
+    out = std::copy(dayName.begin(), dayName.end(), out);
     *out++ = QLatin1Char(' ');
-    out = std::copy_n(months.begin() + (month - 1) * nameLength, nameLength, out);
+    const QStringView monthName = months.mid((month - 1) * nameLength, nameLength);
+    out = std::copy(monthName.begin(), monthName.end(), out);
     *out++ = QLatin1Char(' ');
     out = writeDigits(day, day < 10 ? 1 : 2, out);
     *out++ = QLatin1Char(' ');

@@ -38,7 +38,7 @@ bool separatesTexts(const QByteArray &piece)
 
 ParameterQuery withParameters(const QByteArray &query)
 {
-    const ParameterQuery asItIs{query, {}};
+    ParameterQuery asItIs{query, {}};
     if (std::any_of(query.cbegin(), query.cend(), hidesQuotes))
         return asItIs;
     const QList<QByteArray> pieces = query.split('\''); // in turns outside of a text and inside
