@@ -17,8 +17,6 @@ namespace Bench {
 
 namespace {
 
-constexpr int CallSize = 1000;
-
 bool isPowerOfTen(int number)
 {
     while (number % 10 == 0)
@@ -28,22 +26,22 @@ bool isPowerOfTen(int number)
 
 //! Has the records added in portions and reports the time so far at each power of ten.
 template <typename AddPortion>
-void addInPortions(const Turn &turn, int portion, const AddPortion &addPortion)
+void addInPortions(const Turn &turn, const AddPortion &addPortion)
 {
     double sum = 0;
-    for (int first = 0; first < turn.count; first += portion) {
-        const int end = std::min(turn.count, first + portion);
+    for (int first = 0; first < turn.count; first += turn.callSize) {
+        const int end = std::min(turn.count, first + turn.callSize);
         sum += seconds([&] { addPortion(first, end); });
         if (isPowerOfTen(end))
             turn.report(sum, '/' + std::to_string(end));
     }
 }
 
-void addOurs(const Turn &turn, const std::vector<Record> &records, int portion)
+void addOurs(const Turn &turn, const std::vector<Record> &records)
 {
     const QList<KorvaSyncIf::SyncSmsInfo> messages = toSyncSmsInfos(records);
     KorvaSyncIf::SMSSyncInterface facade;
-    addInPortions(turn, portion, [&](int first, int end) {
+    addInPortions(turn, [&](int first, int end) {
         QList<KorvaSyncIf::SyncSmsInfo> call = messages.mid(first, end - first);
         waitFor(facade.addNewMessages(call), [&](KorvaSyncIf::PendingIds *pending) {
             const QList<int> ids = pending->ids();
@@ -65,22 +63,20 @@ void resolveNumbers(DirectStore &store, const std::vector<Record> &records, int 
         resolved->insert(records[std::size_t(i)].number);
 }
 
-//! How many messages the store in the turn's folder has: it is named in the row.
-int present(const Turn &turn) { return turn.row.find("/full") != std::string::npos ? 100000 : 0; }
+} // namespace
 
-void addTo(const Turn &turn, int portion)
+void add(const Turn &turn)
 {
-    const std::vector<Record> records = makeRecords(turn.count, turn.numbers, present(turn));
+    const std::vector<Record> records = makeRecords(turn.count, turn.numbers, turn.present);
     if (turn.isOurs()) {
-        addOurs(turn, records, portion);
+        addOurs(turn, records);
     } else if (turn.who == "SQLite") {
         SqliteStore store(turn.folder);
-        addInPortions(turn, portion,
-                      [&](int first, int end) { store.addMessages(records, first, end); });
+        addInPortions(turn, [&](int first, int end) { store.addMessages(records, first, end); });
     } else {
-        DirectStore store(turn.folder, present(turn), turn.numbers);
+        DirectStore store(turn.folder, turn.present, turn.numbers);
         std::set<std::string> resolved;
-        addInPortions(turn, portion, [&](int first, int end) {
+        addInPortions(turn, [&](int first, int end) {
             if (turn.who == "limit, queries")
                 resolveNumbers(store, records, first, end, &resolved);
             store.addMessages(records, first, end);
@@ -88,21 +84,15 @@ void addTo(const Turn &turn, int portion)
     }
 }
 
-} // namespace
-
-void add(const Turn &turn) { addTo(turn, CallSize); }
-
-void addAtOnce(const Turn &turn) { addTo(turn, turn.count); }
-
 void makeStore(const Turn &turn)
 {
     if (turn.isOurs()) {
-        addOurs(turn, makeRecords(turn.count, turn.numbers), CallSize);
+        addOurs(turn, makeRecords(turn.count, turn.numbers));
     } else {
         const std::vector<Record> records = makeRecords(turn.count, turn.numbers);
         SqliteStore store(turn.folder);
-        for (int first = 0; first < turn.count; first += CallSize)
-            store.addMessages(records, first, std::min(turn.count, first + CallSize));
+        for (int first = 0; first < turn.count; first += turn.callSize)
+            store.addMessages(records, first, std::min(turn.count, first + turn.callSize));
     }
 }
 

@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include <valgrind/callgrind.h>
+
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -18,6 +20,8 @@ struct Turn
     std::string folder = {}; //!< where the store or the files lie
     int count = 100000;      //!< records
     int numbers = 200;       //!< parties
+    int callSize = 1000;     //!< messages in a call or transaction of a row that adds
+    int present = 0;         //!< records that the store has already
 
     bool isOurs() const { return who.compare(0, 4, "ours") == 0; }
 
@@ -27,13 +31,17 @@ struct Turn
     }
 };
 
-//! Seconds that the work takes.
+//! Seconds that the work takes. Under callgrind, its instructions alone are counted, those of
+//! the store's thread too.
 template <typename Work>
 double seconds(const Work &work)
 {
+    CALLGRIND_START_INSTRUMENTATION;
     const auto start = std::chrono::steady_clock::now();
     work();
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    const auto end = std::chrono::steady_clock::now();
+    CALLGRIND_STOP_INSTRUMENTATION;
+    return std::chrono::duration<double>(end - start).count();
 }
 
 //! Ends the program when a result is not what it must be: a fast wrong answer is no figure.

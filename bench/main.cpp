@@ -1,8 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The korvasync developers
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-// korvasync-bench WORK ROW WHO [FOLDER [COUNT [NUMBERS]]]: one participant's turn in one
-// round of a row. Prints a line "row<TAB>participant<TAB>seconds" for each figure.
+// korvasync-bench WORK ROW WHO [FOLDER [COUNT [NUMBERS [CALL-SIZE [PRESENT]]]]]: one
+// participant's turn in one round of a row. Prints a line "row<TAB>participant<TAB>seconds" for
+// each figure.
 
 #include "rows.h"
 
@@ -21,7 +22,6 @@ constexpr Work works[] = {
     {"encode", Bench::encode},
     {"decode", Bench::decode},
     {"add", Bench::add},
-    {"add-at-once", Bench::addAtOnce},
     {"read", Bench::readFolder},
     {"modified", Bench::readModified},
     {"message", Bench::readOne},
@@ -57,6 +57,10 @@ int main(int argc, char *argv[])
         turn.count = std::atoi(argv[5]);
     if (argc > 6)
         turn.numbers = std::atoi(argv[6]);
+    if (argc > 7)
+        turn.callSize = std::atoi(argv[7]);
+    if (argc > 8)
+        turn.present = std::atoi(argv[8]);
     qputenv("KORVASYNC_STORE", turn.folder.c_str());
     QCoreApplication application(argc, argv);
     silence();

@@ -13,9 +13,8 @@ namespace Bench {
 void encode(const Turn &turn);
 void decode(const Turn &turn);
 
-//! Adds in calls or transactions of 1,000 and reports at 1,000, 10,000 and so on.
+//! Adds in calls or transactions and reports at 1,000, 10,000 and so on.
 void add(const Turn &turn);
-void addAtOnce(const Turn &turn);
 void readFolder(const Turn &turn);
 void readModified(const Turn &turn);
 void readOne(const Turn &turn);
