@@ -21,7 +21,8 @@ class EventPrivate;
 //!
 //! Every setter records that its field was set (see setProperties()), and a
 //! modification writes the fields so recorded and leaves the others as stored.
-//! Times that come from the store are in local time; a null time means "absent".
+//! Times that come from the store are in local time, but for lastModified(), which is in UTC;
+//! a null time means "absent".
 class KORVAPLATFORM_EXPORT Event
 {
 public:

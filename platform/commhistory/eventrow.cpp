@@ -42,11 +42,13 @@ Event fromRow(const EventRow &row)
     Event event;
     event.setId(row.id);
     event.setType(Event::EventType(row.type));
-    // Local time is dear, and most messages start and end at once.
+    // Local time is dear (where TZ is not set, the C library asks for the file of the zone each
+    // time), and most messages start and end at once.
     const QDateTime start = fromStoredTime(row.startTime);
     event.setStartTime(start);
     event.setEndTime(row.endTime == row.startTime ? start : fromStoredTime(row.endTime));
-    event.setLastModified(fromStoredTime(row.lastModified));
+    if (row.lastModified != NoTime)
+        event.setLastModified(QDateTime::fromMSecsSinceEpoch(row.lastModified, Qt::UTC));
     event.setDirection(Event::Direction(row.direction));
     event.setStatus(Event::Status(row.status));
     event.setIsRead(row.isRead);

@@ -168,7 +168,7 @@ bool addEvents(StoreConnection &connection, QList<Event> &events)
         IdCounter counter(EventCounter);
         if (!counter.read(connection) || !counter.hasRoomFor(int(added.size())))
             return false;
-        const QDateTime now = QDateTime::currentDateTime();
+        const QDateTime now = QDateTime::currentDateTimeUtc();
         for (Event &event : added) {
             event.setId(counter.next());
             event.setLastModified(now);
@@ -190,7 +190,7 @@ bool modifyEvents(StoreConnection &connection, QList<Event> &events)
 {
     QList<Event> modified = events;
     const bool written = connection.write([&](TrackerBatch *batch) {
-        const QDateTime now = QDateTime::currentDateTime();
+        const QDateTime now = QDateTime::currentDateTimeUtc();
         for (Event &event : modified) {
             bool found = false;
             if (!exists(connection, event.id(), &found) || !found)
