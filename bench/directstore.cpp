@@ -177,9 +177,12 @@ int DirectStore::countRows(TrackerSparqlStatement *statement)
 {
     const Pointer<TrackerSparqlCursor> cursor(
         tracker_sparql_statement_execute(statement, nullptr, Fatal()));
+    const int columns = tracker_sparql_cursor_get_n_columns(cursor.get());
     int rows = 0;
-    while (tracker_sparql_cursor_next(cursor.get(), nullptr, Fatal()))
-        ++rows;
+    for (; tracker_sparql_cursor_next(cursor.get(), nullptr, Fatal()); ++rows) {
+        for (int i = 0; i < columns; ++i) // a row is there when its values are
+            tracker_sparql_cursor_get_string(cursor.get(), i, nullptr);
+    }
     return rows;
 }
 
