@@ -3,6 +3,7 @@
 
 #include "commands/help.h"
 #include "commands/storeaccess.h"
+#include "language/language.h"
 #include "messages/filename.h"
 #include "options/arguments.h"
 #include "process/descriptors.h"
@@ -13,6 +14,7 @@
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QRegularExpression>
+#include <QtCore/QTranslator>
 
 #include <algorithm>
 #include <csignal>
@@ -155,9 +157,15 @@ int main(int argc, char *argv[])
     global.localZone = zone;
     global.localZoneIsExact = isExact;
     global.argumentsAreUtf8 = std::all_of(argv + 1, argv + argc, Arguments::isUtf8);
-    // Names of files and all that is printed are UTF-8, whatever the locale says.
+    // Names of files and all that is printed are UTF-8, whatever the locale says, and the system's
+    // own words English, of which the catalogues translate what people read.
+    const QStringList locales = Language::wanted();
     qputenv("LC_ALL", "C.UTF-8");
+    qunsetenv("LANGUAGE");
     QCoreApplication application(argc, argv);
+    QTranslator translator;
+    if (Language::load(translator, locales))
+        QCoreApplication::installTranslator(&translator);
     Interrupt::install();
     QStringList arguments;
     for (int i = 0; i < argc; ++i)

@@ -6,6 +6,7 @@
 #include "confirmation.h"
 #include "storeaccess.h"
 
+#include "language/text.h"
 #include "options/arguments.h"
 #include "output/callformats.h"
 #include "output/jsonline.h"
@@ -112,7 +113,8 @@ ExitCode wipe(const Invocation &invocation)
     if (before.answer != Answer::Finished)
         return StoreAccess::complain(invocation.location, before.answer);
     const auto count = before.calls.size();
-    if (!Confirmation::isGiven(invocation, QStringLiteral("Delete %1 call(s)?").arg(count)))
+    if (!Confirmation::isGiven(invocation,
+                               Text::tr("Delete %n call(s)?", nullptr, static_cast<int>(count))))
         return AllDone;
     if (invocation.global.dryRun) {
         printDeleted(invocation, count, 0);

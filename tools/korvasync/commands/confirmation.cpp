@@ -3,8 +3,10 @@
 
 #include "confirmation.h"
 
+#include "language/text.h"
 #include "process/diagnostics.h"
 
+#include <cctype>
 #include <cstdio>
 #include <unistd.h>
 
@@ -20,7 +22,7 @@ bool isPossible(const Invocation &invocation, const QString &command)
     const bool possible = !isNeeded(invocation) || isatty(STDIN_FILENO);
     if (!possible) {
         Diagnostics::error(
-            QStringLiteral("%1 needs --yes where it cannot ask on a terminal").arg(command));
+            Text::tr("%1 needs --yes where it cannot ask on a terminal").arg(command));
     }
     return possible;
 }
@@ -29,9 +31,10 @@ bool isGiven(const Invocation &invocation, const QString &question)
 {
     if (!isNeeded(invocation))
         return true;
-    std::fprintf(stderr, "%s [y/N] ", question.toUtf8().constData());
-    const int answer = std::getchar();
-    return answer == 'y' || answer == 'Y';
+    const QString yes = Text::tr("y", "the letter for yes in [y/N]; y itself is always understood");
+    std::fputs(QStringLiteral("%1 [%2/N] ").arg(question, yes).toUtf8().constData(), stderr);
+    const int answer = std::tolower(std::getchar());
+    return answer == 'y' || yes == QString(QChar(answer));
 }
 
 } // namespace Confirmation

@@ -5,6 +5,7 @@
 #include "confirmation.h"
 #include "deleting.h"
 
+#include "language/text.h"
 #include "options/arguments.h"
 #include "process/diagnostics.h"
 
@@ -21,8 +22,8 @@ ExitCode run(const Invocation &invocation)
     const auto ids = Arguments::databaseIds(invocation.arguments);
     if (!ids)
         return UsageError;
-    if (!Confirmation::isGiven(invocation,
-                               QStringLiteral("Delete %1 message(s)?").arg(ids->size())))
+    if (!Confirmation::isGiven(
+            invocation, Text::tr("Delete %n message(s)?", nullptr, static_cast<int>(ids->size()))))
         return AllDone;
     MessageStore store(invocation.global.timeout);
     return Deleting(invocation, store).run(*ids);

@@ -6,6 +6,7 @@
 #include "deleting.h"
 #include "storeaccess.h"
 
+#include "language/text.h"
 #include "messages/folder.h"
 #include "options/arguments.h"
 #include "output/jsonline.h"
@@ -107,8 +108,9 @@ ExitCode remove(const Invocation &invocation, MessageStore &store, const Groups 
         }
     }
     if (!surplus.isEmpty()
-        && !Confirmation::isGiven(invocation,
-                                  QStringLiteral("Delete %1 message(s)?").arg(surplus.size())))
+        && !Confirmation::isGiven(
+            invocation,
+            Text::tr("Delete %n message(s)?", nullptr, static_cast<int>(surplus.size()))))
         return AllDone;
     return Deleting(invocation, store).run(surplus);
 }
