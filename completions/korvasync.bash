@@ -4,7 +4,7 @@
 
 # Completion of korvasync for bash. Commands and options are those that the client's help names.
 
-_korvasync_commands() { korvasync --help 2>/dev/null | sed -n '/^Commands/,/^$/s/^  \([a-z][a-z]*\) .*/\1/p'; }
+_korvasync_commands() { LC_ALL=C korvasync --help 2>/dev/null | sed -n '/^Commands/,/^$/s/^  \([a-z][a-z]*\) .*/\1/p'; }
 
 # _korvasync_options HELP [MARK]: all options, or those behind which MARK stands.
 _korvasync_options()
@@ -55,7 +55,7 @@ _korvasync()
     fi
     local help valued command='' arguments=0 candidates i
     local -a store=()
-    help=$(korvasync --help 2>/dev/null)
+    help=$(LC_ALL=C korvasync --help 2>/dev/null)
     valued=" $(_korvasync_options "$help" ' <' | tr '\n' ' ')"
     for ((i = 1; i < COMP_CWORD; i++)); do
         local this=${COMP_WORDS[i]}
@@ -67,11 +67,11 @@ _korvasync()
             fi
         elif [[ -z $command ]]; then
             command=$this
-            help=$(korvasync "$command" --help 2>/dev/null)
+            help=$(LC_ALL=C korvasync "$command" --help 2>/dev/null)
             valued+="$(_korvasync_options "$help" ' <' | tr '\n' ' ')"
         elif [[ $command:$this =~ ^calls:(list|add|wipe)$ ]]; then
             command="calls $this"
-            help=$(korvasync calls "$this" --help 2>/dev/null)
+            help=$(LC_ALL=C korvasync calls "$this" --help 2>/dev/null)
             valued+="$(_korvasync_options "$help" ' <' | tr '\n' ' ')"
         else
             ((++arguments))

@@ -51,7 +51,7 @@ end
 function __korvasync_proposals
     set -l words (commandline -opc)[2..-1]
     set -l word (commandline -ct)
-    set -l help (korvasync --help 2>/dev/null)
+    set -l help (env LC_ALL=C korvasync --help 2>/dev/null)
     set -l valued (__korvasync_valued $help)
     set -l command ''
     set -l option ''
@@ -69,11 +69,11 @@ function __korvasync_proposals
             continue
         else if test -z "$command"
             set command $this
-            set help (korvasync $command --help 2>/dev/null)
+            set help (env LC_ALL=C korvasync $command --help 2>/dev/null)
             set -a valued (__korvasync_valued $help)
         else if test "$command" = calls; and contains -- $this list add wipe
             set command "calls $this"
-            set help (korvasync calls $this --help 2>/dev/null)
+            set help (env LC_ALL=C korvasync calls $this --help 2>/dev/null)
             set -a valued (__korvasync_valued $help)
         else
             set arguments (math $arguments + 1)

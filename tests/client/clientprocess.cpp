@@ -6,6 +6,10 @@
 #include <QtCore/QDir>
 #include <QtTest/QTest>
 
+#include <cstdlib>
+#include <fcntl.h>
+#include <unistd.h>
+
 ClientProcess::ClientProcess()
     : environment(QProcessEnvironment::systemEnvironment())
 {
@@ -30,7 +34,8 @@ ClientProcess::Outcome ClientProcess::wait(QProcess &process, const QByteArray &
 {
     constexpr int patience = 120000; // milliseconds
     Outcome outcome;
-    process.write(input);
+    if (!input.isEmpty())
+        process.write(input);
     process.closeWriteChannel();
     if (!process.waitForFinished(patience)) {
         process.kill();
@@ -50,6 +55,22 @@ ClientProcess::Outcome ClientProcess::run(const QStringList &arguments,
     QProcess process;
     start(process, arguments);
     return wait(process, input);
+}
+
+ClientProcess::Outcome ClientProcess::runAtTerminal(const QStringList &arguments,
+                                                    const QByteArray &typed) const
+{
+    const int terminal = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
+    if (terminal < 0 || grantpt(terminal) != 0 || unlockpt(terminal) != 0)
+        qFatal("there is no terminal");
+    QProcess process;
+    process.setStandardInputFile(QFile::decodeName(ptsname(terminal)));
+    start(process, arguments);
+    if (::write(terminal, typed.constData(), static_cast<size_t>(typed.size())) != typed.size())
+        qFatal("nothing can be typed");
+    const Outcome outcome = wait(process, QByteArray());
+    close(terminal);
+    return outcome;
 }
 
 ClientProcess::Outcome ClientProcess::runProgram(const QString &program,

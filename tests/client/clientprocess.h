@@ -25,6 +25,8 @@ public:
 
     //! Runs "korvasync --store STORE arguments...".
     Outcome run(const QStringList &arguments, const QByteArray &input = QByteArray()) const;
+    //! The same with a terminal as its standard input, at which somebody types.
+    Outcome runAtTerminal(const QStringList &arguments, const QByteArray &typed) const;
     //! Runs any program in the same environment.
     Outcome runProgram(const QString &program, const QStringList &arguments,
                        const QByteArray &input = QByteArray()) const;

@@ -3,8 +3,10 @@
 # SPDX-License-Identifier: LGPL-2.1-or-later
 
 # completion.sh KORVASYNC-DIRECTORY COMPLETION SAMPLES
-# What bash proposes, with a store of two messages.
+# What bash proposes, with a store of two messages, also to a person whose help is in German.
 set -euo pipefail
+unset LC_ALL LC_MESSAGES LANGUAGE
+export LANG=de_DE.UTF-8
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 export PATH=$1:$PATH KORVASYNC_STORE=$work/store DBUS_SESSION_BUS_ADDRESS=unix:path=/nonexistent

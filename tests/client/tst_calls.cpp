@@ -3,12 +3,7 @@
 
 #include "clientprocess.h"
 
-#include <QtCore/QFile>
 #include <QtTest/QTest>
-
-#include <cstdlib>
-#include <fcntl.h>
-#include <unistd.h>
 
 // "calls": listing, what counts as there already, and wiping.
 class TestCalls : public QObject
@@ -353,19 +348,10 @@ void TestCalls::asksBeforeItWipes()
     QFETCH(int, left);
     ClientProcess other;
     QCOMPARE(other.run(add, answered).exitCode, 0);
-    const int terminal = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
-    QVERIFY(terminal >= 0 && grantpt(terminal) == 0 && unlockpt(terminal) == 0);
-    QProcess process;
-    process.setStandardInputFile(QFile::decodeName(ptsname(terminal)));
-    other.start(process, {text("calls"), text("wipe")});
-    QCOMPARE(write(terminal, answer.constData(), static_cast<size_t>(answer.size())),
-             static_cast<ssize_t>(answer.size()));
-    const bool ended = process.waitForFinished(20000);
-    close(terminal);
-    QVERIFY(ended);
-    QCOMPARE(process.exitCode(), 0);
-    QCOMPARE(process.readAllStandardError(), QByteArray("Delete 1 call(s)? [y/N] "));
-    QCOMPARE(process.readAllStandardOutput(), output);
+    const auto outcome = other.runAtTerminal({text("calls"), text("wipe")}, answer);
+    QCOMPARE(outcome.exitCode, 0);
+    QCOMPARE(outcome.errors, QByteArray("Delete 1 call(s)? [y/N] "));
+    QCOMPARE(outcome.output, output);
     QCOMPARE(other.run({text("calls")}).output.count('\n'), left);
 }
 

@@ -127,7 +127,7 @@ void TestCallWriter::confirmsWhatWasAdded()
     fixture.scripted.callRows = {callEvent(102, Event::Outbound), callEvent(101, Event::Inbound)};
     QList<NewCall> added{Fixture::call("incoming"), Fixture::call("outgoing")};
     QCOMPARE(fixture.writer.add(added), Answer::Finished);
-    QCOMPARE(added.at(0).trouble + added.at(1).trouble, QString());
+    QCOMPARE(added.at(0).trouble.english + added.at(1).trouble.english, QString());
     QCOMPARE(fixture.index.storedCount(added.at(1).fingerprint), 1);
 }
 
@@ -137,8 +137,8 @@ void TestCallWriter::tellsOfACallThatIsNotThere()
     fixture.scripted.callRows = {callEvent(101, Event::Inbound)};
     QList<NewCall> added{Fixture::call(), Fixture::call()};
     QCOMPARE(fixture.writer.add(added), Answer::Refused);
-    QCOMPARE(added.at(0).trouble, QString());
-    QCOMPARE(added.at(1).trouble, notTaken);
+    QCOMPARE(added.at(0).trouble.english, QString());
+    QCOMPARE(added.at(1).trouble.english, notTaken);
 }
 
 void TestCallWriter::tellsOfANumberStoredOtherwise()
@@ -148,7 +148,7 @@ void TestCallWriter::tellsOfANumberStoredOtherwise()
     fixture.scripted.callRows[0].setRemoteUid(QStringLiteral("5550100"));
     QList<NewCall> added{Fixture::call()};
     fixture.writer.add(added);
-    QCOMPARE(added.at(0).trouble, QStringLiteral("stored, but with another number"));
+    QCOMPARE(added.at(0).trouble.english, QStringLiteral("stored, but with another number"));
     QCOMPARE(fixture.index.storedCount(added.at(0).fingerprint), 1);
 }
 
@@ -159,8 +159,8 @@ void TestCallWriter::findsWhatAFailedCommitStoredAllTheSame()
     fixture.scripted.callRows = {callEvent(101, Event::Outbound)};
     QList<NewCall> added{Fixture::call("incoming"), Fixture::call("outgoing")};
     QCOMPARE(fixture.writer.add(added), Answer::Refused);
-    QCOMPARE(added.at(0).trouble, notTaken);
-    QCOMPARE(added.at(1).trouble, QString());
+    QCOMPARE(added.at(0).trouble.english, notTaken);
+    QCOMPARE(added.at(1).trouble.english, QString());
 }
 
 void TestCallWriter::takesNoOlderEqualCallForItsOwn()
@@ -171,7 +171,7 @@ void TestCallWriter::takesNoOlderEqualCallForItsOwn()
     fixture.index.addStored(added.at(0).fingerprint, NewCall::id);
     fixture.scripted.react(Request::AddEvents, Reaction::failed());
     QCOMPARE(fixture.writer.add(added), Answer::Refused);
-    QCOMPARE(added.at(0).trouble, notTaken);
+    QCOMPARE(added.at(0).trouble.english, notTaken);
 }
 
 void TestCallWriter::doesNotKnowWhatItCannotReadBack()
@@ -180,7 +180,8 @@ void TestCallWriter::doesNotKnowWhatItCannotReadBack()
     fixture.scripted.react(Request::ReadCalls, Reaction::refused());
     QList<NewCall> added{Fixture::call()};
     QCOMPARE(fixture.writer.add(added), Answer::Refused);
-    QCOMPARE(added.at(0).trouble, QStringLiteral("not known, as the store cannot be read back"));
+    QCOMPARE(added.at(0).trouble.english,
+             QStringLiteral("not known, as the store cannot be read back"));
 }
 
 void TestCallWriter::tellsOfAStoreThatRefuses()
@@ -189,7 +190,7 @@ void TestCallWriter::tellsOfAStoreThatRefuses()
     fixture.scripted.react(Request::AddEvents, Reaction::refused());
     QList<NewCall> added{Fixture::call()};
     QCOMPARE(fixture.writer.add(added), Answer::Refused);
-    QCOMPARE(added.at(0).trouble, notTaken);
+    QCOMPARE(added.at(0).trouble.english, notTaken);
 }
 
 void TestCallWriter::givesUpWhenNoAnswerComes()
@@ -198,7 +199,7 @@ void TestCallWriter::givesUpWhenNoAnswerComes()
     fixture.scripted.react(Request::AddEvents, Reaction::silent());
     QList<NewCall> added{Fixture::call()};
     QCOMPARE(fixture.writer.add(added), Answer::TimedOut);
-    QCOMPARE(added.at(0).trouble, QStringLiteral("no answer in time; not stored so far"));
+    QCOMPARE(added.at(0).trouble.english, QStringLiteral("no answer in time; not stored so far"));
 }
 
 void TestCallWriter::endsAReadThatTheStoreWarnsOf()

@@ -84,7 +84,7 @@ void TestInputFile::readsEveryFormAsUtf8()
     QFETCH(QByteArray, utf8);
     InputFile input(write(QStringLiteral("file"), file));
     QCOMPARE(readAll(input), utf8);
-    QCOMPARE(input.error(), QString());
+    QCOMPARE(input.error().english, QString());
     QCOMPARE(input.bytesRead(), qint64(file.size()));
 }
 
@@ -109,11 +109,11 @@ void TestInputFile::readsMoreThanOnePiece()
 void TestInputFile::tellsWhyAFileCannotBeRead()
 {
     InputFile missing(folder.filePath(QStringLiteral("missing")));
-    QCOMPARE(missing.error(), QStringLiteral("No such file or directory"));
+    QCOMPARE(missing.error().english, QStringLiteral("No such file or directory"));
     QCOMPARE(missing.read(), QByteArray());
     InputFile directory(folder.path());
     QCOMPARE(directory.read(), QByteArray());
-    QCOMPARE(directory.error(), QStringLiteral("Is a directory"));
+    QCOMPARE(directory.error().english, QStringLiteral("Is a directory"));
 }
 
 void TestInputFile::findsMessageFilesByName()

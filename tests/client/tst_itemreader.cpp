@@ -81,7 +81,7 @@ void TestItemReader::takesAFileApart()
     }
     QCOMPARE(foundEntries, entries);
     QCOMPARE(foundLines, lines);
-    QCOMPARE(reader.error(), QString());
+    QCOMPARE(reader.error().english, QString());
     QCOMPARE(reader.bytesRead(), qint64(bytes.size()));
 }
 
@@ -223,7 +223,7 @@ void TestItemReader::keepsNoItemThatIsTooLong()
     QCOMPARE(first->bytes, QByteArray());
     QCOMPARE(second->bytes, entry);
     QCOMPARE(second->line, quint64(6000002));
-    QCOMPARE(reader.error(), QString());
+    QCOMPARE(reader.error().english, QString());
 }
 
 void TestItemReader::readsUtf16()

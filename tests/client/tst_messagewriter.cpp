@@ -98,7 +98,7 @@ void TestMessageWriter::confirmsWhatWasAdded()
     QCOMPARE(fixture.writer.add(added), Answer::Finished);
     QCOMPARE(added.at(0).id, 101);
     QCOMPARE(added.at(1).id, 102);
-    QCOMPARE(added.at(0).trouble + added.at(1).trouble, QString());
+    QCOMPARE(added.at(0).trouble.english + added.at(1).trouble.english, QString());
     QCOMPARE(fixture.index.storedId(added.at(1).fingerprint, 1), 102);
 }
 
@@ -110,7 +110,8 @@ void TestMessageWriter::tellsOfAMessageStoredOtherwise()
     QList<NewMessage> added{fixture.message("one")};
     QCOMPARE(fixture.writer.add(added), Answer::Finished);
     QCOMPARE(added.at(0).id, 101);
-    QCOMPARE(added.at(0).trouble, QStringLiteral("stored, but with another read status and text"));
+    QCOMPARE(added.at(0).trouble.english,
+             QStringLiteral("stored, but with another read status and text"));
 }
 
 void TestMessageWriter::tellsOfAMessageThatIsNotThere()
@@ -118,7 +119,7 @@ void TestMessageWriter::tellsOfAMessageThatIsNotThere()
     Fixture fixture;
     QList<NewMessage> added{fixture.message("one")};
     fixture.writer.add(added);
-    QCOMPARE(added.at(0).trouble, QStringLiteral("the store does not have it"));
+    QCOMPARE(added.at(0).trouble.english, QStringLiteral("the store does not have it"));
 }
 
 void TestMessageWriter::findsWhatAFailedCommitStoredAllTheSame()
@@ -129,9 +130,9 @@ void TestMessageWriter::findsWhatAFailedCommitStoredAllTheSame()
     QList<NewMessage> added{fixture.message("one"), fixture.message("two")};
     QCOMPARE(fixture.writer.add(added), Answer::Refused);
     QCOMPARE(added.at(0).id, -1);
-    QCOMPARE(added.at(0).trouble, notTaken);
+    QCOMPARE(added.at(0).trouble.english, notTaken);
     QCOMPARE(added.at(1).id, 101);
-    QCOMPARE(added.at(1).trouble, QString());
+    QCOMPARE(added.at(1).trouble.english, QString());
 }
 
 void TestMessageWriter::believesAFailedCommitThatStoredNothing()
@@ -140,7 +141,7 @@ void TestMessageWriter::believesAFailedCommitThatStoredNothing()
     fixture.scripted.react(Request::AddEvents, Reaction::failed());
     QList<NewMessage> added{fixture.message("one")};
     QCOMPARE(fixture.writer.add(added), Answer::Refused);
-    QCOMPARE(added.at(0).trouble, notTaken);
+    QCOMPARE(added.at(0).trouble.english, notTaken);
     QCOMPARE(fixture.index.storedCount(added.at(0).fingerprint), 0);
 }
 
@@ -162,7 +163,8 @@ void TestMessageWriter::doesNotKnowWhatItCannotReadBack()
     fixture.scripted.react(Request::ReadMessages, Reaction::refused());
     QList<NewMessage> added{fixture.message("one")};
     QCOMPARE(fixture.writer.add(added), Answer::Refused);
-    QCOMPARE(added.at(0).trouble, QStringLiteral("not known, as the store cannot be read back"));
+    QCOMPARE(added.at(0).trouble.english,
+             QStringLiteral("not known, as the store cannot be read back"));
 }
 
 void TestMessageWriter::givesUpWhenNoAnswerComes()
@@ -172,7 +174,8 @@ void TestMessageWriter::givesUpWhenNoAnswerComes()
         fixture.scripted.react(Request::AddEvents, reaction);
         QList<NewMessage> added{fixture.message("one")};
         QCOMPARE(fixture.writer.add(added), Answer::TimedOut);
-        QCOMPARE(added.at(0).trouble, QStringLiteral("no answer in time; not stored so far"));
+        QCOMPARE(added.at(0).trouble.english,
+                 QStringLiteral("no answer in time; not stored so far"));
     }
 }
 
@@ -182,8 +185,8 @@ void TestMessageWriter::doesNotWaitForConversationsThatCannotBeMade()
     fixture.scripted.react(Request::AddGroups, Reaction::failed());
     QList<NewMessage> added{fixture.message("one"), fixture.message("two", "+15550199")};
     QCOMPARE(fixture.writer.add(added), Answer::Refused);
-    QCOMPARE(added.at(0).trouble, notTaken);
-    QCOMPARE(added.at(1).trouble, notTaken);
+    QCOMPARE(added.at(0).trouble.english, notTaken);
+    QCOMPARE(added.at(1).trouble.english, notTaken);
     QVERIFY(fixture.scripted.addedEvents.isEmpty());
 }
 

@@ -4,6 +4,7 @@
 #include "commands/help.h"
 #include "commands/storeaccess.h"
 #include "language/language.h"
+#include "language/text.h"
 #include "messages/filename.h"
 #include "options/arguments.h"
 #include "process/descriptors.h"
@@ -35,7 +36,7 @@ ExitCode usageError(QString sentence)
 {
     if (sentence.endsWith(QLatin1Char('.'))) // Qt's own sentences
         sentence.chop(1);
-    Diagnostics::error(sentence + QLatin1String("; see korvasync --help"));
+    Diagnostics::error(Text::tr("%1; see korvasync --help").arg(sentence));
     return UsageError;
 }
 
@@ -65,9 +66,9 @@ ExitCode runOnStore(const Command &command, const Invocation &invocation)
     if (invocation.global.quiet > 1)
         Diagnostics::silenceWarnings();
     if (!invocation.global.localZoneIsExact) {
-        Diagnostics::warn(QStringLiteral("TZ names no zone that is known here; times without a "
-                                         "zone are read with today's distance, %1: name a zone "
-                                         "such as Europe/Helsinki")
+        Diagnostics::warn(Text::tr("TZ names no zone that is known here; times without a "
+                                   "zone are read with today's distance, %1: name a zone "
+                                   "such as Europe/Helsinki")
                               .arg(QString::fromUtf8(invocation.global.localZone.id())));
     }
     invocation.location.select();
@@ -107,7 +108,7 @@ ExitCode runCommand(const Command &verb, QStringList arguments, const QStringLis
     if (global.format.isEmpty())
         global.format = command.formats.first();
     if (!command.formats.contains(global.format)) {
-        return usageError(QStringLiteral("%1 prints %2")
+        return usageError(Text::tr("%1 prints %2")
                               .arg(QLatin1String(name), command.formats.join(QLatin1String(", "))));
     }
     QStringList operands = parser.positionalArguments().mid(1);
@@ -115,7 +116,7 @@ ExitCode runCommand(const Command &verb, QStringList arguments, const QStringLis
         const QString word =
             operands.isEmpty() ? QLatin1String(verb.actions.first().name) : operands.takeFirst();
         if (word != QLatin1String(command.name))
-            return usageError(QStringLiteral("%1 has no such action; it takes %2")
+            return usageError(Text::tr("%1 has no such action; it takes %2")
                                   .arg(QLatin1String(verb.name), QLatin1String(verb.arguments)));
     }
     StoreLocation location(global.store);
@@ -137,13 +138,13 @@ ExitCode run(const QStringList &arguments, GlobalOptions &global, StandardOutput
     if (command != commands().cend())
         return runCommand(*command, arguments, parser.positionalArguments().mid(1), global, output);
     if (!name.isEmpty())
-        return usageError(QStringLiteral("there is no command %1").arg(name));
+        return usageError(Text::tr("there is no command %1").arg(name));
     if (parser.isSet(QStringLiteral("version")))
         output.write("korvasync " KORVASYNC_VERSION "\n");
     else if (parser.isSet(QStringLiteral("help")))
         output.write(Help::overview(commands()));
     else
-        return usageError(QStringLiteral("no command is given"));
+        return usageError(Text::tr("no command is given"));
     return AllDone;
 }
 
@@ -176,9 +177,8 @@ int main(int argc, char *argv[])
     if (output.readerIsGone())
         std::_Exit(128 + SIGPIPE); // it has what it wanted
     if (!isWritten) {
-        Diagnostics::error(
-            QStringLiteral("standard output cannot be written: %1; see where it goes")
-                .arg(output.error()));
+        Diagnostics::error(Text::tr("standard output cannot be written: %1; see where it goes")
+                               .arg(output.error()));
         code = worse(code, SomeNotDone);
     }
     // A request that was given up would be waited for once more while the library ends.

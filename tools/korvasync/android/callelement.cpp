@@ -28,9 +28,9 @@ Type typeOf(int number)
     case 6:
         return {"missed", ""};
     case 4:
-        return {"", "a voice mail, which is no call"};
+        return {"", QT_TRANSLATE_NOOP("Text", "a voice mail, which is no call")};
     case 7:
-        return {"", "a call that was answered on another device"};
+        return {"", QT_TRANSLATE_NOOP("Text", "a call that was answered on another device")};
     default:
         return {"", ""};
     }
@@ -52,13 +52,13 @@ CallEntry::Parsed CallElement::parse(const QByteArray &element, const QDateTime 
     const auto attributes = ElementAttributes::parse(element);
     if (!attributes) {
         parsed.refusal = Refusal::CallParse;
-        parsed.detail = QStringLiteral("not a whole call element");
+        parsed.detail = Text::reason("not a whole call element");
         return parsed;
     }
     const Type type = typeOf(attributes->value("type").toInt());
     if (*type.refusal) {
         parsed.refusal = Refusal::CallType;
-        parsed.detail = QLatin1String(type.refusal);
+        parsed.detail = Text::reason(type.refusal);
         return parsed;
     }
     Call call;

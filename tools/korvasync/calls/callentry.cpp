@@ -51,16 +51,16 @@ struct Fields
     bool isWhole = false; // has its last line
 
     //! \return what is wrong with the line; empty = nothing
-    QString take(const QString &line);
+    Reason take(const QString &line);
 };
 
-QString Fields::take(const QString &line)
+Reason Fields::take(const QString &line)
 {
     const QStringList pieces = line.split(QLatin1Char(':'));
     const QString &name = pieces.first();
     const QString value = pieces.value(1);
     if (pieces.size() > 2)
-        return QStringLiteral("a value with a colon");
+        return Text::reason("a value with a colon");
     if (name == QLatin1String("TYPE"))
         type = value;
     else if (name == QLatin1String("TEL"))
@@ -72,12 +72,12 @@ QString Fields::take(const QString &line)
     else if (line == QLatin1String("END:VCALLHISTENTRY"))
         isWhole = true;
     else
-        return QStringLiteral("a line that an entry does not have");
-    return QString();
+        return Text::reason("a line that an entry does not have");
+    return Reason();
 }
 
 //! \return what is wrong with the entry; empty = nothing
-QString takeLines(const QByteArray &entry, Fields &fields)
+Reason takeLines(const QByteArray &entry, Fields &fields)
 {
     // With its length, as Qt 5 would end the text at a zero otherwise.
     const QString text = QString::fromUtf8(entry.constData(), static_cast<int>(entry.size()));
@@ -87,13 +87,13 @@ QString takeLines(const QByteArray &entry, Fields &fields)
             line.chop(1);
     }
     if (!lines.takeFirst().startsWith(QLatin1String("BEGIN:VCALLHISTENTRY")))
-        return QStringLiteral("the beginning is missing");
+        return Text::reason("the beginning is missing");
     for (const QString &line : std::as_const(lines)) {
-        QString trouble = line.isEmpty() ? QString() : fields.take(line);
+        Reason trouble = line.isEmpty() ? Reason() : fields.take(line);
         if (!trouble.isEmpty())
             return trouble;
     }
-    return fields.isWhole ? QString() : QStringLiteral("the end is missing");
+    return fields.isWhole ? Reason() : Text::reason("the end is missing");
 }
 
 bool isStorable(const QString &number)
@@ -103,7 +103,7 @@ bool isStorable(const QString &number)
     });
 }
 
-Parsed refused(Refusal refusal, const QString &detail = QString())
+Parsed refused(Refusal refusal, const Reason &detail = Reason())
 {
     Parsed parsed;
     parsed.refusal = refusal;
@@ -131,14 +131,13 @@ Parsed judged(const Call &call, const QDateTime &named, const QDateTime &now)
     if (!isType(call.type))
         return refused(Refusal::CallType);
     if (!isStorable(call.number))
-        return refused(Refusal::CallParse, QStringLiteral("a number with unprintable characters"));
+        return refused(Refusal::CallParse, Text::reason("a number with unprintable characters"));
     if (call.duration < 0)
-        return refused(Refusal::CallParse,
-                       QStringLiteral("a duration that is no count of seconds"));
+        return refused(Refusal::CallParse, Text::reason("a duration that is no count of seconds"));
     if (!DateText::isBelievable(named, now))
         return refused(Refusal::BadCallTime);
     if (!DateText::isBelievable(call.start, now) || !DateText::isBelievable(call.end(), now))
-        return refused(Refusal::CallParse, QStringLiteral("a duration that cannot be"));
+        return refused(Refusal::CallParse, Text::reason("a duration that cannot be"));
     Parsed parsed;
     parsed.call = call;
     return parsed;
@@ -147,7 +146,7 @@ Parsed judged(const Call &call, const QDateTime &named, const QDateTime &now)
 Parsed parse(const QByteArray &entry, const QTimeZone &local, const QDateTime &now)
 {
     Fields fields;
-    const QString trouble = takeLines(entry, fields);
+    const Reason trouble = takeLines(entry, fields);
     if (!trouble.isEmpty())
         return refused(Refusal::CallParse, trouble);
     Call call;

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "call.h"
+#include "language/text.h"
 #include "messages/refusal.h"
 
 #include <QtCore/QTimeZone>
@@ -19,7 +20,7 @@ struct Parsed
 {
     Call call;
     Refusal refusal = Refusal::None;
-    QString detail;
+    Reason detail;
 };
 
 //! Reads an entry more strictly than the library does, which takes what it cannot read for

@@ -4,6 +4,7 @@
 #include "addableitems.h"
 #include "command.h"
 
+#include "language/text.h"
 #include "messages/datetext.h"
 #include "messages/inputpaths.h"
 #include "options/arguments.h"
@@ -40,7 +41,7 @@ ExitCode run(const Invocation &invocation)
         return UsageError;
     QStringList arguments = invocation.arguments;
     if (arguments.isEmpty() && isatty(STDIN_FILENO)) {
-        Diagnostics::error(QStringLiteral("add needs a file, a folder or - for standard input"));
+        Diagnostics::error(Text::tr("add needs a file, a folder or - for standard input"));
         return UsageError;
     }
     if (arguments.isEmpty())
@@ -55,27 +56,27 @@ ExitCode run(const Invocation &invocation)
 Command addCommand()
 {
     const auto text = [](const char *latin1) { return QString::fromLatin1(latin1); };
+    const QList<QCommandLineOption> options{
+        {text("folder"),
+         Text::tr("For messages that name no folder: inbox, outbox, sent or my (drafts: refused)."),
+         text("F")},
+        {text("on-bad-time"), Text::tr("No time, or none that can be: refuse (default) or now."),
+         text("WHAT"), text("refuse")},
+        {text("mark-read"), Text::tr("Add all as read.")},
+        {text("chunk"), Text::tr("Messages a write (default: 500, at most 1000)."), text("N")},
+    };
     return {
         "add",
         "[FILE|DIR|-]...",
-        "Adds the messages of vMessage files (.vmg, .vmsg, .txt) and the messages and calls of "
-        "Android backups (.xml); a folder stands for all such files below it.",
+        Text::tr("Adds the messages of vMessage files (.vmg, .vmsg, .txt) and the messages and "
+                 "calls of Android backups (.xml); a folder stands for all such files below it."),
         {text("text"), text("ndjson")},
-        AddingOptions::declared(textForm)
-            + QList<QCommandLineOption>{
-            {text("folder"),
-             text("For messages that name no folder: inbox, outbox, sent or my (drafts: refused)."),
-             text("F")},
-            {text("on-bad-time"), text("No time, or none that can be: refuse (default) or now."),
-             text("WHAT"), text("refuse")},
-            {text("mark-read"), text("Add all as read.")},
-            {text("chunk"), text("Messages a write (default: 500, at most 1000)."), text("N")},
-        },
+        AddingOptions::declared(textForm) + options,
         run,
-        "Examples:\n"
-        "  korvasync add --rejects mend.txt old-phone/ sms.xml\n"
-        "  korvasync add --assume-tz Europe/Helsinki --dry-run sms.vmsg\n\n"
-        "Exit codes: 0 all there now, 1 some refused or failed, 2 usage, 3 the store cannot be\n"
-        "written, 5 it gave no answer.\n",
+        {{},
+         {"korvasync add --rejects mend.txt old-phone/ sms.xml",
+          "korvasync add --assume-tz Europe/Helsinki --dry-run sms.vmsg"},
+         Text::tr("Exit codes: 0 all there now, 1 some refused or failed, 2 usage, 3 the store "
+                  "cannot be written, 5 it gave no answer.")},
         GlobalOptions::DryRun | GlobalOptions::ShowsProgress};
 }

@@ -4,6 +4,7 @@
 #include "addablecalls.h"
 
 #include "android/callelement.h"
+#include "language/text.h"
 #include "messages/datetext.h"
 
 AddableCalls::AddableCalls(const Invocation &invocation, const QTimeZone &localZone,
@@ -36,12 +37,12 @@ CallEntry::Parsed AddableCalls::parse(const InputItem &item) const
     case InputItem::AndroidSms:
     case InputItem::AndroidMms:
         parsed.refusal = Refusal::ForeignObject;
-        parsed.detail = QStringLiteral("a message, which korvasync add takes");
+        parsed.detail = Text::reason("a message, which korvasync add takes");
         break;
     case InputItem::ForeignObject:
         parsed.refusal = Refusal::ForeignObject;
         parsed.detail =
-            QStringLiteral("no call but an object that begins with ") + item.firstLine();
+            Text::reason("no call but an object that begins with %1").arg(item.firstLine());
         break;
     case InputItem::CutFile:
         parsed.refusal = Refusal::CallParse;

@@ -3,6 +3,8 @@
 
 #include "addableitems.h"
 
+#include "language/text.h"
+
 namespace {
 
 template <typename New>
@@ -80,7 +82,7 @@ Answer AddableItems::add(QList<NewItem> &items)
         answer = calls.add(newCalls);
     } else {
         for (NewCall &call : newCalls)
-            call.trouble = QStringLiteral("not tried, as the store did not take the messages");
+            call.trouble = Text::reason("not tried, as the store did not take the messages");
     }
     settle(items, &NewItem::message, newMessages);
     settle(items, &NewItem::call, newCalls);

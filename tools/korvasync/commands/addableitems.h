@@ -11,7 +11,7 @@ struct NewItem
 {
     Fingerprint fingerprint;
     int id = -1;
-    QString trouble;                   //!< why it is not stored; empty = it is
+    Reason trouble;                    //!< why it is not stored; empty = it is
     std::optional<NewMessage> message; //!< either this
     std::optional<NewCall> call;       //!< or this
 };

@@ -4,6 +4,7 @@
 #include "addablemessages.h"
 
 #include "android/smselement.h"
+#include "language/text.h"
 #include "messages/folder.h"
 
 using namespace KorvaSyncIf;
@@ -38,7 +39,7 @@ Judged<NewMessage> AddableMessages::judge(const InputItem &item) const
     case InputItem::AndroidSms:
         judged = judge(SmsElement::parse(item.bytes));
         if (judged.refusal == Refusal::SmsParse)
-            judged.detail = QStringLiteral("not a whole sms element");
+            judged.detail = Text::reason("not a whole sms element");
         // Android has no such folder, so messages of it go there as received ones, and come back.
         if (judged.item.message.parentId == LocInbox)
             judged.alternative = fingerprintOf(judged.item, LocMyFolder);
@@ -49,12 +50,12 @@ Judged<NewMessage> AddableMessages::judge(const InputItem &item) const
     case InputItem::CallEntry:
     case InputItem::AndroidCall:
         judged.refusal = Refusal::ForeignObject;
-        judged.detail = QStringLiteral("a call, which korvasync calls add takes");
+        judged.detail = Text::reason("a call, which korvasync calls add takes");
         break;
     case InputItem::ForeignObject:
         judged.refusal = Refusal::ForeignObject;
-        judged.detail =
-            QStringLiteral("not a text message but an object that begins with ") + item.firstLine();
+        judged.detail = Text::reason("not a text message but an object that begins with %1")
+                            .arg(item.firstLine());
         break;
     case InputItem::CutFile:
         judged.refusal = Refusal::SmsParse;
@@ -73,7 +74,7 @@ Judged<NewMessage> AddableMessages::judge(const std::optional<ParsedMessage> &pa
     const SettledMessage settled = settle(*parsed, rules);
     judged.refusal = settled.refusal;
     if (settled.refusal == Refusal::ForeignObject)
-        judged.detail = QStringLiteral("an e-mail, not a text message");
+        judged.detail = Text::reason("an e-mail, not a text message");
     judged.item.message = settled.message;
     judged.item.fingerprint = fingerprintOf(judged.item, settled.message.parentId);
     return judged;

@@ -3,6 +3,7 @@
 
 #include "adding.h"
 
+#include "language/text.h"
 #include "options/arguments.h"
 
 bool AddingOptions::take(const Invocation &invocation, const char *textForm)
@@ -24,9 +25,9 @@ QList<QCommandLineOption> AddingOptions::declared(const char *textForm)
     const auto text = [](const char *latin1) { return QString::fromLatin1(latin1); };
     return ReadingOptions::declared(textForm)
         + QList<QCommandLineOption>{
-            {text("on-duplicate"), text("What is there already: skip (default), add or fail."),
+            {text("on-duplicate"), Text::tr("What is there already: skip (default), add or fail."),
              text("WHAT"), text("skip")},
-            {text("rejects"), text("Collect what is refused here, to be mended and added again."),
-             text("FILE")},
+            {text("rejects"),
+             Text::tr("Collect what is refused here, to be mended and added again."), text("FILE")},
         };
 }

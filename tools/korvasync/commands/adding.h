@@ -4,6 +4,7 @@
 #pragma once
 
 #include "judging.h"
+#include "language/text.h"
 #include "output/progress.h"
 #include "output/rejects.h"
 #include "process/interrupt.h"
@@ -250,7 +251,7 @@ void Adding<Kind>::settleFates()
 template <typename Kind>
 ExitCode Adding<Kind>::tellOfRejects(ExitCode code) const
 {
-    Diagnostics::error(QStringLiteral("%1 cannot be written: %2; name another with --rejects")
+    Diagnostics::error(Text::tr("%1 cannot be written: %2; name another with --rejects")
                            .arg(terminalText(options.rejects), rejects.errorText()));
     return code;
 }
@@ -263,7 +264,7 @@ ExitCode Adding<Kind>::finish()
         results.printSummary(isWholeInput);
     results.warnOfRefusals();
     if (!isWholeInput)
-        Diagnostics::warn(QStringLiteral("the input was not read to its end; add it again"));
+        Diagnostics::warn(Text::tr("the input was not read to its end; add it again"));
     const ExitCode code = worse(trouble, results.exitCode());
     return rejects.commit() ? code : tellOfRejects(worse(code, SomeNotDone));
 }

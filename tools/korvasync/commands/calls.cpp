@@ -22,8 +22,7 @@ namespace {
 bool takesNoArguments(const Invocation &invocation, const char *action)
 {
     if (!invocation.arguments.isEmpty())
-        Diagnostics::error(
-            QStringLiteral("calls %1 takes no arguments").arg(QLatin1String(action)));
+        Diagnostics::error(Text::tr("%1 takes no arguments").arg(QLatin1String(action)));
     return invocation.arguments.isEmpty();
 }
 
@@ -43,7 +42,7 @@ std::optional<CallType> takeType(const Invocation &invocation)
 ExitCode list(const Invocation &invocation)
 {
     QDateTime since;
-    if (!takesNoArguments(invocation, "list"))
+    if (!takesNoArguments(invocation, "calls list"))
         return UsageError;
     const auto type = takeType(invocation);
     if (!type
@@ -70,7 +69,7 @@ ExitCode add(const Invocation &invocation)
         return UsageError;
     QStringList files = invocation.arguments;
     if (files.isEmpty() && isatty(STDIN_FILENO)) {
-        Diagnostics::error(QStringLiteral("calls add needs a file or - for standard input"));
+        Diagnostics::error(Text::tr("calls add needs a file or - for standard input"));
         return UsageError;
     }
     if (files.isEmpty())
@@ -94,15 +93,17 @@ void printDeleted(const Invocation &invocation, qsizetype before, qsizetype left
             .add("failed", left);
         invocation.output.write(JsonLine().add("summary", sums).line());
     } else {
-        const QByteArray count = QByteArray::number(before - left);
-        invocation.output.write(invocation.global.dryRun ? "would delete " + count + " call(s)\n"
-                                                         : count + " call(s) deleted\n");
+        const auto count = static_cast<int>(before - left);
+        const QString sum = invocation.global.dryRun
+            ? Text::tr("would delete %n call(s)", nullptr, count)
+            : Text::tr("%n call(s) deleted", nullptr, count);
+        invocation.output.write(sum.toUtf8() + '\n');
     }
 }
 
 ExitCode wipe(const Invocation &invocation)
 {
-    if (!takesNoArguments(invocation, "wipe"))
+    if (!takesNoArguments(invocation, "calls wipe"))
         return UsageError;
     if (!Confirmation::isPossible(invocation, QStringLiteral("calls wipe")))
         return UsageError;
@@ -140,50 +141,51 @@ Command listAction()
     return {
         "list",
         "",
-        "Calls by their start, oldest first.",
+        Text::tr("Calls by their start, oldest first."),
         {text("text"), text("ndjson"), text("entries"), text("android-xml")},
         {
-            {text("type"), text("That came in, went out or were missed."), text("in|out|missed")},
+            {text("type"), Text::tr("That came in, went out or were missed."),
+             text("in|out|missed")},
             {text("since"),
-             text("From this start on: 2024-05-01T10:00:00Z, 2024-05-01 or @seconds."), text("T")},
+             Text::tr("From this start on: 2024-05-01T10:00:00Z, 2024-05-01 or @seconds."),
+             text("T")},
         },
         list,
-        "Without a word behind it, \"korvasync calls\" lists as well.\n\n"
-        "Examples:\n"
-        "  korvasync calls --type missed --since 2024-01-01\n"
-        "  korvasync calls list -o entries > calls.txt\n\n"
-        "Other actions: \"calls add\" and \"calls wipe\", each with a --help.\n\n"
-        "Exit codes: 0 listed, 2 usage, 3 the store cannot be read, 5 it gave no answer.\n"};
+        {Text::tr("Without a word behind it, \"korvasync calls\" lists as well.\n\nOther actions: "
+                  "\"calls add\" and \"calls wipe\", each with a --help."),
+         {"korvasync calls --type missed --since 2024-01-01",
+          "korvasync calls list -o entries > calls.txt"},
+         Text::tr(
+             "Exit codes: 0 listed, 2 usage, 3 the store cannot be read, 5 it gave no answer.")}};
 }
 
 Command addAction()
 {
-    return {
-        "add",
-        "[FILE|-]...",
-        "Adds call-history entries and the calls of Android backups.",
-        {text("text"), text("ndjson")},
-        AddingOptions::declared(textForm),
-        add,
-        "Example:\n"
-        "  korvasync calls add --rejects mend.txt calls.txt calls.xml\n\n"
-        "Exit codes: 0 all there now, 1 some refused or failed, 2 usage, 3 the store cannot be\n"
-        "written, 5 it gave no answer.\n",
-        GlobalOptions::DryRun | GlobalOptions::ShowsProgress};
+    return {"add",
+            "[FILE|-]...",
+            Text::tr("Adds call-history entries and the calls of Android backups."),
+            {text("text"), text("ndjson")},
+            AddingOptions::declared(textForm),
+            add,
+            {{},
+             {"korvasync calls add --rejects mend.txt calls.txt calls.xml"},
+             Text::tr("Exit codes: 0 all there now, 1 some refused or failed, 2 usage, 3 the store "
+                      "cannot be written, 5 it gave no answer.")},
+            GlobalOptions::DryRun | GlobalOptions::ShowsProgress};
 }
 
 Command wipeAction()
 {
     return {"wipe",
             "",
-            "Deletes all calls.",
+            Text::tr("Deletes all calls."),
             {text("text"), text("ndjson")},
-            {{text("yes"), text("Do not ask.")}},
+            {{text("yes"), Text::tr("Do not ask.")}},
             wipe,
-            "Example:\n"
-            "  korvasync calls wipe --dry-run\n\n"
-            "Exit codes: 0 deleted, 1 some were not, 2 usage, 3 the store cannot be written, 5 it\n"
-            "gave no answer.\n",
+            {{},
+             {"korvasync calls wipe --dry-run"},
+             Text::tr("Exit codes: 0 deleted, 1 some were not, 2 usage, 3 the store cannot be "
+                      "written, 5 it gave no answer.")},
             GlobalOptions::DryRun};
 }
 
@@ -193,11 +195,11 @@ Command callsCommand()
 {
     return {"calls",
             "[list] | add [FILE|-]... | wipe",
-            "The call log: lists it, adds to it, or deletes it all.",
+            Text::tr("The call log: lists it, adds to it, or deletes it all."),
             {},
             {},
             nullptr,
-            "",
+            {},
             0,
             {listAction(), addAction(), wipeAction()}};
 }

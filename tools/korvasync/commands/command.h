@@ -8,6 +8,7 @@
 #include "process/exitcode.h"
 #include "store/storelocation.h"
 
+#include <QtCore/QByteArrayList>
 #include <QtCore/QCommandLineParser>
 
 //! What a command works with.
@@ -23,16 +24,24 @@ struct Invocation
     QString value(const char *option) const { return options.value(QLatin1String(option)); }
 };
 
+//! What the help of a command says behind the options.
+struct HelpNotes
+{
+    QString remarks;         //!< lines that begin with a blank stay as they are
+    QByteArrayList examples; //!< command lines
+    QString exitCodes;
+};
+
 //! One verb of the command line, or one of the things that a verb does.
 struct Command
 {
     const char *name;
     const char *arguments; //!< for the help
-    const char *summary;   //!< for the help, one line
+    QString summary;       //!< for the help, one line
     QStringList formats;   //!< of -o, the default first
     QList<QCommandLineOption> options;
     ExitCode (*run)(const Invocation &invocation);
-    const char *notes = "";      //!< for the help, behind the options: examples, exit codes
+    HelpNotes notes = {};
     int globalOptions = 0;       //!< those of GlobalOptions::Meaning that mean something to it
     QList<Command> actions = {}; //!< that the next word names; the verb itself is none of them
 };

@@ -14,7 +14,7 @@ namespace {
 ExitCode run(const Invocation &invocation)
 {
     if (invocation.arguments.isEmpty()) {
-        Diagnostics::error(QStringLiteral("delete needs an id; \"korvasync list\" shows them"));
+        Diagnostics::error(Text::tr("delete needs an id; \"korvasync list\" shows them"));
         return UsageError;
     }
     if (!Confirmation::isPossible(invocation, QStringLiteral("delete")))
@@ -33,17 +33,16 @@ ExitCode run(const Invocation &invocation)
 
 Command deleteCommand()
 {
-    return {
-        "delete",
-        "ID...",
-        "Deletes messages by id (- reads ids from standard input).",
-        {QStringLiteral("text"), QStringLiteral("ndjson")},
-        {{QStringLiteral("yes"), QStringLiteral("Do not ask.")}},
-        run,
-        "Examples:\n"
-        "  korvasync delete 812 813\n"
-        "  korvasync list --ids --number InfoPost | korvasync delete --yes -\n\n"
-        "Exit codes: 0 deleted, 1 some were not, 2 usage, 3 the store cannot be written, 4 an id\n"
-        "was not found, 5 it gave no answer.\n",
-        GlobalOptions::DryRun | GlobalOptions::ShowsProgress};
+    return {"delete",
+            "ID...",
+            Text::tr("Deletes messages by id (- reads ids from standard input)."),
+            {QStringLiteral("text"), QStringLiteral("ndjson")},
+            {{QStringLiteral("yes"), Text::tr("Do not ask.")}},
+            run,
+            {{},
+             {"korvasync delete 812 813",
+              "korvasync list --ids --number InfoPost | korvasync delete --yes -"},
+             Text::tr("Exit codes: 0 deleted, 1 some were not, 2 usage, 3 the store cannot be "
+                      "written, 4 an id was not found, 5 it gave no answer.")},
+            GlobalOptions::DryRun | GlobalOptions::ShowsProgress};
 }

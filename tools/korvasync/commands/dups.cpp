@@ -82,7 +82,7 @@ ExitCode list(const Invocation &invocation, MessageStore &store, const Groups &g
     const qsizetype surplus = surplusOf(groups);
     if (invocation.global.format == QLatin1String("text")) {
         invocation.output.write(
-            QStringLiteral("%1 group(s), %2 surplus\n").arg(group).arg(surplus).toUtf8());
+            Text::tr("%n group(s), %1 surplus", nullptr, group).arg(surplus).toUtf8() + '\n');
     } else {
         invocation.output.write(
             JsonLine()
@@ -121,7 +121,7 @@ ExitCode run(const Invocation &invocation)
     if (!invocation.arguments.isEmpty()
         || (!deletes && (invocation.isSet("keep") || invocation.isSet("yes")))) {
         Diagnostics::error(
-            QStringLiteral("dups takes no arguments, and --keep and --yes only with --delete"));
+            Text::tr("dups takes no arguments, and --keep and --yes only with --delete"));
         return UsageError;
     }
     const auto keep = Arguments::takeChoice(invocation.options, "keep",
@@ -153,25 +153,23 @@ Command dupsCommand()
     return {
         "dups",
         "",
-        "Lists equal messages in groups, or deletes all but one of each group.",
+        Text::tr("Lists equal messages in groups, or deletes all but one of each group."),
         {text("text"), text("ndjson")},
         {
-            {text("delete"), text("Delete all but one of each group.")},
+            {text("delete"), Text::tr("Delete all but one of each group.")},
             {text("keep"),
-             text("The one that stays: oldest (default), the first added, or "
-                  "newest."),
+             Text::tr("The one that stays: oldest (default), the first added, or newest."),
              text("WHICH"), text("oldest")},
-            {text("yes"), text("Do not ask.")},
+            {text("yes"), Text::tr("Do not ask.")},
         },
         run,
-        "Messages are equal by the rule of \"korvasync add\": the same folder, number (its last\n"
-        "7 digits), second and text. A text that was truly sent twice within a second is in a\n"
-        "group as well: look at the list first.\n\n"
-        "Examples:\n"
-        "  korvasync dups\n"
-        "  korvasync dups --delete --keep newest --dry-run\n"
-        "  korvasync dups --delete --yes\n\n"
-        "Exit codes: 0 listed, or all deleted, 1 some were not deleted, 2 usage, 3 the store\n"
-        "cannot be read or written, 4 some were gone already, 5 it gave no answer.\n",
+        {Text::tr("Messages are equal by the rule of \"korvasync add\": the same folder, number "
+                  "(its last 7 digits), second and text. A text that was truly sent twice within a "
+                  "second is in a group as well: look at the list first."),
+         {"korvasync dups", "korvasync dups --delete --keep newest --dry-run",
+          "korvasync dups --delete --yes"},
+         Text::tr(
+             "Exit codes: 0 listed, or all deleted, 1 some were not deleted, 2 usage, 3 the store "
+             "cannot be read or written, 4 some were gone already, 5 it gave no answer.")},
         GlobalOptions::DryRun | GlobalOptions::ShowsProgress};
 }

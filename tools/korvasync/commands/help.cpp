@@ -3,6 +3,8 @@
 
 #include "help.h"
 
+#include "language/text.h"
+
 #include <utility>
 
 namespace Help {
@@ -12,42 +14,57 @@ namespace {
 constexpr int width = 79; // as Qt's own part has it
 
 //! Breaks one line between its words; what follows the first is indented.
-QByteArray wrapped(const QByteArray &text, int indent)
+QString wrapped(const QString &text, int indent = 0)
 {
-    QByteArray lines;
-    QByteArray line;
-    for (const QByteArray &word : text.split(' ')) {
+    QString lines;
+    QString line;
+    for (const QString &word : text.split(QLatin1Char(' '))) {
         const bool fits = line.size() + 1 + word.size() <= width - indent;
         if (!line.isEmpty() && !fits) {
-            lines += line + '\n' + QByteArray(indent, ' ');
+            lines += line + QLatin1Char('\n') + QString(indent, QLatin1Char(' '));
             line.clear();
         }
-        line += (line.isEmpty() ? QByteArray() : QByteArray(" ")) + word;
+        line += (line.isEmpty() ? QString() : QStringLiteral(" ")) + word;
     }
-    return lines + line + '\n';
+    return lines + line + QLatin1Char('\n');
 }
 
 //! Fills the lines of each paragraph; indented lines stay as they are.
-QByteArray filled(const QByteArray &text)
+QString filled(const QString &text)
 {
-    QByteArray lines;
-    QByteArray paragraph;
-    for (const QByteArray &line : text.split('\n')) {
-        const bool isFixed = line.isEmpty() || line.startsWith(' ');
+    QString lines;
+    QString paragraph;
+    for (const QString &line : text.split(QLatin1Char('\n'))) {
+        const bool isFixed = line.isEmpty() || line.startsWith(QLatin1Char(' '));
         if (isFixed && !paragraph.isEmpty())
-            lines += wrapped(std::exchange(paragraph, QByteArray()), 0);
+            lines += wrapped(std::exchange(paragraph, QString()));
         if (isFixed)
-            lines += line + '\n';
+            lines += line + QLatin1Char('\n');
         else
-            paragraph += (paragraph.isEmpty() ? QByteArray() : QByteArray(" ")) + line;
+            paragraph += (paragraph.isEmpty() ? QString() : QStringLiteral(" ")) + line;
     }
-    return lines;
+    return paragraph.isEmpty() ? lines : lines + wrapped(paragraph);
 }
 
-QByteArray optionsOf(const QCommandLineParser &parser)
+QString optionsOf(const QCommandLineParser &parser)
 {
-    const QByteArray help = parser.helpText().toUtf8();
-    return help.mid(help.indexOf("Options:"));
+    const QString help = parser.helpText();
+    return help.mid(help.indexOf(QCoreApplication::translate("QCommandLineParser", "Options:")));
+}
+
+QString textOf(const HelpNotes &notes)
+{
+    QString text;
+    if (!notes.remarks.isEmpty())
+        text += QLatin1Char('\n') + filled(notes.remarks);
+    if (!notes.examples.isEmpty()) {
+        text += QLatin1Char('\n')
+            + (notes.examples.size() == 1 ? Text::tr("Example:") : Text::tr("Examples:"))
+            + QLatin1Char('\n');
+        for (const QByteArray &example : notes.examples)
+            text += QLatin1String("  ") + QLatin1String(example) + QLatin1Char('\n');
+    }
+    return text + QLatin1Char('\n') + wrapped(notes.exitCodes);
 }
 
 } // namespace
@@ -55,22 +72,24 @@ QByteArray optionsOf(const QCommandLineParser &parser)
 QByteArray overview(const QList<Command> &commands)
 {
     constexpr int column = 11; // of the summaries
-    QByteArray text("Usage: korvasync [OPTIONS] COMMAND [ARGUMENTS]\n"
-                    "Reads and writes the text messages and calls of a phone's store.\n\n"
-                    "Commands (\"korvasync COMMAND --help\" tells more):\n");
+    QString text = wrapped(Text::tr("Usage: korvasync [OPTIONS] COMMAND [ARGUMENTS]"))
+        + wrapped(Text::tr("Reads and writes the text messages and calls of a phone's store."))
+        + QLatin1Char('\n')
+        + wrapped(Text::tr("Commands (\"korvasync COMMAND --help\" tells more):"));
     for (const Command &command : commands) {
-        text += "  " + QByteArray(command.name).leftJustified(column - 2)
+        text += QLatin1String("  ") + QString::fromLatin1(command.name).leftJustified(column - 2)
             + wrapped(command.summary, column);
     }
     QCommandLineParser parser;
     GlobalOptions::declare(parser);
-    return text + '\n' + optionsOf(parser) + '\n'
-        + wrapped(
-               "Exit codes: 0 all done, 1 some items refused or failed and the rest done, 2 usage, "
-               "3 the store cannot be used, 4 an id was not found, 5 the store gave no answer in "
-               "time, 8 not sent, 9 not known whether sent, 129, 130 and 143 interrupted, 141 "
-               "nobody reads the output any more.",
-               0);
+    const HelpNotes notes{
+        {},
+        {},
+        Text::tr("Exit codes: 0 all done, 1 some items refused or failed and the rest done, 2 "
+                 "usage, 3 the store cannot be used, 4 an id was not found, 5 the store gave no "
+                 "answer in time, 8 not sent, 9 not known whether sent, 129, 130 and 143 "
+                 "interrupted, 141 nobody reads the output any more.")};
+    return (text + QLatin1Char('\n') + optionsOf(parser) + textOf(notes)).toUtf8();
 }
 
 QByteArray page(const Command &command, const QByteArray &name)
@@ -78,9 +97,12 @@ QByteArray page(const Command &command, const QByteArray &name)
     QCommandLineParser parser;
     parser.addOptions(command.options);
     GlobalOptions::declare(parser, command.formats, command.globalOptions);
-    const QByteArray usage = "Usage: korvasync [OPTIONS] " + name + ' ' + command.arguments;
-    return usage.trimmed() + '\n' + wrapped(command.summary, 0) + '\n' + optionsOf(parser) + '\n'
-        + filled(command.notes).chopped(1); // the end of the last line is counted twice
+    const QString line =
+        (QString::fromLatin1(name) + QLatin1Char(' ') + QLatin1String(command.arguments)).trimmed();
+    return (Text::tr("Usage: korvasync [OPTIONS] %1").arg(line) + QLatin1Char('\n')
+            + wrapped(command.summary) + QLatin1Char('\n') + optionsOf(parser)
+            + textOf(command.notes))
+        .toUtf8();
 }
 
 } // namespace Help

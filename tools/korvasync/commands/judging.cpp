@@ -3,6 +3,7 @@
 
 #include "judging.h"
 
+#include "language/text.h"
 #include "options/arguments.h"
 
 bool ReadingOptions::take(const Invocation &invocation, const char *textForm)
@@ -17,7 +18,7 @@ bool ReadingOptions::take(const Invocation &invocation, const char *textForm)
     if (invocation.isSet("assume-tz"))
         localZone = QTimeZone(invocation.value("assume-tz").toUtf8());
     if (!localZone.isValid()) {
-        Diagnostics::error(QStringLiteral("--assume-tz takes a zone such as Europe/Helsinki"));
+        Diagnostics::error(Text::tr("--assume-tz takes a zone such as Europe/Helsinki"));
         return false;
     }
     return true;
@@ -26,12 +27,13 @@ bool ReadingOptions::take(const Invocation &invocation, const char *textForm)
 QList<QCommandLineOption> ReadingOptions::declared(const char *textForm)
 {
     const auto text = [](const char *latin1) { return QString::fromLatin1(latin1); };
-    const QString forms = QStringLiteral("auto, %1 or android-xml").arg(QLatin1String(textForm));
     return {
-        {text("from"), text("The form of the files: ") + forms + text("; auto (default) looks."),
+        {text("from"),
+         Text::tr("The form of the files: auto, %1 or android-xml; auto (default) looks.")
+             .arg(QLatin1String(textForm)),
          text("FORM"), text("auto")},
         {text("assume-tz"),
-         text("Zone of times that name none (default: the system's), as Europe/Helsinki."),
+         Text::tr("Zone of times that name none (default: the system's), as Europe/Helsinki."),
          text("ZONE")},
     };
 }

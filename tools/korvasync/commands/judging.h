@@ -4,6 +4,7 @@
 #pragma once
 
 #include "command.h"
+#include "language/text.h"
 #include "messages/filename.h"
 #include "messages/itemreader.h"
 #include "output/results.h"
@@ -31,7 +32,7 @@ struct Judged
 {
     New item;
     Refusal refusal = Refusal::None;
-    QString detail;                         //!< instead of the refusal's own words
+    Reason detail;                          //!< instead of the refusal's own words
     Answer answer = Answer::Finished;       //!< of the store, where it had to be read for this item
     std::optional<Fingerprint> alternative; //!< under which the store may have it as well
 };
@@ -152,13 +153,13 @@ void Judging<Kind>::noteFileWithoutItems(const QString &path, const ItemReader &
                                          const Take &take)
 {
     if (reader.isEmpty() || reader.isEmptyBackup()) {
-        Diagnostics::warn(QStringLiteral("%1 is empty").arg(terminalText(path)));
+        Diagnostics::warn(Text::tr("%1 is empty").arg(terminalText(path)));
         return;
     }
     ItemResult result;
     result.source = path + QLatin1String(":1");
     if (form == ItemReader::AndroidXml)
-        result.detail = QStringLiteral("not an Android backup, as --from says");
+        result.detail = Text::reason("not an Android backup, as --from says");
     constexpr int mostOfFile = 1024 * 1024; // which is still there, so that it can be read anew
     QByteArray bytes = reader.passedOver();
     if (path != QLatin1String("-") && bytes.size() > mostOfFile)
@@ -173,8 +174,8 @@ void Judging<Kind>::judge(const InputItem &item, ItemResult result, const Take &
     const Item judged = kind.judge(item);
     result.detail = judged.detail;
     if (item.isTooLong)
-        result.detail = QStringLiteral("longer than 32 MiB, so not kept");
+        result.detail = Text::reason("longer than 32 MiB, so not kept");
     else if (item.kind == InputItem::CutFile)
-        result.detail = QStringLiteral("the file is cut off here, so some may be missing");
+        result.detail = Text::reason("the file is cut off here, so some may be missing");
     take(result, judged, item.bytes);
 }

@@ -4,6 +4,7 @@
 #include "command.h"
 #include "storeaccess.h"
 
+#include "language/text.h"
 #include "messages/folder.h"
 #include "messages/number.h"
 #include "options/arguments.h"
@@ -51,8 +52,7 @@ bool Selection::take(const Invocation &invocation)
     if (invocation.isSet("folder") && folder != QLatin1String("all")) {
         const auto location = Folder::byName(folder);
         if (!location) {
-            Diagnostics::error(
-                QStringLiteral("--folder is inbox, outbox, drafts, sent, my or all"));
+            Diagnostics::error(Text::tr("--folder is inbox, outbox, drafts, sent, my or all"));
             return false;
         }
         folders = {*location};
@@ -63,8 +63,7 @@ bool Selection::take(const Invocation &invocation)
         body = QRegularExpression(invocation.value("grep"),
                                   QRegularExpression::UseUnicodePropertiesOption);
     if (!body.isValid()) {
-        Diagnostics::error(
-            QStringLiteral("--grep is no regular expression: %1").arg(body.errorString()));
+        Diagnostics::error(Text::tr("--grep is no regular expression: %1").arg(body.errorString()));
         return false;
     }
     return true;
@@ -140,11 +139,11 @@ QString misuse(const Invocation &invocation)
     const QString &format = invocation.global.format;
     const bool hasForm = format != QLatin1String("text") && format != QLatin1String("ndjson");
     if (!invocation.arguments.isEmpty())
-        return QStringLiteral("list takes no arguments; --number and --grep look for messages");
+        return Text::tr("list takes no arguments; --number and --grep look for messages");
     if (idsOnly && countOnly)
-        return QStringLiteral("--ids and --count exclude each other");
+        return Text::tr("--ids and --count exclude each other");
     if (hasForm && (idsOnly || countOnly))
-        return QStringLiteral("--%1 and -o %2 exclude each other")
+        return Text::tr("--%1 and -o %2 exclude each other")
             .arg(QLatin1String(idsOnly ? "ids" : "count"), format);
     return QString();
 }
@@ -183,9 +182,9 @@ ExitCode run(const Invocation &invocation)
     }
     if (selection.undecided == 0)
         return AllDone;
-    Diagnostics::warn(QStringLiteral("%1 not listed, as --grep is too hard to decide for them; a "
-                                     "simpler expression is without repeats in repeats")
-                          .arg(selection.undecided));
+    Diagnostics::warn(Text::tr("%n not listed, as --grep is too hard to decide for them; a simpler "
+                               "expression is without repeats in repeats",
+                               nullptr, selection.undecided));
     return SomeNotDone;
 }
 
@@ -194,29 +193,30 @@ ExitCode run(const Invocation &invocation)
 Command listCommand()
 {
     const auto text = [](const char *latin1) { return QString::fromLatin1(latin1); };
-    return {
-        "list",
-        "",
-        "Messages of the store, oldest first.",
-        {text("text"), text("ndjson"), text("vmsg"), text("csv"), text("mbox"),
-         text("android-xml")},
-        {
-            {text("folder"), text("inbox, outbox, drafts, sent, my or all (default)."), text("F")},
-            {text("since"),
-             text("From this time on: 2024-05-01T10:00:00Z, 2024-05-01 or @seconds."), text("T")},
-            {text("modified-since"), text("Added or changed after this time."), text("T")},
-            {text("number"), text("To or from this number (its last 7 digits) or word."),
-             text("N")},
-            {text("grep"), text("With a text that this regular expression matches."), text("RE")},
-            {text("limit"), text("The newest N."), text("N")},
-            {text("ids"), text("Print the ids alone.")},
-            {text("count"), text("Print their number alone.")},
-        },
-        run,
-        "Examples:\n"
-        "  korvasync list --folder inbox --since 2024-05-01 --limit 20\n"
-        "  korvasync list -o vmsg > all.vmsg\n\n"
-        "Exit codes: 0 listed, 1 --grep could not be decided for some, 2 usage, 3 the store "
-        "cannot\n"
-        "be read, 5 it gave no answer.\n"};
+    return {"list",
+            "",
+            Text::tr("Messages of the store, oldest first."),
+            {text("text"), text("ndjson"), text("vmsg"), text("csv"), text("mbox"),
+             text("android-xml")},
+            {
+                {text("folder"), Text::tr("inbox, outbox, drafts, sent, my or all (default)."),
+                 text("F")},
+                {text("since"),
+                 Text::tr("From this time on: 2024-05-01T10:00:00Z, 2024-05-01 or @seconds."),
+                 text("T")},
+                {text("modified-since"), Text::tr("Added or changed after this time."), text("T")},
+                {text("number"), Text::tr("To or from this number (its last 7 digits) or word."),
+                 text("N")},
+                {text("grep"), Text::tr("With a text that this regular expression matches."),
+                 text("RE")},
+                {text("limit"), Text::tr("The newest N."), text("N")},
+                {text("ids"), Text::tr("Print the ids alone.")},
+                {text("count"), Text::tr("Print their number alone.")},
+            },
+            run,
+            {{},
+             {"korvasync list --folder inbox --since 2024-05-01 --limit 20",
+              "korvasync list -o vmsg > all.vmsg"},
+             Text::tr("Exit codes: 0 listed, 1 --grep could not be decided for some, 2 usage, 3 "
+                      "the store cannot be read, 5 it gave no answer.")}};
 }

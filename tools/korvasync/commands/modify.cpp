@@ -4,6 +4,7 @@
 #include "command.h"
 #include "storeaccess.h"
 
+#include "language/text.h"
 #include "messages/folder.h"
 #include "messages/number.h"
 #include "messages/settling.h"
@@ -18,7 +19,8 @@ using namespace KorvaSyncIf;
 
 namespace {
 
-constexpr const char *noConversation = "the number has no messages yet; add one first";
+constexpr const char *noConversation =
+    QT_TRANSLATE_NOOP("Text", "the number has no messages yet; add one first");
 
 // Finished also when the message alone is at fault, not the store.
 Answer write(MessageStore &store, const StoredMessage &old, SmsInfo message, ItemResult &result)
@@ -30,7 +32,7 @@ Answer write(MessageStore &store, const StoredMessage &old, SmsInfo message, Ite
     record.messageToken = old.token;
     record.vMessage = VMessageEncoder().encode(message).vMessage;
     const MessageStore::Written written = store.modify(record);
-    const QString trouble = difference(StoredMessage::fromRecord(store.message(old.id)), message);
+    const Reason trouble = difference(StoredMessage::fromRecord(store.message(old.id)), message);
     if (trouble.isEmpty()) {
         result.status = ItemResult::Changed;
         return Answer::Finished;
@@ -42,7 +44,7 @@ Answer write(MessageStore &store, const StoredMessage &old, SmsInfo message, Ite
     if (Diagnostics::storeTroubleCount() > 0)
         return Answer::Refused;
     result.detail =
-        written.status.contains(SmsDatabaseError) ? QLatin1String(noConversation) : trouble;
+        written.status.contains(SmsDatabaseError) ? Text::reason(noConversation) : trouble;
     return Answer::Finished;
 }
 
@@ -65,7 +67,7 @@ Answer foresee(MessageStore &store, const SmsInfo &message, ItemResult &result)
     }
     result.status = ItemResult::Failed;
     result.refusal = Refusal::SmsStore;
-    result.detail = QLatin1String(noConversation);
+    result.detail = Text::reason(noConversation);
     return Answer::Finished;
 }
 
@@ -73,7 +75,7 @@ ExitCode run(const Invocation &invocation)
 {
     const GlobalOptions &global = invocation.global;
     if (invocation.arguments.size() != 2 || invocation.arguments.first() == QLatin1String("-")) {
-        Diagnostics::error(QStringLiteral("modify needs an id and a file"));
+        Diagnostics::error(Text::tr("modify needs an id and a file"));
         return UsageError;
     }
     const auto ids = Arguments::databaseIds(invocation.arguments.mid(0, 1));
@@ -126,16 +128,15 @@ Command modifyCommand()
     return {
         "modify",
         "ID FILE|-",
-        "Replaces a message by the one vMessage given; its time and token stay.",
+        Text::tr("Replaces a message by the one vMessage given; its time and token stay."),
         {QStringLiteral("text"), QStringLiteral("ndjson")},
         {},
         run,
-        "The other party must have messages already. A dry run goes by those that are there: one\n"
-        "whose messages have all been deleted is refused by it, and would be taken.\n\n"
-        "Example:\n"
-        "  korvasync show 812 | sed s/Hallo/Hello/ | korvasync modify 812 -\n\n"
-        "Exit codes: 0 changed, 1 refused or failed, 2 usage, 3 the store cannot be written, 4 "
-        "the\n"
-        "id was not found, 5 it gave no answer.\n",
+        {Text::tr(
+             "The other party must have messages already. A dry run goes by those that are there: "
+             "one whose messages have all been deleted is refused by it, and would be taken."),
+         {"korvasync show 812 | sed s/Hallo/Hello/ | korvasync modify 812 -"},
+         Text::tr("Exit codes: 0 changed, 1 refused or failed, 2 usage, 3 the store cannot be "
+                  "written, 4 the id was not found, 5 it gave no answer.")},
         GlobalOptions::DryRun};
 }

@@ -4,6 +4,7 @@
 #include "command.h"
 #include "storeaccess.h"
 
+#include "language/text.h"
 #include "messages/folder.h"
 #include "messages/numberfindings.h"
 #include "output/jsonline.h"
@@ -24,13 +25,18 @@ Wording wordingOf(NumberFinding::Kind kind)
 {
     switch (kind) {
     case NumberFinding::DifferentNumbers:
-        return {"different-numbers", "different numbers with this end share a conversation"};
+        return {"different-numbers",
+                QT_TRANSLATE_NOOP("Text", "different numbers with this end share a conversation")};
     case NumberFinding::EndOfOthers:
-        return {"end-of-others", "others end with it and can get its messages"};
+        return {"end-of-others",
+                QT_TRANSLATE_NOOP("Text", "others end with it and can get its messages")};
     case NumberFinding::Pattern:
-        return {"pattern", "signs in it are read as a pattern; its messages can go anywhere"};
+        return {"pattern",
+                QT_TRANSLATE_NOOP(
+                    "Text", "signs in it are read as a pattern; its messages can go anywhere")};
     case NumberFinding::Spellings:
-        return {"spellings", "spellings of one number share a conversation"};
+        return {"spellings",
+                QT_TRANSLATE_NOOP("Text", "spellings of one number share a conversation")};
     }
     Q_UNREACHABLE();
 }
@@ -52,8 +58,8 @@ QByteArray ndjson(const NumberFinding &finding)
 QByteArray text(const NumberFinding &finding)
 {
     constexpr int countWidth = 8;
-    QByteArray lines =
-        terminalText(finding.tail).toUtf8() + ": " + wordingOf(finding.kind).sentence + '\n';
+    QByteArray lines = terminalText(finding.tail).toUtf8() + ": "
+        + Text::tr(wordingOf(finding.kind).sentence).toUtf8() + '\n';
     for (const NumberFinding::Member &member : finding.members) {
         lines += QByteArray::number(member.messages).rightJustified(countWidth) + "  "
             + terminalText(member.number).toUtf8() + '\n';
@@ -64,7 +70,7 @@ QByteArray text(const NumberFinding &finding)
 ExitCode run(const Invocation &invocation)
 {
     if (!invocation.arguments.isEmpty()) {
-        Diagnostics::error(QStringLiteral("numbers takes no arguments"));
+        Diagnostics::error(Text::tr("%1 takes no arguments").arg(QLatin1String("numbers")));
         return UsageError;
     }
     if (const ExitCode code = StoreAccess::requireStore(invocation.location))
@@ -86,7 +92,7 @@ ExitCode run(const Invocation &invocation)
         return AllDone;
     JsonLine sums;
     sums.add("numbers", findings.numberCount());
-    QStringList words{QStringLiteral("%1 numbers").arg(findings.numberCount())};
+    QStringList words{Text::tr("%n numbers", nullptr, findings.numberCount())};
     for (const auto kind : {NumberFinding::DifferentNumbers, NumberFinding::EndOfOthers,
                             NumberFinding::Pattern, NumberFinding::Spellings}) {
         const char *const word = wordingOf(kind).word;
@@ -105,20 +111,19 @@ Command numbersCommand()
     return {
         "numbers",
         "",
-        "Tells which numbers share a conversation, and which of them should not.",
+        Text::tr("Tells which numbers share a conversation, and which of them should not."),
         {QStringLiteral("text"), QStringLiteral("ndjson")},
         {},
         run,
-        "A message joins the first conversation whose number ends with the last 7 digits of its\n"
-        "own, or with its word. Findings, the doubtful ones first:\n"
-        "  different-numbers  two parties, perhaps, whose numbers end alike\n"
-        "  end-of-others      a short code or word that longer ones end with: where one\n"
-        "                     of them has a conversation first, that gets its messages\n"
-        "  pattern            a word with signs that the search reads as a pattern\n"
-        "  spellings          one number with and without its prefix: as it should be\n\n"
-        "Examples:\n"
-        "  korvasync numbers\n"
-        "  korvasync numbers -q -o ndjson | grep -v '\"finding\":\"spellings\"'\n\n"
-        "Exit codes: 0 told, also when there is a finding, 2 usage, 3 the store cannot be read,\n"
-        "5 it gave no answer.\n"};
+        {Text::tr("A message joins the first conversation whose number ends with the last 7 digits "
+                  "of its own, or with its word. Findings, the doubtful ones first:\n"
+                  "  different-numbers  two parties, perhaps, whose numbers end alike\n"
+                  "  end-of-others      a short code or word that longer ones end with: where one\n"
+                  "                     of them has a conversation first, that gets its messages\n"
+                  "  pattern            a word with signs that the search reads as a pattern\n"
+                  "  spellings          one number with and without its prefix: as it should be"),
+         {"korvasync numbers",
+          "korvasync numbers -q -o ndjson | grep -v '\"finding\":\"spellings\"'"},
+         Text::tr("Exit codes: 0 told, also when there is a finding, 2 usage, 3 the store cannot "
+                  "be read, 5 it gave no answer.")}};
 }

@@ -4,6 +4,7 @@
 #include "command.h"
 #include "storeaccess.h"
 
+#include "language/text.h"
 #include "messages/settling.h"
 #include "options/arguments.h"
 #include "output/jsonline.h"
@@ -84,7 +85,7 @@ const char *nameOf(MessageSender::Outcome outcome)
 QString withReason(const QString &sentence)
 {
     const QString reason = Diagnostics::sendingTrouble();
-    return reason.isEmpty() ? sentence : sentence + QStringLiteral(": ") + reason;
+    return reason.isEmpty() ? sentence : sentence + QLatin1String(": ") + reason;
 }
 
 ExitCode complainOfNoAnswer(const Invocation &invocation, MessageSender::WaitedFor waitedFor)
@@ -94,12 +95,12 @@ ExitCode complainOfNoAnswer(const Invocation &invocation, MessageSender::WaitedF
         return StoreAccess::complain(invocation.location, Answer::TimedOut);
     case MessageSender::SessionBus:
         Diagnostics::error(
-            QStringLiteral("the message was not sent, as the session bus does not answer"));
+            Text::tr("the message was not sent, as the session bus does not answer"));
         break;
     case MessageSender::OtherClients:
         Diagnostics::error(
-            QStringLiteral("the message was not sent, as another client sends or adds on the "
-                           "store %1; wait for it, or give it more with --timeout")
+            Text::tr("the message was not sent, as another client sends or adds on the "
+                     "store %1; wait for it, or give it more with --timeout")
                 .arg(terminalText(invocation.location.path())));
         break;
     }
@@ -114,16 +115,16 @@ ExitCode complainOfNotSent(const Invocation &invocation, const MessageSender::Re
     case Answer::TimedOut:
         return complainOfNoAnswer(invocation, result.waitedFor);
     case Answer::Interrupted:
-        Diagnostics::error(QStringLiteral("interrupted before the message was sent"));
+        Diagnostics::error(Text::tr("interrupted before the message was sent"));
         return SendFailed;
     case Answer::Finished:
         break;
     }
     Diagnostics::error(
         result.cause == PendingSmsId::SubscriptionFailed
-            ? QStringLiteral("the message was not sent, as there is no session bus; run it "
-                             "in a session, or under dbus-run-session")
-            : QStringLiteral("the message was not sent, as it cannot be read"));
+            ? Text::tr("the message was not sent, as there is no session bus; run it "
+                       "in a session, or under dbus-run-session")
+            : Text::tr("the message was not sent, as it cannot be read"));
     return SendFailed;
 }
 
@@ -135,16 +136,15 @@ ExitCode complain(const Invocation &invocation, const MessageSender::Result &res
     case MessageSender::NotSent:
         return complainOfNotSent(invocation, result);
     case MessageSender::Failed:
-        Diagnostics::error(
-            withReason(QStringLiteral("the message was not sent and stands in the outbox as %1")
-                           .arg(result.id)));
+        Diagnostics::error(withReason(
+            Text::tr("the message was not sent and stands in the outbox as %1").arg(result.id)));
         return SendFailed;
     case MessageSender::Unknown:
         break;
     }
     // Whatever the store's trouble is: to send it once more is what would do harm.
     Diagnostics::error(withReason(
-        QStringLiteral("it is not known whether the message was sent; do not repeat it blindly")));
+        Text::tr("it is not known whether the message was sent; do not repeat it blindly")));
     StoreAccess::complain(invocation.location, result.answer);
     return SendUnknown;
 }
@@ -207,22 +207,23 @@ void printDryRun(const Invocation &invocation, const SmsInfo &message)
                                     .add("body", message.body)
                                     .line());
     } else {
-        invocation.output.write(QStringLiteral("would be sent to %1: %2\n")
+        invocation.output.write(Text::tr("would be sent to %1: %2")
                                     .arg(terminalText(message.toNumber), terminalText(message.body))
-                                    .toUtf8());
+                                    .toUtf8()
+                                + '\n');
     }
 }
 
 ExitCode run(const Invocation &invocation)
 {
     if (!invocation.global.argumentsAreUtf8) {
-        Diagnostics::error(QStringLiteral("number and text are not UTF-8; nothing was sent"));
+        Diagnostics::error(Text::tr("number and text are not UTF-8; nothing was sent"));
         return UsageError;
     }
     const bool isFile = invocation.isSet("vmessage");
     const QStringList &arguments = invocation.arguments;
     if (arguments.size() != (isFile ? 0 : 2) || (!isFile && arguments.first().isEmpty())) {
-        Diagnostics::error(QStringLiteral("send needs a number and a text, or --vmessage alone"));
+        Diagnostics::error(Text::tr("send needs a number and a text, or --vmessage alone"));
         return UsageError;
     }
     std::optional<ParsedMessage> given;
@@ -239,17 +240,17 @@ ExitCode run(const Invocation &invocation)
     const SettledMessage settled =
         given ? settleAsNew(*given, invocation.global) : SettledMessage{{}, Refusal::SmsParse};
     if (settled.refusal != Refusal::None) {
-        Diagnostics::error(QStringLiteral("not sent (%1): %2")
-                               .arg(codeOf(settled.refusal), reasonOf(settled.refusal)));
+        Diagnostics::error(Text::tr("not sent (%1): %2")
+                               .arg(codeOf(settled.refusal), reasonOf(settled.refusal).translated));
         return SomeNotDone;
     }
     if (settled.message.body.isEmpty()) {
-        Diagnostics::error(QStringLiteral("there is no text to send; give one behind the number"));
+        Diagnostics::error(Text::tr("there is no text to send; give one behind the number"));
         return UsageError;
     }
     if (!isCarriedWhole(settled.message)) {
-        Diagnostics::error(QStringLiteral(
-            "a message cannot carry this number or text; leave control characters out"));
+        Diagnostics::error(
+            Text::tr("a message cannot carry this number or text; leave control characters out"));
         return UsageError;
     }
     if (const ExitCode code = StoreAccess::requirePlace(invocation.location))
@@ -267,16 +268,14 @@ Command sendCommand()
     return {
         "send",
         "NUMBER TEXT|-",
-        "Sends a message and prints its id (- reads the text from standard input).",
+        Text::tr("Sends a message and prints its id (- reads the text from standard input)."),
         {QStringLiteral("text"), QStringLiteral("ndjson")},
-        {{QStringLiteral("vmessage"),
-          QStringLiteral("Sends the only message of a file to its receiver."),
+        {{QStringLiteral("vmessage"), Text::tr("Sends the only message of a file to its receiver."),
           QStringLiteral("FILE")}},
         run,
-        "Examples:\n"
-        "  korvasync send +15550100 Hello\n"
-        "  fortune | korvasync send +15550100 -\n\n"
-        "Exit codes: 0 sent, 1 refused, 2 usage, 3 the store cannot be used, 5 it gave no answer,\n"
-        "8 not sent, 9 not known whether sent.\n",
+        {{},
+         {"korvasync send +15550100 Hello", "fortune | korvasync send +15550100 -"},
+         Text::tr("Exit codes: 0 sent, 1 refused, 2 usage, 3 the store cannot be used, 5 it gave "
+                  "no answer, 8 not sent, 9 not known whether sent.")},
         GlobalOptions::DryRun};
 }

@@ -4,6 +4,7 @@
 #include "command.h"
 #include "storeaccess.h"
 
+#include "language/text.h"
 #include "options/arguments.h"
 #include "output/messageformats.h"
 #include "process/diagnostics.h"
@@ -14,7 +15,7 @@ namespace {
 ExitCode run(const Invocation &invocation)
 {
     if (invocation.arguments.isEmpty()) {
-        Diagnostics::error(QStringLiteral("show needs an id; \"korvasync list\" shows them"));
+        Diagnostics::error(Text::tr("show needs an id; \"korvasync list\" shows them"));
         return UsageError;
     }
     const auto ids = Arguments::databaseIds(invocation.arguments);
@@ -35,7 +36,7 @@ ExitCode run(const Invocation &invocation)
             code = StoreAccess::complain(invocation.location, Answer::Refused);
             break;
         } else {
-            Diagnostics::warn(QStringLiteral("there is no message %1").arg(id));
+            Diagnostics::warn(Text::tr("there is no message %1").arg(id));
             code = IdNotFound;
         }
     }
@@ -51,17 +52,15 @@ ExitCode run(const Invocation &invocation)
 Command showCommand()
 {
     const auto text = [](const char *latin1) { return QString::fromLatin1(latin1); };
-    return {
-        "show",
-        "ID...",
-        "Messages by id (- reads ids from standard input).",
-        {text("vmsg"), text("text"), text("ndjson"), text("csv"), text("mbox"),
-         text("android-xml")},
-        {},
-        run,
-        "Examples:\n"
-        "  korvasync show -o text 812\n"
-        "  korvasync list --ids --grep Hello | korvasync show -\n\n"
-        "Exit codes: 0 shown, 2 usage, 3 the store cannot be read, 4 an id was not found, 5 it\n"
-        "gave no answer.\n"};
+    return {"show",
+            "ID...",
+            Text::tr("Messages by id (- reads ids from standard input)."),
+            {text("vmsg"), text("text"), text("ndjson"), text("csv"), text("mbox"),
+             text("android-xml")},
+            {},
+            run,
+            {{},
+             {"korvasync show -o text 812", "korvasync list --ids --grep Hello | korvasync show -"},
+             Text::tr("Exit codes: 0 shown, 2 usage, 3 the store cannot be read, 4 an id was not "
+                      "found, 5 it gave no answer.")}};
 }

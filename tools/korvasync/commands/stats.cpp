@@ -4,6 +4,7 @@
 #include "command.h"
 #include "storeaccess.h"
 
+#include "language/text.h"
 #include "messages/folder.h"
 #include "messages/number.h"
 #include "options/arguments.h"
@@ -104,7 +105,7 @@ ExitCode run(const Invocation &invocation)
         format == QLatin1String("text") ? numbersForPeople : std::numeric_limits<int>::max();
     QDateTime since;
     if (!invocation.arguments.isEmpty()) {
-        Diagnostics::error(QStringLiteral("stats takes no arguments"));
+        Diagnostics::error(Text::tr("%1 takes no arguments").arg(QLatin1String("stats")));
         return UsageError;
     }
     if (!Arguments::takeTime(invocation.options, "since", invocation.global.localZone, since)
@@ -140,20 +141,21 @@ Command statsCommand()
     return {
         "stats",
         "",
-        "Counts messages by folder, year (in UTC) and number, and calls by type, year and "
-        "number.",
+        Text::tr("Counts messages by folder, year (in UTC) and number, and calls by type, year and "
+                 "number."),
         {text("text"), text("ndjson")},
         {
             {text("since"),
-             text("From this time on: 2024-05-01T10:00:00Z, 2024-05-01 or @seconds."), text("T")},
-            {text("limit"), text("The N numbers that have most (text: 10, ndjson: all)."),
+             Text::tr("From this time on: 2024-05-01T10:00:00Z, 2024-05-01 or @seconds."),
+             text("T")},
+            {text("limit"), Text::tr("The N numbers that have most (text: 10, ndjson: all)."),
              text("N")},
         },
         run,
-        "Numbers whose last 7 digits are alike count as one. On a terminal each row has a "
-        "bar.\n\n"
-        "Examples:\n"
-        "  korvasync stats --since 2024-01-01\n"
-        "  korvasync stats -o ndjson | grep '\"by\":\"year\"'\n\n"
-        "Exit codes: 0 counted, 2 usage, 3 the store cannot be read, 5 it gave no answer.\n"};
+        {Text::tr("Numbers whose last 7 digits are alike count as one. On a terminal each row has "
+                  "a bar."),
+         {"korvasync stats --since 2024-01-01",
+          "korvasync stats -o ndjson | grep '\"by\":\"year\"'"},
+         Text::tr(
+             "Exit codes: 0 counted, 2 usage, 3 the store cannot be read, 5 it gave no answer.")}};
 }

@@ -3,6 +3,7 @@
 
 #include "storeaccess.h"
 
+#include "language/text.h"
 #include "output/terminaltext.h"
 #include "process/diagnostics.h"
 
@@ -17,10 +18,9 @@ ExitCode complain(const StoreLocation &location, Answer answer)
     case Answer::Interrupted: // the signal tells by itself
         return SomeNotDone;
     case Answer::TimedOut:
-        Diagnostics::error(
-            QStringLiteral("the store %1 gave no answer in time; see whether "
-                           "another program holds it, or give it more with --timeout")
-                .arg(path));
+        Diagnostics::error(Text::tr("the store %1 gave no answer in time; see whether "
+                                    "another program holds it, or give it more with --timeout")
+                               .arg(path));
         return NoAnswer;
     case Answer::Refused:
         break;
@@ -28,8 +28,8 @@ ExitCode complain(const StoreLocation &location, Answer answer)
     const QString trouble = Diagnostics::storeTrouble();
     Diagnostics::error(!trouble.isEmpty()
                            ? trouble
-                           : QStringLiteral("the store %1 refuses the request; see that its disk "
-                                            "has room and that you may write there")
+                           : Text::tr("the store %1 refuses the request; see that its disk "
+                                      "has room and that you may write there")
                                  .arg(path));
     return StoreFailed;
 }
@@ -39,14 +39,13 @@ ExitCode requirePlace(StoreLocation &location)
     const StoreLocation::State state = location.state();
     const QString path = terminalText(location.path());
     if (state == StoreLocation::OtherFolder) {
-        Diagnostics::error(QStringLiteral("%1 is no store, and not empty: name another place "
-                                          "with --store")
+        Diagnostics::error(Text::tr("%1 is no store, and not empty: name another place "
+                                    "with --store")
                                .arg(path));
     } else if (state == StoreLocation::Unreachable) {
-        Diagnostics::error(
-            QStringLiteral("the store %1 cannot be opened: %2; see whose it is, or name "
-                           "another with --store")
-                .arg(path, location.errorText()));
+        Diagnostics::error(Text::tr("the store %1 cannot be opened: %2; see whose it is, or name "
+                                    "another with --store")
+                               .arg(path, location.errorText()));
     } else {
         return AllDone;
     }
@@ -56,8 +55,8 @@ ExitCode requirePlace(StoreLocation &location)
 ExitCode requireStore(StoreLocation &location)
 {
     if (location.state() == StoreLocation::Absent) {
-        Diagnostics::error(QStringLiteral("there is no store at %1: --store names another place, "
-                                          "and \"korvasync add\" makes one")
+        Diagnostics::error(Text::tr("there is no store at %1: --store names another place, "
+                                    "and \"korvasync add\" makes one")
                                .arg(terminalText(location.path())));
         return StoreFailed;
     }

@@ -4,6 +4,7 @@
 #include "addableitems.h"
 #include "command.h"
 
+#include "language/text.h"
 #include "messages/datetext.h"
 #include "messages/inputpaths.h"
 #include "options/arguments.h"
@@ -97,7 +98,7 @@ ExitCode run(const Invocation &invocation)
         || !Arguments::takeFolder(invocation.options, "folder", rules.folder))
         return UsageError;
     if (invocation.arguments.isEmpty()) {
-        Diagnostics::error(QStringLiteral("verify needs a file, a folder or -"));
+        Diagnostics::error(Text::tr("verify needs a file, a folder or -"));
         return UsageError;
     }
     rules.localZone = options.localZone;
@@ -112,24 +113,24 @@ ExitCode run(const Invocation &invocation)
 Command verifyCommand()
 {
     const auto text = [](const char *latin1) { return QString::fromLatin1(latin1); };
-    return {"verify",
-            "FILE|DIR|-...",
-            "Tells whether all messages and calls of files are in the store; adds nothing.",
-            {text("text"), text("ndjson")},
-            ReadingOptions::declared(textForm)
-                + QList<QCommandLineOption>{
-                    {text("folder"),
-                     text("For messages that name no folder: inbox, outbox, sent or my (drafts: refused)."),
-                     text("F")},
-                },
-            run,
-            "Files are read, and equal items found, as by \"korvasync add\"; call-history entries are\n"
-            "read as well. Each item that is missing or refused is told. Give the --from, --assume-tz\n"
-            "and --folder with which they were added.\n\n"
-            "Examples:\n"
-            "  korvasync verify old-phone/\n"
-            "  korvasync calls list -o entries | korvasync verify --store /media/store -\n\n"
-            "Exit codes: 0 everything is there, 1 something is missing or refused, 2 usage, 3 the\n"
-            "store cannot be read, 5 it gave no answer.\n",
-            GlobalOptions::ShowsProgress};
+    const QList<QCommandLineOption> options{
+        {text("folder"),
+         Text::tr("For messages that name no folder: inbox, outbox, sent or my (drafts: refused)."),
+         text("F")},
+    };
+    return {
+        "verify",
+        "FILE|DIR|-...",
+        Text::tr("Tells whether all messages and calls of files are in the store; adds nothing."),
+        {text("text"), text("ndjson")},
+        ReadingOptions::declared(textForm) + options,
+        run,
+        {Text::tr("Files are read, and equal items found, as by \"korvasync add\"; call-history "
+                  "entries are read as well. Each item that is missing or refused is told. Give "
+                  "the --from, --assume-tz and --folder with which they were added."),
+         {"korvasync verify old-phone/",
+          "korvasync calls list -o entries | korvasync verify --store /media/store -"},
+         Text::tr("Exit codes: 0 everything is there, 1 something is missing or refused, 2 usage, "
+                  "3 the store cannot be read, 5 it gave no answer.")},
+        GlobalOptions::ShowsProgress};
 }

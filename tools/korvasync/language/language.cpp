@@ -20,7 +20,7 @@ static QString languageOf(const QString &locale)
 {
     const auto end = std::find_if(locale.cbegin(), locale.cend(),
                                   [](QChar c) { return delimiters().contains(c); });
-    return locale.left(end - locale.cbegin());
+    return locale.left(static_cast<int>(end - locale.cbegin()));
 }
 
 static bool namesNoLanguage(const QString &locale)

@@ -15,10 +15,9 @@ struct Reason
 
     bool isEmpty() const { return english.isEmpty(); }
     Reason arg(const QString &value) const { return {english.arg(value), translated.arg(value)}; }
-    Reason arg(const Reason &first, const Reason &second) const
+    Reason arg(const Reason &value) const
     {
-        return {english.arg(first.english, second.english),
-                translated.arg(first.translated, second.translated)};
+        return {english.arg(value.english), translated.arg(value.translated)};
     }
 };
 

@@ -8,7 +8,6 @@
 
 #include <array>
 #include <cerrno>
-#include <cstring>
 #include <fcntl.h>
 #include <poll.h>
 #include <unistd.h>
@@ -107,7 +106,7 @@ InputFile::InputFile(const QString &path)
     }
     descriptor = open(FileName::encode(path).constData(), O_RDONLY | O_CLOEXEC);
     if (descriptor < 0)
-        errorText = QString::fromLocal8Bit(std::strerror(errno));
+        trouble = Text::ofSystemError(errno);
 }
 
 InputFile::~InputFile()
@@ -183,7 +182,7 @@ QByteArray InputFile::readBytes()
     std::array<char, pieceSize> piece;
     const ssize_t count = ::read(descriptor, piece.data(), piece.size());
     if (count < 0)
-        errorText = QString::fromLocal8Bit(std::strerror(errno));
+        trouble = Text::ofSystemError(errno);
     ended = count <= 0;
     if (ended)
         return QByteArray();

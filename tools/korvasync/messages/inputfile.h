@@ -5,6 +5,8 @@
 
 #include "utf16.h"
 
+#include "language/text.h"
+
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
 
@@ -24,7 +26,7 @@ public:
     //! The next piece; empty at the end, after an error and when a signal came.
     QByteArray read();
 
-    QString error() const { return errorText; } //!< empty = none so far
+    Reason error() const { return trouble; } //!< empty = none so far
     qint64 bytesRead() const { return consumed; }
 
 private:
@@ -37,7 +39,7 @@ private:
     bool started = false;
     bool ended = false;
     qint64 consumed = 0;
-    QString errorText;
+    Reason trouble;
     QByteArray unread; // read ahead
     std::optional<Utf16Converter> converter;
 };

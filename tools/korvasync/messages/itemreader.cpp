@@ -80,7 +80,7 @@ QString InputItem::firstLine() const
 ItemReader::ItemReader(const QString &path, Form form)
     : file(path)
     , form(form)
-    , errorText(file.error())
+    , trouble(file.error())
 {
 }
 
@@ -112,10 +112,10 @@ bool ItemReader::fill()
     if (leftoverBegin)
         *leftoverBegin -= done;
     const QByteArray piece = file.read();
-    errorText = file.error();
+    trouble = file.error();
     ended = piece.isEmpty();
     buffer += piece;
-    return errorText.isEmpty() && (!ended || Interrupt::signalNumber() == 0);
+    return trouble.isEmpty() && (!ended || Interrupt::signalNumber() == 0);
 }
 
 //! Reads on. \return false when more bytes are needed

@@ -56,7 +56,7 @@ public:
     //! Nothing at the end, after an error and when a signal came.
     std::optional<InputItem> next();
 
-    QString error() const { return errorText; } //!< empty = none so far
+    Reason error() const { return trouble; } //!< empty = none so far
     qint64 bytesRead() const { return file.bytesRead(); }
 
     //! Of a file of rejects, what was read since the last call: reasons without an item behind
@@ -111,7 +111,7 @@ private:
     InputFile file;
     const Form form;
     bool ended = false;
-    QString errorText;
+    Reason trouble;
 
     QByteArray buffer; // from the open item, else from the unread byte on
     Size position = 0; // of the first byte that was not read
@@ -138,8 +138,8 @@ private:
 
     // In the buffer, of what belongs to no item: from the start of the file, or a reason.
     std::optional<Size> leftoverBegin = 0;
-    bool followsReason = false;
     QByteArray leftovers;
+    bool followsReason = false;
 
     bool hasContent = false;
     bool isXml = false;

@@ -17,42 +17,50 @@ Wording wordingOf(Refusal refusal)
     case Refusal::None:
         return {"", ""};
     case Refusal::SmsParse:
-        return {"sms-parse", "not a whole vMessage"};
+        return {"sms-parse", QT_TRANSLATE_NOOP("Text", "not a whole vMessage")};
     case Refusal::SmsDraft:
-        return {"sms-draft", "a draft, and drafts cannot be written"};
+        return {"sms-draft", QT_TRANSLATE_NOOP("Text", "a draft, and drafts cannot be written")};
     case Refusal::SmsNoNumber:
-        return {"sms-no-number", "no number of the other party"};
+        return {"sms-no-number", QT_TRANSLATE_NOOP("Text", "no number of the other party")};
     case Refusal::SmsBadId:
-        return {"sms-bad-id", "no message has this id"};
+        return {"sms-bad-id", QT_TRANSLATE_NOOP("Text", "no message has this id")};
     case Refusal::SmsNoFolder:
-        return {"sms-no-folder", "no known folder; --folder names one"};
+        return {"sms-no-folder", QT_TRANSLATE_NOOP("Text", "no known folder; --folder names one")};
     case Refusal::SmsNoFolderToReplace:
-        return {"sms-no-folder", "no known folder; its line X-IRMC-BOX names one, such as INBOX"};
+        return {"sms-no-folder",
+                QT_TRANSLATE_NOOP("Text",
+                                  "no known folder; its line X-IRMC-BOX names one, such as INBOX")};
     case Refusal::SmsStore:
-        return {"sms-store", "the store did not take it"};
+        return {"sms-store", QT_TRANSLATE_NOOP("Text", "the store did not take it")};
     case Refusal::SmsDelete:
-        return {"sms-delete", "the store did not delete it"};
+        return {"sms-delete", QT_TRANSLATE_NOOP("Text", "the store did not delete it")};
     case Refusal::CallParse:
-        return {"call-parse", "not a whole call-history entry"};
+        return {"call-parse", QT_TRANSLATE_NOOP("Text", "not a whole call-history entry")};
     case Refusal::CallType:
-        return {"call-type", "no TYPE of call that is incoming, outgoing or missed"};
+        return {"call-type",
+                QT_TRANSLATE_NOOP("Text", "no TYPE of call that is incoming, outgoing or missed")};
     case Refusal::CallStore:
-        return {"call-store", "the store did not take it"};
+        return {"call-store", QT_TRANSLATE_NOOP("Text", "the store did not take it")};
     case Refusal::BadCallTime:
-        return {"bad-time", "no time, or none that can be"};
+        return {"bad-time", QT_TRANSLATE_NOOP("Text", "no time, or none that can be")};
     case Refusal::BadTime:
         return {"bad-time",
-                "no time, or none that can be; --on-bad-time now takes the time of the clock"};
+                QT_TRANSLATE_NOOP(
+                    "Text",
+                    "no time, or none that can be; --on-bad-time now takes the time of the clock")};
     case Refusal::Duplicate:
-        return {"duplicate", "there already"};
+        return {"duplicate", QT_TRANSLATE_NOOP("Text", "there already")};
     case Refusal::TooManyRecipients:
-        return {"too-many-recipients", "more than one other party; a message can be kept for one"};
+        return {
+            "too-many-recipients",
+            QT_TRANSLATE_NOOP("Text", "more than one other party; a message can be kept for one")};
     case Refusal::MmsNotSupported:
-        return {"mms-not-supported", "a multimedia message"};
+        return {"mms-not-supported", QT_TRANSLATE_NOOP("Text", "a multimedia message")};
     case Refusal::ForeignObject:
-        return {"foreign-object", "not a text message but another kind of object"};
+        return {"foreign-object",
+                QT_TRANSLATE_NOOP("Text", "not a text message but another kind of object")};
     case Refusal::Unreadable:
-        return {"unreadable", "the file cannot be read"};
+        return {"unreadable", QT_TRANSLATE_NOOP("Text", "the file cannot be read")};
     }
     Q_UNREACHABLE();
 }
@@ -61,7 +69,7 @@ Wording wordingOf(Refusal refusal)
 
 QString codeOf(Refusal refusal) { return QLatin1String(wordingOf(refusal).code); }
 
-QString reasonOf(Refusal refusal) { return QLatin1String(wordingOf(refusal).reason); }
+Reason reasonOf(Refusal refusal) { return Text::reason(wordingOf(refusal).reason); }
 
 QByteArray reasonLine(const QString &source, Refusal refusal, const QString &reason)
 {

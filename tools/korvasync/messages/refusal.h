@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "language/text.h"
+
 #include <QtCore/QString>
 
 #include <string_view>
@@ -32,8 +34,8 @@ enum class Refusal {
 
 //! The word that results carry, such as "sms-no-number"; empty for None.
 QString codeOf(Refusal refusal);
-//! The same in a sentence's end: "name no number".
-QString reasonOf(Refusal refusal);
+//! The same in words, as the end of a sentence.
+Reason reasonOf(Refusal refusal);
 
 //! The line without its end that a file of rejects has in front of an item.
 QByteArray reasonLine(const QString &source, Refusal refusal, const QString &reason);

@@ -3,6 +3,7 @@
 
 #include "arguments.h"
 
+#include "language/text.h"
 #include "messages/folder.h"
 #include "messages/inputfile.h"
 #include "output/terminaltext.h"
@@ -22,7 +23,7 @@ bool takeTime(const QCommandLineParser &parser, const char *option, const QTimeZ
     time = DateText::readOption(parser.value(name), local, rounding);
     if (!time.isValid()) {
         Diagnostics::error(
-            QStringLiteral("--%1 takes 2024-05-01T10:00:00Z, 2024-05-01 or @seconds").arg(name));
+            Text::tr("--%1 takes 2024-05-01T10:00:00Z, 2024-05-01 or @seconds").arg(name));
     }
     return time.isValid();
 }
@@ -38,7 +39,7 @@ bool takeNumber(const QCommandLineParser &parser, const char *option, int least,
     const bool fits = isNumber && number >= least && number <= most;
     if (!fits)
         Diagnostics::error(
-            QStringLiteral("--%1 is a number from %2 to %3").arg(name).arg(least).arg(most));
+            Text::tr("--%1 is a number from %2 to %3").arg(name).arg(least).arg(most));
     return fits;
 }
 
@@ -49,8 +50,7 @@ std::optional<int> takeChoice(const QCommandLineParser &parser, const char *opti
     const auto choice = static_cast<int>(choices.indexOf(parser.value(name)));
     if (choice >= 0)
         return choice;
-    Diagnostics::error(
-        QStringLiteral("--%1 is one of: %2").arg(name, choices.join(QLatin1String(", "))));
+    Diagnostics::error(Text::tr("--%1 is one of: %2").arg(name, choices.join(QLatin1String(", "))));
     return std::nullopt;
 }
 
@@ -63,7 +63,7 @@ bool takeFolder(const QCommandLineParser &parser, const char *option, int &folde
     if (location)
         folder = *location;
     else
-        Diagnostics::error(QStringLiteral("--%1 is inbox, outbox, drafts, sent or my").arg(name));
+        Diagnostics::error(Text::tr("--%1 is inbox, outbox, drafts, sent or my").arg(name));
     return location.has_value();
 }
 
@@ -83,14 +83,13 @@ std::optional<QString> standardInput()
     if (Interrupt::signalNumber() != 0) // half of it is nothing to go by
         return std::nullopt;
     if (!input.error().isEmpty()) {
-        Diagnostics::error(
-            QStringLiteral("standard input cannot be read: %1; see what it comes from")
-                .arg(input.error()));
+        Diagnostics::error(Text::tr("standard input cannot be read: %1; see what it comes from")
+                               .arg(input.error().translated));
         return std::nullopt;
     }
     if (!isUtf8(bytes)) {
         Diagnostics::error(
-            QStringLiteral("standard input is not UTF-8; convert it, with iconv for instance"));
+            Text::tr("standard input is not UTF-8; convert it, with iconv for instance"));
         return std::nullopt;
     }
     return QString::fromUtf8(bytes.constData(), int(bytes.size())); // zeros and all
@@ -117,7 +116,7 @@ std::optional<QList<int>> databaseIds(const QStringList &arguments)
         bool isNumber = false;
         const int id = word.toInt(&isNumber);
         if (!isNumber) {
-            Diagnostics::error(QStringLiteral("%1 is no database id; \"korvasync list\" shows them")
+            Diagnostics::error(Text::tr("%1 is no database id; \"korvasync list\" shows them")
                                    .arg(terminalText(word)));
             return std::nullopt;
         }
@@ -134,12 +133,13 @@ std::optional<InputItem> onlyMessage(const char *command, const QString &path)
     if (message && message->kind != InputItem::Message)
         message.reset();
     if (!reader.error().isEmpty()) {
-        Diagnostics::error(QStringLiteral("%1 cannot be read: %2; name a file that you may read")
-                               .arg(terminalText(path), reader.error()));
+        Diagnostics::error(Text::tr("%1 cannot be read: %2; name a file that you may read")
+                               .arg(terminalText(path), reader.error().translated));
     } else if (!message || !isAlone) {
-        Diagnostics::error(QStringLiteral("%1 takes exactly one message, and %2 has %3")
-                               .arg(QLatin1String(command), terminalText(path),
-                                    QLatin1String(message ? "more" : "none")));
+        const QString sentence = message
+            ? Text::tr("%1 takes exactly one message, and %2 has more")
+            : Text::tr("%1 takes exactly one message, and %2 has none");
+        Diagnostics::error(sentence.arg(QLatin1String(command), terminalText(path)));
     } else {
         return message;
     }

@@ -3,39 +3,42 @@
 
 #include "globaloptions.h"
 
+#include "language/text.h"
+
 void GlobalOptions::declare(QCommandLineParser &parser, const QStringList &formats, int meaning)
 {
     const auto text = [](const char *latin1) { return QString::fromLatin1(latin1); };
     QString forms = formats.join(QLatin1String(", "));
     if (formats.isEmpty()) {
-        forms = text("text, ndjson; messages: vmsg, csv, mbox, android-xml; calls: entries, "
-                     "android-xml");
+        forms = Text::tr("text, ndjson; messages: vmsg, csv, mbox, android-xml; calls: entries, "
+                         "android-xml");
     } else {
-        forms.insert(formats.first().size(), text(" (default)"));
+        forms.replace(0, formats.first().size(), Text::tr("%1 (default)").arg(formats.first()));
     }
     QCommandLineOption dryRun({text("n"), text("dry-run")},
-                              text("Say what would happen, write nothing."));
+                              Text::tr("Say what would happen, write nothing."));
     QCommandLineOption progress(
-        text("progress"), text("On stderr: auto (default: only on a terminal), always or never."),
-        text("WHEN"), text("auto"));
+        text("progress"),
+        Text::tr("On stderr: auto (default: only on a terminal), always or never."), text("WHEN"),
+        text("auto"));
     if ((meaning & DryRun) == 0)
         dryRun.setFlags(QCommandLineOption::HiddenFromHelp);
     if ((meaning & ShowsProgress) == 0)
         progress.setFlags(QCommandLineOption::HiddenFromHelp);
     parser.addOptions({
         {text("store"),
-         text("The store (default: $KORVASYNC_STORE, else the data folder's korvasync)."),
+         Text::tr("The store (default: $KORVASYNC_STORE, else the data folder's korvasync)."),
          text("DIR")},
-        {text("o"), text("Output format: %1.").arg(forms), text("FORMAT")},
+        {text("o"), Text::tr("Output format: %1.").arg(forms), text("FORMAT")},
         dryRun,
-        {text("q"), text("No summary; -qq: no warnings either.")},
-        {text("v"), text("The library's own trace, which shows numbers and texts.")},
+        {text("q"), Text::tr("No summary; -qq: no warnings either.")},
+        {text("v"), Text::tr("The library's own trace, which shows numbers and texts.")},
         progress,
         {text("timeout"),
-         text("Seconds to wait for an answer of the store, up to 1000000 (default: 60)."),
+         Text::tr("Seconds to wait for an answer of the store, up to 1000000 (default: 60)."),
          text("S"), text("60")},
-        {{text("h"), text("help")}, text("This help.")},
-        {text("version"), text("The version.")},
+        {{text("h"), text("help")}, Text::tr("This help.")},
+        {text("version"), Text::tr("The version.")},
     });
 }
 
@@ -45,10 +48,10 @@ QString GlobalOptions::take(const QCommandLineParser &parser)
     const auto value = [&](const char *name) { return parser.value(QLatin1String(name)); };
     store = value("store");
     if (isSet("store") && store.isEmpty())
-        return QStringLiteral("--store names no folder");
+        return Text::tr("--store names no folder");
     format = value("o");
     if (isSet("o") && format.isEmpty())
-        return QStringLiteral("-o names no format");
+        return Text::tr("-o names no format");
     dryRun = isSet("dry-run");
     quiet = static_cast<int>(parser.optionNames().count(QStringLiteral("q")));
     verbose = isSet("v");
@@ -56,12 +59,12 @@ QString GlobalOptions::take(const QCommandLineParser &parser)
     static const QStringList progressValues{QStringLiteral("auto"), QStringLiteral("always"),
                                             QStringLiteral("never")};
     if (!progressValues.contains(progress))
-        return QStringLiteral("--progress is auto, always or never");
+        return Text::tr("--progress is auto, always or never");
     bool isNumber = false;
     const double seconds = value("timeout").toDouble(&isNumber);
     constexpr double longest = 1000000;
     if (!isNumber || !(seconds > 0 && seconds <= longest))
-        return QStringLiteral("--timeout is a number of seconds above 0 and up to 1000000");
+        return Text::tr("--timeout is a number of seconds above 0 and up to 1000000");
     timeout = std::chrono::milliseconds(static_cast<qint64>(seconds * 1000));
     return QString();
 }

@@ -3,6 +3,7 @@
 
 #include "androidxml.h"
 
+#include "language/text.h"
 #include "process/diagnostics.h"
 
 #include <QtCore/QXmlStreamWriter>
@@ -140,10 +141,11 @@ void printAll(const char *root, const QList<Item> &items, StandardOutput &output
         output.write(element(item, replaced));
     output.write(QByteArray("</") + root + ">\n");
     if (replaced > 0) {
-        Diagnostics::warn(QStringLiteral("%1 character(s) that XML cannot hold are replaced by "
-                                         "U+FFFD; -o %2 keeps them")
-                              .arg(replaced)
-                              .arg(QLatin1String(formThatKeepsAll)));
+        Diagnostics::warn(
+            Text::tr("%n character(s) that XML cannot hold are replaced by U+FFFD; -o "
+                     "%1 keeps them",
+                     nullptr, replaced)
+                .arg(QLatin1String(formThatKeepsAll)));
     }
 }
 

@@ -6,6 +6,7 @@
 #include "androidxml.h"
 #include "calls/callentry.h"
 #include "jsonline.h"
+#include "language/text.h"
 #include "messages/datetext.h"
 #include "terminaltext.h"
 
@@ -37,7 +38,7 @@ static QByteArray tableLine(const Call &call)
 {
     const QString time = DateText::write(call.start);
     const QString number =
-        call.number.isEmpty() ? QStringLiteral("hidden") : terminalText(call.number);
+        call.number.isEmpty() ? Text::tr("hidden", "a number") : terminalText(call.number);
     return QStringLiteral("%1  %2  %3  %4\n")
         .arg((time.isEmpty() ? QStringLiteral("-") : time).leftJustified(20),
              call.type.leftJustified(8), clockText(call.duration).rightJustified(7), number)

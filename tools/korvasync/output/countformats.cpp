@@ -7,6 +7,10 @@
 #include "jsonline.h"
 #include "terminaltext.h"
 
+#include "language/text.h"
+
+#include <QtCore/QMap>
+
 #include <algorithm>
 
 namespace {
@@ -29,33 +33,52 @@ QByteArray ndjson(const CountTable &table)
     return lines;
 }
 
+//! What a table counts by, for people.
+QString headingOf(const char *by)
+{
+    static const QMap<QByteArray, QString> headings{
+        {"total", Text::tr("total")}, {"folder", Text::tr("folder")}, {"type", Text::tr("type")},
+        {"year", Text::tr("year")},   {"number", Text::tr("number")},
+    };
+    return headings.value(by);
+}
+
 //! The columns of one table.
 struct Layout
 {
     QString heading;
+    QString countHeading;
+    QString amountHeading;
     int keyWidth;
+    int countWidth;
+    int amountWidth;
     qint64 most = 1;
     int barRoom = 0; // 0 = no bars
 
-    static constexpr int countWidth = 8;
-    static constexpr int amountWidth = 10;
-
     Layout(const CountTable &table, int terminalWidth);
+    QByteArray headLine() const { return line(heading, countHeading, amountHeading, QString()); }
     QByteArray line(const QString &key, const QString &count, const QString &amount,
                     const QString &bar) const;
     QString bar(const CountTable::Row &row) const;
 };
 
 Layout::Layout(const CountTable &table, int terminalWidth)
-    : heading(QLatin1String(table.by))
+    : heading(headingOf(table.by))
+    , countHeading(table.isOfCalls ? Text::tr("calls") : Text::tr("messages"))
+    , amountHeading(table.isOfCalls ? Text::tr("duration") : Text::tr("unread", "messages"))
 {
     constexpr int usualKey = 12;
+    constexpr int usualCount = 8;
+    constexpr int usualAmount = 10;
     constexpr int widestKey = 20; // longer ones push their own line only
     constexpr int shortestBar = 8;
     if (table.hidden > 0)
-        heading += QStringLiteral(" (%1 of %2)")
-                       .arg(table.rows.size())
-                       .arg(table.rows.size() + table.hidden);
+        heading = Text::tr("%1 (%2 of %3)")
+                      .arg(heading)
+                      .arg(table.rows.size())
+                      .arg(table.rows.size() + table.hidden);
+    countWidth = qMax(usualCount, static_cast<int>(countHeading.size()));
+    amountWidth = qMax(usualAmount, static_cast<int>(amountHeading.size()));
     keyWidth = qMax(usualKey, static_cast<int>(heading.size()));
     for (const CountTable::Row &row : table.rows) {
         keyWidth = qMax(keyWidth, qMin(static_cast<int>(row.key.size()), widestKey));
@@ -91,9 +114,7 @@ QByteArray text(const CountTable &table, int terminalWidth)
         return QByteArray();
     const Layout layout(table, terminalWidth);
     const QString noKey = qstrcmp(table.by, "total") == 0 ? QString() : QStringLiteral("-");
-    QByteArray lines = layout.line(
-        layout.heading, QLatin1String(nameOfItems(table)),
-        table.isOfCalls ? QStringLiteral("duration") : QStringLiteral("unread"), QString());
+    QByteArray lines = layout.headLine();
     for (const CountTable::Row &row : table.rows) {
         const QString amount =
             table.isOfCalls ? CallFormats::clockText(row.amount) : QString::number(row.amount);

@@ -6,12 +6,16 @@
 #include "androidxml.h"
 #include "colour.h"
 #include "csv.h"
+#include "language/text.h"
 #include "mailbox.h"
 #include "messages/datetext.h"
 #include "messages/folder.h"
 #include "terminaltext.h"
 
 #include <QtCore/QMap>
+
+#include <algorithm>
+#include <utility>
 
 namespace MessageFormats {
 
@@ -78,14 +82,22 @@ void printTable(const QList<StoredMessage> &messages, StandardOutput &output)
 
 static QByteArray page(const StoredMessage &message)
 {
-    QStringList lines{
-        QStringLiteral("id:     %1").arg(message.id),
-        QLatin1String("folder: ") + Folder::name(message.folder),
-        QLatin1String("number: ") + terminalText(message.number),
-        QLatin1String("time:   ") + DateText::write(message.time),
-        QLatin1String("read:   ") + QLatin1String(message.isRead ? "yes" : "no"),
-        QString(),
+    const QList<std::pair<QString, QString>> head{
+        {Text::tr("id:"), QString::number(message.id)},
+        {Text::tr("folder:"), Folder::name(message.folder)},
+        {Text::tr("number:"), terminalText(message.number)},
+        {Text::tr("time:"), DateText::write(message.time)},
+        {Text::tr("read:"), message.isRead ? Text::tr("yes") : Text::tr("no")},
     };
+    const auto widest =
+        std::max_element(head.cbegin(), head.cend(), [](const auto &a, const auto &b) {
+            return a.first.size() < b.first.size();
+        });
+    const auto width = static_cast<int>(widest->first.size());
+    QStringList lines;
+    for (const auto &[name, value] : head)
+        lines += name.leftJustified(width) + QLatin1Char(' ') + value;
+    lines += QString();
     for (const QString &line : message.body.split(QLatin1Char('\n')))
         lines += terminalText(line);
     return lines.join(QLatin1Char('\n')).toUtf8() + "\n\n";

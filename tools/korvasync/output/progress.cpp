@@ -3,6 +3,8 @@
 
 #include "progress.h"
 
+#include "language/text.h"
+
 #include <cstdio>
 #include <unistd.h>
 
@@ -24,14 +26,18 @@ void Progress::show(int items, std::optional<double> part)
     if (!isOn)
         return;
     const double seconds = qMax(0.001, static_cast<double>(clock.elapsed()) / 1000);
-    QString line = QStringLiteral("\r%1 done").arg(items);
-    if (part)
-        line += QStringLiteral(" of about %1").arg(*part > 0 ? qRound(items / *part) : items);
-    line += QStringLiteral(", %1/s").arg(qRound(items / seconds));
+    QStringList words;
+    if (part) {
+        words += Text::tr("%1 done of about %2")
+                     .arg(items)
+                     .arg(*part > 0 ? qRound(items / *part) : items);
+    } else {
+        words += Text::tr("%1 done").arg(items);
+    }
+    words += QStringLiteral("%1/s").arg(qRound(items / seconds));
     if (part && *part > 0)
-        line += QStringLiteral(", %1 s left").arg(qRound(seconds / *part - seconds));
-    std::fputs(line.toUtf8().constData(), stderr);
-    std::fputs("\033[K", stderr);
+        words += Text::tr("%1 s left").arg(qRound(seconds / *part - seconds));
+    std::fprintf(stderr, "\r%s\033[K", words.join(QLatin1String(", ")).toUtf8().constData());
     std::fflush(stderr);
     hasShown = true;
 }

@@ -31,9 +31,9 @@ void Rejects::add(const ItemResult &result, const QByteArray &message)
 {
     if (!isWanted())
         return;
-    const QString reason = result.detail.isEmpty() ? reasonOf(result.refusal) : result.detail;
-    write(reasonLine(terminalText(result.source), result.refusal, terminalText(reason)) + "\r\n"
-          + message);
+    write(reasonLine(terminalText(result.source), result.refusal,
+                     terminalText(result.reason().english))
+          + "\r\n" + message);
     // A bare line feed could be one of a text that was cut, which the next reason would go on.
     const bool isClosed = message.isEmpty() || message.endsWith("\r\n")
         || (message.endsWith('\n') && !message.contains("\r\n"));

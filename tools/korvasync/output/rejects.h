@@ -5,6 +5,8 @@
 
 #include "results.h"
 
+#include "language/text.h"
+
 #include <QtCore/QByteArray>
 #include <QtCore/QFileDevice>
 #include <QtCore/QString>
@@ -25,7 +27,7 @@ public:
     void add(const ItemResult &result, const QByteArray &message);
     void keep(const QByteArray &leftovers); //!< of rejects that were read
     bool commit();
-    QString errorText() const { return file->errorString(); }
+    QString errorText() const { return Text::tr(file->errorString().toUtf8().constData()); }
 
 private:
     void write(const QByteArray &bytes);

@@ -5,6 +5,7 @@
 
 #include "colour.h"
 #include "jsonline.h"
+#include "language/text.h"
 #include "process/diagnostics.h"
 #include "terminaltext.h"
 
@@ -35,7 +36,7 @@ static bool isNotDone(ItemResult::Status status)
         || status == ItemResult::Failed;
 }
 
-static QByteArray jsonOf(const ItemResult &result, const QString &detail)
+static QByteArray jsonOf(const ItemResult &result)
 {
     JsonLine json;
     json.add("ref", result.ref)
@@ -44,11 +45,11 @@ static QByteArray jsonOf(const ItemResult &result, const QString &detail)
     if (result.id != -1)
         json.add("id", result.id);
     return json.addUnlessEmpty("code", codeOf(result.refusal))
-        .addUnlessEmpty("detail", detail)
+        .addUnlessEmpty("detail", result.reason().english)
         .line();
 }
 
-static QByteArray textOf(const ItemResult &result, const QString &status, const QString &detail)
+static QByteArray textOf(const ItemResult &result, const QString &status)
 {
     QStringList words{status};
     if (result.id != -1)
@@ -56,7 +57,8 @@ static QByteArray textOf(const ItemResult &result, const QString &status, const 
     if (!result.source.isEmpty())
         words += terminalText(result.source);
     if (result.refusal != Refusal::None)
-        words += codeOf(result.refusal) + QLatin1String(": ") + terminalText(detail);
+        words +=
+            codeOf(result.refusal) + QLatin1String(": ") + terminalText(result.reason().translated);
     const QString line = words.join(QLatin1String("  "));
     return (isNotDone(result.status) ? Colour::red(line) : line).toUtf8() + '\n';
 }
@@ -76,6 +78,30 @@ QString Results::wordFor(ItemResult::Status status) const
     return QLatin1String(nameOf(status));
 }
 
+//! How many of a status there are, for people.
+QString Results::sumOf(ItemResult::Status status) const
+{
+    const int count = total(status);
+    switch (status) {
+    case ItemResult::Added:
+        return Text::tr("%n added", nullptr, count);
+    case ItemResult::Present:
+        return Text::tr("%n present", nullptr, count);
+    case ItemResult::Missing:
+        return Text::tr("%n missing", nullptr, count);
+    case ItemResult::Changed:
+        return Text::tr("%n changed", nullptr, count);
+    case ItemResult::Deleted:
+        return isForetold ? Text::tr("%n would delete", nullptr, count)
+                          : Text::tr("%n deleted", nullptr, count);
+    case ItemResult::Refused:
+        return Text::tr("%n refused", nullptr, count);
+    case ItemResult::Failed:
+        return Text::tr("%n failed", nullptr, count);
+    }
+    Q_UNREACHABLE();
+}
+
 void Results::note(const ItemResult &result)
 {
     ++read;
@@ -87,8 +113,7 @@ void Results::note(const ItemResult &result)
 void Results::report(const ItemResult &result)
 {
     note(result);
-    const QString detail = result.detail.isEmpty() ? reasonOf(result.refusal) : result.detail;
-    output.write(asJson ? jsonOf(result, detail) : textOf(result, wordFor(result.status), detail));
+    output.write(asJson ? jsonOf(result) : textOf(result, wordFor(result.status)));
 }
 
 void Results::printSummary(bool isWhole)
@@ -101,10 +126,10 @@ void Results::printSummary(bool isWhole)
     shown << ItemResult::Refused << ItemResult::Failed;
     JsonLine sums;
     sums.add("read", read);
-    QStringList words{QStringLiteral("%1 read").arg(read)};
+    QStringList words{Text::tr("%n read", nullptr, read)};
     for (const ItemResult::Status status : shown) {
         sums.add(nameOf(status), total(status));
-        words += QStringLiteral("%1 %2").arg(total(status)).arg(wordFor(status));
+        words += sumOf(status);
     }
     if (!isWhole)
         sums.addBool("complete", false);
@@ -118,8 +143,8 @@ void Results::warnOfRefusals() const
 {
     for (auto it = refusals.cbegin(); it != refusals.cend(); ++it) {
         Diagnostics::warn(
-            QStringLiteral("%1 not done (%2): %3")
-                .arg(QString::number(it.value()), codeOf(it.key()), reasonOf(it.key())));
+            Text::tr("%1 not done (%2): %3")
+                .arg(QString::number(it.value()), codeOf(it.key()), reasonOf(it.key()).translated));
     }
 }
 

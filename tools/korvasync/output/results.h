@@ -20,7 +20,9 @@ struct ItemResult
     Status status = Refused;
     int id = -1; //!< database id, -1 = none
     Refusal refusal = Refusal::None;
-    QString detail; //!< instead of the refusal's own words
+    Reason detail; //!< instead of the refusal's own words
+
+    Reason reason() const { return detail.isEmpty() ? reasonOf(refusal) : detail; }
 };
 
 //! Prints the results of a writing command, one a line, then their sum.
@@ -45,6 +47,7 @@ public:
 private:
     int total(ItemResult::Status status) const { return totals.value(status); }
     QString wordFor(ItemResult::Status status) const;
+    QString sumOf(ItemResult::Status status) const;
 
     StandardOutput &output;
     const ItemResult::Status done;

@@ -3,10 +3,10 @@
 
 #include "standardoutput.h"
 
+#include "language/text.h"
 #include "process/interrupt.h"
 
 #include <cerrno>
-#include <cstring>
 #include <poll.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
@@ -39,7 +39,7 @@ bool StandardOutput::flush()
             left -= static_cast<size_t>(count);
         } else if (!canGoOn(errno)) {
             isBroken = errno == EPIPE;
-            errorText = QString::fromLocal8Bit(std::strerror(errno));
+            errorText = Text::ofSystemError(errno).translated;
         }
     }
     buffer.clear();

@@ -18,12 +18,12 @@ Answer CallWriter::add(QList<NewCall> &calls)
     records.reserve(calls.size());
     for (NewCall &call : calls) {
         records += call.call;
-        call.trouble = QStringLiteral("the store did not take it");
+        call.trouble = Text::reason("the store did not take it");
     }
     const Answer written = store.add(records);
     if (written == Answer::TimedOut) { // it can still come
         for (NewCall &call : calls)
-            call.trouble = QStringLiteral("no answer in time; not stored so far");
+            call.trouble = Text::reason("no answer in time; not stored so far");
     }
     if (location.state() != StoreLocation::Absent) // else it was not even made
         readBack(calls);
@@ -43,7 +43,7 @@ void CallWriter::readBack(QList<NewCall> &calls)
     const CallStore::Read read = store.calls(CallStore::AllCalls, since);
     if (read.answer != Answer::Finished) {
         for (NewCall &call : calls)
-            call.trouble = QStringLiteral("not known, as the store cannot be read back");
+            call.trouble = Text::reason("not known, as the store cannot be read back");
         return;
     }
     QHash<Fingerprint, QStringList> numbers; // of equal calls, in the order of their adding
@@ -56,7 +56,7 @@ void CallWriter::readBack(QList<NewCall> &calls)
             continue;
         index.addStored(call.fingerprint, NewCall::id);
         call.trouble = equal.at(before) == call.call.number
-            ? QString()
-            : QStringLiteral("stored, but with another number");
+            ? Reason()
+            : Text::reason("stored, but with another %1").arg(Text::reason("number"));
     }
 }

@@ -7,13 +7,15 @@
 #include "duplicateindex.h"
 #include "storelocation.h"
 
+#include "language/text.h"
+
 //! A call on its way into the store, and what became of it.
 struct NewCall
 {
     Call call;
     Fingerprint fingerprint;
     static constexpr int id = -1; //!< the library gives calls no ids
-    QString trouble;              //!< why it is not stored; empty = it is
+    Reason trouble;               //!< why it is not stored; empty = it is
 };
 
 //! Adds calls and makes sure of what became of each, whatever the store reported.

@@ -11,24 +11,25 @@
 
 using namespace KorvaSyncIf;
 
-QString difference(const StoredMessage &stored, const SmsInfo &given)
+Reason difference(const StoredMessage &stored, const SmsInfo &given)
 {
     if (stored.id == -1)
-        return QStringLiteral("the store does not have it");
-    QStringList parts;
+        return Text::reason("the store does not have it");
+    Reason parts;
+    const auto add = [&parts](const Reason &part) {
+        parts = parts.isEmpty() ? part : Text::reason("%1 and %2").arg(parts).arg(part);
+    };
     if (stored.folder != given.parentId)
-        parts += QStringLiteral("folder");
+        add(Text::reason("folder"));
     if (stored.number != (given.fromNumber.isEmpty() ? given.toNumber : given.fromNumber))
-        parts += QStringLiteral("number");
+        add(Text::reason("number"));
     if (stored.time != given.time)
-        parts += QStringLiteral("time");
+        add(Text::reason("time"));
     if (stored.isRead != (given.readStatus == QLatin1String("READ")))
-        parts += QStringLiteral("read status");
+        add(Text::reason("read status"));
     if (stored.body != given.body)
-        parts += QStringLiteral("text");
-    if (parts.isEmpty())
-        return QString();
-    return QLatin1String("stored, but with another ") + parts.join(QLatin1String(" and "));
+        add(Text::reason("text"));
+    return parts.isEmpty() ? parts : Text::reason("stored, but with another %1").arg(parts);
 }
 
 MessageWriter::MessageWriter(StoreLocation &location, MessageStore &store, DuplicateIndex &index)
@@ -75,8 +76,8 @@ void MessageWriter::findStored(QList<NewMessage> &messages, Answer failure)
 {
     for (NewMessage &message : messages) {
         message.trouble = failure == Answer::TimedOut
-            ? QStringLiteral("no answer in time; not stored so far") // it can still come
-            : QStringLiteral("the store did not take it");
+            ? Text::reason("no answer in time; not stored so far") // it can still come
+            : Text::reason("the store did not take it");
     }
     if (location.state() == StoreLocation::Absent) // not even made
         return;
@@ -92,7 +93,7 @@ void MessageWriter::findStored(QList<NewMessage> &messages, Answer failure)
         const MessageStore::Read read = store.messages(since, folder);
         if (read.answer != Answer::Finished) {
             for (NewMessage &message : messages)
-                message.trouble = QStringLiteral("not known, as the store cannot be read back");
+                message.trouble = Text::reason("not known, as the store cannot be read back");
             return;
         }
         QMultiHash<Fingerprint, int> newIds;

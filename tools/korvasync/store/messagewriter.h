@@ -8,13 +8,15 @@
 #include "storedmessage.h"
 #include "storelocation.h"
 
+#include "language/text.h"
+
 //! A settled message on its way into the store, and what became of it.
 struct NewMessage
 {
     KorvaSyncIf::SmsInfo message;
     Fingerprint fingerprint;
-    int id = -1;     //!< database id once it is stored
-    QString trouble; //!< why it is not, or not as it was given; empty = none
+    int id = -1;    //!< database id once it is stored
+    Reason trouble; //!< why it is not, or not as it was given; empty = none
 
     QString number() const
     {
@@ -44,4 +46,4 @@ private:
 };
 
 //! How a stored message differs from what was handed over, empty when it does not.
-QString difference(const StoredMessage &stored, const KorvaSyncIf::SmsInfo &given);
+Reason difference(const StoredMessage &stored, const KorvaSyncIf::SmsInfo &given);

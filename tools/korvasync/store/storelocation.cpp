@@ -3,6 +3,8 @@
 
 #include "storelocation.h"
 
+#include "language/text.h"
+
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
@@ -10,7 +12,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstring>
 #include <sys/stat.h>
 
 static const char environmentVariable[] = "KORVASYNC_STORE";
@@ -48,12 +49,12 @@ StoreLocation::State StoreLocation::state()
     if (stat(QFile::encodeName(marker).constData(), &status) == 0)
         return Present;
     if (errno != ENOENT) {
-        error = QString::fromLocal8Bit(std::strerror(errno));
+        error = Text::ofSystemError(errno).translated;
         return Unreachable;
     }
     const QDir directory(folder);
     if (directory.exists() && !directory.isReadable()) {
-        error = QString::fromLocal8Bit(std::strerror(EACCES));
+        error = Text::ofSystemError(EACCES).translated;
         return Unreachable;
     }
     return isLeftByAFirstWrite(directory) ? Absent : OtherFolder;

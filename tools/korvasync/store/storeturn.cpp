@@ -3,6 +3,7 @@
 
 #include "storeturn.h"
 
+#include "language/text.h"
 #include "process/diagnostics.h"
 #include "process/interrupt.h"
 
@@ -13,7 +14,6 @@
 #include <QtCore/QThread>
 
 #include <cerrno>
-#include <cstring>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -67,9 +67,9 @@ Answer StoreTurn::take(std::chrono::milliseconds timeout)
             continue;
         }
         if (errno != EWOULDBLOCK) {
-            Diagnostics::warn(QStringLiteral("clients that write at the same time cannot be told "
-                                             "to wait here (%1); run one after the other")
-                                  .arg(QString::fromLocal8Bit(std::strerror(errno))));
+            Diagnostics::warn(Text::tr("clients that write at the same time cannot be told "
+                                       "to wait here (%1); run one after the other")
+                                  .arg(Text::ofSystemError(errno).translated));
             return Answer::Finished;
         }
         if (Interrupt::signalNumber() != 0)
