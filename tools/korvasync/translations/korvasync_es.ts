@@ -19,6 +19,10 @@
         <source>Unexpected value after &apos;%1&apos;.</source>
         <translation>Sobra un valor después de «%1».</translation>
     </message>
+    <message>
+        <source>Options:</source>
+        <translation>Opciones:</translation>
+    </message>
 </context>
 <context>
     <name>QSaveFile</name>
@@ -91,6 +95,939 @@
     <message>
         <source>Too many levels of symbolic links</source>
         <translation>Demasiados niveles de enlaces simbólicos</translation>
+    </message>
+    <message>
+        <source>a voice mail, which is no call</source>
+        <translation>un mensaje del buzón de voz, no una llamada</translation>
+    </message>
+    <message>
+        <source>a call that was answered on another device</source>
+        <translation>una llamada atendida en otro dispositivo</translation>
+    </message>
+    <message>
+        <source>not a whole call element</source>
+        <translation>no es un elemento call completo</translation>
+    </message>
+    <message>
+        <source>a value with a colon</source>
+        <translation>un valor con dos puntos</translation>
+    </message>
+    <message>
+        <source>a line that an entry does not have</source>
+        <translation>una línea ajena a estas entradas</translation>
+    </message>
+    <message>
+        <source>the beginning is missing</source>
+        <translation>falta el principio</translation>
+    </message>
+    <message>
+        <source>the end is missing</source>
+        <translation>falta el final</translation>
+    </message>
+    <message>
+        <source>a number with unprintable characters</source>
+        <translation>un número con caracteres no imprimibles</translation>
+    </message>
+    <message>
+        <source>a duration that is no count of seconds</source>
+        <translation>una duración que no es un número de segundos</translation>
+    </message>
+    <message>
+        <source>a duration that cannot be</source>
+        <translation>una duración imposible</translation>
+    </message>
+    <message>
+        <source>add needs a file, a folder or - for standard input</source>
+        <translation>add necesita un archivo, una carpeta o - para la entrada estándar</translation>
+    </message>
+    <message>
+        <source>Adds the messages of vMessage files (.vmg, .vmsg, .txt) and the messages and calls of Android backups (.xml); a folder stands for all such files below it.</source>
+        <translation>Añade los mensajes de archivos vMessage (.vmg, .vmsg, .txt) y los mensajes y llamadas de copias de seguridad de Android (.xml); una carpeta representa todos esos archivos que contiene.</translation>
+    </message>
+    <message>
+        <source>For messages that name no folder: inbox, outbox, sent or my (drafts: refused).</source>
+        <translation>Para mensajes que no indican carpeta: inbox, outbox, sent o my (drafts: se rechazan).</translation>
+    </message>
+    <message>
+        <source>No time, or none that can be: refuse (default) or now.</source>
+        <translation>Sin hora, o con una imposible: refuse (predeterminado: rechazar) o now (ahora).</translation>
+    </message>
+    <message>
+        <source>Add all as read.</source>
+        <translation>Añadir todos como leídos.</translation>
+    </message>
+    <message>
+        <source>Messages a write (default: 500, at most 1000).</source>
+        <translation>Mensajes por escritura (predeterminado: 500, como máximo 1000).</translation>
+    </message>
+    <message>
+        <source>Exit codes: 0 all there now, 1 some refused or failed, 2 usage, 3 the store cannot be written, 5 it gave no answer.</source>
+        <translation>Códigos de salida: 0 ahora está todo, 1 algo se rechazó o falló, 2 uso incorrecto, 3 no se puede escribir en el almacén, 5 no respondió.</translation>
+    </message>
+    <message>
+        <source>a message, which korvasync add takes</source>
+        <translation>un mensaje; de eso se encarga korvasync add</translation>
+    </message>
+    <message>
+        <source>no call but an object that begins with %1</source>
+        <translation>no es una llamada, sino un objeto que empieza por %1</translation>
+    </message>
+    <message>
+        <source>not tried, as the store did not take the messages</source>
+        <translation>no se intentó, porque el almacén no aceptó los mensajes</translation>
+    </message>
+    <message>
+        <source>not a whole sms element</source>
+        <translation>no es un elemento sms completo</translation>
+    </message>
+    <message>
+        <source>a call, which korvasync calls add takes</source>
+        <translation>una llamada; de eso se encarga korvasync calls add</translation>
+    </message>
+    <message>
+        <source>not a text message but an object that begins with %1</source>
+        <translation>no es un mensaje de texto, sino un objeto que empieza por %1</translation>
+    </message>
+    <message>
+        <source>an e-mail, not a text message</source>
+        <translation>un correo electrónico, no un mensaje de texto</translation>
+    </message>
+    <message>
+        <source>What is there already: skip (default), add or fail.</source>
+        <translation>Lo que ya está: skip (predeterminado: omitir), add (añadir) o fail (rechazar).</translation>
+    </message>
+    <message>
+        <source>Collect what is refused here, to be mended and added again.</source>
+        <translation>Reunir aquí lo rechazado, para corregirlo y añadirlo de nuevo.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be written: %2; name another with --rejects</source>
+        <translation>no se puede escribir %1: %2; indica otro archivo con --rejects</translation>
+    </message>
+    <message>
+        <source>the input was not read to its end; add it again</source>
+        <translation>la entrada no se leyó hasta el final; añádela de nuevo</translation>
+    </message>
+    <message>
+        <source>%1 takes no arguments</source>
+        <translation>%1 no admite argumentos</translation>
+    </message>
+    <message>
+        <source>calls add needs a file or - for standard input</source>
+        <translation>calls add necesita un archivo o - para la entrada estándar</translation>
+    </message>
+    <message numerus="yes">
+        <source>would delete %n call(s)</source>
+        <translation>
+            <numerusform>se borraría %n llamada</numerusform>
+            <numerusform>se borrarían %n llamadas</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n call(s) deleted</source>
+        <translation>
+            <numerusform>%n llamada borrada</numerusform>
+            <numerusform>%n llamadas borradas</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Calls by their start, oldest first.</source>
+        <translation>Llamadas por su comienzo, las más antiguas primero.</translation>
+    </message>
+    <message>
+        <source>That came in, went out or were missed.</source>
+        <translation>Solo las entrantes (in), salientes (out) o perdidas (missed).</translation>
+    </message>
+    <message>
+        <source>From this start on: 2024-05-01T10:00:00Z, 2024-05-01 or @seconds.</source>
+        <translation>A partir de este comienzo: 2024-05-01T10:00:00Z, 2024-05-01 o @segundos.</translation>
+    </message>
+    <message>
+        <source>Without a word behind it, &quot;korvasync calls&quot; lists as well.
+
+Other actions: &quot;calls add&quot; and &quot;calls wipe&quot;, each with a --help.</source>
+        <translation>Sin más palabras, «korvasync calls» también muestra la lista.
+
+Otras acciones: «calls add» y «calls wipe», cada una con su --help.</translation>
+    </message>
+    <message>
+        <source>Exit codes: 0 listed, 2 usage, 3 the store cannot be read, 5 it gave no answer.</source>
+        <translation>Códigos de salida: 0 lista mostrada, 2 uso incorrecto, 3 no se puede leer el almacén, 5 no respondió.</translation>
+    </message>
+    <message>
+        <source>Adds call-history entries and the calls of Android backups.</source>
+        <translation>Añade entradas del registro de llamadas y las llamadas de copias de seguridad de Android.</translation>
+    </message>
+    <message>
+        <source>Deletes all calls.</source>
+        <translation>Borra todas las llamadas.</translation>
+    </message>
+    <message>
+        <source>Do not ask.</source>
+        <translation>No preguntar.</translation>
+    </message>
+    <message>
+        <source>Exit codes: 0 deleted, 1 some were not, 2 usage, 3 the store cannot be written, 5 it gave no answer.</source>
+        <translation>Códigos de salida: 0 borradas, 1 algunas no, 2 uso incorrecto, 3 no se puede escribir en el almacén, 5 no respondió.</translation>
+    </message>
+    <message>
+        <source>The call log: lists it, adds to it, or deletes it all.</source>
+        <translation>El registro de llamadas: lo muestra, le añade llamadas o lo borra entero.</translation>
+    </message>
+    <message>
+        <source>delete needs an id; &quot;korvasync list&quot; shows them</source>
+        <translation>delete necesita un id; «korvasync list» los muestra</translation>
+    </message>
+    <message>
+        <source>Deletes messages by id (- reads ids from standard input).</source>
+        <translation>Borra mensajes por id (- lee los id de la entrada estándar).</translation>
+    </message>
+    <message>
+        <source>Exit codes: 0 deleted, 1 some were not, 2 usage, 3 the store cannot be written, 4 an id was not found, 5 it gave no answer.</source>
+        <translation>Códigos de salida: 0 borrados, 1 algunos no, 2 uso incorrecto, 3 no se puede escribir en el almacén, 4 no se encontró un id, 5 el almacén no respondió.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n group(s), %1 surplus</source>
+        <translation>
+            <numerusform>%n grupo, %1 de más</numerusform>
+            <numerusform>%n grupos, %1 de más</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>dups takes no arguments, and --keep and --yes only with --delete</source>
+        <translation>dups no admite argumentos, y --keep y --yes solo con --delete</translation>
+    </message>
+    <message>
+        <source>Lists equal messages in groups, or deletes all but one of each group.</source>
+        <translation>Muestra los mensajes iguales por grupos, o borra todos menos uno de cada grupo.</translation>
+    </message>
+    <message>
+        <source>Delete all but one of each group.</source>
+        <translation>Borrar todos menos uno de cada grupo.</translation>
+    </message>
+    <message>
+        <source>The one that stays: oldest (default), the first added, or newest.</source>
+        <translation>El que se queda: oldest (predeterminado), el primero que se añadió, o newest, el último.</translation>
+    </message>
+    <message>
+        <source>Messages are equal by the rule of &quot;korvasync add&quot;: the same folder, number (its last 7 digits), second and text. A text that was truly sent twice within a second is in a group as well: look at the list first.</source>
+        <translation>Los mensajes son iguales según la regla de «korvasync add»: misma carpeta, mismo número (sus últimas 7 cifras), mismo segundo y mismo texto. Un texto que de verdad se envió dos veces en un segundo también forma un grupo: mira primero la lista.</translation>
+    </message>
+    <message>
+        <source>Exit codes: 0 listed, or all deleted, 1 some were not deleted, 2 usage, 3 the store cannot be read or written, 4 some were gone already, 5 it gave no answer.</source>
+        <translation>Códigos de salida: 0 lista mostrada, o todos borrados, 1 algunos no se borraron, 2 uso incorrecto, 3 no se puede leer o escribir el almacén, 4 algunos ya no estaban, 5 el almacén no respondió.</translation>
+    </message>
+    <message>
+        <source>Example:</source>
+        <translation>Ejemplo:</translation>
+    </message>
+    <message>
+        <source>Examples:</source>
+        <translation>Ejemplos:</translation>
+    </message>
+    <message>
+        <source>Usage: korvasync [OPTIONS] COMMAND [ARGUMENTS]</source>
+        <translation>Uso: korvasync [OPCIONES] ORDEN [ARGUMENTOS]</translation>
+    </message>
+    <message>
+        <source>Reads and writes the text messages and calls of a phone&apos;s store.</source>
+        <translation>Lee y escribe los mensajes de texto y las llamadas del almacén de un teléfono.</translation>
+    </message>
+    <message>
+        <source>Commands (&quot;korvasync COMMAND --help&quot; tells more):</source>
+        <translation>Órdenes («korvasync ORDEN --help» dice más):</translation>
+    </message>
+    <message>
+        <source>Exit codes: 0 all done, 1 some items refused or failed and the rest done, 2 usage, 3 the store cannot be used, 4 an id was not found, 5 the store gave no answer in time, 8 not sent, 9 not known whether sent, 129, 130 and 143 interrupted, 141 nobody reads the output any more.</source>
+        <translation>Códigos de salida: 0 todo hecho, 1 algo se rechazó o falló y el resto está hecho, 2 uso incorrecto, 3 no se puede usar el almacén, 4 no se encontró un id, 5 el almacén no respondió a tiempo, 8 no enviado, 9 no se sabe si se envió, 129, 130 y 143 interrumpido, 141 ya nadie lee la salida.</translation>
+    </message>
+    <message>
+        <source>Usage: korvasync [OPTIONS] %1</source>
+        <translation>Uso: korvasync [OPCIONES] %1</translation>
+    </message>
+    <message>
+        <source>--assume-tz takes a zone such as Europe/Helsinki</source>
+        <translation>--assume-tz admite una zona horaria como Europe/Helsinki</translation>
+    </message>
+    <message>
+        <source>The form of the files: auto, %1 or android-xml; auto (default) looks.</source>
+        <translation>La forma de los archivos: auto, %1 o android-xml; auto (predeterminado) la averigua.</translation>
+    </message>
+    <message>
+        <source>Zone of times that name none (default: the system&apos;s), as Europe/Helsinki.</source>
+        <translation>Zona de las horas que no indican ninguna (predeterminado: la del sistema), como Europe/Helsinki.</translation>
+    </message>
+    <message>
+        <source>%1 is empty</source>
+        <translation>%1 está vacío</translation>
+    </message>
+    <message>
+        <source>not an Android backup, as --from says</source>
+        <translation>no es una copia de seguridad de Android, como dice --from</translation>
+    </message>
+    <message>
+        <source>longer than 32 MiB, so not kept</source>
+        <translation>mide más de 32 MiB, así que no se conserva</translation>
+    </message>
+    <message>
+        <source>the file is cut off here, so some may be missing</source>
+        <translation>el archivo está cortado aquí, así que puede faltar algo</translation>
+    </message>
+    <message>
+        <source>--folder is inbox, outbox, drafts, sent, my or all</source>
+        <translation>--folder es inbox, outbox, drafts, sent, my o all</translation>
+    </message>
+    <message>
+        <source>--grep is no regular expression: %1</source>
+        <translation>--grep no es una expresión regular: %1</translation>
+    </message>
+    <message>
+        <source>list takes no arguments; --number and --grep look for messages</source>
+        <translation>list no admite argumentos; --number y --grep buscan mensajes</translation>
+    </message>
+    <message>
+        <source>--ids and --count exclude each other</source>
+        <translation>--ids y --count se excluyen mutuamente</translation>
+    </message>
+    <message>
+        <source>--%1 and -o %2 exclude each other</source>
+        <translation>--%1 y -o %2 se excluyen mutuamente</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n not listed, as --grep is too hard to decide for them; a simpler expression is without repeats in repeats</source>
+        <translation>
+            <numerusform>%n no se muestra, porque con --grep es demasiado difícil decidirlo; es más sencilla una expresión sin repeticiones dentro de repeticiones</numerusform>
+            <numerusform>%n no se muestran, porque con --grep es demasiado difícil decidirlo; es más sencilla una expresión sin repeticiones dentro de repeticiones</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Messages of the store, oldest first.</source>
+        <translation>Mensajes del almacén, los más antiguos primero.</translation>
+    </message>
+    <message>
+        <source>inbox, outbox, drafts, sent, my or all (default).</source>
+        <translation>inbox, outbox, drafts, sent, my o all (predeterminado).</translation>
+    </message>
+    <message>
+        <source>From this time on: 2024-05-01T10:00:00Z, 2024-05-01 or @seconds.</source>
+        <translation>A partir de esta hora: 2024-05-01T10:00:00Z, 2024-05-01 o @segundos.</translation>
+    </message>
+    <message>
+        <source>Added or changed after this time.</source>
+        <translation>Añadidos o cambiados después de esta hora.</translation>
+    </message>
+    <message>
+        <source>To or from this number (its last 7 digits) or word.</source>
+        <translation>Para o de este número (sus últimas 7 cifras) o palabra.</translation>
+    </message>
+    <message>
+        <source>With a text that this regular expression matches.</source>
+        <translation>Cuyo texto coincide con esta expresión regular.</translation>
+    </message>
+    <message>
+        <source>The newest N.</source>
+        <translation>Los N más recientes.</translation>
+    </message>
+    <message>
+        <source>Print the ids alone.</source>
+        <translation>Mostrar solo los id.</translation>
+    </message>
+    <message>
+        <source>Print their number alone.</source>
+        <translation>Mostrar solo cuántos son.</translation>
+    </message>
+    <message>
+        <source>Exit codes: 0 listed, 1 --grep could not be decided for some, 2 usage, 3 the store cannot be read, 5 it gave no answer.</source>
+        <translation>Códigos de salida: 0 lista mostrada, 1 --grep no se pudo decidir para algunos, 2 uso incorrecto, 3 no se puede leer el almacén, 5 no respondió.</translation>
+    </message>
+    <message>
+        <source>the number has no messages yet; add one first</source>
+        <translation>el número aún no tiene mensajes; añade antes uno</translation>
+    </message>
+    <message>
+        <source>modify needs an id and a file</source>
+        <translation>modify necesita un id y un archivo</translation>
+    </message>
+    <message>
+        <source>Replaces a message by the one vMessage given; its time and token stay.</source>
+        <translation>Sustituye un mensaje por el único vMessage dado; su hora y su token se conservan.</translation>
+    </message>
+    <message>
+        <source>The other party must have messages already. A dry run goes by those that are there: one whose messages have all been deleted is refused by it, and would be taken.</source>
+        <translation>La otra parte ya debe tener mensajes. Un ensayo se guía por los que hay: si se borraron todos los de una parte, rechaza lo que sí se aceptaría.</translation>
+    </message>
+    <message>
+        <source>Exit codes: 0 changed, 1 refused or failed, 2 usage, 3 the store cannot be written, 4 the id was not found, 5 it gave no answer.</source>
+        <translation>Códigos de salida: 0 cambiado, 1 rechazado o fallido, 2 uso incorrecto, 3 no se puede escribir en el almacén, 4 no se encontró el id, 5 el almacén no respondió.</translation>
+    </message>
+    <message>
+        <source>different numbers with this end share a conversation</source>
+        <translation>números distintos con este final comparten una conversación</translation>
+    </message>
+    <message>
+        <source>others end with it and can get its messages</source>
+        <translation>otros acaban así y pueden recibir sus mensajes</translation>
+    </message>
+    <message>
+        <source>signs in it are read as a pattern; its messages can go anywhere</source>
+        <translation>sus signos se leen como un patrón; sus mensajes pueden ir a cualquier parte</translation>
+    </message>
+    <message>
+        <source>spellings of one number share a conversation</source>
+        <translation>formas de escribir un mismo número comparten una conversación</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n numbers</source>
+        <translation>
+            <numerusform>%n número</numerusform>
+            <numerusform>%n números</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Tells which numbers share a conversation, and which of them should not.</source>
+        <translation>Dice qué números comparten una conversación, y cuáles no deberían.</translation>
+    </message>
+    <message>
+        <source>A message joins the first conversation whose number ends with the last 7 digits of its own, or with its word. Findings, the doubtful ones first:
+  different-numbers  two parties, perhaps, whose numbers end alike
+  end-of-others      a short code or word that longer ones end with: where one
+                     of them has a conversation first, that gets its messages
+  pattern            a word with signs that the search reads as a pattern
+  spellings          one number with and without its prefix: as it should be</source>
+        <translation>Un mensaje va a la primera conversación cuyo número acaba en las últimas 7 cifras del suyo, o en su palabra. Hallazgos, los dudosos primero:
+  different-numbers  quizá dos partes cuyos números acaban igual
+  end-of-others      un número corto o palabra en que acaban otros más largos:
+                     si uno tiene antes una conversación, recibe sus mensajes
+  pattern            una palabra con signos que la búsqueda lee como un patrón
+  spellings          un número con y sin prefijo: como debe ser</translation>
+    </message>
+    <message>
+        <source>Exit codes: 0 told, also when there is a finding, 2 usage, 3 the store cannot be read, 5 it gave no answer.</source>
+        <translation>Códigos de salida: 0 informado, también si hay un hallazgo, 2 uso incorrecto, 3 no se puede leer el almacén, 5 no respondió.</translation>
+    </message>
+    <message>
+        <source>the message was not sent, as the session bus does not answer</source>
+        <translation>el mensaje no se envió, porque el bus de sesión no responde</translation>
+    </message>
+    <message>
+        <source>the message was not sent, as another client sends or adds on the store %1; wait for it, or give it more with --timeout</source>
+        <translation>el mensaje no se envió, porque otro cliente está enviando o añadiendo en el almacén %1; espera a que acabe o dale más tiempo con --timeout</translation>
+    </message>
+    <message>
+        <source>interrupted before the message was sent</source>
+        <translation>interrumpido antes de enviar el mensaje</translation>
+    </message>
+    <message>
+        <source>the message was not sent, as there is no session bus; run it in a session, or under dbus-run-session</source>
+        <translation>el mensaje no se envió, porque no hay bus de sesión; ejecútalo en una sesión o con dbus-run-session</translation>
+    </message>
+    <message>
+        <source>the message was not sent, as it cannot be read</source>
+        <translation>el mensaje no se envió, porque no se puede leer</translation>
+    </message>
+    <message>
+        <source>the message was not sent and stands in the outbox as %1</source>
+        <translation>el mensaje no se envió y está en la bandeja de salida (outbox) como %1</translation>
+    </message>
+    <message>
+        <source>it is not known whether the message was sent; do not repeat it blindly</source>
+        <translation>no se sabe si el mensaje se envió; no lo repitas a ciegas</translation>
+    </message>
+    <message>
+        <source>would be sent to %1: %2</source>
+        <translation>se enviaría a %1: %2</translation>
+    </message>
+    <message>
+        <source>number and text are not UTF-8; nothing was sent</source>
+        <translation>el número y el texto no están en UTF-8; no se envió nada</translation>
+    </message>
+    <message>
+        <source>send needs a number and a text, or --vmessage alone</source>
+        <translation>send necesita un número y un texto, o solo --vmessage</translation>
+    </message>
+    <message>
+        <source>not sent (%1): %2</source>
+        <translation>no enviado (%1): %2</translation>
+    </message>
+    <message>
+        <source>there is no text to send; give one behind the number</source>
+        <translation>no hay texto que enviar; escríbelo detrás del número</translation>
+    </message>
+    <message>
+        <source>a message cannot carry this number or text; leave control characters out</source>
+        <translation>un mensaje no puede llevar este número o texto; quita los caracteres de control</translation>
+    </message>
+    <message>
+        <source>Sends a message and prints its id (- reads the text from standard input).</source>
+        <translation>Envía un mensaje y muestra su id (- lee el texto de la entrada estándar).</translation>
+    </message>
+    <message>
+        <source>Sends the only message of a file to its receiver.</source>
+        <translation>Envía el único mensaje de un archivo a su destinatario.</translation>
+    </message>
+    <message>
+        <source>Exit codes: 0 sent, 1 refused, 2 usage, 3 the store cannot be used, 5 it gave no answer, 8 not sent, 9 not known whether sent.</source>
+        <translation>Códigos de salida: 0 enviado, 1 rechazado, 2 uso incorrecto, 3 no se puede usar el almacén, 5 no respondió, 8 no enviado, 9 no se sabe si se envió.</translation>
+    </message>
+    <message>
+        <source>show needs an id; &quot;korvasync list&quot; shows them</source>
+        <translation>show necesita un id; «korvasync list» los muestra</translation>
+    </message>
+    <message>
+        <source>there is no message %1</source>
+        <translation>no hay ningún mensaje %1</translation>
+    </message>
+    <message>
+        <source>Messages by id (- reads ids from standard input).</source>
+        <translation>Mensajes por id (- lee los id de la entrada estándar).</translation>
+    </message>
+    <message>
+        <source>Exit codes: 0 shown, 2 usage, 3 the store cannot be read, 4 an id was not found, 5 it gave no answer.</source>
+        <translation>Códigos de salida: 0 mostrados, 2 uso incorrecto, 3 no se puede leer el almacén, 4 no se encontró un id, 5 el almacén no respondió.</translation>
+    </message>
+    <message>
+        <source>Counts messages by folder, year (in UTC) and number, and calls by type, year and number.</source>
+        <translation>Cuenta los mensajes por carpeta, año (en UTC) y número, y las llamadas por tipo, año y número.</translation>
+    </message>
+    <message>
+        <source>The N numbers that have most (text: 10, ndjson: all).</source>
+        <translation>Los N números que más tienen (text: 10, ndjson: todos).</translation>
+    </message>
+    <message>
+        <source>Numbers whose last 7 digits are alike count as one. On a terminal each row has a bar.</source>
+        <translation>Los números con las mismas últimas 7 cifras cuentan como uno. En un terminal cada fila lleva una barra.</translation>
+    </message>
+    <message>
+        <source>Exit codes: 0 counted, 2 usage, 3 the store cannot be read, 5 it gave no answer.</source>
+        <translation>Códigos de salida: 0 recuento hecho, 2 uso incorrecto, 3 no se puede leer el almacén, 5 no respondió.</translation>
+    </message>
+    <message>
+        <source>the store %1 gave no answer in time; see whether another program holds it, or give it more with --timeout</source>
+        <translation>el almacén %1 no respondió a tiempo; mira si otro programa lo retiene, o dale más tiempo con --timeout</translation>
+    </message>
+    <message>
+        <source>the store %1 refuses the request; see that its disk has room and that you may write there</source>
+        <translation>el almacén %1 rechaza la petición; mira que su disco tenga espacio y que puedas escribir en él</translation>
+    </message>
+    <message>
+        <source>%1 is no store, and not empty: name another place with --store</source>
+        <translation>%1 no es un almacén ni está vacío: indica otro lugar con --store</translation>
+    </message>
+    <message>
+        <source>the store %1 cannot be opened: %2; see whose it is, or name another with --store</source>
+        <translation>no se puede abrir el almacén %1: %2; mira de quién es, o indica otro con --store</translation>
+    </message>
+    <message>
+        <source>there is no store at %1: --store names another place, and &quot;korvasync add&quot; makes one</source>
+        <translation>no hay ningún almacén en %1: --store indica otro lugar, y «korvasync add» crea uno</translation>
+    </message>
+    <message>
+        <source>verify needs a file, a folder or -</source>
+        <translation>verify necesita un archivo, una carpeta o -</translation>
+    </message>
+    <message>
+        <source>Tells whether all messages and calls of files are in the store; adds nothing.</source>
+        <translation>Dice si todos los mensajes y llamadas de unos archivos están en el almacén; no añade nada.</translation>
+    </message>
+    <message>
+        <source>Files are read, and equal items found, as by &quot;korvasync add&quot;; call-history entries are read as well. Each item that is missing or refused is told. Give the --from, --assume-tz and --folder with which they were added.</source>
+        <translation>Los archivos se leen, y los elementos iguales se encuentran, como con «korvasync add»; también se leen entradas del registro de llamadas. Se nombra cada elemento que falta o se rechaza. Indica los mismos --from, --assume-tz y --folder con que se añadieron.</translation>
+    </message>
+    <message>
+        <source>Exit codes: 0 everything is there, 1 something is missing or refused, 2 usage, 3 the store cannot be read, 5 it gave no answer.</source>
+        <translation>Códigos de salida: 0 está todo, 1 falta o se rechazó algo, 2 uso incorrecto, 3 no se puede leer el almacén, 5 no respondió.</translation>
+    </message>
+    <message>
+        <source>%1; see korvasync --help</source>
+        <translation>%1; consulta korvasync --help</translation>
+    </message>
+    <message>
+        <source>TZ names no zone that is known here; times without a zone are read with today&apos;s distance, %1: name a zone such as Europe/Helsinki</source>
+        <translation>TZ no indica ninguna zona conocida aquí; las horas sin zona se leen con la diferencia de hoy, %1: indica una zona como Europe/Helsinki</translation>
+    </message>
+    <message>
+        <source>%1 prints %2</source>
+        <translation>%1 produce %2</translation>
+    </message>
+    <message>
+        <source>%1 has no such action; it takes %2</source>
+        <translation>%1 no tiene esa acción; admite %2</translation>
+    </message>
+    <message>
+        <source>there is no command %1</source>
+        <translation>no existe la orden %1</translation>
+    </message>
+    <message>
+        <source>no command is given</source>
+        <translation>no se ha dado ninguna orden</translation>
+    </message>
+    <message>
+        <source>standard output cannot be written: %1; see where it goes</source>
+        <translation>no se puede escribir en la salida estándar: %1; mira adónde va</translation>
+    </message>
+    <message>
+        <source>not a whole vMessage</source>
+        <translation>no es un vMessage completo</translation>
+    </message>
+    <message>
+        <source>a draft, and drafts cannot be written</source>
+        <translation>un borrador, y los borradores no se pueden escribir</translation>
+    </message>
+    <message>
+        <source>no number of the other party</source>
+        <translation>sin número de la otra parte</translation>
+    </message>
+    <message>
+        <source>no message has this id</source>
+        <translation>ningún mensaje tiene este id</translation>
+    </message>
+    <message>
+        <source>no known folder; --folder names one</source>
+        <translation>sin carpeta conocida; --folder indica una</translation>
+    </message>
+    <message>
+        <source>no known folder; its line X-IRMC-BOX names one, such as INBOX</source>
+        <translation>sin carpeta conocida; su línea X-IRMC-BOX indica una, como INBOX</translation>
+    </message>
+    <message>
+        <source>the store did not take it</source>
+        <translation>el almacén no lo aceptó</translation>
+    </message>
+    <message>
+        <source>the store did not delete it</source>
+        <translation>el almacén no lo borró</translation>
+    </message>
+    <message>
+        <source>not a whole call-history entry</source>
+        <translation>no es una entrada completa del registro de llamadas</translation>
+    </message>
+    <message>
+        <source>no TYPE of call that is incoming, outgoing or missed</source>
+        <translation>su TYPE no es incoming, outgoing ni missed</translation>
+    </message>
+    <message>
+        <source>no time, or none that can be</source>
+        <translation>sin hora, o con una imposible</translation>
+    </message>
+    <message>
+        <source>no time, or none that can be; --on-bad-time now takes the time of the clock</source>
+        <translation>sin hora, o con una imposible; --on-bad-time now toma la hora del reloj</translation>
+    </message>
+    <message>
+        <source>there already</source>
+        <translation>ya está</translation>
+    </message>
+    <message>
+        <source>more than one other party; a message can be kept for one</source>
+        <translation>más de una parte; un mensaje solo se puede guardar para una</translation>
+    </message>
+    <message>
+        <source>a multimedia message</source>
+        <translation>un mensaje multimedia</translation>
+    </message>
+    <message>
+        <source>not a text message but another kind of object</source>
+        <translation>no es un mensaje de texto, sino otra clase de objeto</translation>
+    </message>
+    <message>
+        <source>the file cannot be read</source>
+        <translation>no se puede leer el archivo</translation>
+    </message>
+    <message>
+        <source>--%1 takes 2024-05-01T10:00:00Z, 2024-05-01 or @seconds</source>
+        <translation>--%1 admite 2024-05-01T10:00:00Z, 2024-05-01 o @segundos</translation>
+    </message>
+    <message>
+        <source>--%1 is a number from %2 to %3</source>
+        <translation>--%1 es un número de %2 a %3</translation>
+    </message>
+    <message>
+        <source>--%1 is one of: %2</source>
+        <translation>--%1 es uno de: %2</translation>
+    </message>
+    <message>
+        <source>--%1 is inbox, outbox, drafts, sent or my</source>
+        <translation>--%1 es inbox, outbox, drafts, sent o my</translation>
+    </message>
+    <message>
+        <source>standard input cannot be read: %1; see what it comes from</source>
+        <translation>no se puede leer la entrada estándar: %1; mira de dónde viene</translation>
+    </message>
+    <message>
+        <source>standard input is not UTF-8; convert it, with iconv for instance</source>
+        <translation>la entrada estándar no está en UTF-8; conviértela, por ejemplo con iconv</translation>
+    </message>
+    <message>
+        <source>%1 is no database id; &quot;korvasync list&quot; shows them</source>
+        <translation>%1 no es un id; «korvasync list» los muestra</translation>
+    </message>
+    <message>
+        <source>%1 cannot be read: %2; name a file that you may read</source>
+        <translation>no se puede leer %1: %2; indica un archivo que puedas leer</translation>
+    </message>
+    <message>
+        <source>%1 takes exactly one message, and %2 has more</source>
+        <translation>%1 admite exactamente un mensaje, y %2 tiene más</translation>
+    </message>
+    <message>
+        <source>%1 takes exactly one message, and %2 has none</source>
+        <translation>%1 admite exactamente un mensaje, y %2 no tiene ninguno</translation>
+    </message>
+    <message>
+        <source>text, ndjson; messages: vmsg, csv, mbox, android-xml; calls: entries, android-xml</source>
+        <translation>text, ndjson; mensajes: vmsg, csv, mbox, android-xml; llamadas: entries, android-xml</translation>
+    </message>
+    <message>
+        <source>%1 (default)</source>
+        <translation>%1 (predeterminado)</translation>
+    </message>
+    <message>
+        <source>Say what would happen, write nothing.</source>
+        <translation>Decir qué pasaría, sin escribir nada.</translation>
+    </message>
+    <message>
+        <source>On stderr: auto (default: only on a terminal), always or never.</source>
+        <translation>Progreso en stderr: auto (predeterminado: solo en un terminal), always (siempre) o never (nunca).</translation>
+    </message>
+    <message>
+        <source>The store (default: $KORVASYNC_STORE, else the data folder&apos;s korvasync).</source>
+        <translation>El almacén (predeterminado: $KORVASYNC_STORE; si no, korvasync en la carpeta de datos).</translation>
+    </message>
+    <message>
+        <source>Output format: %1.</source>
+        <translation>Formato de salida: %1.</translation>
+    </message>
+    <message>
+        <source>No summary; -qq: no warnings either.</source>
+        <translation>Sin resumen; -qq: tampoco avisos.</translation>
+    </message>
+    <message>
+        <source>The library&apos;s own trace, which shows numbers and texts.</source>
+        <translation>La traza de la biblioteca, que muestra números y textos.</translation>
+    </message>
+    <message>
+        <source>Seconds to wait for an answer of the store, up to 1000000 (default: 60).</source>
+        <translation>Segundos que se espera una respuesta del almacén, hasta 1000000 (predeterminado: 60).</translation>
+    </message>
+    <message>
+        <source>This help.</source>
+        <translation>Esta ayuda.</translation>
+    </message>
+    <message>
+        <source>The version.</source>
+        <translation>La versión.</translation>
+    </message>
+    <message>
+        <source>--store names no folder</source>
+        <translation>--store no indica ninguna carpeta</translation>
+    </message>
+    <message>
+        <source>-o names no format</source>
+        <translation>-o no indica ningún formato</translation>
+    </message>
+    <message>
+        <source>--progress is auto, always or never</source>
+        <translation>--progress es auto, always o never</translation>
+    </message>
+    <message>
+        <source>--timeout is a number of seconds above 0 and up to 1000000</source>
+        <translation>--timeout es un número de segundos mayor que 0 y hasta 1000000</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n character(s) that XML cannot hold are replaced by U+FFFD; -o %1 keeps them</source>
+        <translation>
+            <numerusform>%n carácter que XML no admite se ha sustituido por U+FFFD; -o %1 lo conserva</numerusform>
+            <numerusform>%n caracteres que XML no admite se han sustituido por U+FFFD; -o %1 los conserva</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>hidden</source>
+        <comment>a number</comment>
+        <translation>oculto</translation>
+    </message>
+    <message>
+        <source>total</source>
+        <translation>total</translation>
+    </message>
+    <message>
+        <source>folder</source>
+        <translation>carpeta</translation>
+    </message>
+    <message>
+        <source>type</source>
+        <translation>tipo</translation>
+    </message>
+    <message>
+        <source>year</source>
+        <translation>año</translation>
+    </message>
+    <message>
+        <source>number</source>
+        <translation>número</translation>
+    </message>
+    <message>
+        <source>calls</source>
+        <translation>llamadas</translation>
+    </message>
+    <message>
+        <source>messages</source>
+        <translation>mensajes</translation>
+    </message>
+    <message>
+        <source>duration</source>
+        <translation>duración</translation>
+    </message>
+    <message>
+        <source>unread</source>
+        <comment>messages</comment>
+        <translation>sin leer</translation>
+    </message>
+    <message>
+        <source>%1 (%2 of %3)</source>
+        <translation>%1 (%2 de %3)</translation>
+    </message>
+    <message>
+        <source>id:</source>
+        <translation>id:</translation>
+    </message>
+    <message>
+        <source>folder:</source>
+        <translation>carpeta:</translation>
+    </message>
+    <message>
+        <source>number:</source>
+        <translation>número:</translation>
+    </message>
+    <message>
+        <source>time:</source>
+        <translation>hora:</translation>
+    </message>
+    <message>
+        <source>read:</source>
+        <translation>leído:</translation>
+    </message>
+    <message>
+        <source>yes</source>
+        <translation>sí</translation>
+    </message>
+    <message>
+        <source>no</source>
+        <translation>no</translation>
+    </message>
+    <message>
+        <source>%1 done of about %2</source>
+        <translation>%1 de unos %2</translation>
+    </message>
+    <message>
+        <source>%1 done</source>
+        <translation>%1 hechos</translation>
+    </message>
+    <message>
+        <source>%1 s left</source>
+        <translation>quedan %1 s</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n added</source>
+        <translation>
+            <numerusform>%n añadido</numerusform>
+            <numerusform>%n añadidos</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n present</source>
+        <translation>
+            <numerusform>%n presente</numerusform>
+            <numerusform>%n presentes</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n missing</source>
+        <translation>
+            <numerusform>falta %n</numerusform>
+            <numerusform>faltan %n</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n changed</source>
+        <translation>
+            <numerusform>%n cambiado</numerusform>
+            <numerusform>%n cambiados</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n would delete</source>
+        <translation>
+            <numerusform>%n por borrar</numerusform>
+            <numerusform>%n por borrar</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n deleted</source>
+        <translation>
+            <numerusform>%n borrado</numerusform>
+            <numerusform>%n borrados</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n refused</source>
+        <translation>
+            <numerusform>%n rechazado</numerusform>
+            <numerusform>%n rechazados</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n failed</source>
+        <translation>
+            <numerusform>%n fallido</numerusform>
+            <numerusform>%n fallidos</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n read</source>
+        <translation>
+            <numerusform>%n leído</numerusform>
+            <numerusform>%n leídos</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>%1 not done (%2): %3</source>
+        <translation>%1 sin hacer (%2): %3</translation>
+    </message>
+    <message>
+        <source>no answer in time; not stored so far</source>
+        <translation>sin respuesta a tiempo; hasta ahora no guardado</translation>
+    </message>
+    <message>
+        <source>not known, as the store cannot be read back</source>
+        <translation>no se sabe, porque no se puede releer el almacén</translation>
+    </message>
+    <message>
+        <source>stored, but with another %1</source>
+        <translation>guardado, pero con diferencias: %1</translation>
+    </message>
+    <message>
+        <source>the store does not have it</source>
+        <translation>el almacén no lo tiene</translation>
+    </message>
+    <message>
+        <source>%1 and %2</source>
+        <translation>%1 y %2</translation>
+    </message>
+    <message>
+        <source>time</source>
+        <translation>hora</translation>
+    </message>
+    <message>
+        <source>read status</source>
+        <translation>estado de lectura</translation>
+    </message>
+    <message>
+        <source>text</source>
+        <translation>texto</translation>
+    </message>
+    <message>
+        <source>clients that write at the same time cannot be told to wait here (%1); run one after the other</source>
+        <translation>aquí no se puede hacer esperar a los clientes que escriben a la vez (%1); ejecútalos uno tras otro</translation>
     </message>
 </context>
 </TS>
