@@ -97,12 +97,6 @@ void TestDuplicateIndex::matchesTheNthWithTheNth()
     QCOMPARE(index.storedId(print(), 2), 9);
     QCOMPARE(index.storedId(print(), 3), 3);
     QCOMPARE(index.storedCount(print("+15550102")), 0);
-    QVERIFY(index.hasStored(print(), 7));
-    QVERIFY(index.hasStored(print(), 9));
-    QVERIFY(!index.hasStored(print(), 8));
-    QVERIFY(index.hasStored(print("+15550101"), 8));
-    QVERIFY(!index.hasStored(print("+15550101"), 7));
-    QVERIFY(!index.hasStored(print("+15550102"), -1));
 }
 
 void TestDuplicateIndex::countsAnewInEachFile()

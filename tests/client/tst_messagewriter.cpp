@@ -27,6 +27,7 @@ private Q_SLOTS:
     void findsWhatAFailedCommitStoredAllTheSame();
     void believesAFailedCommitThatStoredNothing();
     void takesNoOlderEqualMessageForItsOwn();
+    void takesNoMessageOfItsOwnTwice();
     void doesNotKnowWhatItCannotReadBack();
     void givesUpWhenNoAnswerComes();
     void doesNotWaitForConversationsThatCannotBeMade();
@@ -82,8 +83,7 @@ struct Fixture
     ScriptedStore scripted;
     StoreLocation location{folder.path()};
     MessageStore messages;
-    DuplicateIndex index;
-    MessageWriter writer{location, messages, index};
+    MessageWriter writer{location, messages};
 };
 
 const QString notTaken = QStringLiteral("the store did not take it");
@@ -99,7 +99,6 @@ void TestMessageWriter::confirmsWhatWasAdded()
     QCOMPARE(added.at(0).id, 101);
     QCOMPARE(added.at(1).id, 102);
     QCOMPARE(added.at(0).trouble.english + added.at(1).trouble.english, QString());
-    QCOMPARE(fixture.index.storedId(added.at(1).fingerprint, 1), 102);
 }
 
 void TestMessageWriter::tellsOfAMessageStoredOtherwise()
@@ -142,7 +141,6 @@ void TestMessageWriter::believesAFailedCommitThatStoredNothing()
     QList<NewMessage> added{fixture.message("one")};
     QCOMPARE(fixture.writer.add(added), Answer::Refused);
     QCOMPARE(added.at(0).trouble.english, notTaken);
-    QCOMPARE(fixture.index.storedCount(added.at(0).fingerprint), 0);
 }
 
 void TestMessageWriter::takesNoOlderEqualMessageForItsOwn()
@@ -150,10 +148,23 @@ void TestMessageWriter::takesNoOlderEqualMessageForItsOwn()
     Fixture fixture;
     fixture.hold({QStringLiteral("one")});
     QList<NewMessage> added{fixture.message("one")};
-    fixture.index.addStored(added.at(0).fingerprint, 101);
+    fixture.writer.noteStored(101);
     fixture.scripted.react(Request::AddEvents, Reaction::failed());
     QCOMPARE(fixture.writer.add(added), Answer::Refused);
     QCOMPARE(added.at(0).id, -1);
+}
+
+void TestMessageWriter::takesNoMessageOfItsOwnTwice()
+{
+    Fixture fixture;
+    fixture.hold({QStringLiteral("one")});
+    QList<NewMessage> added{fixture.message("one")};
+    QCOMPARE(fixture.writer.add(added), Answer::Finished);
+    QCOMPARE(added.at(0).id, 101);
+    fixture.scripted.react(Request::AddEvents, Reaction::failed());
+    QList<NewMessage> again{fixture.message("one")};
+    QCOMPARE(fixture.writer.add(again), Answer::Refused);
+    QCOMPARE(again.at(0).id, -1);
 }
 
 void TestMessageWriter::doesNotKnowWhatItCannotReadBack()

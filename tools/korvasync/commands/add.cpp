@@ -47,7 +47,9 @@ ExitCode run(const Invocation &invocation)
     if (arguments.isEmpty())
         arguments = QStringList{QStringLiteral("-")};
     DuplicateIndex index;
-    AddableItems items(invocation, rules, index);
+    const auto equals = options.onDuplicate == AddingOptions::AddAgain ? AddableMessages::AreAdded
+                                                                       : AddableMessages::AreFound;
+    AddableItems items(invocation, rules, index, equals);
     return Adding(invocation, options, items).run(messageFiles(arguments));
 }
 

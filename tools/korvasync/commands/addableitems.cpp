@@ -44,10 +44,11 @@ void settle(QList<NewItem> &items, std::optional<New> NewItem::*content, const Q
 } // namespace
 
 AddableItems::AddableItems(const Invocation &invocation, const SettlingRules &rules,
-                           DuplicateIndex &index, CallEntries callEntries)
+                           DuplicateIndex &index, AddableMessages::Equals equals,
+                           CallEntries callEntries)
     : index(index)
     , location(invocation.location)
-    , messages(invocation, rules, index)
+    , messages(invocation, rules, index, equals)
     , calls(invocation, rules.localZone, index)
     , callEntries(callEntries)
 {

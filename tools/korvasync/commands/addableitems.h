@@ -26,7 +26,7 @@ public:
     enum CallEntries { AreForeign, AreTaken };
 
     AddableItems(const Invocation &invocation, const SettlingRules &rules, DuplicateIndex &index,
-                 CallEntries callEntries = AreForeign);
+                 AddableMessages::Equals equals, CallEntries callEntries = AreForeign);
 
     Answer readStore() { return messages.readStore(); }
     Judged<NewItem> judge(const InputItem &item);

@@ -15,19 +15,32 @@ static Fingerprint fingerprintOf(const NewMessage &item, int folder)
 }
 
 AddableMessages::AddableMessages(const Invocation &invocation, const SettlingRules &rules,
-                                 DuplicateIndex &index)
+                                 DuplicateIndex &index, Equals equals)
     : index(index)
+    , equals(equals)
     , rules(rules)
     , store(invocation.global.timeout)
-    , writer(invocation.location, store, index)
+    , writer(invocation.location, store)
 {
 }
 
 Answer AddableMessages::readStore()
 {
     return store.forEach(Folder::all(), QDateTime(), [this](const StoredMessage &message) {
-        index.addStored(Fingerprint::of(message), message.id);
+        writer.noteStored(message.id);
+        if (equals == AreFound)
+            index.addStored(Fingerprint::of(message), message.id);
     });
+}
+
+Answer AddableMessages::add(QList<NewMessage> &messages)
+{
+    const Answer answer = writer.add(messages);
+    for (const NewMessage &message : std::as_const(messages)) {
+        if (message.id != -1 && equals == AreFound)
+            index.addStored(message.fingerprint, message.id);
+    }
+    return answer;
 }
 
 Judged<NewMessage> AddableMessages::judge(const InputItem &item) const

@@ -5,23 +5,31 @@
 
 #include "adding.h"
 #include "messages/settling.h"
+#include "store/duplicateindex.h"
 #include "store/messagewriter.h"
 
 //! Messages as a part of what "korvasync add" adds; see AddableItems.
 class AddableMessages
 {
 public:
-    AddableMessages(const Invocation &invocation, const SettlingRules &rules,
-                    DuplicateIndex &index);
+    //! Messages that equal one of the store.
+    enum Equals {
+        AreFound, //!< in the index, which takes a few bytes for each message of the store
+        AreAdded  //!< like all others, and the index stays empty
+    };
+
+    AddableMessages(const Invocation &invocation, const SettlingRules &rules, DuplicateIndex &index,
+                    Equals equals);
 
     Answer readStore();
     Judged<NewMessage> judge(const InputItem &item) const;
-    Answer add(QList<NewMessage> &messages) { return writer.add(messages); }
+    Answer add(QList<NewMessage> &messages);
 
 private:
     Judged<NewMessage> judge(const std::optional<ParsedMessage> &parsed) const;
 
     DuplicateIndex &index;
+    const Equals equals;
     const SettlingRules rules;
     MessageStore store;
     MessageWriter writer;

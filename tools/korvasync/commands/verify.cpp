@@ -104,7 +104,7 @@ ExitCode run(const Invocation &invocation)
     rules.localZone = options.localZone;
     rules.now = DateText::now();
     DuplicateIndex index;
-    AddableItems items(invocation, rules, index, AddableItems::AreTaken);
+    AddableItems items(invocation, rules, index, AddableMessages::AreFound, AddableItems::AreTaken);
     return Verifying(invocation, options.form, items).run(messageFiles(invocation.arguments));
 }
 

@@ -14,16 +14,6 @@ void DuplicateIndex::addStored(const Fingerprint &fingerprint, int id)
         furtherIds[fingerprint].push_back(id);
 }
 
-bool DuplicateIndex::hasStored(const Fingerprint &fingerprint, int id) const
-{
-    const Entry known = entry(fingerprint);
-    if (known.stored == 0 || known.firstId == id)
-        return known.stored > 0;
-    const auto further = furtherIds.constFind(fingerprint);
-    return further != furtherIds.cend()
-        && std::find(further->cbegin(), further->cend(), id) != further->cend();
-}
-
 int DuplicateIndex::countInFile(const Fingerprint &fingerprint)
 {
     Entry &entry = entries[fingerprint];

@@ -21,7 +21,6 @@ public:
     //! An item of the store, in the order of the store.
     //! \param id  -1 where it has none
     void addStored(const Fingerprint &fingerprint, int id);
-    bool hasStored(const Fingerprint &fingerprint, int id) const;
 
     //! From here on equal items are counted anew.
     void beginFile() { ++file; }

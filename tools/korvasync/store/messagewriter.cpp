@@ -32,10 +32,9 @@ Reason difference(const StoredMessage &stored, const SmsInfo &given)
     return parts.isEmpty() ? parts : Text::reason("stored, but with another %1").arg(parts);
 }
 
-MessageWriter::MessageWriter(StoreLocation &location, MessageStore &store, DuplicateIndex &index)
+MessageWriter::MessageWriter(StoreLocation &location, MessageStore &store)
     : location(location)
     , store(store)
-    , index(index)
 {
 }
 
@@ -98,9 +97,8 @@ void MessageWriter::findStored(QList<NewMessage> &messages, Answer failure)
         }
         QMultiHash<Fingerprint, int> newIds;
         for (const SyncSmsInfo &record : read.messages) {
-            const Fingerprint fingerprint = Fingerprint::of(StoredMessage::fromRecord(record));
-            if (!index.hasStored(fingerprint, record.id))
-                newIds.insert(fingerprint, record.id);
+            if (record.id > highestId)
+                newIds.insert(Fingerprint::of(StoredMessage::fromRecord(record)), record.id);
         }
         for (NewMessage &message : messages) {
             if (message.message.parentId == folder && newIds.contains(message.fingerprint))
@@ -111,7 +109,7 @@ void MessageWriter::findStored(QList<NewMessage> &messages, Answer failure)
 
 void MessageWriter::confirm(NewMessage &message)
 {
-    index.addStored(message.fingerprint, message.id);
+    noteStored(message.id);
     message.trouble =
         difference(StoredMessage::fromRecord(store.message(message.id)), message.message);
 }

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "duplicateindex.h"
+#include "fingerprint.h"
 #include "messagestore.h"
 #include "storedmessage.h"
 #include "storelocation.h"
@@ -28,8 +28,11 @@ struct NewMessage
 class MessageWriter
 {
 public:
-    //! \param index  what the store holds; messages that were added are entered
-    MessageWriter(StoreLocation &location, MessageStore &store, DuplicateIndex &index);
+    MessageWriter(StoreLocation &location, MessageStore &store);
+
+    //! Notes a message that the store holds: one that has a higher id came later, as no store
+    //! gives an id twice.
+    void noteStored(int id) { highestId = qMax(highestId, id); }
 
     //! Adds one chunk.
     //! \return Finished when every message is stored, else how the store failed; what is
@@ -42,7 +45,7 @@ private:
 
     StoreLocation &location;
     MessageStore &store;
-    DuplicateIndex &index;
+    int highestId = -1; // of what is known to be there
 };
 
 //! How a stored message differs from what was handed over, empty when it does not.
