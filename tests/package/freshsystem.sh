@@ -22,6 +22,7 @@ debootstrap --variant=minbase bookworm "$system" "$mirror" >"$system.log" 2>&1 |
     exit 1
 }
 rm "$system.log"
+chmod 755 "$system" # mktemp's is for root alone
 mount -t proc proc "$system/proc"
 printf '#!/bin/sh\nexit 101\n' >"$system/usr/sbin/policy-rc.d" # no service is started
 chmod +x "$system/usr/sbin/policy-rc.d"
