@@ -138,8 +138,8 @@ private:
 
     // In the buffer, of what belongs to no item: from the start of the file, or a reason.
     std::optional<Size> leftoverBegin = 0;
-    QByteArray leftovers;
     bool followsReason = false;
+    QByteArray leftovers;
 
     bool hasContent = false;
     bool isXml = false;
