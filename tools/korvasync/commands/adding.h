@@ -36,7 +36,7 @@ struct AddingOptions : ReadingOptions
 //! \tparam Kind  what is added, as for Judging:
 //!   - New has database id and trouble as well
 //!   - index, what the store holds, which readStore() fills
-//!   - add() for new items, which it enters in the index; notStored(), the code of one it lost
+//!   - add() for new items, which it enters in the index if equal ones are looked for; notStored(), the code of one it lost
 template <typename Kind>
 class Adding
 {
@@ -210,8 +210,10 @@ void Adding<Kind>::writeChunk()
     if (items.isEmpty())
         return;
     if (invocation.global.dryRun) {
-        for (const New &item : std::as_const(newItems))
-            kind.index.addStored(item.fingerprint, -1);
+        if (options.onDuplicate != AddingOptions::AddAgain) {
+            for (const New &item : std::as_const(newItems))
+                kind.index.addStored(item.fingerprint, -1);
+        }
     } else if (!newItems.isEmpty()) {
         trouble = worse(trouble, StoreAccess::complain(invocation.location, kind.add(newItems)));
     }
