@@ -34,6 +34,7 @@ private Q_SLOTS:
     void anUnboundVariableHasNoValue();
     void textsInAQueryAreTakenAsTheyStand_data();
     void textsInAQueryAreTakenAsTheyStand();
+    void manyKindsOfQueriesAreAnswered();
     void aBadQueryHasAnError();
     void anUnknownDriverAnswersNothing();
     void aNumberCannotAskAnotherMachine_data();
@@ -295,6 +296,21 @@ void TestConversations::textsInAQueryAreTakenAsTheyStand()
         connection.exec(QSparqlQuery(QStringLiteral("SELECT (%1 AS ?a) { }").arg(expression))));
     QVERIFY(result && result->next());
     QTEST(result->value(0), "value");
+}
+
+// More kinds than are kept prepared, between queries of a kind that is.
+void TestConversations::manyKindsOfQueriesAreAnswered()
+{
+    const QString account = QStringLiteral("kinds");
+    QCOMPARE(addGroups({group(account, {QStringLiteral("5550108")})}).size(), 1);
+    QSparqlConnection connection(Driver, QSparqlConnectionOptions());
+    for (int i = 0; i < 250; ++i) {
+        const QScopedPointer<QSparqlResult> result(connection.exec(
+            QSparqlQuery(QStringLiteral("SELECT ('value' AS ?kind%1) { }").arg(i))));
+        QVERIFY(result && result->next());
+        QCOMPARE(result->value(0), QStringLiteral("value"));
+        QCOMPARE(find(account, QStringLiteral("5550108")).size(), 1);
+    }
 }
 
 void TestConversations::aBadQueryHasAnError()
