@@ -36,7 +36,8 @@ struct AddingOptions : ReadingOptions
 //! \tparam Kind  what is added, as for Judging:
 //!   - New has database id and trouble as well
 //!   - index, what the store holds, which readStore() fills
-//!   - add() for new items, which it enters in the index if equal ones are looked for; notStored(), the code of one it lost
+//!   - add() for new items, which it enters in the index if equal ones are looked for;
+//!     notStored(), the code of one it lost
 template <typename Kind>
 class Adding
 {
