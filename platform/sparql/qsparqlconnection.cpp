@@ -29,8 +29,11 @@ CommHistory::GPointer<TrackerSparqlCursor> run(StoreConnection &connection, cons
     // The conversation query comes for every number of an import: preparing it anew takes ten
     // times as long as running it in a store with few conversations.
     const ParameterQuery parameters = withParameters(query);
-    TrackerSparqlStatement *const statement =
-        parameters.values.isEmpty() ? nullptr : connection.statement(parameters.text.toStdString());
+    TrackerSparqlStatement *statement = nullptr;
+    // Everything is in one graph, and over all graphs at once the database takes half as long
+    // again.
+    if (!parameters.values.isEmpty())
+        statement = connection.statement(withGraph(parameters.text, KORVASYNC_GRAPH).toStdString());
     if (!statement) // also where the language allows no parameter
         return connection.query(query, cancellable);
     for (int i = 0; i < parameters.values.size(); ++i) {
@@ -82,13 +85,12 @@ QSparqlResult *QSparqlConnection::exec(const QSparqlQuery &query)
         return nullptr;
     const auto run = std::make_shared<QSparqlRun>();
     if (leavesTheStore(query.query())) {
-        run->started.set_value();
         run->answered.set_value(QSparqlAnswer());
         return new QSparqlResult(new QSparqlResultPrivate(run));
     }
     Store::instance().post(
         Store::Access::LookUp, [run, text = query.query().toUtf8()](StoreConnection *connection) {
-            run->started.set_value();
+            run->started = std::chrono::steady_clock::now();
             run->answered.set_value(answer(connection, text, run->cancellable.get()));
         });
     return new QSparqlResult(new QSparqlResultPrivate(run));

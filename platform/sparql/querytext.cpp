@@ -53,3 +53,12 @@ ParameterQuery withParameters(const QByteArray &query)
     }
     return result;
 }
+
+QByteArray withGraph(const QByteArray &query, const QByteArray &graph)
+{
+    const QByteArray upper = query.toUpper();
+    const auto where = upper.indexOf("WHERE");
+    if (where < 0 || upper.contains("FROM") || upper.contains("GRAPH"))
+        return query;
+    return query.left(where) + "FROM <" + graph + "> " + query.mid(where);
+}

@@ -16,3 +16,6 @@ struct ParameterQuery
 //! Makes parameters of the quoted texts, so that queries which differ in these alone are one
 //! statement, prepared once. Without values when the query must stay as it is.
 ParameterQuery withParameters(const QByteArray &query);
+
+//! The query, which holds no quoted text, asked of this graph unless it names one.
+QByteArray withGraph(const QByteArray &query, const QByteArray &graph);

@@ -31,6 +31,7 @@ private Q_SLOTS:
     void aReceiverMayDeleteTheModel();
 
     void resultsAreSteppedThrough();
+    void aQueryMayNameItsGraph();
     void anUnboundVariableHasNoValue();
     void textsInAQueryAreTakenAsTheyStand_data();
     void textsInAQueryAreTakenAsTheyStand();
@@ -253,6 +254,17 @@ void TestConversations::resultsAreSteppedThrough()
     QVERIFY(!result->next());
     QVERIFY(!result->next());
     QVERIFY(result->value(0).isNull());
+}
+
+void TestConversations::aQueryMayNameItsGraph()
+{
+    QCOMPARE(int(addGroups({group(QStringLiteral("account"), {QStringLiteral("5550117")})}).size()),
+             1);
+    QSparqlConnection connection(Driver, QSparqlConnectionOptions());
+    const QScopedPointer<QSparqlResult> result(connection.exec(QSparqlQuery(
+        QStringLiteral("SELECT ?graph WHERE { GRAPH ?graph { ?comm nie:generator '5550117' } }"))));
+    QVERIFY(result && result->next());
+    QCOMPARE(result->value(0), QStringLiteral("urn:korvasync:history"));
 }
 
 void TestConversations::anUnboundVariableHasNoValue()
