@@ -5,8 +5,6 @@
 
 #include "qsparqlresult_p.h"
 
-#include <chrono>
-
 QSparqlResult::QSparqlResult(QSparqlResultPrivate *d)
     : d(d)
 {
@@ -15,14 +13,25 @@ QSparqlResult::QSparqlResult(QSparqlResultPrivate *d)
 QSparqlResult::~QSparqlResult() = default;
 
 // A text with more than a number in it can make the fixed conversation query one that takes
-// for ever; such a query ends without an answer.
+// for ever; such a query ends without an answer. Nothing wakes the caller before the answer, since
+// that takes longer than most answers.
 void QSparqlResult::waitForFinished()
 {
+    using Clock = std::chrono::steady_clock;
     constexpr std::chrono::seconds limit(5);
-    d->started.wait();
-    if (d->answer.wait_for(limit) == std::future_status::timeout)
-        g_cancellable_cancel(d->run->cancellable.get());
-    d->answer.wait();
+    Clock::time_point deadline = Clock::now() + limit;
+    while (d->answer.wait_until(deadline) == std::future_status::timeout) {
+        const Clock::time_point started = d->run->started;
+        if (started == QSparqlRun::NotStarted) { // requests before it take their time
+            deadline = Clock::now() + limit;
+            continue;
+        }
+        deadline = started + limit;
+        if (Clock::now() >= deadline) {
+            g_cancellable_cancel(d->run->cancellable.get());
+            d->answer.wait();
+        }
+    }
 }
 
 bool QSparqlResult::hasError() const { return d->answer.get().hasError; }

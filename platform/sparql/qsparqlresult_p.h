@@ -9,6 +9,8 @@
 
 #include <QtCore/QVector>
 
+#include <atomic>
+#include <chrono>
 #include <future>
 #include <memory>
 
@@ -22,7 +24,9 @@ struct QSparqlAnswer
 //! A query on its way through the store's thread.
 struct QSparqlRun
 {
-    std::promise<void> started;
+    static constexpr std::chrono::steady_clock::time_point NotStarted{};
+
+    std::atomic<std::chrono::steady_clock::time_point> started{NotStarted};
     std::promise<QSparqlAnswer> answered;
     const CommHistory::GPointer<GCancellable> cancellable{g_cancellable_new()};
 };
@@ -32,13 +36,11 @@ class QSparqlResultPrivate
 public:
     explicit QSparqlResultPrivate(std::shared_ptr<QSparqlRun> run)
         : run(std::move(run))
-        , started(this->run->started.get_future().share())
         , answer(this->run->answered.get_future().share())
     {
     }
 
     std::shared_ptr<QSparqlRun> run;
-    std::shared_future<void> started;
     std::shared_future<QSparqlAnswer> answer;
     int row = -1; //!< the current one; before the first at the start
 };
