@@ -71,12 +71,32 @@ void Store::post(Access access, Request request)
 
 void Store::run(Access access, const Request &request)
 {
+    if (runHere(access, request))
+        return;
     const auto done = std::make_shared<std::promise<void>>();
     post(access, [&request, done](StoreConnection *connection) {
         request(connection);
         done->set_value();
     });
     done->get_future().wait();
+}
+
+bool Store::runHere(Access access, const Request &request)
+{
+    std::unique_lock<std::mutex> locker(m_mutex);
+    enqueueGathered();
+    if (!m_isOpen || m_isWorking || !m_queue.empty())
+        return false;
+    m_isWorking = true;
+    locker.unlock();
+    request(connection(access));
+    locker.lock();
+    m_isWorking = false;
+    const bool isAwaited = m_ending || !m_queue.empty();
+    locker.unlock();
+    if (isAwaited)
+        m_changed.notify_one();
+    return true;
 }
 
 bool Store::isReadable(Access access)
@@ -128,14 +148,16 @@ void Store::work()
 {
     std::unique_lock<std::mutex> locker(m_mutex);
     while (true) {
-        m_changed.wait(locker, [this] { return m_ending || !m_queue.empty(); });
+        m_changed.wait(locker, [this] { return !m_isWorking && (m_ending || !m_queue.empty()); });
         if (m_queue.empty())
             return;
         const Entry entry = std::move(m_queue.front());
         m_queue.pop_front();
+        m_isWorking = true;
         locker.unlock();
         entry.request(connection(entry.access));
         locker.lock();
+        m_isWorking = false;
     }
 }
 

@@ -40,7 +40,8 @@ public:
 
     //! Has the store's thread carry out the request.
     void post(Access access, Request request);
-    //! The same, and waits until it is done.
+    //! The same, and waits until it is done; when the store's thread has nothing to do, the calling
+    //! thread does it, since waking that one and being woken takes longer than a short read.
     void run(Access access, const Request &request);
     //! Whether the store can be used; waits for the attempt to open it when it is not open yet.
     bool isReadable(Access access);
@@ -70,21 +71,23 @@ private:
     Q_DISABLE_COPY(Store)
 
     void enqueueGathered(); // m_mutex is locked
+    bool runHere(Access access, const Request &request);
     void work();
     StoreConnection *connection(Access access);
     StoreProblem open(Access access);
     void close();
 
     StoreDirectory m_directory;
-    std::mutex m_mutex;                // guards m_queue, m_gathering, m_ending
-    std::condition_variable m_changed; // m_queue or m_ending
+    std::mutex m_mutex;                // guards m_queue, m_gathering, m_isWorking, m_ending
+    std::condition_variable m_changed; // m_queue, m_isWorking or m_ending
     std::condition_variable m_tried;   // to open the store
     std::deque<Entry> m_queue;
     Gathering m_gathering;
+    bool m_isWorking = false; // some thread carries out a request
     bool m_ending = false;
     std::atomic<bool> m_isOpen{false};
 
-    // What only the store's thread touches.
+    // What only the thread touches that carries out a request.
     StoreLock m_lock;
     QDeadlineTimer m_busy; // expired unless the lock was kept by another process just now
     std::unique_ptr<StoreConnection> m_connection;

@@ -34,7 +34,7 @@ using GPointer = std::unique_ptr<T, GObjectDeleter>;
 //! for it.
 QByteArray eventUri(int id);
 
-//! The open database. Used by the store's thread only.
+//! The open database. Used by one thread at a time.
 class StoreConnection
 {
 public:

@@ -23,35 +23,42 @@ bool leavesTheStore(const QString &query)
         || query.contains(QLatin1String("\\u"), Qt::CaseInsensitive);
 }
 
-CommHistory::GPointer<TrackerSparqlCursor> run(StoreConnection &connection, const QByteArray &query,
-                                               GCancellable *cancellable)
+//! A query on its way to the store's thread.
+struct Question
+{
+    QByteArray text;
+    ParameterQuery parameters;
+    GCancellable *cancellable;
+};
+
+CommHistory::GPointer<TrackerSparqlCursor> run(StoreConnection &connection,
+                                               const Question &question)
 {
     // The conversation query comes for every number of an import: preparing it anew takes ten
     // times as long as running it in a store with few conversations.
-    const ParameterQuery parameters = withParameters(query);
+    const ParameterQuery &parameters = question.parameters;
     TrackerSparqlStatement *statement = nullptr;
     // Everything is in one graph, and over all graphs at once the database takes half as long
     // again.
     if (!parameters.values.isEmpty())
         statement = connection.statement(withGraph(parameters.text, KORVASYNC_GRAPH).toStdString());
     if (!statement) // also where the language allows no parameter
-        return connection.query(query, cancellable);
+        return connection.query(question.text, question.cancellable);
     for (int i = 0; i < parameters.values.size(); ++i) {
         tracker_sparql_statement_bind_string(statement,
                                              ("text" + QByteArray::number(i)).constData(),
                                              parameters.values.at(i).constData());
     }
-    return connection.execute(statement, cancellable);
+    return connection.execute(statement, question.cancellable);
 }
 
-QSparqlAnswer answer(StoreConnection *connection, const QByteArray &query,
-                     GCancellable *cancellable)
+QSparqlAnswer answer(StoreConnection *connection, const Question &question)
 {
     QSparqlAnswer answer;
     if (!connection)
         return answer;
-    const auto cursor = run(*connection, query, cancellable);
-    const auto next = [&] { return connection->next(cursor.get(), cancellable); };
+    const auto cursor = run(*connection, question);
+    const auto next = [&] { return connection->next(cursor.get(), question.cancellable); };
     auto step = next();
     for (; step == StoreConnection::Step::Row; step = next()) {
         QVector<QSparqlBinding> row;
@@ -88,11 +95,17 @@ QSparqlResult *QSparqlConnection::exec(const QSparqlQuery &query)
         run->answered.set_value(QSparqlAnswer());
         return new QSparqlResult(new QSparqlResultPrivate(run));
     }
-    Store::instance().post(
-        Store::Access::LookUp, [run, text = query.query().toUtf8()](StoreConnection *connection) {
-            run->started = std::chrono::steady_clock::now();
-            run->answered.set_value(answer(connection, text, run->cancellable.get()));
-        });
+    const QByteArray text = query.query().toUtf8();
+    const Question question{text, withParameters(text), run->cancellable.get()};
+    const auto ask = [run, question](StoreConnection *connection) {
+        run->started = std::chrono::steady_clock::now();
+        run->answered.set_value(answer(connection, question));
+    };
+    // What may take for ever is not for the caller's thread, which ends it after a while.
+    if (hasPlainTexts(question.parameters))
+        Store::instance().run(Store::Access::LookUp, ask);
+    else
+        Store::instance().post(Store::Access::LookUp, ask);
     return new QSparqlResult(new QSparqlResultPrivate(run));
 }
 

@@ -34,6 +34,12 @@ bool separatesTexts(const QByteArray &piece)
     return !piece.isEmpty() && !piece.startsWith('@') && !piece.startsWith('^');
 }
 
+bool isPlain(char c)
+{
+    return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '/'
+        || c == '$';
+}
+
 } // namespace
 
 ParameterQuery withParameters(const QByteArray &query)
@@ -52,6 +58,15 @@ ParameterQuery withParameters(const QByteArray &query)
         result.values.append(pieces.at(i));
     }
     return result;
+}
+
+bool hasPlainTexts(const ParameterQuery &query)
+{
+    const auto isPlainText = [](const QByteArray &text) {
+        return std::all_of(text.cbegin(), text.cend(), isPlain);
+    };
+    return !query.values.isEmpty()
+        && std::all_of(query.values.cbegin(), query.values.cend(), isPlainText);
 }
 
 QByteArray withGraph(const QByteArray &query, const QByteArray &graph)
