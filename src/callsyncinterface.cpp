@@ -95,18 +95,35 @@ namespace {
 
 const QLatin1String entryName("VCALLHISTENTRY");
 
+//! What stands before the first colon of a line, and behind it.
+struct Pieces
+{
+    explicit Pieces(QStringView line)
+        : name(line)
+    {
+        const auto colon = line.indexOf(QLatin1Char(':'));
+        if (colon < 0)
+            return;
+        name = line.left(colon);
+        value = line.mid(colon + 1);
+        hasMore = value.contains(QLatin1Char(':'));
+    }
+
+    QStringView name;
+    QStringView value = u"";
+    bool hasMore = false; // colons
+};
+
 // A first line of three and more pieces passes unchecked: clients that put the version of
 // the format there are served.
-bool isFirstLine(const QStringList &pieces)
+bool isFirstLine(QStringView line)
 {
-    if (pieces.size() < 2)
-        return false;
-    return pieces.size() > 2
-        || (pieces.at(0) == QLatin1String("BEGIN") && pieces.at(1) == entryName);
+    const Pieces pieces(line);
+    return pieces.hasMore || (pieces.name == QLatin1String("BEGIN") && pieces.value == entryName);
 }
 
 //! Reads the clock reading as local time, whatever zone letter stands behind it.
-QDateTime callTime(const QString &value)
+QDateTime callTime(QStringView value)
 {
     auto zoneLetter = value.indexOf(QLatin1Char('Z'));
     if (zoneLetter < 1)
@@ -125,32 +142,40 @@ CallInfo CallSyncInterfacePrivate::parseCallSyncMsg(const QString &entry)
 {
     lastError = CallNoError;
     CallInfo call;
-    const QString crlf = QStringLiteral("\r\n");
-    const QString separator = entry.contains(crlf) ? crlf : QStringLiteral("\n");
-    const QStringList lines = entry.split(separator, Qt::SkipEmptyParts);
-    for (int i = 0; i < lines.size(); ++i) {
-        const QStringList pieces = lines.at(i).split(QLatin1Char(':'));
-        if (!(i == 0 ? isFirstLine(pieces) : applyLine(pieces, call))) {
+    const QStringView text = entry;
+    const QStringView crlf = u"\r\n";
+    const QStringView separator = text.contains(crlf) ? crlf : QStringView(u"\n");
+    bool isFirst = true;
+    for (qsizetype from = 0; from < text.size();) {
+        const auto separated = text.indexOf(separator, from);
+        const auto end = separated < 0 ? text.size() : separated;
+        const QStringView line = text.mid(from, end - from);
+        from = end + separator.size();
+        if (line.isEmpty())
+            continue;
+        if (!(isFirst ? isFirstLine(line) : applyLine(line, call))) {
             lastError = CallParseError;
             break;
         }
+        isFirst = false;
     }
     return call;
 }
 
 // A good END line ends nothing, and of a name that comes twice the later value counts.
-bool CallSyncInterfacePrivate::applyLine(const QStringList &pieces, CallInfo &call)
+bool CallSyncInterfacePrivate::applyLine(QStringView line, CallInfo &call)
 {
-    if (pieces.size() > 2)
+    const Pieces pieces(line);
+    if (pieces.hasMore)
         return false;
-    const QString &name = pieces.at(0);
-    const QString value = pieces.value(1, QStringLiteral(""));
+    const QStringView name = pieces.name;
+    const QStringView value = pieces.value;
     if (name == QLatin1String("TYPE")) {
         if (value != incoming && value != outgoing && value != missed)
             return false;
-        call.type = value;
+        call.type = value.toString();
     } else if (name == QLatin1String("TEL")) {
-        call.number = value;
+        call.number = value.toString();
     } else if (name == QLatin1String("DURATION")) {
         call.duration = value.toInt();
     } else if (name == QLatin1String("CALL-DATETIME")) {

@@ -6,7 +6,7 @@
 #include <korvasync/syncrecords.h>
 
 #include <QtCore/QString>
-#include <QtCore/QStringList>
+#include <QtCore/QStringView>
 
 namespace KorvaSyncIf {
 
@@ -27,7 +27,7 @@ public:
     CallSyncError lastError = CallNoError; // of the latest parseCallSyncMsg()
 
 private:
-    static bool applyLine(const QStringList &pieces, CallInfo &call);
+    static bool applyLine(QStringView line, CallInfo &call);
 };
 
 } // namespace KorvaSyncIf

@@ -110,9 +110,9 @@ QDateTime readUtcStamp(QStringView text) { return readUtcStampOf(text); }
 
 QDateTime readUtcStamp(QLatin1String text) { return readUtcStampOf(text); }
 
-QDateTime readLocalStamp(const QString &text)
+QDateTime readLocalStamp(QStringView text)
 {
-    return text.size() == stampLength ? localTime(readStamp(text.constData())) : QDateTime();
+    return text.size() == stampLength ? localTime(readStamp(text.data())) : QDateTime();
 }
 
 QDateTime readLocalDate(const QString &text)

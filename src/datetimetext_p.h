@@ -20,7 +20,7 @@ QDateTime readUtcStamp(QStringView text);
 QDateTime readUtcStamp(QLatin1String text);
 //! "yyyyMMddThhmmss" as local time; null when the text does not match or names a time that
 //! a DST change skips.
-QDateTime readLocalStamp(const QString &text);
+QDateTime readLocalStamp(QStringView text);
 //! "dd.MM.yyyy hh:mm:ss" as local time; null as for readLocalStamp().
 QDateTime readLocalDate(const QString &text);
 
