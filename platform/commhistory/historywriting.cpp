@@ -99,8 +99,12 @@ GPointer<TrackerResource> toResource(const Event &event, Event::Properties set)
             tracker_resource_set_int64(r, name, value);
     };
     setInteger(Event::Type, "kv:type", event.type());
-    setInteger(Event::StartTime, "kv:startTime", toStoredTime(event.startTime()));
-    setInteger(Event::EndTime, "kv:endTime", toStoredTime(event.endTime()));
+    // Local time is dear, and most events start and end at once.
+    const QDateTime startTime = event.startTime();
+    const QDateTime endTime = event.endTime();
+    const qint64 start = toStoredTime(startTime);
+    setInteger(Event::StartTime, "kv:startTime", start);
+    setInteger(Event::EndTime, "kv:endTime", endTime == startTime ? start : toStoredTime(endTime));
     setInteger(Event::EventDirection, "kv:direction", event.direction());
     setInteger(Event::EventStatus, "kv:status", event.status());
     setInteger(Event::ParentId, "kv:folder", event.parentId());
