@@ -10,8 +10,6 @@ namespace Bench {
 namespace {
 
 constexpr char Graph[] = "urn:korvasync:history";
-constexpr char Account[] = "/org/freedesktop/Telepathy/Account/ring/tel/ring";
-
 //! An error that ends the program.
 class Fatal
 {

@@ -9,6 +9,9 @@
 
 namespace Bench {
 
+//! The local side of every message and call.
+constexpr char Account[] = "/org/freedesktop/Telepathy/Account/ring/tel/ring";
+
 //! One invented message, the same in every run and for every participant.
 struct Record
 {

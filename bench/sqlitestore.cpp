@@ -28,8 +28,6 @@ constexpr char Schema[] =
     "CREATE INDEX IF NOT EXISTS byModification ON event (folder, lastModified);"
     "CREATE INDEX IF NOT EXISTS byType ON event (type, startTime);";
 
-constexpr char Account[] = "/org/freedesktop/Telepathy/Account/ring/tel/ring";
-
 constexpr int Message = 2;
 constexpr int Call = 3;
 

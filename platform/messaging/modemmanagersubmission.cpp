@@ -16,7 +16,6 @@ using Messaging = OrgFreedesktopModemManager1ModemMessagingInterface;
 using Sms = OrgFreedesktopModemManager1SmsInterface;
 
 // Limits in milliseconds.
-constexpr int QueryLimit = 5000;
 constexpr int EnableLimit = 60000;
 constexpr int NetworkLimit = 60000; //!< from the call that enables the modem on
 constexpr int SendLimit = 180000;   //!< a long text goes out in many parts, one by one

@@ -13,13 +13,11 @@
 namespace {
 
 using Manager = OrgOfonoManagerInterface;
-using Modem = OrgOfonoModemInterface;
 using SimManager = OrgOfonoSimManagerInterface;
 using NetworkRegistration = OrgOfonoNetworkRegistrationInterface;
 using MessageManager = OrgOfonoMessageManagerInterface;
 
 // Limits in milliseconds.
-constexpr int QueryLimit = 5000;
 constexpr int HandOverLimit = 10000;
 constexpr int OutcomeLimit = 180000; //!< the daemon itself tries several times
 
@@ -188,8 +186,8 @@ void OfonoSubmission::watchForLoss()
         if (path.path() == m_modemPath)
             loseModem();
     });
-    auto *modem = new Modem(m_daemon, m_modemPath, bus, this);
-    connect(modem, &Modem::PropertyChanged, this,
+    auto *modem = new OrgOfonoModemInterface(m_daemon, m_modemPath, bus, this);
+    connect(modem, &OrgOfonoModemInterface::PropertyChanged, this,
             [=](const QString &name, const QDBusVariant &value) {
                 if (name == QLatin1String("Interfaces")
                     && !interfacesOf(value.variant())

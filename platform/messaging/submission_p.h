@@ -45,6 +45,8 @@ Q_SIGNALS:
     void finished(Submission::Outcome outcome, const QString &problem);
 
 protected:
+    static constexpr int QueryLimit = 5000; //!< in milliseconds, for what is merely asked
+
     // Of several outcomes the first counts.
     void finishAccepted() { finish(Outcome::Accepted, QString()); }
     void finishNotSent(const QString &problem) { finish(Outcome::NotSent, problem); }

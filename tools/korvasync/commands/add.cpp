@@ -14,11 +14,9 @@
 
 namespace {
 
-constexpr const char *textForm = "vmsg";
-
 bool takeOptions(const Invocation &invocation, AddingOptions &options, SettlingRules &rules)
 {
-    if (!options.take(invocation, textForm))
+    if (!options.take(invocation, ReadingOptions::MessageForm))
         return false;
     const auto onBadTime = Arguments::takeChoice(invocation.options, "on-bad-time",
                                                  {QStringLiteral("refuse"), QStringLiteral("now")});
@@ -33,7 +31,7 @@ bool takeOptions(const Invocation &invocation, AddingOptions &options, SettlingR
     return true;
 }
 
-ExitCode run(const Invocation &invocation)
+ExitCode runAdd(const Invocation &invocation)
 {
     AddingOptions options;
     SettlingRules rules;
@@ -73,8 +71,8 @@ Command addCommand()
         Text::tr("Adds the messages of vMessage files (.vmg, .vmsg, .txt) and the messages and "
                  "calls of Android backups (.xml); a folder stands for all such files below it."),
         {text("text"), text("ndjson")},
-        AddingOptions::declared(textForm) + options,
-        run,
+        AddingOptions::declared(ReadingOptions::MessageForm) + options,
+        runAdd,
         {{},
          {"korvasync add --rejects mend.txt old-phone/ sms.xml",
           "korvasync add --assume-tz Europe/Helsinki --dry-run sms.vmsg"},

@@ -60,12 +60,10 @@ ExitCode list(const Invocation &invocation)
 
 // ---- add
 
-constexpr const char *textForm = "entries";
-
 ExitCode add(const Invocation &invocation)
 {
     AddingOptions options;
-    if (!options.take(invocation, textForm))
+    if (!options.take(invocation, ReadingOptions::CallForm))
         return UsageError;
     QStringList files = invocation.arguments;
     if (files.isEmpty() && isatty(STDIN_FILENO)) {
@@ -165,7 +163,7 @@ Command addAction()
             "[FILE|-]...",
             Text::tr("Adds call-history entries and the calls of Android backups."),
             {text("text"), text("ndjson")},
-            AddingOptions::declared(textForm),
+            AddingOptions::declared(ReadingOptions::CallForm),
             add,
             {{},
              {"korvasync calls add --rejects mend.txt calls.txt calls.xml"},

@@ -11,7 +11,7 @@
 
 namespace {
 
-ExitCode run(const Invocation &invocation)
+ExitCode runDelete(const Invocation &invocation)
 {
     if (invocation.arguments.isEmpty()) {
         Diagnostics::error(Text::tr("delete needs an id; \"korvasync list\" shows them"));
@@ -38,7 +38,7 @@ Command deleteCommand()
             Text::tr("Deletes messages by id (- reads ids from standard input)."),
             {QStringLiteral("text"), QStringLiteral("ndjson")},
             {{QStringLiteral("yes"), Text::tr("Do not ask.")}},
-            run,
+            runDelete,
             {{},
              {"korvasync delete 812 813",
               "korvasync list --ids --number InfoPost | korvasync delete --yes -"},

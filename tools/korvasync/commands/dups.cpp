@@ -115,7 +115,7 @@ ExitCode remove(const Invocation &invocation, MessageStore &store, const Groups 
     return Deleting(invocation, store).run(surplus);
 }
 
-ExitCode run(const Invocation &invocation)
+ExitCode runDups(const Invocation &invocation)
 {
     const bool deletes = invocation.isSet("delete");
     if (!invocation.arguments.isEmpty()
@@ -162,7 +162,7 @@ Command dupsCommand()
              text("WHICH"), text("oldest")},
             {text("yes"), Text::tr("Do not ask.")},
         },
-        run,
+        runDups,
         {Text::tr("Messages are equal by the rule of \"korvasync add\": the same folder, number "
                   "(its last 7 digits), second and text. A text that was truly sent twice within a "
                   "second is in a group as well: look at the list first."),

@@ -16,11 +16,15 @@
 //! How files are read.
 struct ReadingOptions
 {
+    // --from's words for objects between BEGIN: and END: lines.
+    static constexpr const char *MessageForm = "vmsg";
+    static constexpr const char *CallForm = "entries";
+
     ItemReader::Form form = ItemReader::AnyForm;
     QTimeZone localZone; //!< where times without a zone are meant
 
     //! Takes the options that all who read files have.
-    //! \param textForm  --from's word for objects between BEGIN: and END: lines
+    //! \param textForm  MessageForm or CallForm
     //! \return false when one is not as it must be, which is told on stderr
     bool take(const Invocation &invocation, const char *textForm);
     static QList<QCommandLineOption> declared(const char *textForm);

@@ -148,7 +148,7 @@ QString misuse(const Invocation &invocation)
     return QString();
 }
 
-ExitCode run(const Invocation &invocation)
+ExitCode runList(const Invocation &invocation)
 {
     const bool idsOnly = invocation.isSet("ids");
     const bool countOnly = invocation.isSet("count");
@@ -213,7 +213,7 @@ Command listCommand()
                 {text("ids"), Text::tr("Print the ids alone.")},
                 {text("count"), Text::tr("Print their number alone.")},
             },
-            run,
+            runList,
             {{},
              {"korvasync list --folder inbox --since 2024-05-01 --limit 20",
               "korvasync list -o vmsg > all.vmsg"},

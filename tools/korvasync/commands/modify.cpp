@@ -71,7 +71,7 @@ Answer foresee(MessageStore &store, const SmsInfo &message, ItemResult &result)
     return Answer::Finished;
 }
 
-ExitCode run(const Invocation &invocation)
+ExitCode runModify(const Invocation &invocation)
 {
     const GlobalOptions &global = invocation.global;
     if (invocation.arguments.size() != 2 || invocation.arguments.first() == QLatin1String("-")) {
@@ -131,7 +131,7 @@ Command modifyCommand()
         Text::tr("Replaces a message by the one vMessage given; its time and token stay."),
         {QStringLiteral("text"), QStringLiteral("ndjson")},
         {},
-        run,
+        runModify,
         {Text::tr(
              "The other party must have messages already. A dry run goes by those that are there: "
              "one whose messages have all been deleted is refused by it, and would be taken."),

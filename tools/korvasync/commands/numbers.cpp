@@ -67,7 +67,7 @@ QByteArray text(const NumberFinding &finding)
     return lines;
 }
 
-ExitCode run(const Invocation &invocation)
+ExitCode runNumbers(const Invocation &invocation)
 {
     if (!invocation.arguments.isEmpty()) {
         Diagnostics::error(Text::tr("%1 takes no arguments").arg(QLatin1String("numbers")));
@@ -114,7 +114,7 @@ Command numbersCommand()
         Text::tr("Tells which numbers share a conversation, and which of them should not."),
         {QStringLiteral("text"), QStringLiteral("ndjson")},
         {},
-        run,
+        runNumbers,
         {Text::tr("A message joins the first conversation whose number ends with the last 7 digits "
                   "of its own, or with its word. Findings, the doubtful ones first:\n"
                   "  different-numbers  two parties, perhaps, whose numbers end alike\n"

@@ -214,7 +214,7 @@ void printDryRun(const Invocation &invocation, const SmsInfo &message)
     }
 }
 
-ExitCode run(const Invocation &invocation)
+ExitCode runSend(const Invocation &invocation)
 {
     if (!invocation.global.argumentsAreUtf8) {
         Diagnostics::error(Text::tr("number and text are not UTF-8; nothing was sent"));
@@ -272,7 +272,7 @@ Command sendCommand()
         {QStringLiteral("text"), QStringLiteral("ndjson")},
         {{QStringLiteral("vmessage"), Text::tr("Sends the only message of a file to its receiver."),
           QStringLiteral("FILE")}},
-        run,
+        runSend,
         {{},
          {"korvasync send +15550100 Hello", "fortune | korvasync send +15550100 -"},
          Text::tr("Exit codes: 0 sent, 1 refused, 2 usage, 3 the store cannot be used, 5 it gave "

@@ -12,7 +12,7 @@
 
 namespace {
 
-ExitCode run(const Invocation &invocation)
+ExitCode runShow(const Invocation &invocation)
 {
     if (invocation.arguments.isEmpty()) {
         Diagnostics::error(Text::tr("show needs an id; \"korvasync list\" shows them"));
@@ -58,7 +58,7 @@ Command showCommand()
             {text("vmsg"), text("text"), text("ndjson"), text("csv"), text("mbox"),
              text("android-xml")},
             {},
-            run,
+            runShow,
             {{},
              {"korvasync show -o text 812", "korvasync list --ids --grep Hello | korvasync show -"},
              Text::tr("Exit codes: 0 shown, 2 usage, 3 the store cannot be read, 4 an id was not "

@@ -97,7 +97,7 @@ QList<CountTable> Counting::tables(int limit) const
             numbers};
 }
 
-ExitCode run(const Invocation &invocation)
+ExitCode runStats(const Invocation &invocation)
 {
     constexpr int numbersForPeople = 10;
     const QString &format = invocation.global.format;
@@ -151,7 +151,7 @@ Command statsCommand()
             {text("limit"), Text::tr("The N numbers that have most (text: 10, ndjson: all)."),
              text("N")},
         },
-        run,
+        runStats,
         {Text::tr("Numbers whose last 7 digits are alike count as one. On a terminal each row has "
                   "a bar."),
          {"korvasync stats --since 2024-01-01",

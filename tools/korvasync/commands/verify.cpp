@@ -11,8 +11,6 @@
 
 namespace {
 
-constexpr const char *textForm = "vmsg";
-
 //! The work of "korvasync verify": looks up in the store what "korvasync add" would add.
 class Verifying
 {
@@ -90,11 +88,11 @@ void Verifying::take(ItemResult result, const Judged<NewItem> &judged)
         progress.show(results.count(), judging.partDone());
 }
 
-ExitCode run(const Invocation &invocation)
+ExitCode runVerify(const Invocation &invocation)
 {
     ReadingOptions options;
     SettlingRules rules;
-    if (!options.take(invocation, textForm)
+    if (!options.take(invocation, ReadingOptions::MessageForm)
         || !Arguments::takeFolder(invocation.options, "folder", rules.folder))
         return UsageError;
     if (invocation.arguments.isEmpty()) {
@@ -123,8 +121,8 @@ Command verifyCommand()
         "FILE|DIR|-...",
         Text::tr("Tells whether all messages and calls of files are in the store; adds nothing."),
         {text("text"), text("ndjson")},
-        ReadingOptions::declared(textForm) + options,
-        run,
+        ReadingOptions::declared(ReadingOptions::MessageForm) + options,
+        runVerify,
         {Text::tr("Files are read, and equal items found, as by \"korvasync add\"; call-history "
                   "entries are read as well. Each item that is missing or refused is told. Give "
                   "the --from, --assume-tz and --folder with which they were added."),
