@@ -33,6 +33,7 @@ private Q_SLOTS:
     void doesNotWaitForConversationsThatCannotBeMade();
     void addsAgainAfterConversationsCouldNotBeMade();
     void endsAReadThatTheStoreWarnsOf();
+    void endsAReadAheadThatTheStoreWarnsOf();
     void takesNoCallForAMessage();
 };
 
@@ -224,6 +225,25 @@ void TestMessageWriter::endsAReadThatTheStoreWarnsOf()
     });
     QCOMPARE(fixture.messages.messages(QDateTime(), LocInbox).answer, Answer::Refused);
     QCOMPARE(Diagnostics::storeTrouble(), QStringLiteral("The store is gone; look for it."));
+}
+
+void TestMessageWriter::endsAReadAheadThatTheStoreWarnsOf()
+{
+    Fixture fixture(patience);
+    fixture.hold({QStringLiteral("first"), QStringLiteral("second")});
+    fixture.scripted.react(Request::ReadMessages, Reaction::reporting({Report()}));
+    fixture.scripted.react(Request::ReadMessages, Reaction::silent());
+    QStringList taken;
+    const Answer answer = fixture.messages.forEach(
+        {LocInbox, LocSent}, QDateTime(), [&](const StoredMessage &message) {
+            taken += message.body;
+            if (taken.size() == 1) { // while the next folder is read
+                QMessageLogger(nullptr, 0, nullptr, "korvasync.store")
+                    .warning("The store is gone; look for it.");
+            }
+        });
+    QCOMPARE(taken, QStringList({QStringLiteral("first"), QStringLiteral("second")}));
+    QCOMPARE(answer, Answer::Refused);
 }
 
 void TestMessageWriter::takesNoCallForAMessage()

@@ -10,11 +10,13 @@ using namespace KorvaSyncIf;
 namespace {
 
 template <typename Start>
-MessageStore::Read read(std::chrono::milliseconds timeout, const Start &start)
+MessageStore::Read waitForRead(std::chrono::milliseconds timeout, const Start &start,
+                               int troublesBefore = Diagnostics::storeTroubleCount())
 {
     MessageStore::Read read;
     read.answer = PendingWait::waitForRead(
-        timeout, start, [&](PendingMsgs *msgs) { read.messages = msgs->syncSmsInfo(); });
+        timeout, start, [&](PendingMsgs *msgs) { read.messages = msgs->syncSmsInfo(); },
+        troublesBefore);
     return read;
 }
 
@@ -43,16 +45,25 @@ Answer MessageStore::probe()
 
 MessageStore::Read MessageStore::messages(const QDateTime &since, LocationId folder)
 {
-    return read(timeout, [&] { return facade.messages(since, folder); });
+    return waitForRead(timeout, [&] { return facade.messages(since, folder); });
 }
 
 Answer MessageStore::forEach(const QList<LocationId> &folders, const QDateTime &since,
                              const std::function<void(const StoredMessage &)> &take)
 {
-    for (const LocationId folder : folders) {
-        const Read read = messages(since, folder);
+    const int troublesBefore = Diagnostics::storeTroubleCount();
+    const auto begin = [&](LocationId folder) {
+        const BoundedCall call(BoundedCall::Read, timeout);
+        return facade.messages(since, folder);
+    };
+    PendingMsgs *pending = begin(folders.first());
+    for (int next = 1; pending; ++next) {
+        const Read read = waitForRead(
+            timeout, [&] { return pending; }, troublesBefore);
         if (read.answer != Answer::Finished)
             return read.answer;
+        // The store has a thread of its own, which reads on while this one is taken.
+        pending = next < folders.size() ? begin(folders.at(next)) : nullptr;
         for (const SyncSmsInfo &record : read.messages) {
             if (Interrupt::signalNumber() != 0)
                 return Answer::Interrupted;
@@ -64,7 +75,7 @@ Answer MessageStore::forEach(const QList<LocationId> &folders, const QDateTime &
 
 MessageStore::Read MessageStore::modifiedMessages(const QDateTime &since, LocationId folder)
 {
-    return read(timeout, [&] { return facade.modifiedMessages(since, folder); });
+    return waitForRead(timeout, [&] { return facade.modifiedMessages(since, folder); });
 }
 
 SyncSmsInfo MessageStore::message(int id)

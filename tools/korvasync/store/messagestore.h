@@ -35,7 +35,9 @@ public:
     //! that is broken from an id that is unknown.
     Answer probe();
     Read messages(const QDateTime &since, KorvaSyncIf::LocationId folder);
-    //! Hands out the messages of several folders one by one; they are held a folder at a time.
+    //! Hands out the messages of several folders one by one, while the store reads the next folder.
+    //! They are held a folder at a time.
+    //! \param folders  at least one
     //! \param since  their own time, included; null = all
     Answer forEach(const QList<KorvaSyncIf::LocationId> &folders, const QDateTime &since,
                    const std::function<void(const StoredMessage &)> &take);

@@ -71,10 +71,11 @@ Answer waitFor(BoundedCall::Kind kind, std::chrono::milliseconds timeout, const 
 }
 
 //! Waits for a read, which the store's own trouble ends as well.
+//! \param troublesBefore  how many the store had when the read began
 template <typename Start, typename Collect>
-Answer waitForRead(std::chrono::milliseconds timeout, const Start &start, const Collect &collect)
+Answer waitForRead(std::chrono::milliseconds timeout, const Start &start, const Collect &collect,
+                   int troublesBefore = Diagnostics::storeTroubleCount())
 {
-    const int troublesBefore = Diagnostics::storeTroubleCount();
     // A read that fails after its start is told by the store's warning alone.
     return waitFor(BoundedCall::Read, timeout, start, collect, [&](auto) -> std::optional<Answer> {
         if (Diagnostics::storeTroubleCount() != troublesBefore)
