@@ -109,26 +109,35 @@ Answer readModified(MessageStore &store, Selection &selection, QList<StoredMessa
     return Diagnostics::storeTroubleCount() == troublesBefore ? Answer::Finished : Answer::Refused;
 }
 
+//! In the order of the list: equal times by id.
+bool isOlder(const StoredMessage &a, const StoredMessage &b)
+{
+    const qint64 first = a.time.isValid() ? a.time.toMSecsSinceEpoch() : 0;
+    const qint64 second = b.time.isValid() ? b.time.toMSecsSinceEpoch() : 0;
+    return std::tie(first, a.id) < std::tie(second, b.id);
+}
+
+void keepNewest(QList<StoredMessage> &messages, int limit)
+{
+    if (messages.size() <= limit)
+        return;
+    const auto first = messages.end() - limit;
+    std::nth_element(messages.begin(), first, messages.end(), isOlder);
+    messages.erase(messages.begin(), first);
+}
+
 Answer readFolders(MessageStore &store, Selection &selection, QList<StoredMessage> &messages)
 {
+    constexpr int fewest = 1000; // to look through at a time
     return store.forEach(selection.folders, selection.since, [&](const StoredMessage &message) {
         if (!selection.accepts(message))
             return;
         messages += message;
         if (!selection.keepsVMessages)
             messages.last().vMessage.clear();
+        if (messages.size() - selection.limit > qMax(selection.limit, fewest))
+            keepNewest(messages, selection.limit);
     });
-}
-
-void arrange(QList<StoredMessage> &messages, int limit)
-{
-    std::sort(messages.begin(), messages.end(), [](const StoredMessage &a, const StoredMessage &b) {
-        const qint64 first = a.time.isValid() ? a.time.toMSecsSinceEpoch() : 0;
-        const qint64 second = b.time.isValid() ? b.time.toMSecsSinceEpoch() : 0;
-        return std::tie(first, a.id) < std::tie(second, b.id);
-    });
-    if (messages.size() > limit)
-        messages = messages.mid(messages.size() - limit);
 }
 
 //! What is wrong with the command line; empty = nothing.
@@ -169,7 +178,8 @@ ExitCode runList(const Invocation &invocation)
     const Answer answer = read(store, selection, messages);
     if (answer != Answer::Finished)
         return StoreAccess::complain(invocation.location, answer);
-    arrange(messages, selection.limit);
+    keepNewest(messages, selection.limit);
+    std::sort(messages.begin(), messages.end(), isOlder);
     if (countOnly) {
         invocation.output.write(QByteArray::number(messages.size()) + '\n');
     } else if (idsOnly) {
