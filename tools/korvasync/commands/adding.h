@@ -232,7 +232,7 @@ void Adding<Kind>::writeChunk()
     newItems.clear();
     newCounts.clear();
     invocation.output.flush();
-    progress.show(results.count(), judging.partDone());
+    progress.show(results.count(), [this] { return judging.partDone(); });
 }
 
 template <typename Kind>

@@ -26,8 +26,9 @@ ExitCode Deleting::run(const QList<int> &ids)
          && invocation.output.error().isEmpty();
          i += chunkSize) {
         deleteChunk(ids.mid(i, chunkSize));
-        progress.show(results.count(),
-                      static_cast<double>(results.count()) / static_cast<double>(ids.size()));
+        progress.show(results.count(), [&] {
+            return static_cast<double>(results.count()) / static_cast<double>(ids.size());
+        });
     }
     progress.end();
     if (invocation.global.quiet == 0)

@@ -67,7 +67,7 @@ public:
     bool run(const QStringList &files, const GoesOn &goesOn, const Take &take, const Keep &keep);
 
     //! How far it is, from 0 to 1; none = not known.
-    std::optional<double> partDone() const;
+    std::optional<double> partDone();
 
 private:
     template <typename GoesOn, typename Take, typename Keep>
@@ -86,7 +86,8 @@ private:
 
     Kind &kind;
     const ItemReader::Form form;
-    qint64 bytesTotal = 0; // of all files; 0 = not known
+    QStringList inputs;
+    std::optional<qint64> bytesTotal; // of all files, once somebody asked; 0 = not known
     qint64 bytesDone = 0;
 };
 
@@ -95,10 +96,7 @@ template <typename GoesOn, typename Take, typename Keep>
 bool Judging<Kind>::run(const QStringList &files, const GoesOn &goesOn, const Take &take,
                         const Keep &keep)
 {
-    for (const QString &path : files)
-        bytesTotal += path == QLatin1String("-") ? 0 : FileName::size(path);
-    if (files.contains(QLatin1String("-")))
-        bytesTotal = 0;
+    inputs = files;
     for (const QString &path : files) {
         if (!goesOn() || !readFile(path, goesOn, take, keep))
             return false;
@@ -107,11 +105,18 @@ bool Judging<Kind>::run(const QStringList &files, const GoesOn &goesOn, const Ta
 }
 
 template <typename Kind>
-std::optional<double> Judging<Kind>::partDone() const
+std::optional<double> Judging<Kind>::partDone()
 {
-    if (bytesTotal == 0)
+    if (!bytesTotal) {
+        bytesTotal = 0;
+        if (!inputs.contains(QLatin1String("-"))) {
+            for (const QString &path : std::as_const(inputs))
+                *bytesTotal += FileName::size(path);
+        }
+    }
+    if (*bytesTotal == 0)
         return std::nullopt;
-    return static_cast<double>(bytesDone) / static_cast<double>(bytesTotal);
+    return static_cast<double>(bytesDone) / static_cast<double>(*bytesTotal);
 }
 
 template <typename Kind>

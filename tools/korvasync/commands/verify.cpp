@@ -85,7 +85,7 @@ void Verifying::take(ItemResult result, const Judged<NewItem> &judged)
     else
         results.report(result);
     if (results.count() % itemsPerShow == 0)
-        progress.show(results.count(), judging.partDone());
+        progress.show(results.count(), [this] { return judging.partDone(); });
 }
 
 ExitCode runVerify(const Invocation &invocation)

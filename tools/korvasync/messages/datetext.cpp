@@ -26,8 +26,7 @@ public:
 
     bool take(QLatin1String literal)
     {
-        const bool fits =
-            text.mid(position, literal.size()).compare(literal, Qt::CaseInsensitive) == 0;
+        const bool fits = QStringView(text).mid(position).startsWith(literal, Qt::CaseInsensitive);
         if (fits)
             position += literal.size();
         return fits;

@@ -3,6 +3,7 @@
 
 #include "filename.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <system_error>
 
@@ -36,6 +37,8 @@ QString decode(const QByteArray &name)
 
 QByteArray encode(const QString &name)
 {
+    if (std::none_of(name.cbegin(), name.cend(), [](QChar c) { return c.isLowSurrogate(); }))
+        return name.toUtf8();
     QByteArray bytes;
     QString characters; // not encoded yet
     for (const QChar c : name) {

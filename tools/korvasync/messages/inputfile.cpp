@@ -8,8 +8,11 @@
 
 #include <array>
 #include <cerrno>
+#include <cstring>
 #include <fcntl.h>
 #include <poll.h>
+#include <string_view>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
@@ -50,8 +53,11 @@ std::optional<Beginning> wideBeginningIn(const QByteArray &bytes,
 {
     const bool isLittle = current && current->byteOrder() == Utf16Converter::LittleEndian;
     const bool isBig = current && !isLittle;
-    const QByteArray letters = QByteArray::fromRawData(beginWide, wideLength - 1);
-    for (auto at = bytes.indexOf(letters); at >= 0; at = bytes.indexOf(letters, at + 1)) {
+    constexpr std::string_view letters(beginWide, wideLength - 1);
+    const std::string_view all(bytes.constData(), static_cast<size_t>(bytes.size()));
+    for (size_t found = all.find(letters); found != all.npos;
+         found = all.find(letters, found + 1)) {
+        const auto at = static_cast<Size>(found);
         const bool isAligned = !current || (at - (current->isWithinUnit() ? 1 : 0)) % 2 == 0;
         const bool behindZero = at > 0 && bytes.at(at - 1) == '\0';
         const Beginning big = withMark(bytes, at - 1, "\xFE\xFF", Utf16Converter::BigEndian);
@@ -87,9 +93,10 @@ Size begunLength(const QByteArray &bytes)
                                                          "\xEF\xBB\xBF"
                                                          "BEGIN:VMSG"};
     for (Size length = qMin(bytes.size(), longestBeginning); length > 0; --length) {
-        const QByteArray last = bytes.right(length);
+        const char *const last = bytes.cend() - length;
         for (const QByteArray &beginning : beginnings) {
-            if (beginning.startsWith(last))
+            if (beginning.at(0) == *last && beginning.size() >= length
+                && std::memcmp(beginning.constData(), last, static_cast<size_t>(length)) == 0)
                 return length;
         }
     }
@@ -107,6 +114,8 @@ InputFile::InputFile(const QString &path)
     descriptor = open(FileName::encode(path).constData(), O_RDONLY | O_CLOEXEC);
     if (descriptor < 0)
         trouble = Text::ofSystemError(errno);
+    struct stat opened = {};
+    neverWaits = fstat(descriptor, &opened) == 0 && S_ISREG(opened.st_mode);
 }
 
 InputFile::~InputFile()
@@ -175,7 +184,7 @@ QByteArray InputFile::readBytes()
     if (descriptor < 0 || ended)
         return QByteArray();
     pollfd waiting{descriptor, POLLIN, 0};
-    while (poll(&waiting, 1, pollMilliseconds) <= 0) {
+    while (!neverWaits && poll(&waiting, 1, pollMilliseconds) <= 0) {
         if (Interrupt::signalNumber() != 0)
             return QByteArray();
     }

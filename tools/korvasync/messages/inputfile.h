@@ -36,6 +36,7 @@ private:
     QByteArray convert(const QByteArray &bytes);
 
     int descriptor = -1;
+    bool neverWaits = false; // for who writes it
     bool started = false;
     bool ended = false;
     qint64 consumed = 0;

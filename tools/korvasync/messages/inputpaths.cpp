@@ -5,10 +5,11 @@
 
 #include "filename.h"
 
-#include <QtCore/QFileInfo>
+#include <QtCore/QByteArrayList>
 
 #include <algorithm>
 #include <filesystem>
+#include <string>
 #include <system_error>
 #include <vector>
 
@@ -16,32 +17,43 @@ namespace {
 
 namespace fs = std::filesystem;
 
-bool isMessageFile(const QString &name)
+bool isMessageFile(const std::string &path)
 {
-    static const QStringList suffixes{QStringLiteral("vmg"), QStringLiteral("vmsg"),
-                                      QStringLiteral("txt"), QStringLiteral("xml")};
-    return suffixes.contains(QFileInfo(name).suffix().toLower());
+    static const QByteArrayList suffixes{"vmg", "vmsg", "txt", "xml"};
+    const size_t dot = path.find_last_of("./");
+    return dot != path.npos && path[dot] == '.'
+        && suffixes.contains(QByteArray::fromStdString(path.substr(dot + 1)).toLower());
 }
+
+struct Found
+{
+    std::string path;
+    bool isFolder;
+};
 
 // Qt passes over names that are no text.
 void appendFolder(const fs::path &path, QStringList &files)
 {
     std::error_code error;
-    std::vector<fs::directory_entry> entries;
+    std::vector<Found> all;
     for (fs::directory_iterator entry(path, error), end; !error && entry != end;
-         entry.increment(error))
-        entries.push_back(*entry);
+         entry.increment(error)) {
+        std::error_code unknown; // what an entry is, which is passed over then
+        if (entry->is_symlink(unknown))
+            continue;
+        const bool isFolder = entry->is_directory(unknown);
+        if (isFolder || (entry->is_regular_file(unknown) && isMessageFile(entry->path().native())))
+            all.push_back({entry->path().native(), isFolder});
+    }
     if (error)
         files += FileName::decode(QByteArray::fromStdString(path.native()));
-    std::sort(entries.begin(), entries.end());
-    for (const fs::directory_entry &entry : entries) {
-        const QString name = FileName::decode(QByteArray::fromStdString(entry.path().native()));
-        if (entry.is_symlink(error))
-            continue;
-        if (entry.is_directory(error))
-            appendFolder(entry.path(), files);
-        else if (entry.is_regular_file(error) && isMessageFile(name))
-            files += name;
+    std::sort(all.begin(), all.end(),
+              [](const Found &a, const Found &b) { return a.path < b.path; });
+    for (const Found &found : all) {
+        if (found.isFolder)
+            appendFolder(found.path, files);
+        else
+            files += FileName::decode(QByteArray::fromStdString(found.path));
     }
 }
 

@@ -11,11 +11,13 @@ namespace Number {
 
 static QString digitsOf(const QString &number)
 {
-    QString digits;
+    QString digits(number.size(), Qt::Uninitialized);
+    auto end = digits.begin();
     for (const QChar c : number) {
         if (c.isDigit())
-            digits += QChar('0' + c.digitValue());
+            *end++ = QChar('0' + c.digitValue());
     }
+    digits.truncate(static_cast<int>(end - digits.begin()));
     return digits;
 }
 
@@ -46,7 +48,10 @@ QStringList joined(const QString &number)
                        "[~;,]*$"));
     static const QRegularExpression separators(QStringLiteral("[~;,]+"));
     QStringList numbers{number};
-    if (several.match(number).hasMatch()) {
+    const bool hasSeparator = std::any_of(number.cbegin(), number.cend(), [](QChar c) {
+        return c == QLatin1Char('~') || c == QLatin1Char(';') || c == QLatin1Char(',');
+    });
+    if (hasSeparator && several.match(number).hasMatch()) {
         numbers = number.split(separators);
         numbers.removeAll(QString());
     }
@@ -55,6 +60,8 @@ QStringList joined(const QString &number)
 
 QString asMeant(const QString &number)
 {
+    if (std::all_of(number.cbegin(), number.cend(), [](QChar c) { return c.unicode() < 0x80; }))
+        return number;
     const QByteArray bytes = number.toLatin1();
     const QString meant = QString::fromUtf8(bytes);
     return QString::fromLatin1(bytes) == number && meant.toUtf8() == bytes ? meant : number;

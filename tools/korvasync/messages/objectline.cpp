@@ -15,20 +15,30 @@ namespace {
 constexpr std::array<std::string_view, 5> names{callEntry, "VMESSAGE", "BMSG", "VNOTE",
                                                 "VCALENDAR"};
 
-// What stands in the wrong letter case, or with blanks around it, is an object all the same,
-// so that it is refused instead of passed over.
-QByteArray wordsOf(std::string_view line)
+std::string_view trimmed(std::string_view line)
 {
-    return QByteArray(line.data(), static_cast<int>(line.size())).trimmed().toUpper();
+    constexpr std::string_view blanks(" \t\n\v\f\r");
+    const size_t first = line.find_first_not_of(blanks);
+    if (first == std::string_view::npos)
+        return {};
+    return line.substr(first, line.find_last_not_of(blanks) - first + 1);
 }
 
-bool isObjectLine(const QByteArray &words, const char *keyword, std::string_view name)
+// What stands in the wrong letter case, or with blanks around it, is an object all the same,
+// so that it is refused instead of passed over.
+bool takeWord(std::string_view &line, std::string_view word)
 {
-    const QByteArray wanted =
-        QByteArray(keyword).append(name.data(), static_cast<int>(name.size()));
-    return words.startsWith(wanted)
-        && (words.size() == wanted.size()
-            || !std::isalnum(static_cast<unsigned char>(words.at(wanted.size()))));
+    if (line.size() < word.size()
+        || qstrnicmp(line.data(), word.data(), static_cast<uint>(word.size())) != 0)
+        return false;
+    line.remove_prefix(word.size());
+    return true;
+}
+
+bool isName(std::string_view words, std::string_view name)
+{
+    return takeWord(words, name)
+        && (words.empty() || !std::isalnum(static_cast<unsigned char>(words.front())));
 }
 
 } // namespace
@@ -37,10 +47,12 @@ std::string_view beginOf(std::string_view line)
 {
     const size_t word = line.find_first_not_of(" \t");
     if (word == std::string_view::npos || (line[word] != 'B' && line[word] != 'b'))
+        return {}; // as most lines
+    std::string_view words = trimmed(line);
+    if (!takeWord(words, "BEGIN:"))
         return {};
-    const QByteArray words = wordsOf(line);
     for (const std::string_view name : names) {
-        if (isObjectLine(words, "BEGIN:", name))
+        if (isName(words, name))
             return name;
     }
     return {};
@@ -48,7 +60,8 @@ std::string_view beginOf(std::string_view line)
 
 bool isEnd(std::string_view line, std::string_view name)
 {
-    return isObjectLine(wordsOf(line), "END:", name);
+    std::string_view words = trimmed(line);
+    return takeWord(words, "END:") && isName(words, name);
 }
 
 } // namespace ObjectLine

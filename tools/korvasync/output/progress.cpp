@@ -21,10 +21,11 @@ void Progress::end()
         std::fputc('\n', stderr);
 }
 
-void Progress::show(int items, std::optional<double> part)
+void Progress::show(int items, const std::function<std::optional<double>()> &partDone)
 {
     if (!isOn)
         return;
+    const std::optional<double> part = partDone();
     const double seconds = qMax(0.001, static_cast<double>(clock.elapsed()) / 1000);
     QStringList words;
     if (part) {

@@ -6,6 +6,7 @@
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QString>
 
+#include <functional>
 #include <optional>
 
 //! One line on stderr that tells how far a long command is, rewritten in place.
@@ -15,9 +16,9 @@ public:
     //! \param when  auto, always or never; auto = only on a terminal
     explicit Progress(const QString &when);
 
-    //! \param items  done so far
-    //! \param part   of the whole, 0 to 1; none = not known
-    void show(int items, std::optional<double> part);
+    //! \param items     done so far
+    //! \param partDone  of the whole, 0 to 1, none = not known; asked only when it is shown
+    void show(int items, const std::function<std::optional<double>()> &partDone);
     void end(); //!< ends the line
 
 private:

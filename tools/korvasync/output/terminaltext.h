@@ -7,4 +7,4 @@
 
 //! \a text on one line and harmless on a terminal: line ends, escapes and marks that turn
 //! the writing direction become visible signs.
-QString terminalText(const QString &text);
+QString terminalText(QString text);

@@ -8,9 +8,17 @@
 #include <QtCore/QCryptographicHash>
 #include <QtCore/QtEndian>
 
-static Fingerprint digestOf(const QByteArrayList &parts)
+#include <initializer_list>
+
+static Fingerprint digestOf(std::initializer_list<QByteArray> parts)
 {
-    const QByteArray digest = QCryptographicHash::hash(parts.join('\0'), QCryptographicHash::Sha1);
+    constexpr int mostlyEnough = 512;
+    QByteArray bytes;
+    bytes.reserve(mostlyEnough);
+    for (const QByteArray &part : parts)
+        bytes.append(part).append('\0');
+    bytes.chop(1);
+    const QByteArray digest = QCryptographicHash::hash(bytes, QCryptographicHash::Sha1);
     return {qFromBigEndian<quint64>(digest.constData()),
             qFromBigEndian<quint64>(digest.constData() + sizeof(quint64))};
 }
@@ -23,8 +31,10 @@ static QByteArray secondOf(const QDateTime &time)
 // Programs differ in how they spell line ends and letters with accents.
 static QByteArray plainForm(QString text)
 {
-    text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
-    text.replace(QLatin1Char('\r'), QLatin1Char('\n'));
+    if (text.contains(QLatin1Char('\r'))) {
+        text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+        text.replace(QLatin1Char('\r'), QLatin1Char('\n'));
+    }
     return text.normalized(QString::NormalizationForm_C).toUtf8();
 }
 

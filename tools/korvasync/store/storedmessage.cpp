@@ -8,6 +8,7 @@
 
 StoredMessage StoredMessage::fromRecord(const KorvaSyncIf::SyncSmsInfo &record)
 {
+    static const QTimeZone utc = QTimeZone::utc();
     StoredMessage message;
     message.id = record.id;
     message.folder = record.parentId;
@@ -15,7 +16,7 @@ StoredMessage StoredMessage::fromRecord(const KorvaSyncIf::SyncSmsInfo &record)
     message.vMessage = record.vMessage;
     if (const auto parsed = ParsedMessage::parse(record.vMessage.toUtf8())) {
         message.isRead = parsed->status == QLatin1String("READ");
-        message.time = DateText::readMessageTime(parsed->headerTime, QTimeZone::utc());
+        message.time = DateText::readMessageTime(parsed->headerTime, utc);
         message.number = (parsed->originators + parsed->recipients).value(0);
         message.body = parsed->body;
     }
