@@ -1,12 +1,15 @@
 // SPDX-FileCopyrightText: 2026 The korvasync developers
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
+#include "messages/filesahead.h"
 #include "messages/inputfile.h"
 #include "messages/inputpaths.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QTest>
+
+#include <sys/stat.h>
 
 class TestInputFile : public QObject
 {
@@ -19,6 +22,9 @@ private Q_SLOTS:
     void readsMoreThanOnePiece();
     void tellsWhyAFileCannotBeRead();
     void findsMessageFilesByName();
+    void readsSmallFilesAhead();
+    void readsAsMuchAheadAsItMay();
+    void readsWhatWasReadAhead();
 
 private:
     QString write(const QString &name, const QByteArray &bytes) const
@@ -131,6 +137,60 @@ void TestInputFile::findsMessageFilesByName()
                                QStringLiteral("/b.vmg"),         QStringLiteral("-"),
                                QStringLiteral("c.jpg")};
     QCOMPARE(found, expected);
+}
+
+void TestInputFile::readsSmallFilesAhead()
+{
+    const QString pipe = folder.filePath(QStringLiteral("pipe")); // opened, it would wait
+    QCOMPARE(mkfifo(QFile::encodeName(pipe).constData(), S_IRWXU), 0);
+    const QString missing = folder.filePath(QStringLiteral("none"));
+    const QStringList paths{write(QStringLiteral("small"), "BEGIN:VMSG\n"),
+                            write(QStringLiteral("empty"), ""),
+                            write(QStringLiteral("large"), QByteArray(16 * 1024, 'x')),
+                            pipe,
+                            folder.path(),
+                            missing,
+                            QStringLiteral("-")};
+    const QList<QByteArray> bytes{"BEGIN:VMSG\n", ""};
+    FilesAhead files([&] { return paths; });
+    QCOMPARE(files.paths(), paths);
+    for (int i = 0; i < paths.size(); ++i) {
+        const auto file = files.next();
+        QVERIFY(file);
+        QCOMPARE(file->path, paths.at(i));
+        QCOMPARE(file->bytes.isNull(), i >= bytes.size());
+        QCOMPARE(file->bytes, bytes.value(i));
+    }
+    QVERIFY(!files.next());
+    QVERIFY(!files.next());
+}
+
+void TestInputFile::readsAsMuchAheadAsItMay()
+{
+    constexpr int count = 2000; // of 30 MiB in all, of which 8 are held
+    const QByteArray bytes(15 * 1024, 'x');
+    const QString path = write(QStringLiteral("often"), bytes);
+    QStringList paths;
+    for (int i = 0; i < count; ++i)
+        paths += path;
+    FilesAhead files([&] { return paths; });
+    for (int i = 0; i < count; ++i)
+        QCOMPARE(files.next()->bytes, bytes);
+    QVERIFY(!files.next());
+    // One that nobody takes from comes to its end as well.
+    FilesAhead ended([&] { return paths; });
+    QVERIFY(ended.next());
+}
+
+void TestInputFile::readsWhatWasReadAhead()
+{
+    InputFile wide(QStringLiteral("no such file"), bytes({0xFF, 0xFE, 'B', 0, 'E', 0}));
+    QCOMPARE(readAll(wide), QByteArray("BE"));
+    QVERIFY(wide.error().isEmpty());
+    QCOMPARE(wide.bytesRead(), qint64(6));
+    InputFile empty(QStringLiteral("no such file"), QByteArray(""));
+    QCOMPARE(readAll(empty), QByteArray());
+    QVERIFY(empty.error().isEmpty());
 }
 
 QTEST_GUILESS_MAIN(TestInputFile)

@@ -48,7 +48,8 @@ ExitCode runAdd(const Invocation &invocation)
     const auto equals = options.onDuplicate == AddingOptions::AddAgain ? AddableMessages::AreAdded
                                                                        : AddableMessages::AreFound;
     AddableItems items(invocation, rules, index, equals);
-    return Adding(invocation, options, items).run(messageFiles(arguments));
+    FilesAhead files([&] { return messageFiles(arguments); });
+    return Adding(invocation, options, items, files).run();
 }
 
 } // namespace

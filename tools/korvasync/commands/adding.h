@@ -42,11 +42,12 @@ template <typename Kind>
 class Adding
 {
 public:
-    Adding(const Invocation &invocation, const AddingOptions &options, Kind &kind)
+    Adding(const Invocation &invocation, const AddingOptions &options, Kind &kind,
+           FilesAhead &files)
         : invocation(invocation)
         , options(options)
         , kind(kind)
-        , judging(kind, options.form)
+        , judging(kind, options.form, files)
         , results(invocation.output, ItemResult::Added,
                   invocation.global.format == QLatin1String("ndjson"))
         , turn(invocation.location)
@@ -55,7 +56,7 @@ public:
     {
     }
 
-    ExitCode run(const QStringList &files);
+    ExitCode run();
 
 private:
     using New = typename Kind::New;
@@ -98,14 +99,14 @@ private:
 };
 
 template <typename Kind>
-ExitCode Adding<Kind>::run(const QStringList &files)
+ExitCode Adding<Kind>::run()
 {
     if (!rejects.open())
         return tellOfRejects(UsageError);
     if (const ExitCode code = readStore())
         return code;
     isWholeInput = judging.run(
-        files, [this] { return goesOn(); },
+        [this] { return goesOn(); },
         [this](const ItemResult &result, const Judged<New> &judged, const QByteArray &bytes) {
             take(result, judged, bytes);
         },

@@ -65,16 +65,17 @@ ExitCode add(const Invocation &invocation)
     AddingOptions options;
     if (!options.take(invocation, ReadingOptions::CallForm))
         return UsageError;
-    QStringList files = invocation.arguments;
-    if (files.isEmpty() && isatty(STDIN_FILENO)) {
+    QStringList arguments = invocation.arguments;
+    if (arguments.isEmpty() && isatty(STDIN_FILENO)) {
         Diagnostics::error(Text::tr("calls add needs a file or - for standard input"));
         return UsageError;
     }
-    if (files.isEmpty())
-        files = QStringList{QStringLiteral("-")};
+    if (arguments.isEmpty())
+        arguments = QStringList{QStringLiteral("-")};
     DuplicateIndex index;
     AddableCalls calls(invocation, options.localZone, index);
-    return Adding(invocation, options, calls).run(files);
+    FilesAhead files([&] { return arguments; });
+    return Adding(invocation, options, calls, files).run();
 }
 
 // ---- wipe

@@ -6,6 +6,7 @@
 #include "command.h"
 #include "language/text.h"
 #include "messages/filename.h"
+#include "messages/filesahead.h"
 #include "messages/itemreader.h"
 #include "output/results.h"
 #include "output/terminaltext.h"
@@ -53,9 +54,10 @@ class Judging
 public:
     using Item = Judged<typename Kind::New>;
 
-    Judging(Kind &kind, ItemReader::Form form)
+    Judging(Kind &kind, ItemReader::Form form, FilesAhead &files)
         : kind(kind)
         , form(form)
+        , files(files)
     {
     }
 
@@ -64,14 +66,15 @@ public:
     //! \param keep    gets what is left of an earlier file of rejects, before the next item
     //! \return whether all was read to its end; else nobody knows how much is left
     template <typename GoesOn, typename Take, typename Keep>
-    bool run(const QStringList &files, const GoesOn &goesOn, const Take &take, const Keep &keep);
+    bool run(const GoesOn &goesOn, const Take &take, const Keep &keep);
 
     //! How far it is, from 0 to 1; none = not known.
     std::optional<double> partDone();
 
 private:
     template <typename GoesOn, typename Take, typename Keep>
-    bool readFile(const QString &path, const GoesOn &goesOn, const Take &take, const Keep &keep);
+    bool readFile(const FilesAhead::File &file, const GoesOn &goesOn, const Take &take,
+                  const Keep &keep);
     template <typename Take>
     void noteFileWithoutItems(const QString &path, const ItemReader &reader, const Take &take);
     template <typename Take>
@@ -86,19 +89,17 @@ private:
 
     Kind &kind;
     const ItemReader::Form form;
-    QStringList inputs;
+    FilesAhead &files;
     std::optional<qint64> bytesTotal; // of all files, once somebody asked; 0 = not known
     qint64 bytesDone = 0;
 };
 
 template <typename Kind>
 template <typename GoesOn, typename Take, typename Keep>
-bool Judging<Kind>::run(const QStringList &files, const GoesOn &goesOn, const Take &take,
-                        const Keep &keep)
+bool Judging<Kind>::run(const GoesOn &goesOn, const Take &take, const Keep &keep)
 {
-    inputs = files;
-    for (const QString &path : files) {
-        if (!goesOn() || !readFile(path, goesOn, take, keep))
+    while (const auto file = files.next()) {
+        if (!goesOn() || !readFile(*file, goesOn, take, keep))
             return false;
     }
     return true;
@@ -109,8 +110,9 @@ std::optional<double> Judging<Kind>::partDone()
 {
     if (!bytesTotal) {
         bytesTotal = 0;
-        if (!inputs.contains(QLatin1String("-"))) {
-            for (const QString &path : std::as_const(inputs))
+        const QStringList paths = files.paths();
+        if (!paths.contains(QLatin1String("-"))) {
+            for (const QString &path : paths)
                 *bytesTotal += FileName::size(path);
         }
     }
@@ -121,10 +123,11 @@ std::optional<double> Judging<Kind>::partDone()
 
 template <typename Kind>
 template <typename GoesOn, typename Take, typename Keep>
-bool Judging<Kind>::readFile(const QString &path, const GoesOn &goesOn, const Take &take,
+bool Judging<Kind>::readFile(const FilesAhead::File &file, const GoesOn &goesOn, const Take &take,
                              const Keep &keep)
 {
-    ItemReader reader(path, form);
+    const QString &path = file.path;
+    ItemReader reader(path, form, file.bytes);
     kind.index.beginFile();
     bool hasItems = false;
     const qint64 before = bytesDone;

@@ -15,17 +15,18 @@ namespace {
 class Verifying
 {
 public:
-    Verifying(const Invocation &invocation, ItemReader::Form form, AddableItems &items)
+    Verifying(const Invocation &invocation, ItemReader::Form form, AddableItems &items,
+              FilesAhead &files)
         : invocation(invocation)
         , items(items)
-        , judging(items, form)
+        , judging(items, form, files)
         , results(invocation.output, ItemResult::Present,
                   invocation.global.format == QLatin1String("ndjson"))
         , progress(invocation.global.progress)
     {
     }
 
-    ExitCode run(const QStringList &files);
+    ExitCode run();
 
 private:
     bool goesOn() const;
@@ -39,19 +40,17 @@ private:
     ExitCode trouble = AllDone; // the store's
 };
 
-ExitCode Verifying::run(const QStringList &files)
+ExitCode Verifying::run()
 {
     if (const ExitCode code = StoreAccess::requireStore(invocation.location))
         return code;
     const Answer answer = items.readStore();
     if (answer != Answer::Finished)
         return StoreAccess::complain(invocation.location, answer);
-    const bool isWhole = judging.run(
-        files, [this] { return goesOn(); },
-        [this](const ItemResult &result, const Judged<NewItem> &judged, const QByteArray &) {
-            take(result, judged);
-        },
-        [](const QByteArray &) {});
+    const bool isWhole = judging.run([this] { return goesOn(); },
+                                     [this](const ItemResult &result, const Judged<NewItem> &judged,
+                                            const QByteArray &) { take(result, judged); },
+                                     [](const QByteArray &) {});
     progress.end();
     if (invocation.global.quiet == 0)
         results.printSummary(isWhole);
@@ -103,7 +102,8 @@ ExitCode runVerify(const Invocation &invocation)
     rules.now = DateText::now();
     DuplicateIndex index;
     AddableItems items(invocation, rules, index, AddableMessages::AreFound, AddableItems::AreTaken);
-    return Verifying(invocation, options.form, items).run(messageFiles(invocation.arguments));
+    FilesAhead files([&] { return messageFiles(invocation.arguments); });
+    return Verifying(invocation, options.form, items, files).run();
 }
 
 } // namespace

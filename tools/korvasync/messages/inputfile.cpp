@@ -14,6 +14,7 @@
 #include <string_view>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 namespace {
 
@@ -105,8 +106,11 @@ Size begunLength(const QByteArray &bytes)
 
 } // namespace
 
-InputFile::InputFile(const QString &path)
+InputFile::InputFile(const QString &path, const QByteArray &readAhead)
+    : ahead(readAhead)
 {
+    if (!readAhead.isNull())
+        return;
     if (path == QLatin1String("-")) {
         descriptor = STDIN_FILENO;
         return;
@@ -181,6 +185,10 @@ QByteArray InputFile::readBytes()
 {
     constexpr int pieceSize = 64 * 1024;
     constexpr int pollMilliseconds = 200; // after which a signal is looked for
+    if (!ahead.isEmpty()) {
+        consumed += ahead.size();
+        return std::exchange(ahead, QByteArray());
+    }
     if (descriptor < 0 || ended)
         return QByteArray();
     pollfd waiting{descriptor, POLLIN, 0};

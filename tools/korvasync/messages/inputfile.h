@@ -19,8 +19,9 @@
 class InputFile
 {
 public:
-    //! \param path  "-" is standard input
-    explicit InputFile(const QString &path);
+    //! \param path       "-" is standard input
+    //! \param readAhead  all its bytes; null: nobody has read them yet
+    explicit InputFile(const QString &path, const QByteArray &readAhead = QByteArray());
     ~InputFile();
 
     //! The next piece; empty at the end, after an error and when a signal came.
@@ -41,6 +42,7 @@ private:
     bool ended = false;
     qint64 consumed = 0;
     Reason trouble;
-    QByteArray unread; // read ahead
+    QByteArray ahead; // of the file, in place of its descriptor
+    QByteArray unread;
     std::optional<Utf16Converter> converter;
 };

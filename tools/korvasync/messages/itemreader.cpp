@@ -77,8 +77,8 @@ QString InputItem::firstLine() const
     return QString::fromUtf8(bytes.left(bytes.indexOf('\n')).trimmed().left(mostShown));
 }
 
-ItemReader::ItemReader(const QString &path, Form form)
-    : file(path)
+ItemReader::ItemReader(const QString &path, Form form, const QByteArray &readAhead)
+    : file(path, readAhead)
     , form(form)
     , trouble(file.error())
 {

@@ -48,10 +48,12 @@ class ItemReader
 public:
     enum Form { AnyForm, TextObjects, AndroidXml };
 
-    //! \param path  "-" is standard input
-    //! \param form  which kinds are looked for: all, those between BEGIN: and END: lines, or
-    //!              elements
-    explicit ItemReader(const QString &path, Form form = AnyForm);
+    //! \param path       "-" is standard input
+    //! \param form       which kinds are looked for: all, those between BEGIN: and END: lines, or
+    //!                   elements
+    //! \param readAhead  as for InputFile
+    explicit ItemReader(const QString &path, Form form = AnyForm,
+                        const QByteArray &readAhead = QByteArray());
 
     //! Nothing at the end, after an error and when a signal came.
     std::optional<InputItem> next();

@@ -1,0 +1,103 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "filesahead.h"
+
+#include "filename.h"
+
+#include <array>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <utility>
+
+// What can make its reader wait, and what cannot be read, is left to who tells of it.
+static QByteArray bytesOf(const QString &path)
+{
+    constexpr size_t longest = 16384;
+    std::array<char, longest> bytes;
+    const QByteArray name = FileName::encode(path);
+    struct stat status = {};
+    if (path == QLatin1String("-") || stat(name.constData(), &status) != 0
+        || !S_ISREG(status.st_mode) || status.st_size >= static_cast<off_t>(bytes.size()))
+        return QByteArray();
+    const int descriptor = open(name.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (descriptor < 0)
+        return QByteArray();
+    const ssize_t count = read(descriptor, bytes.data(), bytes.size());
+    close(descriptor);
+    if (count < 0 || static_cast<size_t>(count) == bytes.size())
+        return QByteArray();
+    return QByteArray(bytes.data(), static_cast<int>(count));
+}
+
+//! About the memory that it takes.
+static int sizeHeld(const FilesAhead::File &file)
+{
+    constexpr int size = 256; // without its bytes
+    return size + static_cast<int>(file.bytes.size());
+}
+
+FilesAhead::FilesAhead(std::function<QStringList()> find)
+    : thread([this, find = std::move(find)] { run(find); })
+{
+}
+
+FilesAhead::~FilesAhead()
+{
+    {
+        const std::lock_guard<std::mutex> locker(mutex);
+        isEnding = true;
+    }
+    changed.notify_all();
+    thread.join();
+}
+
+std::optional<FilesAhead::File> FilesAhead::next()
+{
+    std::unique_lock<std::mutex> locker(mutex);
+    changed.wait(locker, [this] { return isWhole || !files.empty(); });
+    if (files.empty())
+        return std::nullopt;
+    File file = std::move(files.front());
+    files.pop_front();
+    bytesHeld -= sizeHeld(file);
+    changed.notify_all();
+    return file;
+}
+
+QStringList FilesAhead::paths()
+{
+    std::unique_lock<std::mutex> locker(mutex);
+    changed.wait(locker, [this] { return found.has_value(); });
+    return *found;
+}
+
+void FilesAhead::run(const std::function<QStringList()> &find)
+{
+    const QStringList paths = find();
+    {
+        const std::lock_guard<std::mutex> locker(mutex);
+        found = paths;
+    }
+    changed.notify_all();
+    for (const QString &path : paths) {
+        if (!append({path, bytesOf(path)}))
+            return;
+    }
+    const std::lock_guard<std::mutex> locker(mutex);
+    isWhole = true;
+    changed.notify_all();
+}
+
+//! \return false when nobody wants more
+bool FilesAhead::append(const File &file)
+{
+    constexpr int mostHeld = 8 * 1024 * 1024;
+    std::unique_lock<std::mutex> locker(mutex);
+    changed.wait(locker, [this] { return isEnding || bytesHeld < mostHeld; });
+    bytesHeld += sizeHeld(file);
+    files.push_back(file);
+    changed.notify_all();
+    return !isEnding;
+}

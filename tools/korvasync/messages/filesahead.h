@@ -1,0 +1,50 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#pragma once
+
+#include <QtCore/QByteArray>
+#include <QtCore/QStringList>
+
+#include <condition_variable>
+#include <deque>
+#include <functional>
+#include <mutex>
+#include <optional>
+#include <thread>
+
+//! The files of a command one after the other. They are found, and small ones read, in a thread
+//! of its own while the store is opened and read; a few MiB at most are held.
+class FilesAhead
+{
+public:
+    struct File
+    {
+        QString path;
+        QByteArray bytes; //!< all of them; null: not read ahead
+    };
+
+    //! \param find  gives the paths, of which "-" is standard input; called in the other thread
+    explicit FilesAhead(std::function<QStringList()> find);
+    ~FilesAhead();
+
+    //! The next file; nothing behind the last one.
+    std::optional<File> next();
+
+    //! Of all files. Waits until they are found.
+    QStringList paths();
+
+private:
+    Q_DISABLE_COPY(FilesAhead)
+    void run(const std::function<QStringList()> &find);
+    bool append(const File &file);
+
+    std::mutex mutex; // guards all below
+    std::condition_variable changed;
+    std::optional<QStringList> found;
+    std::deque<File> files;
+    int bytesHeld = 0;
+    bool isWhole = false; // no file comes any more
+    bool isEnding = false;
+    std::thread thread;
+};
