@@ -23,42 +23,57 @@ bool leavesTheStore(const QString &query)
         || query.contains(QLatin1String("\\u"), Qt::CaseInsensitive);
 }
 
+// The query by which all programs on the phone look conversations up.
+constexpr char Wanted[] = "SELECT ?comm ";
+constexpr char Pattern[] = "WHERE{?comm a nmo:CommunicationChannel; nie:subject ~text0; "
+                           "nie:generator ?remoteId. FILTER REGEX(?remoteId, ~text1)}";
+
 //! A query on its way to the store's thread.
 struct Question
 {
+    explicit Question(const QByteArray &query)
+        : text(query)
+        , parameters(withParameters(query))
+        , isForConversations(parameters.text == QByteArray(Wanted) + Pattern)
+    {
+    }
+
     QByteArray text;
     ParameterQuery parameters;
-    GCancellable *cancellable;
+    bool isForConversations;
 };
 
 CommHistory::GPointer<TrackerSparqlCursor> run(StoreConnection &connection,
-                                               const Question &question)
+                                               const Question &question, GCancellable *cancellable)
 {
-    // The conversation query comes for every number of an import: preparing it anew takes ten
-    // times as long as running it in a store with few conversations.
     const ParameterQuery &parameters = question.parameters;
     TrackerSparqlStatement *statement = nullptr;
-    // Everything is in one graph, and over all graphs at once the database takes half as long
-    // again.
-    if (!parameters.values.isEmpty())
-        statement = connection.statement(withGraph(parameters.text, KORVASYNC_GRAPH).toStdString());
+    // It comes for every number of an import: preparing it anew takes ten times as long as running
+    // it in a store with few conversations. They are in one graph; to look through all graphs takes
+    // half as long again.
+    if (question.isForConversations)
+        statement =
+            connection.statement(std::string(Wanted) + "FROM <" KORVASYNC_GRAPH "> " + Pattern);
+    else if (!parameters.values.isEmpty())
+        statement = connection.statement(parameters.text.toStdString());
     if (!statement) // also where the language allows no parameter
-        return connection.query(question.text, question.cancellable);
+        return connection.query(question.text, cancellable);
     for (int i = 0; i < parameters.values.size(); ++i) {
         tracker_sparql_statement_bind_string(statement,
                                              ("text" + QByteArray::number(i)).constData(),
                                              parameters.values.at(i).constData());
     }
-    return connection.execute(statement, question.cancellable);
+    return connection.execute(statement, cancellable);
 }
 
-QSparqlAnswer answer(StoreConnection *connection, const Question &question)
+QSparqlAnswer answer(StoreConnection *connection, const Question &question,
+                     GCancellable *cancellable)
 {
     QSparqlAnswer answer;
     if (!connection)
         return answer;
-    const auto cursor = run(*connection, question);
-    const auto next = [&] { return connection->next(cursor.get(), question.cancellable); };
+    const auto cursor = run(*connection, question, cancellable);
+    const auto next = [&] { return connection->next(cursor.get(), cancellable); };
     auto step = next();
     for (; step == StoreConnection::Step::Row; step = next()) {
         QVector<QSparqlBinding> row;
@@ -91,19 +106,17 @@ QSparqlResult *QSparqlConnection::exec(const QSparqlQuery &query)
         || !Store::instance().isReadable(Store::Access::LookUp))
         return nullptr;
     const auto run = std::make_shared<QSparqlRun>();
-    if (leavesTheStore(query.query())) {
-        run->answered.set_value(QSparqlAnswer());
-        return new QSparqlResult(new QSparqlResultPrivate(run));
-    }
-    const QByteArray text = query.query().toUtf8();
-    const Question question{text, withParameters(text), run->cancellable.get()};
+    const Question question(query.query().toUtf8());
     const auto ask = [run, question](StoreConnection *connection) {
         run->started = std::chrono::steady_clock::now();
-        run->answered.set_value(answer(connection, question));
+        run->answered.set_value(answer(connection, question, run->cancellable.get()));
     };
-    // What may take for ever is not for the caller's thread, which ends it after a while.
-    if (hasPlainTexts(question.parameters))
+    // The caller's thread ends what takes for ever, so that it must not be at it itself. A number
+    // that a message file gives may be more than a number.
+    if (question.isForConversations && hasPlainTexts(question.parameters))
         Store::instance().run(Store::Access::LookUp, ask);
+    else if (leavesTheStore(query.query()))
+        run->answered.set_value(QSparqlAnswer());
     else
         Store::instance().post(Store::Access::LookUp, ask);
     return new QSparqlResult(new QSparqlResultPrivate(run));

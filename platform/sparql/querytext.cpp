@@ -65,15 +65,5 @@ bool hasPlainTexts(const ParameterQuery &query)
     const auto isPlainText = [](const QByteArray &text) {
         return std::all_of(text.cbegin(), text.cend(), isPlain);
     };
-    return !query.values.isEmpty()
-        && std::all_of(query.values.cbegin(), query.values.cend(), isPlainText);
-}
-
-QByteArray withGraph(const QByteArray &query, const QByteArray &graph)
-{
-    const QByteArray upper = query.toUpper();
-    const auto where = upper.indexOf("WHERE");
-    if (where < 0 || upper.contains("FROM") || upper.contains("GRAPH"))
-        return query;
-    return query.left(where) + "FROM <" + graph + "> " + query.mid(where);
+    return std::all_of(query.values.cbegin(), query.values.cend(), isPlainText);
 }

@@ -17,9 +17,6 @@ struct ParameterQuery
 //! statement, prepared once. Without values when the query must stay as it is.
 ParameterQuery withParameters(const QByteArray &query);
 
-//! Whether there are texts alone in it, of which none can be a pattern that takes for ever to look
-//! for: "(a*)*" is one, "5550100$" is none.
+//! Whether no text can be a pattern that takes for ever to look for: "(a*)*" is one, "5550100$"
+//! is none.
 bool hasPlainTexts(const ParameterQuery &query);
-
-//! The query, which holds no quoted text, asked of this graph unless it names one.
-QByteArray withGraph(const QByteArray &query, const QByteArray &graph);
