@@ -121,9 +121,8 @@ void keepNewest(QList<StoredMessage> &messages, int limit)
 {
     if (messages.size() <= limit)
         return;
-    const auto first = messages.end() - limit;
-    std::nth_element(messages.begin(), first, messages.end(), isOlder);
-    messages.erase(messages.begin(), first);
+    std::nth_element(messages.begin(), messages.end() - limit, messages.end(), isOlder);
+    messages = messages.mid(messages.size() - limit);
 }
 
 Answer readFolders(MessageStore &store, Selection &selection, QList<StoredMessage> &messages)
