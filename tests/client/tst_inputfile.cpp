@@ -150,6 +150,7 @@ void TestInputFile::readsSmallFilesAhead()
                             pipe,
                             folder.path(),
                             missing,
+                            QStringLiteral("/proc/version"), // longer than it says
                             QStringLiteral("-")};
     const QList<QByteArray> bytes{"BEGIN:VMSG\n", ""};
     FilesAhead files([&] { return paths; });

@@ -26,7 +26,7 @@ static QByteArray bytesOf(const QString &path)
         return QByteArray();
     const ssize_t count = read(descriptor, bytes.data(), bytes.size());
     close(descriptor);
-    if (count < 0 || static_cast<size_t>(count) == bytes.size())
+    if (count != status.st_size) // not read, or written to at this moment, or without a size
         return QByteArray();
     return QByteArray(bytes.data(), static_cast<int>(count));
 }

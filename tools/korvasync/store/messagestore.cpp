@@ -57,13 +57,14 @@ Answer MessageStore::forEach(const QList<LocationId> &folders, const QDateTime &
         return facade.messages(since, folder);
     };
     PendingMsgs *pending = begin(folders.first());
-    for (int next = 1; pending; ++next) {
+    for (int next = 1; next <= folders.size(); ++next) {
         const Read read = waitForRead(
             timeout, [&] { return pending; }, troublesBefore);
         if (read.answer != Answer::Finished)
             return read.answer;
         // The store has a thread of its own, which reads on while this one is taken.
-        pending = next < folders.size() ? begin(folders.at(next)) : nullptr;
+        if (next < folders.size())
+            pending = begin(folders.at(next));
         for (const SyncSmsInfo &record : read.messages) {
             if (Interrupt::signalNumber() != 0)
                 return Answer::Interrupted;
