@@ -8,6 +8,8 @@
 #include "ofonosubmission_p.h"
 #include "systembus_p.h"
 
+#include <bus/busprobe.h>
+
 #include <QtCore/QCoreApplication>
 #include <QtCore/QLoggingCategory>
 #include <QtCore/QRegularExpression>
@@ -59,7 +61,7 @@ QString toDial(const QString &number)
 
 QString describeOfBus(const QDBusError &error)
 {
-    return Submission::mayHaveBeenServed(error)
+    return BusProbe::isUnanswered(error)
         ? SystemBus::doesNotAnswer()
         : QStringLiteral("The system bus reports: %1").arg(error.message());
 }

@@ -6,6 +6,8 @@
 #include "ofonoproxies.h"
 #include "problem_p.h"
 
+#include <bus/busprobe.h>
+
 #include <QtDBus/QDBusMetaType>
 
 #include <algorithm>
@@ -166,7 +168,7 @@ void OfonoSubmission::send()
 
 void OfonoSubmission::judge(const QDBusError &error)
 {
-    if (mayHaveBeenServed(error))
+    if (BusProbe::isUnanswered(error))
         finishUnknown(describe(error));
     else if (error.name() != QLatin1String("org.ofono.Error.InvalidFormat"))
         finishNotSent(describe(error));

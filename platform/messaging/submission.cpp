@@ -23,19 +23,6 @@ QString Submission::describe(const QDBusError &error)
     }
 }
 
-bool Submission::mayHaveBeenServed(const QDBusError &error)
-{
-    switch (error.type()) {
-    case QDBusError::NoReply:
-    case QDBusError::Timeout:
-    case QDBusError::TimedOut:
-    case QDBusError::Disconnected:
-        return true;
-    default:
-        return false;
-    }
-}
-
 void Submission::watchForEndOf(const QString &daemon)
 {
     auto *watcher = new QDBusServiceWatcher(daemon, QDBusConnection::systemBus(),

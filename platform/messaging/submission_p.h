@@ -37,9 +37,6 @@ public:
 
     virtual void start() = 0;
 
-    //! Whether what was asked may have been done although no answer to it has come.
-    static bool mayHaveBeenServed(const QDBusError &error);
-
 Q_SIGNALS:
     //! \param problem  a sentence for the user; empty for Accepted
     void finished(Submission::Outcome outcome, const QString &problem);

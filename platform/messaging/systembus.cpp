@@ -3,12 +3,13 @@
 
 #include "systembus_p.h"
 
-#include "submission_p.h"
+#include <bus/busprobe.h>
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QPointer>
 #include <QtDBus/QDBusConnection>
 #include <QtDBus/QDBusMessage>
+#include <QtDBus/QDBusPendingCallWatcher>
 
 namespace {
 
@@ -21,33 +22,22 @@ QString address()
     return chosen.isEmpty() ? QStringLiteral("unix:path=/var/run/dbus/system_bus_socket") : chosen;
 }
 
-//! A connection on which the bus library asks the bus nothing by itself. It is kept until the
-//! bus answers, as a silent bus has room for a few callers only.
 QDBusConnection probe()
 {
-    const QString name = QStringLiteral("korvasync-system-bus-probe");
-    QDBusConnection earlier(name);
-    if (earlier.isConnected())
-        return earlier;
-    QDBusConnection::disconnectFromPeer(name);
-    return QDBusConnection::connectToPeer(address(), name);
+    return BusProbe::connection(QStringLiteral("korvasync-system-bus-probe"), address());
 }
 
-//! A bus also answers by refusing the greeting, as it does when it got an earlier one late.
 void take(const QDBusError &error)
 {
-    hasAnswered = !Submission::mayHaveBeenServed(error);
+    hasAnswered = !BusProbe::isUnanswered(error);
     if (hasAnswered)
         QDBusConnection::disconnectFromPeer(probe().name());
 }
 
 QDBusPendingCallWatcher *greet(const QDBusConnection &bus)
 {
-    const QDBusMessage greeting = QDBusMessage::createMethodCall(
-        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
-        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("Hello"));
-    auto *answer = new QDBusPendingCallWatcher(bus.asyncCall(greeting, SystemBus::Limit),
-                                               QCoreApplication::instance());
+    auto *answer = new QDBusPendingCallWatcher(
+        bus.asyncCall(BusProbe::greeting(), SystemBus::Limit), QCoreApplication::instance());
     QObject::connect(answer, &QDBusPendingCallWatcher::finished, answer, [answer] {
         answer->deleteLater();
         take(answer->error());

@@ -8,8 +8,7 @@
 
 #include <functional>
 
-//! Looks at the system bus before it is used. To open a bus that does not answer makes the
-//! bus library wait without limit, and every other connection of the process with it.
+//! Looks at the system bus before it is used.
 namespace SystemBus {
 
 constexpr int Limit = 5000; //!< milliseconds that an answer of the bus may take
