@@ -4,7 +4,11 @@
 #include "announcement_p.h"
 
 #include "eventmarshalling.h"
+#include "logging_p.h"
 
+#include <bus/busprobe.h>
+
+#include <QtCore/QFile>
 #include <QtDBus/QDBusConnection>
 #include <QtDBus/QDBusMessage>
 #include <QtDBus/QDBusMetaType>
@@ -19,7 +23,6 @@ namespace {
 
 constexpr qsizetype MaxPortion = 1000000; // bytes, below 1 MiB
 constexpr qsizetype MaxArray = 1 << 26;   // bytes, what D-Bus lets a list take
-constexpr int BusMsecs = 5000;
 
 // Upper bounds of the bytes that values take in a message, with the gaps between them.
 
@@ -64,18 +67,59 @@ void send(const QDBusConnection &bus, const QList<Event> &events)
     bus.send(signal);
 }
 
+//! Others wait for the store meanwhile, so a bus that did not answer in time gets less of it
+//! until it does.
+bool answers(const QDBusConnection &bus, const QDBusMessage &question)
+{
+    constexpr int longPatience = 5000; // milliseconds
+    constexpr int shortPatience = 50;
+    static int patience = longPatience;
+    const bool hasAnswered = !BusProbe::isUnanswered(bus.call(question, QDBus::Block, patience));
+    if (!hasAnswered && bus.isConnected() && patience == longPatience)
+        qCWarning(lcAnnouncement) << "The session bus does not answer.";
+    patience = hasAnswered ? longPatience : shortPatience;
+    return hasAnswered;
+}
+
+//! Where the bus library finds the bus as well.
+QString address()
+{
+    QString chosen = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
+    if (!chosen.isEmpty())
+        return chosen;
+    const QByteArray ofUser = qgetenv("XDG_RUNTIME_DIR") + "/bus";
+    if (!QFile::exists(QFile::decodeName(ofUser)))
+        return QStringLiteral("autolaunch:");
+    return QStringLiteral("unix:path=") + QString::fromLatin1(ofUser.toPercentEncoding("/", "~"));
+}
+
+bool canBeOpened()
+{
+    static bool hasAnswered = false; // from then on the bus library has the bus open
+    if (!hasAnswered) {
+        const QDBusConnection probe =
+            BusProbe::connection(QStringLiteral("korvasync-session-bus-probe"), address());
+        hasAnswered = answers(probe, BusProbe::greeting());
+        if (hasAnswered)
+            QDBusConnection::disconnectFromPeer(probe.name());
+    }
+    return hasAnswered;
+}
+
 //! An answer from the bus shows that it has read what was sent before: the process may end
 //! right after a report.
 void flush(const QDBusConnection &bus)
 {
-    bus.call(QDBusMessage::createMethodCall(
-                 QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
-                 QStringLiteral("org.freedesktop.DBus"), QStringLiteral("GetId")),
-             QDBus::Block, BusMsecs);
+    answers(bus,
+            QDBusMessage::createMethodCall(
+                QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
+                QStringLiteral("org.freedesktop.DBus"), QStringLiteral("GetId")));
 }
 
 void announce(const QList<Event> &events)
 {
+    if (!canBeOpened())
+        return;
     const QDBusConnection bus = QDBusConnection::sessionBus();
     if (!bus.isConnected())
         return;

@@ -7,5 +7,6 @@ namespace CommHistory {
 
 Q_LOGGING_CATEGORY(lcStore, "korvasync.store", QtWarningMsg)
 Q_LOGGING_CATEGORY(lcStoreDatabase, "korvasync.store.database", QtWarningMsg)
+Q_LOGGING_CATEGORY(lcAnnouncement, "korvasync.announcement", QtWarningMsg)
 
 } // namespace CommHistory

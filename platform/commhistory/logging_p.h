@@ -11,5 +11,7 @@ namespace CommHistory {
 Q_DECLARE_LOGGING_CATEGORY(lcStore)
 //! What the database library says. Off, since it may hold texts of the user.
 Q_DECLARE_LOGGING_CATEGORY(lcStoreDatabase)
+//! What became of announcements, which are no part of the store.
+Q_DECLARE_LOGGING_CATEGORY(lcAnnouncement)
 
 } // namespace CommHistory

@@ -131,6 +131,7 @@ private Q_SLOTS:
     void anEventThatNoMessageHoldsIsLeftOut();
     void whatIsReportedIsAnnouncedOnceWhenTheProcessEnds_data();
     void whatIsReportedIsAnnouncedOnceWhenTheProcessEnds();
+    void theBusOfTheUserIsFoundByItsPlace();
     void anAddThatFailsIsNotAnnounced();
     void onAFullDiskOnlyWhatWasStoredIsAnnounced();
 
@@ -350,6 +351,25 @@ void TestAnnouncement::whatIsReportedIsAnnouncedOnceWhenTheProcessEnds()
                                          qEnvironmentVariable("KORVASYNC_STORE"));
     QCOMPARE(outcome.exitCode, 0);
     QCOMPARE(int(outcome.ids.size()), count);
+    QCOMPARE(idsOf(heard()), outcome.ids);
+}
+
+// Where no variable names it, as on most systems for what cron starts.
+void TestAnnouncement::theBusOfTheUserIsFoundByItsPlace()
+{
+    const QTemporaryDir directory;
+    const QString runtime = directory.filePath(QStringLiteral("a place~%"));
+    const QString socket = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS")
+                               .section(QLatin1Char('='), 1, 1)
+                               .section(QLatin1Char(','), 0, 0);
+    const Outcome outcome =
+        addInProcess(1, 10,
+                     QStringLiteral("mkdir '%1' && touch '%1/bus' && mount --bind '%2' '%1/bus' && "
+                                    "unset DBUS_SESSION_BUS_ADDRESS && export XDG_RUNTIME_DIR='%1'")
+                         .arg(runtime, socket),
+                     qEnvironmentVariable("KORVASYNC_STORE"));
+    QCOMPARE(outcome.exitCode, 0);
+    QCOMPARE(int(outcome.ids.size()), 1);
     QCOMPARE(idsOf(heard()), outcome.ids);
 }
 

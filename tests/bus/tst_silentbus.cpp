@@ -4,13 +4,17 @@
 // A bus that takes callers and answers nobody keeps no program waiting for ever.
 
 #include "bustesting.h"
+#include "messagelog.h"
 #include "storetesting.h"
+#include "vmessagetext.h"
 
+#include <commhistory/eventmarshalling.h>
 #include <messaging/messagingif.h>
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QProcess>
+#include <QtDBus/QDBusMetaType>
 
 #include <csignal>
 
@@ -50,18 +54,39 @@ public:
     }
 
 private Q_SLOTS:
-    void initTestCase() { QVERIFY(StoreTesting::makeStore()); }
+    void initTestCase();
     void cleanup();
     void tellsASystemBusThatDoesNotAnswer();
     void theClientTellsASystemBusThatDoesNotAnswer();
     void theClientGivesUpOnTheSessionBus();
     void theClientCanBeInterruptedOnTheSessionBus();
     void theServiceGivesUpOnTheSessionBus();
+    void theClientAddsWithoutTheSessionBus();
+    void announcesWhatIsAddedWhileTheSessionBusAnswers();
+
+public Q_SLOTS:
+    void take(const QList<CommHistory::Event> &events)
+    {
+        for (const CommHistory::Event &event : events)
+            heard += event.freeText();
+    }
 
 private:
     PrivateBus &systemBus;
     PrivateBus &sessionBus;
+    QStringList heard;
 };
+
+void TestSilentBus::initTestCase()
+{
+    QVERIFY(StoreTesting::makeStore());
+    qDBusRegisterMetaType<CommHistory::MessagePart>();
+    qDBusRegisterMetaType<QList<CommHistory::MessagePart>>();
+    qDBusRegisterMetaType<CommHistory::Event::Contact>();
+    qDBusRegisterMetaType<QList<CommHistory::Event::Contact>>();
+    qDBusRegisterMetaType<CommHistory::Event>();
+    qDBusRegisterMetaType<QList<CommHistory::Event>>();
+}
 
 void TestSilentBus::cleanup()
 {
@@ -145,6 +170,51 @@ void TestSilentBus::theServiceGivesUpOnTheSessionBus()
     QCOMPARE(service.readAllStandardError(),
              QByteArray("korvasyncd: the session bus does not answer\n"));
     QCOMPARE(service.exitCode(), 1);
+}
+
+void TestSilentBus::theClientAddsWithoutTheSessionBus()
+{
+    sessionBus.stop();
+    QProcess client;
+    client.start(QStringLiteral(KORVASYNC_CLIENT), {QStringLiteral("add"), QStringLiteral("-")});
+    client.write(VMessageText().text().toUtf8());
+    client.closeWriteChannel();
+    QVERIFY(client.waitForFinished(Patience));
+    QCOMPARE(client.readAllStandardError(), QByteArray());
+    QCOMPARE(client.readAllStandardOutput().split('\n').value(1),
+             QByteArray("1 read, 1 added, 0 present, 0 refused, 0 failed"));
+    QCOMPARE(client.exitCode(), 0);
+}
+
+//! One that did not answer at first, and one that ceases to.
+void TestSilentBus::announcesWhatIsAddedWhileTheSessionBusAnswers()
+{
+    const auto add = [](const char *text) {
+        return StoreTesting::add({StoreTesting::message(QString::fromLatin1(text))}).size();
+    };
+    MessageLog log;
+    sessionBus.stop();
+    QCOMPARE(add("unheard"), 1);
+    QCOMPARE(add("unheard as well"), 1);
+    const auto warnings = log.lines(QtWarningMsg);
+    sessionBus.goOn();
+    QDBusConnection listener =
+        QDBusConnection::connectToBus(sessionBus.address(), QStringLiteral("listener"));
+    QVERIFY(listener.connect(QString(), QString(), QStringLiteral("com.quelt.commhistory"),
+                             QStringLiteral("eventsAdded"), this,
+                             SLOT(take(QList<CommHistory::Event>))));
+    BusTesting::roundTrip(listener);
+    QCOMPARE(add("first"), 1);
+    sessionBus.stop();
+    QCOMPARE(add("second"), 1);
+    QCOMPARE(add("third"), 1);
+    sessionBus.goOn();
+    QTRY_COMPARE_WITH_TIMEOUT(
+        heard,
+        (QStringList{QStringLiteral("first"), QStringLiteral("second"), QStringLiteral("third")}),
+        Patience);
+    QCOMPARE(warnings, QStringList{QStringLiteral("The session bus does not answer.")});
+    QCOMPARE(log.lines(QtWarningMsg).size(), 2);
 }
 
 int main(int argc, char *argv[])
