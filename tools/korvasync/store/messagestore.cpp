@@ -5,6 +5,8 @@
 
 #include "messages/folder.h"
 
+#include <utility>
+
 using namespace KorvaSyncIf;
 
 namespace {
@@ -59,7 +61,7 @@ Answer MessageStore::forEach(const QList<LocationId> &folders, const QDateTime &
     PendingMsgs *pending = begin(folders.first());
     for (int next = 1; next <= folders.size(); ++next) {
         const Read read = waitForRead(
-            timeout, [&] { return pending; }, troublesBefore);
+            timeout, [&] { return std::exchange(pending, nullptr); }, troublesBefore);
         if (read.answer != Answer::Finished)
             return read.answer;
         // The store has a thread of its own, which reads on while this one is taken.
