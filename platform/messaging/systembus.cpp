@@ -13,7 +13,8 @@
 
 namespace {
 
-bool hasAnswered = false; // from then on the bus library has the bus open
+bool hasAnswered = false;                   // from then on the bus library has the bus open
+QPointer<QDBusPendingCallWatcher> greeting; // under way, one for all who wait
 
 //! Where the bus library finds the bus as well.
 QString address()
@@ -40,6 +41,7 @@ QDBusPendingCallWatcher *greet(const QDBusConnection &bus)
         bus.asyncCall(BusProbe::greeting(), SystemBus::Limit), QCoreApplication::instance());
     QObject::connect(answer, &QDBusPendingCallWatcher::finished, answer, [answer] {
         answer->deleteLater();
+        greeting.clear();
         take(answer->error());
     });
     return answer;
@@ -58,10 +60,9 @@ QString problemOfOpened()
 void SystemBus::open(const QObject *context,
                      const std::function<void(const QString &problem)> &next)
 {
-    static QPointer<QDBusPendingCallWatcher> greeting; // one for all who wait
     if (hasAnswered)
         return next(problemOfOpened());
-    if (!greeting || greeting->isFinished()) {
+    if (!greeting) {
         const QDBusConnection bus = probe();
         if (!bus.isConnected())
             return next(QStringLiteral("There is no system bus."));
