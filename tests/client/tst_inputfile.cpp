@@ -22,6 +22,7 @@ private Q_SLOTS:
     void readsMoreThanOnePiece();
     void tellsWhyAFileCannotBeRead();
     void findsMessageFilesByName();
+    void takesADashForStandardInputBesideAFolderOfThatName();
     void readsSmallFilesAhead();
     void readsAsMuchAheadAsItMay();
     void readsWhatWasReadAhead();
@@ -137,6 +138,17 @@ void TestInputFile::findsMessageFilesByName()
                                QStringLiteral("/b.vmg"),         QStringLiteral("-"),
                                QStringLiteral("c.jpg")};
     QCOMPARE(found, expected);
+}
+
+void TestInputFile::takesADashForStandardInputBesideAFolderOfThatName()
+{
+    const QString dash = QStringLiteral("-");
+    const QString before = QDir::currentPath();
+    const QTemporaryDir place;
+    QVERIFY(QDir(place.path()).mkdir(dash) && QDir::setCurrent(place.path()));
+    const QStringList found = messageFiles({dash});
+    QVERIFY(QDir::setCurrent(before));
+    QCOMPARE(found, QStringList{dash});
 }
 
 void TestInputFile::readsSmallFilesAhead()

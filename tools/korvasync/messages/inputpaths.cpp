@@ -65,7 +65,7 @@ QStringList messageFiles(const QStringList &arguments)
     for (const QString &argument : arguments) {
         const fs::path path(FileName::encode(argument).toStdString());
         std::error_code error;
-        if (fs::is_directory(path, error))
+        if (argument != QLatin1String("-") && fs::is_directory(path, error))
             appendFolder(path, files);
         else
             files += argument;
