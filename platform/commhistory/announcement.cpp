@@ -72,7 +72,7 @@ void send(const QDBusConnection &bus, const QList<Event> &events)
 bool answers(const QDBusConnection &bus, const QDBusMessage &question)
 {
     constexpr int longPatience = 5000; // milliseconds
-    constexpr int shortPatience = 50;
+    constexpr int shortPatience = 200;
     static int patience = longPatience;
     const bool hasAnswered = !BusProbe::isUnanswered(bus.call(question, QDBus::Block, patience));
     if (!hasAnswered && bus.isConnected() && patience == longPatience)

@@ -37,6 +37,7 @@ Store &Store::instance()
     // Constructed before the store, since it still logs when the process ends.
     lcStore();
     lcStoreDatabase();
+    lcAnnouncement();
     static Store store;
     return store;
 }

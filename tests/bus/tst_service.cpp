@@ -61,10 +61,10 @@ void TestService::isStartedByACallAndEndsWhenIdle()
     QCOMPARE(servicePid(), 0U);
     const QString first = QStringLiteral("first");
     const QList<int> result = answer(call(vMessage(first)));
+    const uint pid = servicePid(); // at once, before it ends
+    QVERIFY(pid != 0);
     QCOMPARE(result, (QList<int>{idInOutbox(first), 0}));
     QVERIFY(result.first() > 0);
-    const uint pid = servicePid();
-    QVERIFY(pid != 0);
     QTRY_VERIFY_WITH_TIMEOUT(hasEnded(pid), Patience);
     QCOMPARE(servicePid(), 0U);
     const QString second = QStringLiteral("second");
