@@ -110,8 +110,7 @@ const char *findBodyEnd(std::string_view bytes, bool own)
         case Keyword::EndVBody:
             if (closed && !isText)
                 return line.text.data();
-            closed = false;
-            break;
+            break; // behind the end of the body it changes nothing
         case Keyword::EndVMsg:
         case Keyword::BeginVMsg:
             closed = true;

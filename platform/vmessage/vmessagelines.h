@@ -90,10 +90,10 @@ inline bool isOwnText(std::string_view firstLine, bool crLf)
 
 //! What tells an END:VBODY line behind a bare line feed, as an editor leaves it that ends
 //! its lines so, from a text that ends in these words: behind that text another END:VBODY
-//! line follows.
+//! line follows. (Where files were joined, the last line may have lost its end.)
 inline bool closesEnvelope(Keyword word, LineEnd end)
 {
-    return (word == Keyword::EndVEnv || word == Keyword::EndVMsg) && end == LineEnd::CrLf;
+    return (word == Keyword::EndVEnv || word == Keyword::EndVMsg) && end != LineEnd::Lf;
 }
 
 } // namespace VMessageLines

@@ -129,6 +129,8 @@ private Q_SLOTS:
     void cutsNoOwnText();
     void cutsNoOwnTextAtALengthInUtf16Units();
     void passesOverLineEndsBehindTheEnd();
+    void passesOverAnotherEndOfTheBody();
+    void endsBehindABareLineFeedWithoutALastLineEnd();
     void countsATerminatingZeroIn();
     void refusesNullAndNothing();
     void replacesTheResultBefore();
@@ -247,6 +249,23 @@ void TestVMessageParser::passesOverLineEndsBehindTheEnd()
     for (const char *ends : {"\n", "\r\n\r\n", "\r", "\n\n\n\r\r"})
         QCOMPARE(parsed(ownMessage("a\n") + ends), parsed(ownMessage("a\n")));
     QCOMPARE(textOf(ownMessage("a\n") + "\r\n\n"), QByteArray("a\n"));
+}
+
+// Behind the end of the body a line is closing or blank, also where the lines of damaged
+// messages were mixed and a bare line feed would make it text inside.
+void TestVMessageParser::passesOverAnotherEndOfTheBody()
+{
+    const QByteArray message =
+        ownMessage("a").replace("END:VBODY\r\n", "END:VBODY\r\n\n\nEND:VBODY\n");
+    QCOMPARE(textOf(message), QByteArray("a"));
+}
+
+// As an editor leaves a message whose last line end goes lost where files are joined.
+void TestVMessageParser::endsBehindABareLineFeedWithoutALastLineEnd()
+{
+    const QByteArray message = ownMessage("a").replace("\r\nEND:VBODY", "\nEND:VBODY").chopped(2);
+    QCOMPARE(textOf(message), QByteArray("a"));
+    QCOMPARE(textOf(message.chopped(int(strlen("\r\nEND:VMSG")))), QByteArray("a"));
 }
 
 void TestVMessageParser::countsATerminatingZeroIn()
