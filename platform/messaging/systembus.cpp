@@ -13,8 +13,14 @@
 
 namespace {
 
-bool hasAnswered = false;                   // from then on the bus library has the bus open
-QPointer<QDBusPendingCallWatcher> greeting; // under way, one for all who wait
+bool hasAnswered = false; // from then on the bus library has the bus open
+
+//! The one under way, for all who wait.
+QPointer<QDBusPendingCallWatcher> &greeting()
+{
+    static QPointer<QDBusPendingCallWatcher> one;
+    return one;
+}
 
 //! Where the bus library finds the bus as well.
 QString address()
@@ -41,7 +47,7 @@ QDBusPendingCallWatcher *greet(const QDBusConnection &bus)
         bus.asyncCall(BusProbe::greeting(), SystemBus::Limit), QCoreApplication::instance());
     QObject::connect(answer, &QDBusPendingCallWatcher::finished, answer, [answer] {
         answer->deleteLater();
-        greeting.clear();
+        greeting().clear();
         take(answer->error());
     });
     return answer;
@@ -62,13 +68,13 @@ void SystemBus::open(const QObject *context,
 {
     if (hasAnswered)
         return next(problemOfOpened());
-    if (!greeting) {
+    if (!greeting()) {
         const QDBusConnection bus = probe();
         if (!bus.isConnected())
             return next(QStringLiteral("There is no system bus."));
-        greeting = greet(bus);
+        greeting() = greet(bus);
     }
-    QObject::connect(greeting, &QDBusPendingCallWatcher::finished, context,
+    QObject::connect(greeting(), &QDBusPendingCallWatcher::finished, context,
                      [next] { next(problemOfOpened()); });
 }
 
