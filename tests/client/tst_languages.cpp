@@ -159,8 +159,8 @@ void TestLanguages::translatesErrors_data()
     const auto row = [](const char *line, const char *inGerman, const char *inSpanish) {
         QTest::newRow(line) << QByteArray(inGerman) << QByteArray(inSpanish);
     };
-    row("list --frob", "Unbekannte Option „frob“; siehe korvasync --help",
-        "Opción desconocida «frob»; consulta korvasync --help");
+    row("list --frob", "Unbekannte Option „frob“; siehe korvasync list --help",
+        "Opción desconocida «frob»; consulta korvasync list --help");
     row("show x", "x ist keine ID; „korvasync list“ zeigt sie",
         "x no es un id; «korvasync list» los muestra");
     row("modify 1 %1.vmg",

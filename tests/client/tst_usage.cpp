@@ -23,6 +23,8 @@ private Q_SLOTS:
     void helpsWithWhatAVerbTakes_data();
     void helpsWithWhatAVerbTakes();
     void takesGlobalOptionsBeforeAndAfterTheCommand();
+    void takesTheFirstOperandForTheAction_data();
+    void takesTheFirstOperandForTheAction();
     void takesTheStoreOfTheEnvironment();
     void leavesTheSummaryOutWhenQuiet();
     void keepsNumbersAndTextsOffStderr();
@@ -141,17 +143,32 @@ void TestUsage::saysWhatItDoesNotUnderstand_data()
         QTest::newRow(line) << QByteArray(sentence);
     };
     row("frob", "there is no command frob; see korvasync --help");
-    row("list --frob", "Unknown option 'frob'; see korvasync --help");
-    row("list --folder", "Missing value after '--folder'; see korvasync --help");
-    row("list --ids=3", "Unexpected value after '--ids'; see korvasync --help");
+    row("list --frob", "Unknown option 'frob'; see korvasync list --help");
+    row("list --folder", "Missing value after '--folder'; see korvasync list --help");
+    row("list --ids=3", "Unexpected value after '--ids'; see korvasync list --help");
     row("show x", "x is no database id; \"korvasync list\" shows them");
     row("show", "show needs an id; \"korvasync list\" shows them");
-    row("show -x", "Unknown option 'x'; see korvasync --help");
+    row("show -x", "Unknown option 'x'; see korvasync show --help");
     row("list extra", "list takes no arguments; --number and --grep look for messages");
     row("list --ids --count", "--ids and --count exclude each other");
     row("list --ids -o vmsg", "--ids and -o vmsg exclude each other");
     row("list --timeout inf",
-        "--timeout is a number of seconds above 0 and up to 1000000; see korvasync --help");
+        "--timeout is a number of seconds above 0 and up to 1000000; see korvasync list --help");
+    row("list -o xml",
+        "list prints text, ndjson, vmsg, csv, mbox, android-xml; see korvasync list --help");
+    row("lis", "there is no command lis (did you mean list?); see korvasync --help");
+    row("SHWO 1", "there is no command SHWO (did you mean show?); see korvasync --help");
+    row("--stroe x list", "Unknown option 'stroe' (did you mean store?); see korvasync --help");
+    row("list --sinse 1",
+        "Unknown option 'sinse' (did you mean since?); see korvasync list --help");
+    row("calls add --rejcts x",
+        "Unknown option 'rejcts' (did you mean rejects?); see korvasync calls add --help");
+    row("calls wpie",
+        "calls has no action wpie (did you mean wipe?); it takes [list] | add [FILE|-]... | wipe; "
+        "see korvasync calls --help");
+    row("calls frob wipe",
+        "calls has no action frob; it takes [list] | add [FILE|-]... | wipe; "
+        "see korvasync calls --help");
 }
 
 void TestUsage::saysWhatItDoesNotUnderstand()
@@ -267,6 +284,34 @@ void TestUsage::takesGlobalOptionsBeforeAndAfterTheCommand()
           QStringList{text("list"), text("-ondjson"), text("--store"), client.store()},
           QStringList{text("-o"), text("ndjson"), text("list"), text("--store=") + client.store()}})
         QCOMPARE(client.runProgram(program, arguments).output, ndjson);
+}
+
+void TestUsage::takesTheFirstOperandForTheAction_data()
+{
+    QTest::addColumn<QByteArray>("page");
+    const auto row = [](const char *line, const char *page) {
+        QTest::newRow(line) << "Usage: korvasync [OPTIONS] " + QByteArray(page) + '\n';
+    };
+    row("calls --store wipe", "calls list");
+    row("calls --store wipe list", "calls list");
+    row("calls --store list wipe", "calls wipe");
+    row("calls --store=add wipe", "calls wipe");
+    row("calls -o wipe add", "calls add [FILE|-]...");
+    row("calls --rejects wipe add", "calls add [FILE|-]...");
+    row("calls --type add", "calls list");
+    row("--store calls calls -q wipe add", "calls wipe");
+    row("calls add wipe", "calls add [FILE|-]...");
+    row("calls -- wipe", "calls wipe");
+    row("show --store x 1 -o text 2", "show ID...");
+}
+
+void TestUsage::takesTheFirstOperandForTheAction()
+{
+    QFETCH(QByteArray, page);
+    const QStringList words = QString::fromLatin1(QTest::currentDataTag()).split(QLatin1Char(' '));
+    const auto outcome = ClientProcess().run(QStringList{text("--help")} + words);
+    QCOMPARE(outcome.errors, QByteArray());
+    QCOMPARE(outcome.output.left(outcome.output.indexOf('\n') + 1), page);
 }
 
 void TestUsage::takesTheStoreOfTheEnvironment()

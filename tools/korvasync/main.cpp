@@ -7,6 +7,7 @@
 #include "language/text.h"
 #include "messages/filename.h"
 #include "options/arguments.h"
+#include "options/suggestion.h"
 #include "process/descriptors.h"
 #include "process/diagnostics.h"
 #include "process/interrupt.h"
@@ -32,12 +33,28 @@ const QList<Command> &commands()
     return all;
 }
 
-ExitCode usageError(QString sentence)
+//! \param page  the verb whose --help tells more; empty = the client's own
+ExitCode usageError(const QString &sentence, const QString &page = QString())
 {
-    if (sentence.endsWith(QLatin1Char('.'))) // Qt's own sentences
-        sentence.chop(1);
-    Diagnostics::error(Text::tr("%1; see korvasync --help").arg(sentence));
+    const QString command =
+        page.isEmpty() ? QStringLiteral("korvasync") : QLatin1String("korvasync ") + page;
+    Diagnostics::error(Text::tr("%1; see %2 --help").arg(sentence, command));
     return UsageError;
+}
+
+//! What is wrong with a command line that \a parser has not understood.
+QString misuseOf(const QCommandLineParser &parser, const QList<QCommandLineOption> &options)
+{
+    QString sentence = parser.errorText();
+    if (sentence.endsWith(QLatin1Char('.')))
+        sentence.chop(1);
+    const QString typed = parser.unknownOptionNames().value(0);
+    if (typed.size() < 2) // each letter is near to each other
+        return sentence;
+    QStringList names;
+    for (const QCommandLineOption &option : options)
+        names += option.names();
+    return Suggestion::added(sentence, typed, names);
 }
 
 // A negative number is no option, but an id that no message has. Qt takes it for one unless
@@ -48,16 +65,40 @@ QStringList withNegativeIds(QStringList arguments)
     return arguments.replaceInStrings(number, QStringLiteral(" \\1"));
 }
 
-//! What the words behind a verb ask it for; without such a word, its first action.
-const Command &actionOf(const Command &verb, const QStringList &words)
+QStringList namesOf(const QList<Command> &commands)
 {
-    for (const QString &word : words) {
-        for (const Command &action : verb.actions) {
-            if (word == QLatin1String(action.name))
-                return action;
-        }
+    QStringList names;
+    for (const Command &command : commands)
+        names += QLatin1String(command.name);
+    return names;
+}
+
+//! null = none has this name
+const Command *byName(const QList<Command> &commands, const QString &name)
+{
+    const auto found = std::find_if(commands.cbegin(), commands.cend(), [&](const Command &c) {
+        return name == QLatin1String(c.name);
+    });
+    return found == commands.cend() ? nullptr : &*found;
+}
+
+//! The first operand behind a verb, which names one of its actions. What stands behind an option
+//! that takes a value is no operand, whichever of the actions the option belongs to.
+QString actionWord(const Command &verb, const QStringList &arguments)
+{
+    QCommandLineParser parser;
+    QStringList known;
+    QList<QCommandLineOption> options = GlobalOptions::declared();
+    for (const Command &action : verb.actions)
+        options += action.options;
+    for (const QCommandLineOption &option : qAsConst(options)) {
+        if (known.contains(option.names().constFirst()))
+            continue;
+        known += option.names();
+        parser.addOption(option);
     }
-    return verb.actions.isEmpty() ? verb : verb.actions.first();
+    parser.parse(arguments); // what is wrong is for the action to tell
+    return parser.positionalArguments().value(1);
 }
 
 ExitCode runOnStore(const Command &command, const Invocation &invocation)
@@ -80,20 +121,16 @@ ExitCode runOnStore(const Command &command, const Invocation &invocation)
     return command.run(invocation);
 }
 
-ExitCode runCommand(const Command &verb, QStringList arguments, const QStringList &words,
+ExitCode runCommand(const Command &command, const QString &name, QStringList arguments,
                     GlobalOptions &global, StandardOutput &output)
 {
-    const Command &command = actionOf(verb, words);
-    QByteArray name(verb.name);
-    if (!verb.actions.isEmpty())
-        name += QByteArray(" ") + command.name;
     if (QByteArray(command.arguments).startsWith("ID"))
         arguments = withNegativeIds(arguments);
+    const QList<QCommandLineOption> options = command.options + GlobalOptions::declared();
     QCommandLineParser parser;
-    parser.addOptions(command.options);
-    GlobalOptions::declare(parser);
+    parser.addOptions(options);
     if (!parser.parse(arguments))
-        return usageError(parser.errorText());
+        return usageError(misuseOf(parser, options), name);
     if (parser.isSet(QStringLiteral("help"))) {
         output.write(Help::page(command, name));
         return AllDone;
@@ -104,41 +141,57 @@ ExitCode runCommand(const Command &verb, QStringList arguments, const QStringLis
     }
     const QString wrong = global.take(parser);
     if (!wrong.isEmpty())
-        return usageError(wrong);
+        return usageError(wrong, name);
     if (global.format.isEmpty())
         global.format = command.formats.first();
     if (!command.formats.contains(global.format)) {
-        return usageError(Text::tr("%1 prints %2")
-                              .arg(QLatin1String(name), command.formats.join(QLatin1String(", "))));
+        const QString sentence =
+            Text::tr("%1 prints %2").arg(name, command.formats.join(QLatin1String(", ")));
+        return usageError(sentence, name);
     }
-    QStringList operands = parser.positionalArguments().mid(1);
-    if (!verb.actions.isEmpty()) {
-        const QString word =
-            operands.isEmpty() ? QLatin1String(verb.actions.first().name) : operands.takeFirst();
-        if (word != QLatin1String(command.name))
-            return usageError(Text::tr("%1 has no such action; it takes %2")
-                                  .arg(QLatin1String(verb.name), QLatin1String(verb.arguments)));
-    }
+    // Without the words that name the command; its first action need not be named.
+    const QStringList operands =
+        parser.positionalArguments().mid(static_cast<int>(name.count(QLatin1Char(' '))) + 1);
     StoreLocation location(global.store);
     return runOnStore(command, {parser, operands, global, location, output});
+}
+
+ExitCode runAction(const Command &verb, const QStringList &arguments, GlobalOptions &global,
+                   StandardOutput &output)
+{
+    const QString verbName = QLatin1String(verb.name);
+    const QString word = actionWord(verb, arguments);
+    const Command *const action =
+        word.isEmpty() ? &verb.actions.first() : byName(verb.actions, word);
+    if (action) {
+        return runCommand(*action, verbName + QLatin1Char(' ') + QLatin1String(action->name),
+                          arguments, global, output);
+    }
+    const QString sentence = Suggestion::added(Text::tr("%1 has no action %2").arg(verbName, word),
+                                               word, namesOf(verb.actions));
+    return usageError(Text::tr("%1; it takes %2").arg(sentence, QLatin1String(verb.arguments)),
+                      verbName);
 }
 
 // The first look at the command line, which only finds the command.
 ExitCode run(const QStringList &arguments, GlobalOptions &global, StandardOutput &output)
 {
+    const QList<QCommandLineOption> options = GlobalOptions::declared();
     QCommandLineParser parser;
-    GlobalOptions::declare(parser);
+    parser.addOptions(options);
     parser.setOptionsAfterPositionalArgumentsMode(QCommandLineParser::ParseAsPositionalArguments);
     if (!parser.parse(arguments))
-        return usageError(parser.errorText());
+        return usageError(misuseOf(parser, options));
     const QString name = parser.positionalArguments().value(0);
-    const auto command =
-        std::find_if(commands().cbegin(), commands().cend(),
-                     [&](const Command &c) { return name == QLatin1String(c.name); });
-    if (command != commands().cend())
-        return runCommand(*command, arguments, parser.positionalArguments().mid(1), global, output);
-    if (!name.isEmpty())
-        return usageError(Text::tr("there is no command %1").arg(name));
+    const Command *const command = byName(commands(), name);
+    if (command && !command->actions.isEmpty())
+        return runAction(*command, arguments, global, output);
+    if (command)
+        return runCommand(*command, name, arguments, global, output);
+    if (!name.isEmpty()) {
+        const QString sentence = Text::tr("there is no command %1").arg(name);
+        return usageError(Suggestion::added(sentence, name, namesOf(commands())));
+    }
     if (parser.isSet(QStringLiteral("version")))
         output.write("korvasync " KORVASYNC_VERSION "\n");
     else if (parser.isSet(QStringLiteral("help")))

@@ -81,7 +81,7 @@ QByteArray overview(const QList<Command> &commands)
             + wrapped(command.summary, column);
     }
     QCommandLineParser parser;
-    GlobalOptions::declare(parser);
+    parser.addOptions(GlobalOptions::declared());
     const HelpNotes notes{
         {},
         {},
@@ -92,13 +92,12 @@ QByteArray overview(const QList<Command> &commands)
     return (text + QLatin1Char('\n') + optionsOf(parser) + textOf(notes)).toUtf8();
 }
 
-QByteArray page(const Command &command, const QByteArray &name)
+QByteArray page(const Command &command, const QString &name)
 {
     QCommandLineParser parser;
     parser.addOptions(command.options);
-    GlobalOptions::declare(parser, command.formats, command.globalOptions);
-    const QString line =
-        (QString::fromLatin1(name) + QLatin1Char(' ') + QLatin1String(command.arguments)).trimmed();
+    parser.addOptions(GlobalOptions::declared(command.formats, command.globalOptions));
+    const QString line = (name + QLatin1Char(' ') + QLatin1String(command.arguments)).trimmed();
     return (Text::tr("Usage: korvasync [OPTIONS] %1").arg(line) + QLatin1Char('\n')
             + wrapped(command.summary) + QLatin1Char('\n') + optionsOf(parser)
             + textOf(command.notes))

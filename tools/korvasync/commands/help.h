@@ -11,6 +11,6 @@ namespace Help {
 QByteArray overview(const QList<Command> &commands);
 
 //! \param name  with that of the verb that it belongs to
-QByteArray page(const Command &command, const QByteArray &name);
+QByteArray page(const Command &command, const QString &name);
 
 } // namespace Help

@@ -5,7 +5,7 @@
 
 #include "language/text.h"
 
-void GlobalOptions::declare(QCommandLineParser &parser, const QStringList &formats, int meaning)
+QList<QCommandLineOption> GlobalOptions::declared(const QStringList &formats, int meaning)
 {
     const auto text = [](const char *latin1) { return QString::fromLatin1(latin1); };
     QString forms = formats.join(QLatin1String(", "));
@@ -25,7 +25,7 @@ void GlobalOptions::declare(QCommandLineParser &parser, const QStringList &forma
         dryRun.setFlags(QCommandLineOption::HiddenFromHelp);
     if ((meaning & ShowsProgress) == 0)
         progress.setFlags(QCommandLineOption::HiddenFromHelp);
-    parser.addOptions({
+    return {
         {text("store"),
          Text::tr("The store (default: $KORVASYNC_STORE, else the data folder's korvasync)."),
          text("DIR")},
@@ -39,7 +39,7 @@ void GlobalOptions::declare(QCommandLineParser &parser, const QStringList &forma
          text("S"), text("60")},
         {{text("h"), text("help")}, Text::tr("This help.")},
         {text("version"), Text::tr("The version.")},
-    });
+    };
 }
 
 QString GlobalOptions::take(const QCommandLineParser &parser)

@@ -28,8 +28,8 @@ struct GlobalOptions
     //! Every command takes all of them; its help shows those that mean something to it.
     //! \param formats  of -o, the default first; empty = all there are
     //! \param meaning  which of the two do
-    static void declare(QCommandLineParser &parser, const QStringList &formats = {},
-                        int meaning = DryRun | ShowsProgress);
+    static QList<QCommandLineOption> declared(const QStringList &formats = {},
+                                              int meaning = DryRun | ShowsProgress);
 
     //! Takes the values of a parsed command line.
     //! \return what is wrong with them; empty = nothing

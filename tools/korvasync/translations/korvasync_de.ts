@@ -638,20 +638,12 @@ Weitere Aktionen: „calls add“ und „calls wipe“, jede mit eigenem --help.
         <translation>Exit-Codes: 0 alles ist da, 1 etwas fehlt oder wurde abgelehnt, 2 Aufruf falsch, 3 der Speicher ist nicht lesbar, 5 er antwortet nicht.</translation>
     </message>
     <message>
-        <source>%1; see korvasync --help</source>
-        <translation>%1; siehe korvasync --help</translation>
-    </message>
-    <message>
         <source>TZ names no zone that is known here; times without a zone are read with today&apos;s distance, %1: name a zone such as Europe/Helsinki</source>
         <translation>TZ nennt keine hier bekannte Zeitzone; Zeiten ohne Zone werden mit dem heutigen Abstand %1 gelesen: eine Zone wie Europe/Helsinki nennen</translation>
     </message>
     <message>
         <source>%1 prints %2</source>
         <translation>%1 gibt %2 aus</translation>
-    </message>
-    <message>
-        <source>%1 has no such action; it takes %2</source>
-        <translation>%1 kennt diese Aktion nicht; möglich: %2</translation>
     </message>
     <message>
         <source>there is no command %1</source>
@@ -1028,6 +1020,22 @@ Weitere Aktionen: „calls add“ und „calls wipe“, jede mit eigenem --help.
     <message>
         <source>clients that write at the same time cannot be told to wait here (%1); run one after the other</source>
         <translation>Clients, die gleichzeitig schreiben, können hier nicht aufeinander warten (%1); einen nach dem anderen starten</translation>
+    </message>
+    <message>
+        <source>%1; see %2 --help</source>
+        <translation>%1; siehe %2 --help</translation>
+    </message>
+    <message>
+        <source>%1 has no action %2</source>
+        <translation>%1 kennt keine Aktion %2</translation>
+    </message>
+    <message>
+        <source>%1; it takes %2</source>
+        <translation>%1; möglich: %2</translation>
+    </message>
+    <message>
+        <source>%1 (did you mean %2?)</source>
+        <translation>%1 (war %2 gemeint?)</translation>
     </message>
 </context>
 </TS>

@@ -638,20 +638,12 @@ Otras acciones: «calls add» y «calls wipe», cada una con su --help.</transla
         <translation>Códigos de salida: 0 está todo, 1 falta o se rechazó algo, 2 uso incorrecto, 3 no se puede leer el almacén, 5 no respondió.</translation>
     </message>
     <message>
-        <source>%1; see korvasync --help</source>
-        <translation>%1; consulta korvasync --help</translation>
-    </message>
-    <message>
         <source>TZ names no zone that is known here; times without a zone are read with today&apos;s distance, %1: name a zone such as Europe/Helsinki</source>
         <translation>TZ no indica ninguna zona conocida aquí; las horas sin zona se leen con la diferencia de hoy, %1: indica una zona como Europe/Helsinki</translation>
     </message>
     <message>
         <source>%1 prints %2</source>
         <translation>%1 produce %2</translation>
-    </message>
-    <message>
-        <source>%1 has no such action; it takes %2</source>
-        <translation>%1 no tiene esa acción; admite %2</translation>
     </message>
     <message>
         <source>there is no command %1</source>
@@ -1028,6 +1020,22 @@ Otras acciones: «calls add» y «calls wipe», cada una con su --help.</transla
     <message>
         <source>clients that write at the same time cannot be told to wait here (%1); run one after the other</source>
         <translation>aquí no se puede hacer esperar a los clientes que escriben a la vez (%1); ejecútalos uno tras otro</translation>
+    </message>
+    <message>
+        <source>%1; see %2 --help</source>
+        <translation>%1; consulta %2 --help</translation>
+    </message>
+    <message>
+        <source>%1 has no action %2</source>
+        <translation>%1 no tiene la acción %2</translation>
+    </message>
+    <message>
+        <source>%1; it takes %2</source>
+        <translation>%1; admite %2</translation>
+    </message>
+    <message>
+        <source>%1 (did you mean %2?)</source>
+        <translation>%1 (¿querías decir %2?)</translation>
     </message>
 </context>
 </TS>
