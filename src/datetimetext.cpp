@@ -129,9 +129,9 @@ QDateTime readLocalDate(const QString &text)
 
 QString utcStamp(const QDateTime &time)
 {
-    if (!time.isValid())
-        return QString();
     const QDateTime utc = time.toUTC();
+    if (!utc.isValid())
+        return QString();
     const QDate date = utc.date();
     if (!hasFourDigitYear(date))
         return utc.toString(QStringLiteral("yyyyMMddThhmmssZ"));

@@ -24,7 +24,8 @@ QDateTime readLocalStamp(QStringView text);
 //! "dd.MM.yyyy hh:mm:ss" as local time; null as for readLocalStamp().
 QDateTime readLocalDate(const QString &text);
 
-//! The time, converted to UTC, as "yyyyMMddThhmmssZ"; empty when it is invalid.
+//! The time, converted to UTC, as "yyyyMMddThhmmssZ"; empty when Qt's conversion gives an
+//! invalid time. It gives a valid one for a local time that a DST change skips.
 QString utcStamp(const QDateTime &time);
 //! Appends the time in its own zone as "yyyyMMddThhmmss" and its milliseconds, 0 to 999
 //! without leading zeros; nothing when it is invalid.

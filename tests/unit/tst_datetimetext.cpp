@@ -121,6 +121,7 @@ private Q_SLOTS:
     void textsThatDoNotMatchAreNull();
     void aUtcStampInsideALocalGapIsRead();
     void aLocalTextInsideAGapIsNull();
+    void aSkippedLocalTimeIsStampedWithItsReading();
     void invalidTimesAreWrittenAsNothing();
     void millisecondsHaveNoLeadingZeros_data();
     void millisecondsHaveNoLeadingZeros();
@@ -259,6 +260,16 @@ void TestDateTimeText::aLocalTextInsideAGapIsNull()
     QVERIFY(readLocalDate(QStringLiteral("31.03.2002 03:30:00")).isNull());
     QVERIFY(!readLocalStamp(QStringLiteral("20020331T025959")).isNull());
     QVERIFY(!readLocalStamp(QStringLiteral("20020331T040000")).isNull());
+}
+
+void TestDateTimeText::aSkippedLocalTimeIsStampedWithItsReading()
+{
+    const TimeZone zone("America/St_Johns");
+    const QDateTime skipped(QDate(2002, 4, 7), QTime(0, 30));
+    QVERIFY(!skipped.isValid());
+    QCOMPARE(utcStamp(skipped), QStringLiteral("20020407T003000Z"));
+    QCOMPARE(utcStamp(QDateTime(QDate(2002, 4, 7), QTime(1, 30))),
+             QStringLiteral("20020407T040000Z"));
 }
 
 void TestDateTimeText::invalidTimesAreWrittenAsNothing()

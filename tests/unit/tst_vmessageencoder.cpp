@@ -72,6 +72,8 @@ private Q_SLOTS:
     void theBoxFollowsTheFolder();
     void theStampIsInUtcAndTheTimeTextInItsOwnZone();
     void aLocalTimeIsStampedInUtc();
+    void aLocalTimeThatIsSkippedIsStampedAsQtConvertsIt();
+    void aTimeWithoutADateHasEmptyStamps();
     void theStatusIsWrittenAsItStands();
     void theResultCarriesIdsAndToken();
     void carriageReturnsAreRemovedWithOneLine();
@@ -248,6 +250,29 @@ void TestVMessageEncoder::aLocalTimeIsStampedInUtc()
     const SyncSmsInfo result = VMessageEncoder().encode(info);
     QVERIFY(result.vMessage.contains(QStringLiteral("\r\nX-QLT-DT:20101103T122530Z\r\n")));
     QCOMPARE(result.time, QStringLiteral("Wed Nov 3 14:25:30 2010"));
+}
+
+// Qt takes the clock reading of such a time for one in UTC.
+void TestVMessageEncoder::aLocalTimeThatIsSkippedIsStampedAsQtConvertsIt()
+{
+    const TimeZone zone("Europe/Helsinki");
+    SmsInfo info = sentMessage();
+    info.time = QDateTime(QDate(2002, 3, 31), QTime(3, 30, 15));
+    QVERIFY(!info.time.isValid());
+    const QStringList lines = VMessageEncoder().encode(info).vMessage.split(QStringLiteral("\r\n"));
+    QCOMPARE(lines.value(5), QStringLiteral("X-MDO-TIMESTAMP:20020331T033015Z"));
+    QCOMPARE(lines.value(6), QStringLiteral("X-QLT-DT:20020331T033015Z"));
+}
+
+void TestVMessageEncoder::aTimeWithoutADateHasEmptyStamps()
+{
+    SmsInfo info = sentMessage();
+    info.time = QDateTime(QDate(), QTime(3, 30));
+    QVERIFY(!info.time.isNull());
+    const QStringList lines = VMessageEncoder().encode(info).vMessage.split(QStringLiteral("\r\n"));
+    QCOMPARE(lines.value(5), QStringLiteral("X-MDO-TIMESTAMP:"));
+    QCOMPARE(lines.value(6), QStringLiteral("X-QLT-DT:"));
+    QCOMPARE(lines.value(7), QStringLiteral("BEGIN:VENV"));
 }
 
 void TestVMessageEncoder::theStatusIsWrittenAsItStands()
