@@ -80,6 +80,8 @@ private Q_SLOTS:
     void bodiesAreWrittenAsTheyStand_data();
     void bodiesAreWrittenAsTheyStand();
     void numbersAreWrittenAsTheyStand();
+    void aTextThatFitsItsRoomIsNotMoved_data();
+    void aTextThatFitsItsRoomIsNotMoved();
     void oneEncoderServesManyMessages();
     void thePiecesAppend();
     void theTraceNamesTheOperationAndTheVCards();
@@ -341,6 +343,37 @@ void TestVMessageEncoder::numbersAreWrittenAsTheyStand()
     info.toNumber = QStringLiteral(" (555) 01-00 %1;Bank24");
     QVERIFY(VMessageEncoder().encode(info).vMessage.contains(
         QStringLiteral("\r\nTEL: (555) 01-00 %1;Bank24\r\n")));
+}
+
+void TestVMessageEncoder::aTextThatFitsItsRoomIsNotMoved_data()
+{
+    QTest::addColumn<int>("length");
+    QTest::newRow("short") << 400;
+    QTest::newRow("room-half-used") << 826;
+    QTest::newRow("all-room-used") << 1024;
+}
+
+void TestVMessageEncoder::aTextThatFitsItsRoomIsNotMoved()
+{
+    QFETCH(int, length);
+    SmsInfo info = sentMessage();
+    info.fromNumber = QStringLiteral("+15550101");
+    VMessageEncoder encoder;
+    // What encodeHeader() and encodeBody() leave for the two vCards is written before the body.
+    QString text;
+    text.reserve(1024);
+    const QChar *const place = text.constData();
+    encoder.encodeHeader(info, text);
+    encoder.encodeVCardData(info.fromNumber, text);
+    encoder.encodeVCardData(info.toNumber, text);
+    QString empty;
+    SmsInfo withoutText = info;
+    withoutText.body.clear();
+    encoder.encodeBody(withoutText, empty);
+    info.body = QString(length - int(text.size() + empty.size()), QLatin1Char('x'));
+    encoder.encodeBody(info, text);
+    QCOMPARE(int(text.size()), length);
+    QVERIFY(text.constData() == place);
 }
 
 void TestVMessageEncoder::oneEncoderServesManyMessages()
