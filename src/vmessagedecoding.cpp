@@ -78,27 +78,25 @@ void extractBody(const VMessageBody *body, const VMessageHeader *header, SmsInfo
         info.encoding = QString::fromLatin1(body->encoding);
     if (body->language)
         info.language = QString::fromLatin1(body->language);
-    if (body->text) {
+    // Qt drops a byte order mark at the beginning; the messaging application does the same.
+    if (body->text)
         info.body = QString::fromUtf8(body->text, body->length);
-        // Qt takes a byte order mark at the beginning away; here it is part of the text.
-        if (QByteArray::fromRawData(body->text, body->length).startsWith("\xEF\xBB\xBF"))
-            info.body.prepend(QChar::ByteOrderMark);
-    }
 }
 
 //! The time for a record whose vMessage gave none.
 QDateTime fallbackTime(const SyncSmsInfo &item)
 {
     QDateTime time;
-    if (item.time.isNull()) {
+    if (item.time.isEmpty()) {
+        qCDebug(lcDecoder) << "No time supplied, setting current Time : ";
         // The clock's reading is labelled UTC, not converted: sync clients rely on seeing
         // the phone's own time of day.
         time = relabelledAsUtc(QDateTime::currentDateTime());
-        qCDebug(lcDecoder) << "No time supplied, setting current Time : " << time;
     } else {
+        qCDebug(lcDecoder) << "Setting time from syncedMsg : ";
         time = readUtcStamp(item.time);
-        qCDebug(lcDecoder) << "Setting time from syncedMsg : " << time;
     }
+    qCDebug(lcDecoder) << time;
     return time;
 }
 

@@ -99,7 +99,7 @@ struct KORVASYNC_EXPORT SyncSmsInfo
     int id = -1;       //!< database id; on modify, the message to change
     int parentId = -1; //!< folder id; on write used only when the vMessage names no folder
     //! On read the message's time in Qt::TextDate form, in the time's own zone. On write
-    //! "yyyyMMddThhmmssZ" in UTC, used only when the vMessage has no time; null = now.
+    //! "yyyyMMddThhmmssZ" in UTC, used only when the vMessage has no time; empty = now.
     QString time;
     QString vMessage;     //!< vMessage 1.1 text (IrMC 1.1, section 9.9)
     QString messageToken; //!< token of the event, carried unchanged

@@ -88,6 +88,12 @@ void TestDuplicates::takesSpellingsOfOneTextForOne_data()
     QTest::newRow("CR-LF") << quotedPrintable(bank, "B=C3=A4r=0D=0A=0D=0ADachs");
     QTest::newRow("CR") << quotedPrintable(bank, "B=C3=A4r=0D=0DDachs");
     QTest::newRow("raw") << vMessage("INBOX", "20101103T142530Z", bank, "B\xC3\xA4r\n\nDachs");
+    QTest::newRow("mark") << vMessage("INBOX", "20101103T142530Z", bank,
+                                      "\xEF\xBB\xBF"
+                                      "B\xC3\xA4r\n\nDachs");
+    QTest::newRow("marks") << vMessage("INBOX", "20101103T142530Z", bank,
+                                       "\xEF\xBB\xBF\xEF\xBB\xBF"
+                                       "B\xC3\xA4r\n\nDachs");
     QTest::newRow("NFD-text") << quotedPrintable(bank, "Ba=CC=88r=0A=0ADachs");
     QTest::newRow("NFD-word") << quotedPrintable("Ba\xCC\x88nk", "B=C3=A4r=0A=0ADachs");
 }

@@ -188,14 +188,16 @@ void TestHostile::patterns()
 // Every code point below 256 but CR, which no text keeps, and a sample of the rest.
 void TestHostile::textsOfAnyBytes()
 {
-    QString body = text("\uFEFFstart ");
+    QString body = text("start ");
     for (ushort c = 0; c < 256; ++c) {
         if (c != '\r')
             body += QChar(c);
     }
     body += text("\uFEFF \uFFFD \uFFFF \U0001F600 end");
     const ClientProcess client;
-    client.fill(Bystander + vMessage("INBOX", "20240501T100000Z", "+15550177", body.toUtf8()));
+    client.fill(Bystander
+                + vMessage("INBOX", "20240501T100000Z", "+15550177",
+                           "\xEF\xBB\xBF" + body.toUtf8())); // at the beginning it is dropped
     const QJsonObject stored = objectOf(client.listed({text("--number"), text("+15550177")}));
     QCOMPARE(valueOf(stored, "body"), body);
 }

@@ -12,6 +12,7 @@ class TestVerify : public QObject
 
 private Q_SLOTS:
     void findsEverything();
+    void findsATextBehindByteOrderMarks();
     void tellsWhatIsMissing();
     void tellsWhatIsRefused();
     void countsRepeats_data();
@@ -45,6 +46,19 @@ void TestVerify::findsEverything()
     QCOMPARE(outcome.errors, QByteArray());
     QCOMPARE(outcome.output, QByteArray("2 read, 2 present, 0 missing, 0 refused, 0 failed\n"));
     QCOMPARE(client.listed(), before);
+}
+
+// Of which the library drops one in all that it stores.
+void TestVerify::findsATextBehindByteOrderMarks()
+{
+    const QByteArray mark("\xEF\xBB\xBF");
+    const QByteArray marked = vMessage("INBOX", "20101103T142530Z", "+15550100", mark + "Hello")
+        + vMessage("INBOX", "20101103T142531Z", "+15550100", mark + mark + "Hello");
+    ClientProcess client;
+    client.fill(marked);
+    const auto outcome = client.run({text("verify"), text("-")}, marked);
+    QCOMPARE(outcome.exitCode, 0);
+    QCOMPARE(outcome.output, QByteArray("2 read, 2 present, 0 missing, 0 refused, 0 failed\n"));
 }
 
 void TestVerify::tellsWhatIsMissing()

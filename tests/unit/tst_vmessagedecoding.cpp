@@ -3,6 +3,7 @@
 
 #include "messagelog.h"
 #include "smssyncinterface_p.h"
+#include "timezone.h"
 #include "vmessagetext.h"
 
 #include <korvasync/vmessageencoder.h>
@@ -62,7 +63,7 @@ private Q_SLOTS:
     void anItemTimeReplacesAMissingOne();
     void theClockReplacesAMissingTimeAndIsLabelledUtc();
     void anUnreadableItemTimeStaysNull();
-    void anEmptyItemTimeIsATextAndStaysNull();
+    void anEmptyItemTimeCountsAsAbsent();
     void anUnreadableMessageTimeGivesWayToTheItemTime();
     void theItemsTokenAndPositionAreTaken();
     void modifiedRecordsCarryTheClientsIds();
@@ -273,13 +274,18 @@ void TestVMessageDecoding::anItemTimeReplacesAMissingOne()
     const Decoded decoded({timed});
     QCOMPARE(decoded.records.at(0).time, QDateTime(QDate(2002, 3, 31), QTime(3, 0), Qt::UTC));
     QCOMPARE(decoded.records.at(0).time.timeSpec(), Qt::UTC);
-    QCOMPARE(
-        int(log.linesFrom(QtDebugMsg, QStringLiteral("Setting time from syncedMsg : ")).size()), 1);
-    QVERIFY(log.lines(QtDebugMsg).contains(QStringLiteral("No time present in vmessage")));
+    const QStringList lines = log.lines(QtDebugMsg);
+    QVERIFY(lines.contains(QStringLiteral("No time present in vmessage")));
+    const auto at = lines.indexOf(QStringLiteral("Setting time from syncedMsg : "));
+    QVERIFY(at >= 0);
+    QCOMPARE(lines.value(at + 1), QStringLiteral("QDateTime(2002-03-31 03:00:00.000 UTC Qt::UTC)"));
+    QCOMPARE(int(lines.count(lines.at(at))), 1);
 }
 
+// In a zone of its own, since in UTC the clock's reading and its label agree by themselves.
 void TestVMessageDecoding::theClockReplacesAMissingTimeAndIsLabelledUtc()
 {
+    const TimeZone zone("Asia/Kathmandu");
     MessageLog log;
     VMessageText message;
     message.dateTime = QString();
@@ -290,10 +296,12 @@ void TestVMessageDecoding::theClockReplacesAMissingTimeAndIsLabelledUtc()
     QCOMPARE(time.timeSpec(), Qt::UTC);
     QVERIFY(time >= QDateTime(before.date(), before.time(), Qt::UTC));
     QVERIFY(time <= QDateTime(after.date(), after.time(), Qt::UTC));
-    QCOMPARE(
-        int(log.linesFrom(QtDebugMsg, QStringLiteral("No time supplied, setting current Time : "))
-                .size()),
-        1);
+    const QStringList lines = log.lines(QtDebugMsg);
+    const auto at = lines.indexOf(QStringLiteral("No time supplied, setting current Time : "));
+    QVERIFY(at >= 0);
+    QCOMPARE(lines.value(at + 1),
+             time.toString(QStringLiteral("'QDateTime('yyyy-MM-dd HH:mm:ss.zzz 'UTC Qt::UTC)'")));
+    QCOMPARE(int(lines.count(lines.at(at))), 1);
 }
 
 void TestVMessageDecoding::anUnreadableItemTimeStaysNull()
@@ -307,13 +315,16 @@ void TestVMessageDecoding::anUnreadableItemTimeStaysNull()
     QVERIFY(decoded.records.at(0).time.isNull());
 }
 
-void TestVMessageDecoding::anEmptyItemTimeIsATextAndStaysNull()
+void TestVMessageDecoding::anEmptyItemTimeCountsAsAbsent()
 {
+    MessageLog log;
     VMessageText message;
     message.dateTime = QString();
     SyncSmsInfo timed = item(message);
     timed.time = QStringLiteral("");
-    QVERIFY(Decoded({timed}).records.at(0).time.isNull());
+    QVERIFY(Decoded({timed}).records.at(0).time.isValid());
+    QVERIFY(log.lines(QtDebugMsg)
+                .contains(QStringLiteral("No time supplied, setting current Time : ")));
 }
 
 void TestVMessageDecoding::anUnreadableMessageTimeGivesWayToTheItemTime()

@@ -73,7 +73,8 @@ private Q_SLOTS:
     void anAbsentStatusGivesANullText();
     void textsAreReadAsLatin1AndTheBodyAsUtf8();
     void theBodyEndsAtItsLength();
-    void aByteOrderMarkAtItsBeginningBelongsToTheBody();
+    void aByteOrderMarkAtItsBeginningIsDroppedFromTheBody_data();
+    void aByteOrderMarkAtItsBeginningIsDroppedFromTheBody();
     void numbersAreTracedInDoubleQuotes();
     void theOnlyNumberMovesToItsSide_data();
     void theOnlyNumberMovesToItsSide();
@@ -216,12 +217,25 @@ void TestVMessageFields::theBodyEndsAtItsLength()
     QCOMPARE(extracted(script).body, QString::fromLatin1("a\0b", 3));
 }
 
-void TestVMessageFields::aByteOrderMarkAtItsBeginningBelongsToTheBody()
+void TestVMessageFields::aByteOrderMarkAtItsBeginningIsDroppedFromTheBody_data()
 {
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QString>("body");
+    const QByteArray mark("\xEF\xBB\xBF");
+    QTest::newRow("one") << mark + "x" << QStringLiteral("x");
+    QTest::newRow("two") << mark + mark + "x" << QStringLiteral("\uFEFFx");
+    QTest::newRow("alone") << mark << QString();
+    QTest::newRow("later") << "x" + mark << QStringLiteral("x\uFEFF");
+}
+
+void TestVMessageFields::aByteOrderMarkAtItsBeginningIsDroppedFromTheBody()
+{
+    QFETCH(QByteArray, bytes);
+    QFETCH(QString, body);
     ScriptedParser script;
-    const VMessageBody body = bodyWith("\xEF\xBB\xBF\xEF\xBB\xBFx", 7);
-    script.body = &body;
-    QCOMPARE(extracted(script).body, QStringLiteral("\uFEFF\uFEFFx"));
+    const VMessageBody given = bodyWith(bytes.constData(), int(bytes.size()));
+    script.body = &given;
+    QCOMPARE(extracted(script).body, body);
 }
 
 void TestVMessageFields::numbersAreTracedInDoubleQuotes()

@@ -40,7 +40,8 @@ void SendService::add(const QString &vMessage, const QDBusMessage &call)
     m_idleTimer.stop();
     Request request{++m_lastSerial, vMessage, {}, call};
     if (const auto parsed = ParsedMessage::parse(vMessage.toUtf8()))
-        request.content = {parsed->recipients.value(0), parsed->body};
+        request.content = {parsed->recipients.value(0),
+                           ParsedMessage::comparable(parsed->body).toString()};
     m_requests.append(request);
     QTimer::singleShot(WaitingLimit, this,
                        [this, serial = request.serial] { stopWaiting(serial); });

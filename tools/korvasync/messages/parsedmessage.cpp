@@ -14,6 +14,13 @@ QString ParsedMessage::withLineFeeds(QString text)
     return text;
 }
 
+QStringView ParsedMessage::comparable(QStringView text)
+{
+    while (text.startsWith(QChar(QChar::ByteOrderMark)))
+        text = text.mid(1);
+    return text;
+}
+
 template <typename Party>
 static QStringList numbersOf(const Party &party)
 {
@@ -45,7 +52,7 @@ std::optional<ParsedMessage> ParsedMessage::parse(const QByteArray &vMessage)
     if (const VMessageBody *body = parser.body(message)) {
         parsed.bodyTime = QString::fromUtf8(body->date);
         parsed.body = QString::fromUtf8(body->text, body->length);
-        // Qt takes a byte order mark at the beginning away; here it is part of the text.
+        // Qt takes a byte order mark at the beginning away; what is shown and written keeps it.
         if (QByteArray::fromRawData(body->text, body->length).startsWith("\xEF\xBB\xBF"))
             parsed.body.prepend(QChar::ByteOrderMark);
     }

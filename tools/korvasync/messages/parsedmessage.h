@@ -25,6 +25,10 @@ struct ParsedMessage
     //! The text with a line feed for every line end; the encoder drops carriage returns.
     static QString withLineFeeds(QString text);
 
+    //! The text as it is compared: without byte order marks at its beginning, of which the
+    //! library drops one from all that it stores or sends. It lives as long as \a text.
+    static QStringView comparable(QStringView text);
+
     //! Nothing when the bytes hold no whole vMessage.
     static std::optional<ParsedMessage> parse(const QByteArray &vMessage);
 };

@@ -4,6 +4,7 @@
 #include "fingerprint.h"
 
 #include "messages/number.h"
+#include "messages/parsedmessage.h"
 
 #include <QtCore/QCryptographicHash>
 #include <QtCore/QtEndian>
@@ -29,8 +30,10 @@ static QByteArray secondOf(const QDateTime &time)
 }
 
 // Programs differ in how they spell line ends and letters with accents.
-static QByteArray plainForm(QString text)
+static QByteArray plainForm(const QString &body)
 {
+    const QStringView compared = ParsedMessage::comparable(body);
+    QString text = compared.size() == body.size() ? body : compared.toString();
     if (text.contains(QLatin1Char('\r'))) {
         text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
         text.replace(QLatin1Char('\r'), QLatin1Char('\n'));

@@ -11,9 +11,9 @@
 #include <QtCore/QString>
 
 //! What makes two messages one and the same: folder, number (see Number::comparable()),
-//! second and text, whatever its line ends and its Unicode normal form; and two calls: type,
-//! number, second of the start and duration. A digest, so that an index of a whole store stays
-//! small. The same on every machine.
+//! second and text, whatever its line ends, its Unicode normal form and byte order marks at its
+//! beginning; and two calls: type, number, second of the start and duration. A digest, so that an
+//! index of a whole store stays small. The same on every machine.
 struct Fingerprint
 {
     quint64 high = 0;

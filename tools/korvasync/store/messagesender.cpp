@@ -3,6 +3,7 @@
 
 #include "messagesender.h"
 
+#include "messages/parsedmessage.h"
 #include "messages/sendable.h"
 #include "process/diagnostics.h"
 #include "process/interrupt.h"
@@ -48,6 +49,7 @@ Answer MessageSender::remember()
 // Whether the message has come into one of the folders.
 Answer MessageSender::look(const SmsInfo &message, Result &result)
 {
+    const QStringView body = ParsedMessage::comparable(message.body);
     for (const LocationId folder : {LocSent, LocOutbox}) {
         QList<StoredMessage> messages;
         const Answer answer = read(folder, messages);
@@ -55,7 +57,7 @@ Answer MessageSender::look(const SmsInfo &message, Result &result)
             return answer;
         for (const StoredMessage &stored : std::as_const(messages)) {
             if (knownIds.contains(stored.id) || stored.number != message.toNumber
-                || stored.body != message.body)
+                || ParsedMessage::comparable(stored.body) != body)
                 continue;
             result.outcome = folder == LocSent ? Sent : Failed;
             result.id = stored.id;

@@ -4,6 +4,7 @@
 #include "messagewriter.h"
 
 #include "messages/folder.h"
+#include "messages/parsedmessage.h"
 
 #include <korvasync/vmessageencoder.h>
 
@@ -27,7 +28,7 @@ Reason difference(const StoredMessage &stored, const SmsInfo &given)
         add(Text::reason("time"));
     if (stored.isRead != (given.readStatus == QLatin1String("READ")))
         add(Text::reason("read status"));
-    if (stored.body != given.body)
+    if (ParsedMessage::comparable(stored.body) != ParsedMessage::comparable(given.body))
         add(Text::reason("text"));
     return parts.isEmpty() ? parts : Text::reason("stored, but with another %1").arg(parts);
 }
