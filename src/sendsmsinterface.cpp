@@ -130,12 +130,14 @@ bool SendSmsInterface::subscribe()
 {
     // The bus library refuses a subscription that it has already.
     unsubscribe();
-    return QDBusConnection::sessionBus().connect(QString(), QString(), historyInterface,
-                                                 addedSignal, eventsSignature(), this, eventsSlot);
+    d->subscribed = QDBusConnection::sessionBus().connect(
+        QString(), QString(), historyInterface, addedSignal, eventsSignature(), this, eventsSlot);
+    return d->subscribed;
 }
 
 bool SendSmsInterface::unsubscribe()
 {
+    d->subscribed = false;
     return QDBusConnection::sessionBus().disconnect(
         QString(), QString(), historyInterface, addedSignal, eventsSignature(), this, eventsSlot);
 }
@@ -152,6 +154,8 @@ void SendSmsInterface::msgSent(const PendingMessage *msg)
 
 void SendSmsInterface::eventsAdded(const QList<CommHistory::Event> &events)
 {
+    if (!d->subscribed)
+        return;
     qCDebug(lcSend) << "void SendSmsInterface::eventsAdded(const QList<CommHistory::Event>&)";
     for (const CommHistory::Event &event : events) {
         qCDebug(lcSend) << event.freeText();
@@ -169,7 +173,7 @@ void SendSmsInterface::eventsAdded(const QList<CommHistory::Event> &events)
         return;
     const bool unsubscribed = unsubscribe();
     qCDebug(lcSend) << "Emitting done success" << boolText(unsubscribed);
-    if (d->pending)
+    if (d->isSending())
         d->pending->done();
 }
 
@@ -178,7 +182,7 @@ void SendSmsInterface::timeOut()
     qCDebug(lcSend) << "void SendSmsInterface::timeOut()";
     const bool unsubscribed = unsubscribe();
     qCDebug(lcSend) << "Events Added Disconnected" << boolText(unsubscribed);
-    if (d->sentEventSeen || !d->pending)
+    if (d->sentEventSeen || !d->isSending())
         return;
     d->pending->cause = PendingSmsId::NotSeen;
     qCDebug(lcSend) << "Emitting done with failure msg not added";

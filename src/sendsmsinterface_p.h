@@ -18,10 +18,13 @@ public:
 
     //! Takes text and number of the vMessage; what it does not have stays as it was.
     bool parseVMessage(const QString &vMessage);
+    //! Whether the latest send was handed over and has not run into its time limit.
+    bool isSending() const { return pending && !pending->isError(); }
 
     QString body;
     QString number;
     MessagingIf *messaging = nullptr; // child of the SendSmsInterface, made by the first send
     QPointer<PendingSmsId> pending;   // of the latest send
+    bool subscribed = false;          // to announcements; to unsubscribe recalls no queued one
     bool sentEventSeen = false;       // never cleared, see SendSmsInterface::eventsAdded()
 };

@@ -11,10 +11,9 @@
 //!
 //! Life: SendSmsInterface creates it, as its child. When the message could not be handed to
 //! the messaging library, errorCause() says why at once and finished() never comes.
-//! Otherwise finished() comes once, on a later turn of the event loop. A send that is
-//! overtaken by the next one on the same object never gets it; the next one may get it twice,
-//! when both run into the time limit. The object lives until its SendSmsInterface
-//! goes and must not be deleted before.
+//! Otherwise finished() comes once, on a later turn of the event loop; a send that is
+//! overtaken by the next one on the same object never gets it. The object lives until its
+//! SendSmsInterface goes and must not be deleted before.
 class KORVASYNC_EXPORT PendingSmsId : public QObject
 {
     Q_OBJECT

@@ -41,22 +41,37 @@ public:
     void announce(const QList<CommHistory::Event> &events,
                   const QString &path = QStringLiteral("/com/quelt/commhistory"))
     {
-        send(QDBusMessage::createSignal(path, QStringLiteral("com.quelt.commhistory"),
-                                        QStringLiteral("eventsAdded"))
-             << QVariant::fromValue(events));
+        send(announcement(events, path));
     }
     void send(const QDBusMessage &signal)
+    {
+        post(signal);
+        deliver();
+    }
+    //! Returns when the signal has come to this process; deliver() hands it to the service.
+    void post(const QList<CommHistory::Event> &events)
+    {
+        post(announcement(events, QStringLiteral("/com/quelt/commhistory")));
+    }
+    void deliver() { QCoreApplication::sendPostedEvents(); }
+    QDBusConnection bus() const { return m_bus; }
+
+private:
+    Q_DISABLE_COPY(History)
+
+    static QDBusMessage announcement(const QList<CommHistory::Event> &events, const QString &path)
+    {
+        return QDBusMessage::createSignal(path, QStringLiteral("com.quelt.commhistory"),
+                                          QStringLiteral("eventsAdded"))
+            << QVariant::fromValue(events);
+    }
+    void post(const QDBusMessage &signal)
     {
         roundTrip(QDBusConnection::sessionBus()); // the bus has got the subscription
         m_bus.send(signal);
         roundTrip(m_bus);
         roundTrip(QDBusConnection::sessionBus());
-        QCoreApplication::sendPostedEvents();
     }
-    QDBusConnection bus() const { return m_bus; }
-
-private:
-    Q_DISABLE_COPY(History)
 
     QDBusConnection m_bus;
 };

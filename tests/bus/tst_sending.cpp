@@ -6,6 +6,9 @@
 
 #include "sendtesting.h"
 
+#include <QtCore/QElapsedTimer>
+#include <QtCore/QTimer>
+
 using namespace SendTesting;
 using CommHistory::Event;
 
@@ -24,6 +27,7 @@ class TestSending : public QObject
 private Q_SLOTS:
     void finishesWithTheStoredEvent();
     void finishesAfterTwoSecondsWithoutAnEvent();
+    void finishesBeforeATimerOfTwoAndAHalfSeconds();
     void anyPathCounts_data();
     void anyPathCounts();
     void otherEventsAreIgnored_data();
@@ -35,8 +39,13 @@ private Q_SLOTS:
     void theTimerStillFiresAfterSuccess();
     void nothingIsHeardAfterSuccess();
     void nothingIsHeardAfterTheTimer();
+    void finishesOnceWhenTwoAnnouncementsAreQueued();
+    void finishesOnceWhenTheTimerComesBeforeAQueuedAnnouncement();
+    void aQueuedAnnouncementFinishesASendThatCameMeanwhile();
+    void whatWasRefusedAtOnceNeverFinishes_data();
+    void whatWasRefusedAtOnceNeverFinishes();
     void theNextSendReplacesThePendingObject();
-    void theFirstTimerFinishesTheReplacement();
+    void theFirstTimerFinishesTheReplacementOnce();
     void aSubscriptionIsMadeOnce();
     void onceSeenAnyAnnouncementFinishesALaterSend();
     void onceSeenNoTimerReportsAFailure();
@@ -74,6 +83,23 @@ void TestSending::finishesAfterTwoSecondsWithoutAnEvent()
     QCOMPARE(pending->id(), -1);
     QCOMPARE(pending->errorCause(), 5);
     QCOMPARE(pending->isError(), true);
+}
+
+//! Both timers are started in one turn of the event loop, so however late they are noticed, they
+//! fire in the order of their times.
+void TestSending::finishesBeforeATimerOfTwoAndAHalfSeconds()
+{
+    Sender sender;
+    PendingSmsId *const pending = sender.send(vMessage(Hello));
+    QTimer later;
+    later.setSingleShot(true);
+    later.setTimerType(Qt::PreciseTimer);
+    Ids finishedBefore;
+    connect(&later, &QTimer::timeout, this, [&] { finishedBefore = sender.finished; });
+    QSignalSpy fired(&later, &QTimer::timeout);
+    later.start(2500);
+    QVERIFY(fired.wait(Patience));
+    QCOMPARE(finishedBefore, Ids{pending});
 }
 
 void TestSending::anyPathCounts_data()
@@ -230,6 +256,76 @@ void TestSending::nothingIsHeardAfterTheTimer()
     QCOMPARE(pending->errorCause(), 5);
 }
 
+void TestSending::finishesOnceWhenTwoAnnouncementsAreQueued()
+{
+    Sender sender;
+    PendingSmsId *const pending = sender.send(vMessage(Hello));
+    sender.history.post({sentEvent(42, Hello)});
+    sender.history.post({sentEvent(43, Hello)});
+    sender.history.deliver();
+    QCOMPARE(sender.finished, Ids{pending});
+    QCOMPARE(pending->id(), 42);
+    settle();
+    QCOMPARE(sender.finished, Ids{pending});
+}
+
+void TestSending::finishesOnceWhenTheTimerComesBeforeAQueuedAnnouncement()
+{
+    Sender sender;
+    PendingSmsId *const pending = sender.send(vMessage(Hello));
+    sender.history.post({sentEvent(42, Hello)});
+    QVERIFY(QMetaObject::invokeMethod(&sender.service, "timeOut", Qt::DirectConnection));
+    QCOMPARE(sender.finished, Ids{pending});
+    sender.history.deliver();
+    QCOMPARE(sender.finished, Ids{pending});
+    QCOMPARE(pending->id(), -1);
+    QCOMPARE(pending->errorCause(), 5);
+}
+
+//! It is the next one that is delivered.
+void TestSending::aQueuedAnnouncementFinishesASendThatCameMeanwhile()
+{
+    Sender sender;
+    Ids sent{sender.send(vMessage(Hello))};
+    connect(sent.first(), &PendingSmsId::finished, &sender.service,
+            [&] { sent.append(sender.send(vMessage(Bye))); });
+    sender.history.post({sentEvent(42, Hello)});
+    sender.history.post({sentEvent(43, QStringLiteral("Other"))});
+    sender.history.deliver();
+    QCOMPARE(int(sent.size()), 2);
+    QCOMPARE(sender.finished, sent);
+    QCOMPARE(sent.last()->id(), -1);
+    QCOMPARE(sent.last()->errorCause(), 0);
+}
+
+void TestSending::whatWasRefusedAtOnceNeverFinishes_data()
+{
+    QTest::addColumn<QString>("refused");
+    QTest::addColumn<int>("cause");
+    QTest::newRow("unreadable") << QStringLiteral("BEGIN:VMSG") << 1;
+    QTest::newRow("no-text") << vMessage(QString()) << 2;
+}
+
+//! Neither by an announcement nor by the timer of the send before.
+void TestSending::whatWasRefusedAtOnceNeverFinishes()
+{
+    QFETCH(QString, refused);
+    QFETCH(int, cause);
+    Sender sender;
+    sender.send(vMessage(Hello));
+    PendingSmsId *const afterASend = sender.send(refused);
+    QVERIFY(QMetaObject::invokeMethod(&sender.service, "timeOut", Qt::DirectConnection));
+    QCOMPARE(sender.finished, Ids());
+    QCOMPARE(afterASend->errorCause(), cause);
+    PendingSmsId *const seen = sender.send(vMessage(Hello));
+    sender.history.announce({sentEvent(42, Hello)});
+    QCOMPARE(sender.finished, Ids{seen});
+    PendingSmsId *const afterASuccess = sender.send(refused);
+    sender.history.announce({sentEvent(43, QStringLiteral("Other"))});
+    QCOMPARE(sender.finished, Ids{seen});
+    QCOMPARE(afterASuccess->errorCause(), cause);
+}
+
 void TestSending::theNextSendReplacesThePendingObject()
 {
     Sender sender;
@@ -247,13 +343,13 @@ void TestSending::theNextSendReplacesThePendingObject()
     QCOMPARE(first->errorCause(), 0);
 }
 
-void TestSending::theFirstTimerFinishesTheReplacement()
+void TestSending::theFirstTimerFinishesTheReplacementOnce()
 {
     Sender sender;
     PendingSmsId *const first = sender.send(vMessage(Hello));
     PendingSmsId *const second = sender.send(vMessage(Bye));
     QVERIFY(sender.waitForTimers(2));
-    QCOMPARE(sender.finished, (Ids{second, second}));
+    QCOMPARE(sender.finished, Ids{second});
     QCOMPARE(second->errorCause(), 5);
     QCOMPARE(first->errorCause(), 0);
 }
