@@ -160,10 +160,6 @@ StoreConnection::StoreConnection(const StoreDirectory &directory, StoreLock &loc
 
 TrackerSparqlStatement *StoreConnection::statement(const std::string &text)
 {
-    // Enough for our own; those from elsewhere may be of any number of kinds.
-    constexpr std::size_t maxStatements = 100;
-    if (m_statements.size() > maxStatements)
-        m_statements.clear();
     auto &statement = m_statements[text];
     if (!statement) {
         Error error;
@@ -175,36 +171,24 @@ TrackerSparqlStatement *StoreConnection::statement(const std::string &text)
     return statement.get();
 }
 
-GPointer<TrackerSparqlCursor> StoreConnection::execute(TrackerSparqlStatement *statement,
-                                                       GCancellable *cancellable)
+GPointer<TrackerSparqlCursor> StoreConnection::execute(TrackerSparqlStatement *statement)
 {
     if (!statement)
         return nullptr;
     Error error;
     GPointer<TrackerSparqlCursor> cursor(
-        tracker_sparql_statement_execute(statement, cancellable, error));
+        tracker_sparql_statement_execute(statement, nullptr, error));
     if (error.isSet())
         return nullptr;
     return cursor;
 }
 
-GPointer<TrackerSparqlCursor> StoreConnection::query(const QByteArray &text,
-                                                     GCancellable *cancellable)
-{
-    Error error;
-    GPointer<TrackerSparqlCursor> cursor(
-        tracker_sparql_connection_query(m_connection.get(), text.constData(), cancellable, error));
-    if (error.isSet())
-        return nullptr;
-    return cursor;
-}
-
-StoreConnection::Step StoreConnection::next(TrackerSparqlCursor *cursor, GCancellable *cancellable)
+StoreConnection::Step StoreConnection::next(TrackerSparqlCursor *cursor)
 {
     if (!cursor)
         return Step::Failed;
     Error error;
-    const bool isRow = tracker_sparql_cursor_next(cursor, cancellable, error);
+    const bool isRow = tracker_sparql_cursor_next(cursor, nullptr, error);
     if (error.isSet())
         return Step::Failed;
     return isRow ? Step::Row : Step::End;

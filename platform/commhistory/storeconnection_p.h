@@ -49,15 +49,13 @@ public:
     //! Null when the database cannot be opened. The lock must be held.
     static std::unique_ptr<StoreConnection> open(const StoreDirectory &directory, StoreLock &lock);
 
-    //! The statement, prepared once; null when that fails. Values are bound, never pasted.
-    //! It stays until the next call.
+    //! The statement, prepared once; null when that fails. The text is a constant of ours: no
+    //! text from outside comes before the database's parser, values are bound.
     TrackerSparqlStatement *statement(const std::string &text);
     //! Runs a statement with the values that are bound to it; null when that fails.
-    GPointer<TrackerSparqlCursor> execute(TrackerSparqlStatement *statement,
-                                          GCancellable *cancellable = nullptr);
-    GPointer<TrackerSparqlCursor> query(const QByteArray &text, GCancellable *cancellable);
+    GPointer<TrackerSparqlCursor> execute(TrackerSparqlStatement *statement);
     //! Steps to the first or next row.
-    Step next(TrackerSparqlCursor *cursor, GCancellable *cancellable = nullptr);
+    Step next(TrackerSparqlCursor *cursor);
 
     //! One transaction under the lock of all processes. \a fill adds to the batch what is
     //! to be written, after reading what it needs; it returns false to write nothing. True

@@ -28,9 +28,16 @@ public:
                                QObject *parent = nullptr);
     ~QSparqlConnection() override;
 
-    //! Runs a query. Null when the driver is unknown or there is no store to ask; the
-    //! caller owns the result. A query that the store rejects, or one that would ask another
-    //! store (the word SERVICE), gives a result with hasError().
+    //! Runs the one query that there is, for the conversations of a party:
+    //!
+    //!     SELECT ?comm WHERE{?comm a nmo:CommunicationChannel; nie:subject 'ACCOUNT';
+    //!     nie:generator ?remoteId. FILTER REGEX(?remoteId, 'PARTY$')}
+    //!
+    //! in one line. It finds the party's own conversation, whatever signs its name has; without
+    //! one, those whose party PARTY$ matches, if the query is well-formed with it, PARTY is no
+    //! longer than a name and nothing in it groups, chooses or repeats. Null when the driver is
+    //! unknown or there is no store to ask; the caller owns the result. Any other query, and one
+    //! that the store fails to answer, gives a result with hasError().
     QSparqlResult *exec(const QSparqlQuery &query);
 
 private:

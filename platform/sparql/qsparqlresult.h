@@ -18,8 +18,8 @@ public:
     explicit QSparqlResult(QSparqlResultPrivate *d);
     ~QSparqlResult();
 
-    //! Blocks until the query has been answered, for five seconds of the store's
-    //! work at most, after which the result has an error.
+    //! Blocks until the query has been answered. It has been: the store answers before the
+    //! result is there.
     void waitForFinished();
     bool hasError() const;
 

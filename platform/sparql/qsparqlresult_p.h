@@ -3,44 +3,13 @@
 
 #pragma once
 
-#include "qsparqlbinding.h"
+#include <QtCore/QStringList>
 
-#include <commhistory/storeconnection_p.h>
-
-#include <QtCore/QVector>
-
-#include <atomic>
-#include <chrono>
-#include <future>
-#include <memory>
-
-//! What the store's thread answers to a query.
-struct QSparqlAnswer
-{
-    QVector<QVector<QSparqlBinding>> rows;
-    bool hasError = true;
-};
-
-//! A query on its way through the store's thread.
-struct QSparqlRun
-{
-    static constexpr std::chrono::steady_clock::time_point NotStarted{};
-
-    std::atomic<std::chrono::steady_clock::time_point> started{NotStarted};
-    std::promise<QSparqlAnswer> answered;
-    const CommHistory::GPointer<GCancellable> cancellable{g_cancellable_new()};
-};
-
+//! What the store answers to a query.
 class QSparqlResultPrivate
 {
 public:
-    explicit QSparqlResultPrivate(std::shared_ptr<QSparqlRun> run)
-        : run(std::move(run))
-        , answer(this->run->answered.get_future().share())
-    {
-    }
-
-    std::shared_ptr<QSparqlRun> run;
-    std::shared_future<QSparqlAnswer> answer;
+    QStringList rows; //!< with one column
+    bool hasError = true;
     int row = -1; //!< the current one; before the first at the start
 };

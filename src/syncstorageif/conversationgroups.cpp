@@ -75,8 +75,8 @@ int SyncStorageIfPrivate::getGroup(const QString &localUid, const QString &remot
     QSparqlConnection connection(QStringLiteral("QTRACKER_DIRECT"), QSparqlConnectionOptions(),
                                  nullptr);
     // The number is pasted in as it is: the other programs on the phone look conversations up
-    // with this very text. What is not digits can find a wrong conversation or none; the
-    // platform keeps such a query inside the store and ends one that takes too long.
+    // with this very text. What is not digits can find a wrong conversation or none; that it does
+    // no more is the platform's part, to which the number is a value.
     const QString text =
         QStringLiteral("SELECT ?comm WHERE{?comm a nmo:CommunicationChannel; nie:subject '%1'; "
                        "nie:generator ?remoteId. FILTER REGEX(?remoteId, '%2$')}")

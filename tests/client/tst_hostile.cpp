@@ -17,6 +17,7 @@ class TestHostile : public QObject
 private Q_SLOTS:
     void sendersAndTexts_data();
     void sendersAndTexts();
+    void sendersAmongOthers();
     void sendersThatOnlyAFileCanCarry_data();
     void sendersThatOnlyAFileCanCarry();
     void patterns_data();
@@ -43,35 +44,28 @@ QString valueOf(const QJsonObject &object, const char *key)
 void TestHostile::sendersAndTexts_data()
 {
     QTest::addColumn<QString>("word");
-    // Whether the query for a conversation can find what it is asked for; where it cannot, each
-    // message starts a conversation of its own, and a change, which must not, is refused.
-    QTest::addColumn<bool>("isFound");
-
-    QTest::newRow("quote") << text("O'Neill") << false;
-    QTest::newRow("double quote") << text("say \"hi\"") << true;
-    QTest::newRow("backslash") << text("back\\slash\\") << false;
-    QTest::newRow("escaped quote") << text("\\' . ?s ?p ?o") << false;
-    QTest::newRow("code point escape") << text("\\u0027 } DELETE { ?s ?p ?o }") << false;
-    QTest::newRow("brace") << text("} ; { ?s ?p ?o } #") << false;
-    QTest::newRow("second statement")
-        << text("x'} ; DELETE { ?s ?p ?o } WHERE { ?s ?p ?o } #") << false;
-    QTest::newRow("other service")
-        << text("x') SERVICE <http://127.0.0.1:9/> { ?a ?b ?c } #") << false;
-    QTest::newRow("everything") << text(".*") << true;
-    QTest::newRow("end") << text("$") << true;
-    QTest::newRow("open bracket") << text("([a-") << false;
-    QTest::newRow("repetitions within repetitions") << text("(a+)+(a+)+(a+)+b") << false;
-    QTest::newRow("format marks") << text("%1 %s %n {} ${HOME} $(id)") << false;
-    QTest::newRow("terminal escapes") << text("\x1B]0;title\x07\x1B[2J") << true;
-    QTest::newRow("right to left") << text("\u202Egnp.exe") << true;
-    QTest::newRow("10,000 characters") << QString(10000, QLatin1Char('x')) << true;
-    QTest::newRow("10,000 quotes") << QString(10000, QLatin1Char('\'')) << false;
+    QTest::newRow("quote") << text("O'Neill");
+    QTest::newRow("double quote") << text("say \"hi\"");
+    QTest::newRow("backslash") << text("back\\slash\\");
+    QTest::newRow("escaped quote") << text("\\' . ?s ?p ?o");
+    QTest::newRow("code point escape") << text("\\u0027 } DELETE { ?s ?p ?o }");
+    QTest::newRow("brace") << text("} ; { ?s ?p ?o } #");
+    QTest::newRow("second statement") << text("x'} ; DELETE { ?s ?p ?o } WHERE { ?s ?p ?o } #");
+    QTest::newRow("other service") << text("x') SERVICE <http://127.0.0.1:9/> { ?a ?b ?c } #");
+    QTest::newRow("everything") << text(".*");
+    QTest::newRow("end") << text("$");
+    QTest::newRow("open bracket") << text("([a-");
+    QTest::newRow("repetitions within repetitions") << text("(a+)+(a+)+(a+)+b");
+    QTest::newRow("format marks") << text("%1 %s %n {} ${HOME} $(id)");
+    QTest::newRow("terminal escapes") << text("\x1B]0;title\x07\x1B[2J");
+    QTest::newRow("right to left") << text("\u202Egnp.exe");
+    QTest::newRow("10,000 characters") << QString(10000, QLatin1Char('x'));
+    QTest::newRow("10,000 quotes") << QString(10000, QLatin1Char('\''));
 }
 
 void TestHostile::sendersAndTexts()
 {
     QFETCH(QString, word);
-    QFETCH(bool, isFound);
     const ClientProcess client;
     client.fill(Bystander);
 
@@ -97,16 +91,43 @@ void TestHostile::sendersAndTexts()
     const QByteArray page = client.run({text("show"), id, text("-o"), text("text")}).output;
     QVERIFY(!page.contains('\x1B'));
 
-    QCOMPARE(client.run({text("modify"), id, text("-")}, written(" changed")).exitCode,
-             isFound ? 0 : 1);
-    QCOMPARE(valueOf(objectOf(client.run(show).output), "body"),
-             isFound ? word + text(" changed") : word);
+    QCOMPARE(client.run({text("modify"), id, text("-")}, written(" changed")).exitCode, 0);
+    QCOMPARE(valueOf(objectOf(client.run(show).output), "body"), word + text(" changed"));
     QCOMPARE(client.run({text("delete"), text("--yes"), id}).exitCode, 0);
     QCOMPARE(client.run(show).exitCode, 4);
 
     const QJsonObject bystander = objectOf(client.listed());
     QCOMPARE(valueOf(bystander, "number"), text("+15550100"));
     QCOMPARE(valueOf(bystander, "body"), text("untouched"));
+}
+
+// Once each of them ended the import around it: those that would make a query too deep, too long or
+// endless.
+void TestHostile::sendersAmongOthers()
+{
+    QByteArrayList senders{
+        "') FILTER(" + QByteArray("'a'='b' || ").repeated(500) + "true) FILTER('x' != 'y",
+        "') FILTER(" + QByteArray(6000, '(') + '1' + QByteArray(6000, ')') + ") FILTER('x' != 'y",
+        QByteArray(1 << 20, '\''),
+        QByteArray(100000, '('),
+        "(a|a)*b",
+        "(?R)x"};
+    for (char i = 'a'; i <= 'm'; ++i)
+        senders += QByteArray("') ?a ?b ?c . ?d ?e ?f . ?g ?h ?i FILTER(str(?i) = 'zz") + i;
+    QByteArray file;
+    for (int i = 0; i < senders.size(); ++i) {
+        file += vMessage("INBOX", "20240501T100000Z", senders.at(i), "hostile");
+        file +=
+            vMessage("INBOX", "20240501T100000Z", "+155501" + QByteArray::number(10 + i), "good");
+    }
+    const ClientProcess client;
+    client.fill(Bystander);
+    const QStringList add{text("add"), text("-")};
+    QCOMPARE(client.run(add, file).output.split('\n').value(38),
+             QByteArray("38 read, 38 added, 0 present, 0 refused, 0 failed"));
+    QCOMPARE(client.run(add, file).output.split('\n').value(38),
+             QByteArray("38 read, 0 added, 38 present, 0 refused, 0 failed"));
+    QCOMPARE(client.run({text("list"), text("--count")}).output, QByteArray("39\n"));
 }
 
 // What no argument and no line of a vMessage can hold, but XML and quoted-printable can. A

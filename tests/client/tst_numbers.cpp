@@ -65,7 +65,9 @@ void TestNumbers::judgesNumbers_data()
     row("word", {"InfoPost", "Post"}, "end-of-others Post: Post InfoPost");
     row("end-of-a-word", {"Bank24", "24"}, "end-of-others 24: 24 Bank24");
     row("words-in-other-letters", {"InfoPost", "post"}, "");
-    row("pattern", {"Info.Post", "A+B"}, "pattern A+B: A+B\npattern Info.Post: Info.Post");
+    row("pattern", {"Info.Post", "^Top", "$hop"},
+        "pattern $hop: $hop\npattern Info.Post: Info.Post\npattern ^Top: ^Top");
+    row("signs-of-a-name", {"A+B", "C++", "McDonald's", "Info(1)", "a|b", "[x]", "a\\b"}, "");
     row("plus-of-a-number", {"+15550100"}, "");
 }
 

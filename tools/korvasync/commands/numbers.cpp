@@ -33,7 +33,7 @@ Wording wordingOf(NumberFinding::Kind kind)
     case NumberFinding::Pattern:
         return {"pattern",
                 QT_TRANSLATE_NOOP(
-                    "Text", "signs in it are read as a pattern; its messages can go anywhere")};
+                    "Text", "signs in it are read as a pattern; others can get its messages")};
     case NumberFinding::Spellings:
         return {"spellings",
                 QT_TRANSLATE_NOOP("Text", "spellings of one number share a conversation")};
@@ -115,12 +115,13 @@ Command numbersCommand()
         {QStringLiteral("text"), QStringLiteral("ndjson")},
         {},
         runNumbers,
-        {Text::tr("A message joins the first conversation whose number ends with the last 7 digits "
-                  "of its own, or with its word. Findings, the doubtful ones first:\n"
+        {Text::tr("A message joins the conversation of the last 7 digits of its number, or of its "
+                  "word. While there is none, it joins the first whose number ends with them. "
+                  "Findings, the doubtful ones first:\n"
                   "  different-numbers  two parties, perhaps, whose numbers end alike\n"
                   "  end-of-others      a short code or word that longer ones end with: where one\n"
                   "                     of them has a conversation first, that gets its messages\n"
-                  "  pattern            a word with signs that the search reads as a pattern\n"
+                  "  pattern            a word with a dot, ^ or $, which can stand for others\n"
                   "  spellings          one number with and without its prefix: as it should be"),
          {"korvasync numbers",
           "korvasync numbers -q -o ndjson | grep -v '\"finding\":\"spellings\"'"},

@@ -97,7 +97,8 @@ void NumberFindings::findEnds(const std::function<void(const NumberFinding &)> &
 
 void NumberFindings::findPatterns(const std::function<void(const NumberFinding &)> &take) const
 {
-    const QString signs = QStringLiteral("\\^$.|?*+()[]{}'");
+    // A word with any other sign is looked for as it stands.
+    const QLatin1String signs(".^$");
     for (auto it = byTail.cbegin(); it != byTail.cend(); ++it) {
         const QString &tail = it.key();
         if (std::any_of(tail.cbegin(), tail.cend(), [&](QChar c) { return signs.contains(c); }))

@@ -9,14 +9,15 @@
 
 #include <functional>
 
-//! What becomes of numbers where the store joins messages to conversations: it takes the first
-//! conversation whose number ends with the last seven digits of a message's, or with its word.
+//! What becomes of numbers where the store joins messages to conversations: it takes the one of
+//! the last seven digits of a message's number, or of its word; while there is none, the first
+//! whose number ends with them.
 struct NumberFinding
 {
     enum Kind {
         DifferentNumbers, //!< numbers share a conversation that cannot be one party's
         EndOfOthers,      //!< the first one's messages join a conversation of the others
-        Pattern,          //!< its signs are not taken for themselves: any conversation, or none
+        Pattern,          //!< signs in it stand for others, so that others can get its messages
         Spellings         //!< of one number, as they should be
     };
 

@@ -469,10 +469,6 @@ Weitere Aktionen: „calls add“ und „calls wipe“, jede mit eigenem --help.
         <translation>andere enden damit und können ihre Nachrichten bekommen</translation>
     </message>
     <message>
-        <source>signs in it are read as a pattern; its messages can go anywhere</source>
-        <translation>Zeichen darin gelten als Muster; ihre Nachrichten können überall landen</translation>
-    </message>
-    <message>
         <source>spellings of one number share a conversation</source>
         <translation>Schreibweisen einer Nummer teilen eine Unterhaltung</translation>
     </message>
@@ -486,20 +482,6 @@ Weitere Aktionen: „calls add“ und „calls wipe“, jede mit eigenem --help.
     <message>
         <source>Tells which numbers share a conversation, and which of them should not.</source>
         <translation>Sagt, welche Nummern eine Unterhaltung teilen und welche davon es nicht sollten.</translation>
-    </message>
-    <message>
-        <source>A message joins the first conversation whose number ends with the last 7 digits of its own, or with its word. Findings, the doubtful ones first:
-  different-numbers  two parties, perhaps, whose numbers end alike
-  end-of-others      a short code or word that longer ones end with: where one
-                     of them has a conversation first, that gets its messages
-  pattern            a word with signs that the search reads as a pattern
-  spellings          one number with and without its prefix: as it should be</source>
-        <translation>Eine Nachricht kommt in die erste Unterhaltung, deren Nummer mit den letzten 7 Ziffern der ihren endet, oder mit ihrem Wort. Befunde, die zweifelhaften zuerst:
-  different-numbers  vielleicht zwei Gegenseiten, deren Nummern gleich enden
-  end-of-others      eine Kurzwahl oder ein Wort, womit längere enden: die SMS
-                     kommen zur längeren, wenn deren Unterhaltung zuerst da war
-  pattern            ein Wort mit Zeichen, die die Suche als Muster liest
-  spellings          eine Nummer mit und ohne Vorwahl: so soll es sein</translation>
     </message>
     <message>
         <source>Exit codes: 0 told, also when there is a finding, 2 usage, 3 the store cannot be read, 5 it gave no answer.</source>
@@ -1036,6 +1018,24 @@ Weitere Aktionen: „calls add“ und „calls wipe“, jede mit eigenem --help.
     <message>
         <source>%1 (did you mean %2?)</source>
         <translation>%1 (war %2 gemeint?)</translation>
+    </message>
+    <message>
+        <source>signs in it are read as a pattern; others can get its messages</source>
+        <translation>Zeichen darin gelten als Muster; andere können ihre Nachrichten bekommen</translation>
+    </message>
+    <message>
+        <source>A message joins the conversation of the last 7 digits of its number, or of its word. While there is none, it joins the first whose number ends with them. Findings, the doubtful ones first:
+  different-numbers  two parties, perhaps, whose numbers end alike
+  end-of-others      a short code or word that longer ones end with: where one
+                     of them has a conversation first, that gets its messages
+  pattern            a word with a dot, ^ or $, which can stand for others
+  spellings          one number with and without its prefix: as it should be</source>
+        <translation>Eine Nachricht kommt in die Unterhaltung der letzten 7 Ziffern ihrer Nummer oder ihres Wortes. Solange es keine gibt, kommt sie in die erste, deren Nummer damit endet. Befunde, die zweifelhaften zuerst:
+  different-numbers  vielleicht zwei Gegenseiten, deren Nummern gleich enden
+  end-of-others      eine Kurzwahl oder ein Wort, womit längere enden: die SMS
+                     kommen zur längeren, wenn deren Unterhaltung zuerst da war
+  pattern            ein Wort mit Punkt, ^ oder $, die für andere stehen können
+  spellings          eine Nummer mit und ohne Vorwahl: so soll es sein</translation>
     </message>
 </context>
 </TS>

@@ -469,10 +469,6 @@ Otras acciones: «calls add» y «calls wipe», cada una con su --help.</transla
         <translation>otros acaban así y pueden recibir sus mensajes</translation>
     </message>
     <message>
-        <source>signs in it are read as a pattern; its messages can go anywhere</source>
-        <translation>sus signos se leen como un patrón; sus mensajes pueden ir a cualquier parte</translation>
-    </message>
-    <message>
         <source>spellings of one number share a conversation</source>
         <translation>formas de escribir un mismo número comparten una conversación</translation>
     </message>
@@ -486,20 +482,6 @@ Otras acciones: «calls add» y «calls wipe», cada una con su --help.</transla
     <message>
         <source>Tells which numbers share a conversation, and which of them should not.</source>
         <translation>Dice qué números comparten una conversación, y cuáles no deberían.</translation>
-    </message>
-    <message>
-        <source>A message joins the first conversation whose number ends with the last 7 digits of its own, or with its word. Findings, the doubtful ones first:
-  different-numbers  two parties, perhaps, whose numbers end alike
-  end-of-others      a short code or word that longer ones end with: where one
-                     of them has a conversation first, that gets its messages
-  pattern            a word with signs that the search reads as a pattern
-  spellings          one number with and without its prefix: as it should be</source>
-        <translation>Un mensaje va a la primera conversación cuyo número acaba en las últimas 7 cifras del suyo, o en su palabra. Hallazgos, los dudosos primero:
-  different-numbers  quizá dos partes cuyos números acaban igual
-  end-of-others      un número corto o palabra en que acaban otros más largos:
-                     si uno tiene antes una conversación, recibe sus mensajes
-  pattern            una palabra con signos que la búsqueda lee como un patrón
-  spellings          un número con y sin prefijo: como debe ser</translation>
     </message>
     <message>
         <source>Exit codes: 0 told, also when there is a finding, 2 usage, 3 the store cannot be read, 5 it gave no answer.</source>
@@ -1036,6 +1018,24 @@ Otras acciones: «calls add» y «calls wipe», cada una con su --help.</transla
     <message>
         <source>%1 (did you mean %2?)</source>
         <translation>%1 (¿querías decir %2?)</translation>
+    </message>
+    <message>
+        <source>signs in it are read as a pattern; others can get its messages</source>
+        <translation>sus signos se leen como un patrón; otros pueden recibir sus mensajes</translation>
+    </message>
+    <message>
+        <source>A message joins the conversation of the last 7 digits of its number, or of its word. While there is none, it joins the first whose number ends with them. Findings, the doubtful ones first:
+  different-numbers  two parties, perhaps, whose numbers end alike
+  end-of-others      a short code or word that longer ones end with: where one
+                     of them has a conversation first, that gets its messages
+  pattern            a word with a dot, ^ or $, which can stand for others
+  spellings          one number with and without its prefix: as it should be</source>
+        <translation>Un mensaje va a la conversación de las últimas 7 cifras de su número, o de su palabra. Mientras no la haya, va a la primera cuyo número acaba así. Hallazgos, los dudosos primero:
+  different-numbers  quizá dos partes cuyos números acaban igual
+  end-of-others      un número corto o palabra en que acaban otros más largos:
+                     si uno tiene antes una conversación, recibe sus mensajes
+  pattern            una palabra con un punto, ^ o $, que pueden valer por otros
+  spellings          un número con y sin prefijo: como debe ser</translation>
     </message>
 </context>
 </TS>
