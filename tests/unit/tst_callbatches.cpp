@@ -43,6 +43,7 @@ private Q_SLOTS:
     void theEndOfABatchDisconnectsTheMessageModel();
     void theEndOfAMessageBatchDisconnectsTheCallModel_data() { addOutcomeRows(); }
     void theEndOfAMessageBatchDisconnectsTheCallModel();
+    void aSecondBatchCountsFromTheStart();
     void everyBatchConnectsTheCallModelAnew();
 };
 
@@ -100,6 +101,27 @@ void TestCallBatches::theEndOfAMessageBatchDisconnectsTheCallModel()
     f.store.release();
     settle();
     QCOMPARE(signalsOf.heard, QStringList(heard));
+}
+
+void TestCallBatches::aSecondBatchCountsFromTheStart()
+{
+    PlatformFixture f;
+    SyncStorageIf *const adapter = f.adapter();
+    AdapterSignals signalsOf(adapter);
+    adapter->storeCallLogMsgs(
+        {call(QStringLiteral("missed"), 0), call(QStringLiteral("missed"), 1)});
+    settle();
+    signalsOf.heard.clear();
+    f.store.react(Request::AddEvents,
+                  Reaction::reporting({{{31}}, {{32}}}, Reaction::WhenReleased));
+    adapter->storeCallLogMsgs(
+        {call(QStringLiteral("missed"), 5), call(QStringLiteral("missed"), 6)});
+    f.store.release();
+    settle();
+    QCOMPARE(signalsOf.heard, QStringList());
+    f.store.release();
+    settle();
+    QCOMPARE(signalsOf.heard, QStringList(QStringLiteral("eventsCommitted(5 6; 31 32)")));
 }
 
 // After a refused batch the call model is connected twice, and one report comes in twice. No

@@ -55,16 +55,20 @@ private Q_SLOTS:
     void aNewConversationBelongsToTheAccount();
     void anAnswerOfZeroCountsAsNotFound();
     void aNameIsAskedForAsItStands();
+    void aQuoteInANameIsNotEscaped();
     void aDraftsConversationIsTheRecipients();
     void groupsReportedInTwoPartsAreStampedByPosition();
     void moreGroupIdsThanGroupsAreIgnored();
     void newGroupsAreCachedForTheNextBatch();
     void aFailedGroupCommitEndsTheBatchWithAnErrorAlone();
     void aFailedGroupCommitAfterAPartialOneWritesNothing();
+    void aGroupReportAfterAFailedOneReachesNobody();
+    void theCacheOutlivesAFailedGroupCommit();
     void refusedGroupsGiveNoSignal();
     void twoBatchesWithNewNumbersDoNotMixTheirGroups();
     void aGroupReportWithoutPendingMessagesAddsNothing();
     void unknownPartiesDoubleTheirReference();
+    void theGroupIdOfARecordIsTheOneFound();
     void theHashLeavesTheAccountOut();
     void theCacheFindsWhatItHolds();
     void theTraceOfACachedNumber();
@@ -221,6 +225,16 @@ void TestConversationGroups::aNameIsAskedForAsItStands()
     QCOMPARE(f.store.addedGroups.at(0).remoteUids(), QStringList(QStringLiteral("Bank24")));
 }
 
+void TestConversationGroups::aQuoteInANameIsNotEscaped()
+{
+    Fixture f;
+    f.adapter.storeSms({receivedFrom(QStringLiteral("Ann's \\ (x)"), 0)});
+    settle();
+    QVERIFY2(f.store.queries.value(0).endsWith(
+                 QStringLiteral("FILTER REGEX(?remoteId, 'Ann's \\ (x)$')}")),
+             qPrintable(f.store.queries.value(0)));
+}
+
 void TestConversationGroups::aDraftsConversationIsTheRecipients()
 {
     Fixture f;
@@ -295,6 +309,38 @@ void TestConversationGroups::aFailedGroupCommitAfterAPartialOneWritesNothing()
     QVERIFY(f.store.addedEvents.isEmpty());
 }
 
+void TestConversationGroups::aGroupReportAfterAFailedOneReachesNobody()
+{
+    Fixture f;
+    f.store.knowConversation(QStringLiteral("5550100"), 7);
+    f.store.react(Request::AddGroups,
+                  Reaction::reporting({{{}, false}, {{301}}}, Reaction::WhenReleased));
+    f.adapter.storeSms({receivedFrom(QStringLiteral("+15550100"), 0), receivedFrom(alice, 1),
+                        receivedFrom(QStringLiteral("+15550100"), 2)});
+    settle();
+    for (int i = 0; i < 2; ++i) {
+        f.store.release();
+        settle();
+    }
+    QCOMPARE(f.signalsOf.heard, QStringList(QStringLiteral("error(0 1 1 2; 0)")));
+    QVERIFY(f.store.addedEvents.isEmpty());
+}
+
+void TestConversationGroups::theCacheOutlivesAFailedGroupCommit()
+{
+    Fixture f;
+    f.store.knowConversation(QStringLiteral("5550113"), 7);
+    f.adapter.storeSms({receivedFrom(carol, 0)});
+    settle();
+    f.store.react(Request::AddGroups, Reaction::failed());
+    f.adapter.storeSms({receivedFrom(alice, 0)});
+    settle();
+    f.store.queries.clear();
+    f.adapter.storeSms({receivedFrom(carol, 0)});
+    settle();
+    QCOMPARE(f.store.queries, QStringList());
+}
+
 void TestConversationGroups::refusedGroupsGiveNoSignal()
 {
     Fixture f;
@@ -346,6 +392,20 @@ void TestConversationGroups::unknownPartiesDoubleTheirReference()
     QCOMPARE(d.contactIds, (QStringList{QStringLiteral("5550111"), QStringLiteral("5550112")}));
     QCOMPARE(d.pendingMessages.at(0).groupId, 7);
     QCOMPARE(d.pendingMessages.at(1).groupId, -1);
+}
+
+void TestConversationGroups::theGroupIdOfARecordIsTheOneFound()
+{
+    ScriptedStore store;
+    SyncStorageIfPrivate d;
+    SmsInfo info = receivedFrom(alice, 0);
+    info.groupId = 55;
+    d.pendingMessages = {info};
+    d.fillGroupIdsOfMsgs();
+    QCOMPARE(d.pendingMessages.at(0).groupId, -1);
+    store.conversations.insert(QStringLiteral("5550111"), {QStringLiteral("a:b:17")});
+    d.fillGroupIdsOfMsgs();
+    QCOMPARE(d.pendingMessages.at(0).groupId, 0);
 }
 
 void TestConversationGroups::theHashLeavesTheAccountOut()

@@ -75,9 +75,6 @@ private Q_SLOTS:
     void aStoredCallIsReadBack();
     void eventListsKeepOrderAndFillTheReferences();
     void callListsKeepOrderAndFillTheReferences();
-    void numbersAreComparedByTheirTail_data();
-    void numbersAreComparedByTheirTail();
-    void theTraceOfANumberNamesItAndTheMatchLength();
 };
 
 void TestEventMapping::theFolderDecidesTheOtherParty_data()
@@ -451,43 +448,6 @@ void TestEventMapping::callListsKeepOrderAndFillTheReferences()
     QVERIFY(events.at(0).isMissedCall());
     QCOMPARE(int(events.at(1).direction()), 2);
     QCOMPARE(d.refIds, (QList<int>{3, 1}));
-}
-
-void TestEventMapping::numbersAreComparedByTheirTail_data()
-{
-    QTest::addColumn<QString>("number");
-    QTest::addColumn<QString>("normalized");
-    const auto row = [](const char *number, const char *normalized) {
-        QTest::newRow(number) << QString::fromLatin1(number) << QString::fromLatin1(normalized);
-    };
-    row("123456789012", "6789012"); // twelve digits
-    row("+1 (555) 010-0123", "0100123");
-    row("15550100123", "0100123");
-    row("1234567", "1234567");
-    row("12345678", "2345678");
-    row("112", "112");
-    row("Bank24", "Bank24"); // normalises to nothing
-    row("", "");
-    row("+", "+");
-}
-
-void TestEventMapping::numbersAreComparedByTheirTail()
-{
-    QFETCH(QString, number);
-    QFETCH(QString, normalized);
-    QCOMPARE(SyncStorageIfPrivate::normalizedNumber(number), normalized);
-}
-
-void TestEventMapping::theTraceOfANumberNamesItAndTheMatchLength()
-{
-    MessageLog log;
-    SyncStorageIfPrivate::normalizedNumber(QStringLiteral("+15550100"));
-    QCOMPARE(log.lines(QtDebugMsg),
-             QStringList(
-                 QStringLiteral("normalized phn number \"5550100\" phone number match length 7")));
-    log.clear();
-    SyncStorageIfPrivate::normalizedNumber(QStringLiteral("Bank"));
-    QVERIFY(log.lines(QtDebugMsg).isEmpty());
 }
 
 QTEST_GUILESS_MAIN(TestEventMapping)

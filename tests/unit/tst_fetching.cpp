@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The korvasync developers
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-// Reading, call-log writes and deletion through the adapter.
+// Reading and call-log writes through the adapter.
 
 #include "adaptersignals.h"
 #include "eventloop.h"
@@ -32,11 +32,6 @@ struct Fixture
     AdapterSignals signalsOf{&adapter};
 };
 
-QList<SmsInfo> threeStoredMessages()
-{
-    return {storedMessage(11, 4), storedMessage(12, 2), storedMessage(13, 9)};
-}
-
 } // namespace
 
 class TestFetching : public QObject
@@ -66,13 +61,6 @@ private Q_SLOTS:
     void callsReportedInTwoPartsEndOnce();
     void aFailedCallReportFailsTheBatch();
     void refusedCallsAnswerFalse();
-    void messagesAreDeletedOneByOne();
-    void aDeletionReportedInTwoPartsEndsOnce();
-    void failedDeletionsAreMarkedInReportOrder();
-    void aDeletionReportedBeyondItsCountIsNotFinished();
-    void aDeletionThatIsNeverReportedLeavesTheAdapterBusy();
-    void anEmptyDeletionLeavesTheAdapterBusy();
-    void deletionStatusStartsAnewWithEachDeletion();
     void allCallsAreDeletedAtOnce();
 };
 
@@ -361,97 +349,6 @@ void TestFetching::refusedCallsAnswerFalse()
     settle();
     QVERIFY(f.signalsOf.heard.isEmpty());
     QVERIFY(f.adapter.inUse());
-}
-
-void TestFetching::messagesAreDeletedOneByOne()
-{
-    Fixture f;
-    MessageLog log;
-    QVERIFY(f.adapter.deleteSms(threeStoredMessages()));
-    QVERIFY(f.adapter.inUse());
-    QCOMPARE(f.store.calls,
-             (QStringList{QStringLiteral("EventModel::deleteEvent(11)"),
-                          QStringLiteral("EventModel::deleteEvent(12)"),
-                          QStringLiteral("EventModel::deleteEvent(13)")}));
-    QVERIFY(f.signalsOf.heard.isEmpty());
-    settle();
-    QCOMPARE(f.signalsOf.heard, QStringList(QStringLiteral("deletedIdsStatus(4 2 9; 1 1 1)")));
-    QVERIFY(!f.adapter.inUse());
-    QCOMPARE(
-        log.linesFrom(QtDebugMsg, QStringLiteral("Deleted event id")),
-        (QStringList{QStringLiteral("Deleted event id 11"), QStringLiteral("Deleted event id 12"),
-                     QStringLiteral("Deleted event id 13")}));
-    QVERIFY(log.lines(QtDebugMsg).contains(QStringLiteral("All ids deleted")));
-}
-
-void TestFetching::aDeletionReportedInTwoPartsEndsOnce()
-{
-    Fixture f;
-    f.store.react(Request::DeleteEvents,
-                  Reaction::reporting({{{11, 12}}, {{13}}}, Reaction::WhenReleased));
-    f.adapter.deleteSms(threeStoredMessages());
-    settle();
-    f.store.release();
-    settle();
-    QVERIFY(f.signalsOf.heard.isEmpty());
-    QVERIFY(f.adapter.inUse());
-    f.store.release();
-    settle();
-    QCOMPARE(f.signalsOf.heard, QStringList(QStringLiteral("deletedIdsStatus(4 2 9; 1 1 1)")));
-}
-
-void TestFetching::failedDeletionsAreMarkedInReportOrder()
-{
-    Fixture f;
-    // The flags go by the order of the reports, not by the ids.
-    f.store.react(Request::DeleteEvents, Reaction::reporting({{{13}, false}, {{11, 12}, true}}));
-    f.adapter.deleteSms(threeStoredMessages());
-    settle();
-    QCOMPARE(f.signalsOf.heard, QStringList(QStringLiteral("deletedIdsStatus(4 2 9; 0 1 1)")));
-}
-
-void TestFetching::aDeletionReportedBeyondItsCountIsNotFinished()
-{
-    Fixture f;
-    f.store.react(Request::DeleteEvents, Reaction::reporting({{{11, 12, 13, 14}}}));
-    f.adapter.deleteSms(threeStoredMessages());
-    settle();
-    QVERIFY(f.signalsOf.heard.isEmpty());
-    QVERIFY(f.adapter.inUse());
-}
-
-void TestFetching::aDeletionThatIsNeverReportedLeavesTheAdapterBusy()
-{
-    Fixture f;
-    f.store.react(Request::DeleteEvents, Reaction::silent());
-    f.adapter.deleteSms(threeStoredMessages());
-    settle();
-    QVERIFY(f.signalsOf.heard.isEmpty());
-    QVERIFY(f.adapter.inUse());
-}
-
-void TestFetching::anEmptyDeletionLeavesTheAdapterBusy()
-{
-    Fixture f;
-    MessageLog log;
-    f.adapter.deleteSms({});
-    settle();
-    QVERIFY(f.store.calls.isEmpty());
-    QVERIFY(f.signalsOf.heard.isEmpty());
-    QVERIFY(f.adapter.inUse());
-    QVERIFY(log.lines(QtWarningMsg).contains(QStringLiteral("Empty list for deletion")));
-}
-
-void TestFetching::deletionStatusStartsAnewWithEachDeletion()
-{
-    Fixture f;
-    f.adapter.deleteSms(threeStoredMessages());
-    settle();
-    f.signalsOf.heard.clear();
-    f.store.react(Request::DeleteEvents, Reaction::reporting({{{14}, false}}));
-    f.adapter.deleteSms({storedMessage(14, 0)});
-    settle();
-    QCOMPARE(f.signalsOf.heard, QStringList(QStringLiteral("deletedIdsStatus(0; 0)")));
 }
 
 void TestFetching::allCallsAreDeletedAtOnce()

@@ -11,6 +11,8 @@
 #include <QtCore/QRegularExpression>
 #include <QtTest/QTest>
 
+#include <functional>
+
 using namespace KorvaSyncIf;
 
 namespace {
@@ -39,6 +41,8 @@ QList<SmsInfo> threeMessages()
     return {receivedFrom(known, 0), receivedFrom(known, 1), receivedFrom(known, 2)};
 }
 
+using Run = std::function<void(Fixture &)>;
+
 QList<int> removedBy(const QList<int> &refIds, const QList<int> &ids)
 {
     SyncStorageIfPrivate d;
@@ -49,6 +53,8 @@ QList<int> removedBy(const QList<int> &refIds, const QList<int> &ids)
 }
 
 } // namespace
+
+Q_DECLARE_METATYPE(Run)
 
 class TestMessageWriting : public QObject
 {
@@ -78,6 +84,9 @@ private Q_SLOTS:
     void aFailedModificationFailsTheBatch();
     void aReceiverOfTheErrorMayDestroyTheAdapter();
     void aReceiverOfTheResultMayDestroyTheAdapter();
+    void aModificationAfterOneWithUnknownPartiesHasNoError();
+    void theAdapterIsFreeInsideTheReceiver_data();
+    void theAdapterIsFreeInsideTheReceiver();
     void removalWorksAtStalePositions_data();
     void removalWorksAtStalePositions();
     void removalWarnsOfUnknownReferences();
@@ -372,6 +381,53 @@ void TestMessageWriting::aReceiverOfTheResultMayDestroyTheAdapter()
         settle();
         QVERIFY(destroyed);
     }
+}
+
+void TestMessageWriting::aModificationAfterOneWithUnknownPartiesHasNoError()
+{
+    Fixture f;
+    f.adapter.modifySms({storedMessage(11, 0, QStringLiteral("+15550111"))});
+    settle();
+    f.signalsOf.heard.clear();
+    f.adapter.modifySms({storedMessage(12, 0), storedMessage(13, 1)});
+    settle();
+    QCOMPARE(f.signalsOf.heard, QStringList(QStringLiteral("eventsCommitted(0 1; 12 13)")));
+}
+
+void TestMessageWriting::theAdapterIsFreeInsideTheReceiver_data()
+{
+    QTest::addColumn<Run>("run");
+    QTest::newRow("committed") << Run([](Fixture &f) { f.adapter.storeSms(threeMessages()); });
+    QTest::newRow("failed") << Run([](Fixture &f) {
+        f.store.react(Request::AddEvents, Reaction::failed());
+        f.adapter.storeSms(threeMessages());
+    });
+    QTest::newRow("no-conversation") << Run([](Fixture &f) {
+        f.store.react(Request::AddGroups, Reaction::failed());
+        f.adapter.storeSms({receivedFrom(QStringLiteral("+15550111"), 0)});
+    });
+    QTest::newRow("read") << Run(
+        [](Fixture &f) { f.adapter.fetchSmsMessages(QDateTime(), LocInbox, false); });
+    QTest::newRow("deleted") << Run(
+        [](Fixture &f) { f.adapter.deleteSms({storedMessage(11, 0)}); });
+}
+
+// A receiver starts the next request on the same adapter.
+void TestMessageWriting::theAdapterIsFreeInsideTheReceiver()
+{
+    QFETCH(Run, run);
+    Fixture f;
+    QList<bool> busy;
+    const auto note = [&] { busy.append(f.adapter.inUse()); };
+    connect(&f.adapter, qOverload<QList<int>, QList<int>>(&SyncStorageIf::eventsCommitted), this,
+            note);
+    connect(&f.adapter, &SyncStorageIf::eventsCommitFailed, this, note);
+    connect(&f.adapter, &SyncStorageIf::error, this, note);
+    connect(&f.adapter, &SyncStorageIf::dataReadyInModel, this, note);
+    connect(&f.adapter, &SyncStorageIf::deletedIdsStatus, this, note);
+    run(f);
+    settle();
+    QCOMPARE(busy, QList<bool>{false});
 }
 
 void TestMessageWriting::removalWorksAtStalePositions_data()

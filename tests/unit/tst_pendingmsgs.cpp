@@ -70,6 +70,7 @@ private Q_SLOTS:
     void aReadThatIsNeverReadyStays();
     void laterDeliveriesOfTheAdapterDoNotReachIt();
     void readsSideBySideGetTheirOwnRows();
+    void theTimeLineCountsAllMessagesButTheCallsOfADelivery();
     void theTraceOfItsLife();
 };
 
@@ -295,6 +296,31 @@ void TestPendingMsgs::readsSideBySideGetTheirOwnRows()
     QCOMPARE(read.messages.at(0).id, 13);
     QCOMPARE(int(secondMessages.size()), 2);
     QCOMPARE(secondMessages.at(0).id, 14);
+}
+
+// The object lives on until the event loop runs; its timer never ran.
+void TestPendingMsgs::theTimeLineCountsAllMessagesButTheCallsOfADelivery()
+{
+    const auto number = QStringLiteral("+15550100");
+    Read read;
+    MessageLog log;
+    const auto deliver = [&read](const QList<SmsInfo> &messages) {
+        QMetaObject::invokeMethod(read.pending, "retrievedMessages", Qt::DirectConnection,
+                                  Q_ARG(QList<KorvaSyncIf::SmsInfo>, messages));
+    };
+    const auto deliverCalls = [&read](const QList<CallInfo> &calls) {
+        QMetaObject::invokeMethod(read.pending, "retrievedCallMessages", Qt::DirectConnection,
+                                  Q_ARG(QList<KorvaSyncIf::CallInfo>, calls));
+    };
+    deliver({receivedFrom(number, 0), receivedFrom(number, 1)});
+    deliver({receivedFrom(number, 2)});
+    deliverCalls({call(QStringLiteral("missed"), 0), call(QStringLiteral("missed"), 1)});
+    deliverCalls({call(QStringLiteral("missed"), 2)});
+    QCOMPARE(log.lines(QtCriticalMsg),
+             (QStringList{QStringLiteral("Time taken by Pending Msgs to retrieve  2 msgs 0 ms"),
+                          QStringLiteral("Time taken by Pending Msgs to retrieve  3 msgs 0 ms"),
+                          QStringLiteral("Time taken by Pending Msgs to retrieve  2 calls 0 ms"),
+                          QStringLiteral("Time taken by Pending Msgs to retrieve  1 calls 0 ms")}));
 }
 
 void TestPendingMsgs::theTraceOfItsLife()

@@ -24,6 +24,10 @@ private Q_SLOTS:
     void committedWithTheIdMinusOneIsADatabaseError();
     void aCallCommittedWithTheIdMinusOneShowsInTheErrorFlagAlone();
     void aReportWithoutReferencesFinishes();
+    void onlyTheIdMinusOneIsAFault();
+    void aReportWithMoreReferencesThanTheRequestIsCutAtItsEnd();
+    void aReportWithMoreIdsThanReferencesLeavesTheRest();
+    void aFailedCommitIsTheLastReport();
     void aReportWithTooFewIdsIsRefusedAtItsEnd();
     void committedOutsideTheRequestIsRefused();
     void aFailedCommitMarksItsItems();
@@ -77,6 +81,58 @@ void TestPendingReports::aReportWithoutReferencesFinishes()
                    Q_ARG(QList<int>, (Ints{10})));
         QCOMPARE(empty.finishedCount, 1);
     }
+}
+
+void TestPendingReports::onlyTheIdMinusOneIsAFault()
+{
+    IdsWrite write(3);
+    write.call("eventsCommittedSlot", Q_ARG(QList<int>, (Ints{0, 1, 2})),
+               Q_ARG(QList<int>, (Ints{0, -2, 12})));
+    QCOMPARE(write.ids, (Ints{0, -2, 12}));
+    QCOMPARE(write.status, (Errors{SmsNoError, SmsNoError, SmsNoError}));
+    QVERIFY(!write.isError);
+}
+
+void TestPendingReports::aReportWithMoreReferencesThanTheRequestIsCutAtItsEnd()
+{
+    IdsWrite write(2);
+    MessageLog log;
+    write.call("eventsCommittedSlot", Q_ARG(QList<int>, (Ints{1, 0, 0})),
+               Q_ARG(QList<int>, (Ints{11, 10, -1})));
+    QCOMPARE(write.finishedCount, 1);
+    QCOMPARE(write.ids, (Ints{10, 11}));
+    QCOMPARE(write.status, (Errors{SmsNoError, SmsNoError}));
+    QVERIFY(!write.isError);
+    QVERIFY(warnings(log).isEmpty());
+}
+
+void TestPendingReports::aReportWithMoreIdsThanReferencesLeavesTheRest()
+{
+    IdsWrite write(3);
+    MessageLog log;
+    write.call("eventsCommittedSlot", Q_ARG(QList<int>, (Ints{0, 1})),
+               Q_ARG(QList<int>, (Ints{10, 11, -1})));
+    QCOMPARE(write.finishedCount, 1);
+    QCOMPARE(write.ids, (Ints{10, 11, -1}));
+    QVERIFY(!write.isError);
+    QVERIFY(warnings(log).isEmpty());
+}
+
+// The object lives on until the event loop runs, and a late report would reach it.
+void TestPendingReports::aFailedCommitIsTheLastReport()
+{
+    IdsWrite write(1);
+    SyncStorageIf *const adapter = write.adapter();
+    write.store.react(Request::AddEvents, Reaction::silent());
+    write.pending->store({receivedFrom(known, 0)});
+    Q_EMIT adapter->eventsCommitFailed({0});
+    MessageLog log;
+    Q_EMIT adapter->eventsCommitted(Ints{0}, Ints{11});
+    Q_EMIT adapter->eventsCommitFailed({0});
+    Q_EMIT adapter->error({0}, GroupIdNotFound);
+    QCOMPARE(write.finishedCount, 1);
+    QCOMPARE(write.pending->ids(), Ints{-1});
+    QVERIFY(warnings(log).isEmpty());
 }
 
 void TestPendingReports::aReportWithTooFewIdsIsRefusedAtItsEnd()

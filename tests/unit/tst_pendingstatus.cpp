@@ -46,6 +46,8 @@ private Q_SLOTS:
     void theObjectLivesInItsSlotAndIsGoneAfter();
     void reportsAfterTheEndReachNobody();
     void onlyWritesLogTheirTime();
+    void theTimeLineCountsTheReportedIds();
+    void aTimerThatNeverRanShowsNoTime();
     void theTraceOfItsLife();
 };
 
@@ -372,6 +374,29 @@ void TestPendingStatus::onlyWritesLogTheirTime()
         QCOMPARE(write.finishedCount, 1);
         QVERIFY(log.lines(QtCriticalMsg).isEmpty());
     }
+}
+
+void TestPendingStatus::theTimeLineCountsTheReportedIds()
+{
+    IdsWrite write(3);
+    MessageLog log;
+    write.call("eventsCommittedSlot", Q_ARG(QList<int>, (Ints{0, 1, 2})),
+               Q_ARG(QList<int>, (Ints{11, 12, 13, 14, 15})));
+    QCOMPARE(int(log.linesFrom(QtCriticalMsg,
+                               QStringLiteral("Time taken by PendingStatus to write/modify 5 msgs "
+                                              "is "))
+                     .size()),
+             1);
+}
+
+void TestPendingStatus::aTimerThatNeverRanShowsNoTime()
+{
+    IdsWrite write(1);
+    MessageLog log;
+    write.call("eventsCommittedSlot", Q_ARG(QList<int>, (Ints{0})), Q_ARG(QList<int>, (Ints{11})));
+    QCOMPARE(
+        log.lines(QtCriticalMsg),
+        QStringList(QStringLiteral("Time taken by PendingStatus to write/modify 1 msgs is 0 ms")));
 }
 
 void TestPendingStatus::theTraceOfItsLife()

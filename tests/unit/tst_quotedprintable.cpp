@@ -43,6 +43,8 @@ private Q_SLOTS:
     void textsAreEncodedFromUtf8_data();
     void textsAreEncodedFromUtf8();
     void theEncoderCountsItsOwnLine();
+    void anEmptyTextResetsTheEncodersLine();
+    void encodingSetsTheLineLengthAnew();
     void theResultHasRoomFromTheStart();
 };
 
@@ -266,6 +268,27 @@ void TestQuotedPrintable::theEncoderCountsItsOwnLine()
     // encode() leaves the count at the length of the body property, 30.
     encoder.encode(SmsInfo());
     text.clear();
+    for (int i = 0; i < 44; ++i)
+        encoder.appendChar('z', text);
+    QCOMPARE(text, QString(43, QLatin1Char('z')) + QStringLiteral("=\r\nz"));
+}
+
+void TestQuotedPrintable::anEmptyTextResetsTheEncodersLine()
+{
+    VMessageEncoder encoder;
+    encoder.encodeQP(QString(70, QLatin1Char('x')));
+    QCOMPARE(encoder.encodeQP(QString()), QString());
+    QString text;
+    encoder.appendChar('=', text);
+    QCOMPARE(text, QStringLiteral("="));
+}
+
+void TestQuotedPrintable::encodingSetsTheLineLengthAnew()
+{
+    VMessageEncoder encoder;
+    encoder.encode(SmsInfo());
+    encoder.encode(SmsInfo());
+    QString text;
     for (int i = 0; i < 44; ++i)
         encoder.appendChar('z', text);
     QCOMPARE(text, QString(43, QLatin1Char('z')) + QStringLiteral("=\r\nz"));

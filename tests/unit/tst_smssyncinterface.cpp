@@ -394,14 +394,21 @@ void TestSmsSyncInterface::theTraceOfReads()
 {
     Fixture f;
     MessageLog log;
-    f.facade.modifiedMessages(QDateTime(), LocSent);
-    const QStringList lines = log.lines(QtDebugMsg);
-    const auto signature = QStringLiteral(
-        "KorvaSyncIf::PendingMsgs* KorvaSyncIf::SMSSyncInterface::modifiedMessages(const "
-        "QDateTime&, KorvaSyncIf::LocationId)");
-    QVERIFY(lines.value(0).startsWith(QStringLiteral("Enter %1 QDateTime(").arg(signature)));
-    QVERIFY(lines.value(0).endsWith(QStringLiteral(" 4101")));
-    QCOMPARE(lines.last(), QStringLiteral("Exit %1").arg(signature));
+    for (const bool modified : {false, true}) {
+        log.clear();
+        if (modified)
+            f.facade.modifiedMessages(QDateTime(), LocSent);
+        else
+            f.facade.messages(QDateTime(), LocSent);
+        const QStringList lines = log.lines(QtDebugMsg);
+        const auto signature =
+            QStringLiteral("KorvaSyncIf::PendingMsgs* KorvaSyncIf::SMSSyncInterface::%1(const "
+                           "QDateTime&, KorvaSyncIf::LocationId)")
+                .arg(modified ? QStringLiteral("modifiedMessages") : QStringLiteral("messages"));
+        QVERIFY(lines.value(0).startsWith(QStringLiteral("Enter %1 QDateTime(").arg(signature)));
+        QVERIFY(lines.value(0).endsWith(QStringLiteral(" 4101")));
+        QCOMPARE(lines.last(), QStringLiteral("Exit %1").arg(signature));
+    }
 
     log.clear();
     f.facade.message(13);

@@ -53,6 +53,7 @@ private Q_SLOTS:
     void aCallReadRetiresItsAdapter();
     void aRefusedWriteRetiresItsAdapter();
     void aRetiredAdapterFinishesItsBatch();
+    void aRetiredAdapterIsNotHandedOutWhenTheNextOneIsBusy();
     void emptyingDestroysCurrentThenRetiredInOrder();
     void anAdapterIsMadeWithTwoModels();
     void anAdapterDestroysItsModels();
@@ -139,6 +140,20 @@ void TestSyncStorageIfManager::aRetiredAdapterFinishesItsBatch()
     f.pool->syncStorageIf();
     settle();
     QCOMPARE(committed, QList<int>{101});
+}
+
+void TestSyncStorageIfManager::aRetiredAdapterIsNotHandedOutWhenTheNextOneIsBusy()
+{
+    Fixture f;
+    SyncStorageIf *const first = f.pool->syncStorageIf();
+    first->storeSms({receivedFrom(QStringLiteral("+15550100"), 0)});
+    SyncStorageIf *const second = f.pool->syncStorageIf();
+    settle();
+    QVERIFY(!first->inUse());
+    second->storeSms({receivedFrom(QStringLiteral("+15550100"), 0)});
+    SyncStorageIf *const third = f.pool->syncStorageIf();
+    QVERIFY(third != first);
+    QVERIFY(third != second);
 }
 
 void TestSyncStorageIfManager::emptyingDestroysCurrentThenRetiredInOrder()

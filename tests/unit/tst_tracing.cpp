@@ -60,6 +60,7 @@ class TestTracing : public QObject
     Q_OBJECT
 private Q_SLOTS:
     void argumentsOfATraceLineAreEvaluatedForItAlone();
+    void everyOperationOfTheAdapterIsTraced();
     void theTraceIsOnByDefaultAtDebugLevel();
     void aSilencedTraceLeavesWarningsAndTimes();
 };
@@ -75,6 +76,59 @@ void TestTracing::argumentsOfATraceLineAreEvaluatedForItAlone()
     readOneRecord();
     QCOMPARE(lastModifiedCalls, 1);
     QVERIFY(log.lines(QtDebugMsg).isEmpty());
+}
+
+void TestTracing::everyOperationOfTheAdapterIsTraced()
+{
+    PlatformFixture f;
+    f.store.knowConversation(QStringLiteral("5550100"), 7);
+    SyncStorageIf &adapter = *f.adapter();
+    MessageLog log;
+    adapter.modifySms({storedMessage(11, 0, QStringLiteral("5550111"))});
+    settle();
+    adapter.modifySms({storedMessage(11, 0)});
+    settle();
+    adapter.storeSms({receivedFrom(QStringLiteral("5550111"), 0)});
+    settle();
+    adapter.fetchSmsMessages(QDateTime(), LocInbox, false);
+    settle();
+    adapter.fetchSms(3);
+    adapter.deleteSms({storedMessage(11, 0)});
+    settle();
+    adapter.storeCallLogMsgs({call(QStringLiteral("missed"), 0)});
+    settle();
+    adapter.deleteAllCallLogMsgs();
+    adapter.fetchCallMessages(QDateTime(), QString());
+    settle();
+    const QStringList lines = log.lines(QtDebugMsg);
+    for (const char *const line :
+         {"bool KorvaSyncIf::SyncStorageIf::modifySms(const QList<KorvaSyncIf::SmsInfo>&)",
+          "Exit bool KorvaSyncIf::SyncStorageIf::modifySms(const QList<KorvaSyncIf::SmsInfo>&) "
+          "true",
+          "Enter void KorvaSyncIf::SyncStorageIf::startModifyingMessages()",
+          "void KorvaSyncIf::SyncStorageIf::modifyEvents()",
+          "void KorvaSyncIf::SyncStorageIfPrivate::fillGroupIdsOfMsgs()",
+          "Returning from void KorvaSyncIf::SyncStorageIfPrivate::fillGroupIdsOfMsgs()",
+          "Enter int KorvaSyncIf::SyncStorageIfPrivate::getGroup(const QString&, const QString&)",
+          "Exit ",
+          "void KorvaSyncIf::SyncStorageIfPrivate::removeIdsFromPendingMsgs(const QList<int>&)",
+          "void KorvaSyncIf::SyncStorageIf::addGroups(QStringList)",
+          "void KorvaSyncIf::SyncStorageIf::groupIdsCommittedSlot(QList<int>, bool) true",
+          "bool KorvaSyncIf::SyncStorageIf::fetchSmsMessages(const QDateTime&, int, bool)",
+          "void KorvaSyncIf::SyncStorageIf::eventsAvailableInModel()",
+          "KorvaSyncIf::SmsInfo KorvaSyncIf::SyncStorageIf::fetchSms(int)",
+          "bool KorvaSyncIf::SyncStorageIf::deleteSms(const QList<KorvaSyncIf::SmsInfo>&) 1",
+          "void KorvaSyncIf::SyncStorageIf::deletedEventsCommitted(QList<CommHistory::Event>, "
+          "bool) true",
+          "bool KorvaSyncIf::SyncStorageIf::storeCallLogMsgs(const "
+          "QList<KorvaSyncIf::CallInfo>&)",
+          "QList<CommHistory::Event> "
+          "KorvaSyncIf::SyncStorageIfPrivate::constructCallEventList(const "
+          "QList<KorvaSyncIf::CallInfo>&)",
+          "bool KorvaSyncIf::SyncStorageIf::deleteAllCallLogMsgs()",
+          "bool KorvaSyncIf::SyncStorageIf::fetchCallMessages(const QDateTime&, const QString&)",
+          "void KorvaSyncIf::SyncStorageIf::callEventsAvailableInModel()"})
+        QVERIFY2(lines.contains(QLatin1String(line)), line);
 }
 
 void TestTracing::theTraceIsOnByDefaultAtDebugLevel()

@@ -441,6 +441,10 @@ void TestVMessageDecoding::theTraceCountsTheBatch()
                                      "KorvaSyncIf::SMSSyncInterfacePrivate::parseAllVMessages("));
     QCOMPARE(int(entryLines.size()), 1);
     QVERIFY(entryLines.at(0).endsWith(QStringLiteral(" 2 modify Use Case false")));
+    log.clear();
+    Decoded({item({})}, true);
+    QCOMPARE(int(log.lines(QtDebugMsg).filter(QStringLiteral(" 1 modify Use Case true")).size()),
+             1);
 }
 
 QTEST_GUILESS_MAIN(TestVMessageDecoding)
