@@ -8,7 +8,7 @@
 
 #include <csignal>
 
-// Standard input, output and error that are closed, full, or no streams, and --rejects.
+// Standard input, output and error that are closed, full, or no streams.
 class TestStreams : public QObject
 {
     Q_OBJECT
@@ -23,13 +23,6 @@ private Q_SLOTS:
     void endsWhenInterruptedWhileItReadsIds();
     void leavesIgnoredSignalsIgnored();
     void waitsForAnOutputThatIsFull();
-    void failsWhenRejectsDoNotFit_data();
-    void failsWhenRejectsDoNotFit();
-    void keepsOldRejectsOnAFullDisk();
-    void writesRejectsToAPipe();
-    void replacesAnInputFileByItsRejects();
-    void keepsWhatIsNoItem();
-    void keepsReasonsThatPointAtFiles();
 
 private:
     ClientProcess::Outcome shell(const ClientProcess &client, const char *script,
@@ -174,118 +167,6 @@ void TestStreams::waitsForAnOutputThatIsFull()
               "$KORVASYNC list -o ndjson; echo $? >&2; } | dd bs=1 status=none | tr -cd x | wc -c");
     QCOMPARE(outcome.errors, QByteArray("0\n"));
     QCOMPARE(outcome.output, QByteArray("300001\n")); // one of them in "inbox"
-}
-
-void TestStreams::failsWhenRejectsDoNotFit_data()
-{
-    QTest::addColumn<QByteArray>("input");
-    QTest::newRow("short") << hello + draft;
-    QTest::newRow("long") << hello + draft.repeated(1000);
-}
-
-void TestStreams::failsWhenRejectsDoNotFit()
-{
-    QFETCH(QByteArray, input);
-    ClientProcess client;
-    const auto outcome = client.run(
-        {text("add"), text("-qq"), text("--rejects"), text("/dev/full"), text("-")}, input);
-    QCOMPARE(outcome.exitCode, 1);
-    QVERIFY(outcome.output.startsWith("added  1  -:1\n"));
-    QCOMPARE(outcome.errors,
-             QByteArray("korvasync: /dev/full cannot be written: No space left on device; name "
-                        "another with --rejects\n"));
-}
-
-void TestStreams::keepsOldRejectsOnAFullDisk()
-{
-    ClientProcess client;
-    client.write(text("draft.vmg"),
-                 vMessage("DRAFTS", "20101103T142530Z", "+15550100", QByteArray(200000, 'x')));
-    client.workingDirectory = client.filePath(QString());
-    const auto outcome =
-        client.runOnDisk("100k",
-                         "echo old > $DISK/rejects; " KORVASYNC_CLIENT
-                         " --store other add -q --rejects $DISK/rejects draft.vmg; echo $?; "
-                         "ls $DISK; cat $DISK/rejects");
-    QCOMPARE(outcome.output,
-             QByteArray("refused  draft.vmg:1  sms-draft: a draft, and drafts cannot be written\n"
-                        "1\nrejects\nold\n"));
-    QVERIFY2(outcome.errors.contains("cannot be written: No space left on device"), outcome.errors);
-}
-
-void TestStreams::writesRejectsToAPipe()
-{
-    ClientProcess client;
-    client.workingDirectory = client.filePath(QString());
-    const auto outcome = shell(client,
-                               "mkfifo pipe; cat pipe & "
-                               "$KORVASYNC add -qq -o ndjson --rejects pipe - > results; "
-                               "CODE=$?; wait; echo $CODE",
-                               draft);
-    QCOMPARE(outcome.output,
-             "# -:1: sms-draft: a draft, and drafts cannot be written\r\n" + draft + "1\n");
-    QCOMPARE(outcome.errors, QByteArray());
-}
-
-void TestStreams::replacesAnInputFileByItsRejects()
-{
-    ClientProcess client;
-    client.workingDirectory = client.filePath(QString());
-    client.write(text("all.vmg"), hello + draft);
-    const QStringList add{text("add"), text("-q"), text("--rejects"), text("all.vmg"),
-                          text("all.vmg")};
-    const auto outcome = client.run(add);
-    QCOMPARE(outcome.exitCode, 1);
-    QCOMPARE(outcome.output,
-             QByteArray("added  1  all.vmg:1\n"
-                        "refused  all.vmg:16  sms-draft: a draft, and drafts cannot be written\n"));
-    QFile left(client.filePath(text("all.vmg")));
-    QVERIFY(left.open(QIODevice::ReadOnly));
-    QCOMPARE(left.readAll(),
-             "# all.vmg:16: sms-draft: a draft, and drafts cannot be written\r\n" + draft);
-}
-
-static QByteArray contentOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no such file");
-}
-
-// Standard input cannot be read anew.
-void TestStreams::keepsWhatIsNoItem()
-{
-    ClientProcess client;
-    const QString rejects = client.filePath(text("mend.txt"));
-    const QByteArray reason("# -:1: sms-parse: not a whole vMessage\r\n");
-    const QByteArray letter("Dear Ada,\r\nsee you at four.\r\n");
-    const QByteArray page("<html>\n<body class='a'>Hello</body>\n</html>\n");
-    for (const QByteArray &input : {letter, page, QByteArray(200000, 'x') + '\n'}) {
-        const QStringList add{text("add"), text("-qq"), text("--rejects"), rejects};
-        QCOMPARE(client.run(add + QStringList{text("-")}, input).exitCode, 1);
-        QCOMPARE(contentOf(rejects), reason + input);
-        client.run(add + QStringList{rejects});
-        QCOMPARE(contentOf(rejects), reason + input);
-    }
-}
-
-void TestStreams::keepsReasonsThatPointAtFiles()
-{
-    ClientProcess client;
-    client.workingDirectory = client.filePath(QString());
-    client.write(text("all.vmg"), hello + draft);
-    client.write(text("big.txt"), QByteArray(2000000, 'x'));
-    const QStringList add{text("add"), text("-qq"), text("--rejects"), text("mend.txt")};
-    client.run(add + QStringList{text("big.txt"), text("all.vmg"), text("missing.vmg")});
-    const QByteArray big("# big.txt:1: sms-parse: not a whole vMessage\r\n");
-    const QByteArray missing("# missing.vmg: unreadable: No such file or directory\r\n");
-    const QByteArray reason(": sms-draft: a draft, and drafts cannot be written\r\n");
-    const QString rejects = client.filePath(text("mend.txt"));
-    QCOMPARE(contentOf(rejects), big + "# all.vmg:16" + reason + draft + missing);
-    client.run(add + QStringList{text("mend.txt")});
-    QCOMPARE(contentOf(rejects), big + "# mend.txt:3" + reason + draft + missing);
-    client.write(text("mend.txt"), big + "# all.vmg:16" + reason + hello + missing);
-    QCOMPARE(client.run(add + QStringList{text("mend.txt")}).exitCode, 0);
-    QCOMPARE(contentOf(rejects), big + missing);
 }
 
 QTEST_GUILESS_MAIN(TestStreams)

@@ -30,8 +30,8 @@ struct AddingOptions : ReadingOptions
 };
 
 //! The work of "add": writes the new ones of the items that Judging hands out in chunks. A chunk is
-//! so many items of the input, whether new or not, so that results come in the order of the input
-//! and memory stays bounded.
+//! so many items of the input, whether new or not, or fewer where they are long, so that results
+//! come in the order of the input and memory stays bounded.
 //!
 //! \tparam Kind  what is added, as for Judging:
 //!   - New has database id and trouble as well
@@ -65,7 +65,7 @@ private:
     {
         ItemResult result;
         int newIndex = -1;       // in newItems, -1 = not to be added
-        QByteArray bytes = {};   // of a refused one, when rejects are wanted
+        QByteArray bytes = {};   // when rejects are wanted and it can become one
         bool isLeftover = false; // of earlier rejects, and has no result
     };
 
@@ -73,8 +73,9 @@ private:
     void take(ItemResult result, const Judged<New> &judged, const QByteArray &bytes);
     std::optional<int> idOfEqual(const Judged<New> &judged);
     bool isDuplicate(const Fingerprint &fingerprint, int countInFile);
-    void refuse(const ItemResult &result, Refusal refusal, const QByteArray &bytes = QByteArray());
-    void append(const Item &item);
+    void refuse(const ItemResult &result, Refusal refusal, const QByteArray &bytes);
+    void append(Item item, const QByteArray &bytes);
+    void hold(Item item, const QByteArray &bytes);
     void writeChunk();
     void settleFates();
     bool goesOn() const;
@@ -93,6 +94,7 @@ private:
     QList<Item> items;   // the chunk in hand
     QList<New> newItems; // of the chunk
     QHash<Fingerprint, int> newCounts;
+    qint64 bytesHeld = 0; // of the chunk, about
     int nextRef = 0;
     ExitCode trouble = AllDone; // the store's
     bool isWholeInput = true;
@@ -105,14 +107,12 @@ ExitCode Adding<Kind>::run()
         return tellOfRejects(UsageError);
     if (const ExitCode code = readStore())
         return code;
-    isWholeInput = judging.run(
-        [this] { return goesOn(); },
-        [this](const ItemResult &result, const Judged<New> &judged, const QByteArray &bytes) {
-            take(result, judged, bytes);
-        },
-        [this](const QByteArray &leftovers) {
-            items += Item{ItemResult(), -1, rejects.isWanted() ? leftovers : QByteArray(), true};
-        });
+    isWholeInput = judging.run([this] { return goesOn(); },
+                               [this](const ItemResult &result, const Judged<New> &judged,
+                                      const QByteArray &bytes) { take(result, judged, bytes); },
+                               [this](const QByteArray &leftovers) {
+                                   hold(Item{ItemResult(), -1, {}, true}, leftovers);
+                               });
     writeChunk();
     return finish();
 }
@@ -155,12 +155,11 @@ void Adding<Kind>::take(ItemResult result, const Judged<New> &judged, const QByt
         if (options.onDuplicate == AddingOptions::Refuse)
             return refuse(result, Refusal::Duplicate, bytes);
         result.status = ItemResult::Present;
-        append({result});
-        return;
+        return append({result}, QByteArray());
     }
     newItems += judged.item;
     ++newCounts[judged.item.fingerprint];
-    append({result, static_cast<int>(newItems.size()) - 1});
+    append({result, static_cast<int>(newItems.size()) - 1}, bytes);
 }
 
 //! The database id of the stored item that this one is; nothing when it is to be added.
@@ -191,19 +190,33 @@ bool Adding<Kind>::isDuplicate(const Fingerprint &fingerprint, int countInFile)
 template <typename Kind>
 void Adding<Kind>::refuse(const ItemResult &result, Refusal refusal, const QByteArray &bytes)
 {
-    Item item{result, -1, rejects.isWanted() ? bytes : QByteArray(), false};
+    Item item{result};
     item.result.status = ItemResult::Refused;
     item.result.refusal = refusal;
-    append(item);
+    if (bytes.isEmpty())
+        rejects.leaveIn(judging.path());
+    append(item, bytes);
 }
 
 template <typename Kind>
-void Adding<Kind>::append(const Item &item)
+void Adding<Kind>::append(Item item, const QByteArray &bytes)
 {
-    items += item;
-    items.last().result.ref = nextRef++;
-    if (items.size() >= options.chunkSize)
+    constexpr qint64 mostHeld = 4 * 1024 * 1024;
+    item.result.ref = nextRef++;
+    hold(item, bytes);
+    if (items.size() >= options.chunkSize || bytesHeld >= mostHeld)
         writeChunk();
+}
+
+//! Takes an item into the chunk, and its bytes along if they may be needed.
+template <typename Kind>
+void Adding<Kind>::hold(Item item, const QByteArray &bytes)
+{
+    if (rejects.isWanted())
+        item.bytes = bytes;
+    if (rejects.isWanted() || item.newIndex != -1)
+        bytesHeld += bytes.size();
+    items += item;
 }
 
 template <typename Kind>
@@ -226,12 +239,13 @@ void Adding<Kind>::writeChunk()
             continue;
         }
         results.report(item.result);
-        if (item.result.status == ItemResult::Refused)
+        if (item.result.status == ItemResult::Refused || item.result.status == ItemResult::Failed)
             rejects.add(item.result, item.bytes);
     }
     items.clear();
     newItems.clear();
     newCounts.clear();
+    bytesHeld = 0;
     invocation.output.flush();
     progress.show(results.count(), [this] { return judging.partDone(); });
 }
@@ -256,7 +270,7 @@ template <typename Kind>
 ExitCode Adding<Kind>::tellOfRejects(ExitCode code) const
 {
     Diagnostics::error(Text::tr("%1 cannot be written: %2; name another with --rejects")
-                           .arg(terminalText(options.rejects), rejects.errorText()));
+                           .arg(terminalText(rejects.place()), rejects.errorText()));
     return code;
 }
 
@@ -270,5 +284,7 @@ ExitCode Adding<Kind>::finish()
     if (!isWholeInput)
         Diagnostics::warn(Text::tr("the input was not read to its end; add it again"));
     const ExitCode code = worse(trouble, results.exitCode());
-    return rejects.commit() ? code : tellOfRejects(worse(code, SomeNotDone));
+    if (rejects.commit(isWholeInput && goesOn()))
+        return code;
+    return tellOfRejects(worse(code, SomeNotDone));
 }

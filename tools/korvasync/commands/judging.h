@@ -68,6 +68,9 @@ public:
     template <typename GoesOn, typename Take, typename Keep>
     bool run(const GoesOn &goesOn, const Take &take, const Keep &keep);
 
+    //! The file that the item in hand is in.
+    QString path() const { return currentPath; }
+
     //! How far it is, from 0 to 1; none = not known.
     std::optional<double> partDone();
 
@@ -90,6 +93,7 @@ private:
     Kind &kind;
     const ItemReader::Form form;
     FilesAhead &files;
+    QString currentPath;
     std::optional<qint64> bytesTotal; // of all files, once somebody asked; 0 = not known
     qint64 bytesDone = 0;
 };
@@ -127,6 +131,7 @@ bool Judging<Kind>::readFile(const FilesAhead::File &file, const GoesOn &goesOn,
                              const Keep &keep)
 {
     const QString &path = file.path;
+    currentPath = path;
     ItemReader reader(path, form, file.bytes);
     kind.index.beginFile();
     bool hasItems = false;

@@ -3,29 +3,16 @@
 
 #include "rejects.h"
 
+#include "language/text.h"
+#include "process/diagnostics.h"
 #include "terminaltext.h"
 
-#include <QtCore/QFile>
-#include <QtCore/QFileInfo>
-#include <QtCore/QSaveFile>
-
 Rejects::Rejects(const QString &path)
-    : file(std::make_unique<QSaveFile>(path))
+    : wanted(path)
 {
 }
 
-bool Rejects::open()
-{
-    if (!isWanted())
-        return true;
-    const QFileInfo present(file->fileName());
-    if (present.exists() && !present.isFile()) { // a device or a pipe, not to be replaced
-        file = std::make_unique<QFile>(file->fileName());
-        return file->open(QIODevice::WriteOnly | QIODevice::ExistingOnly);
-    }
-    return file->open(QIODevice::WriteOnly)
-        && file->setPermissions(QFile::ReadOwner | QFile::WriteOwner); // these are messages
-}
+bool Rejects::open() { return !isWanted() || file.open(wanted); }
 
 void Rejects::add(const ItemResult &result, const QByteArray &message)
 {
@@ -33,7 +20,8 @@ void Rejects::add(const ItemResult &result, const QByteArray &message)
         return;
     write(reasonLine(terminalText(result.source), result.refusal,
                      terminalText(result.reason().english))
-          + "\r\n" + message);
+          + "\r\n");
+    write(message);
     // A bare line feed could be one of a text that was cut, which the next reason would go on.
     const bool isClosed = message.isEmpty() || message.endsWith("\r\n")
         || (message.endsWith('\n') && !message.contains("\r\n"));
@@ -43,28 +31,39 @@ void Rejects::add(const ItemResult &result, const QByteArray &message)
 
 void Rejects::keep(const QByteArray &leftovers)
 {
-    if (isWanted())
-        write(leftovers.endsWith('\n') ? leftovers : leftovers + "\r\n");
+    if (!isWanted())
+        return;
+    write(leftovers);
+    if (!leftovers.endsWith('\n'))
+        write("\r\n");
 }
 
-// What a full disk takes of the bytes counts as success; only the rest fails.
+void Rejects::leaveIn(const QString &path)
+{
+    predecessorIsNeeded = predecessorIsNeeded || file.isPredecessor(path);
+}
+
 void Rejects::write(const QByteArray &bytes)
 {
-    qint64 written = 0;
-    while (written < bytes.size() && isWhole) {
-        const qint64 count = file->write(bytes.constData() + written, bytes.size() - written);
-        isWhole = count > 0;
-        written += count;
-    }
+    isEmpty = false;
+    isWritten = isWritten && file.write(bytes);
 }
 
-bool Rejects::commit()
+bool Rejects::commit(bool isWhole)
 {
     if (!isWanted())
         return true;
-    // A save file that is committed forgets what failed to reach the disk.
-    if (!isWhole || !file->flush())
+    if (!isWritten || !file.finish())
         return false;
-    auto *const saved = qobject_cast<QSaveFile *>(file.get());
-    return !saved || saved->commit();
+    const bool mayReplace = isWhole && !predecessorIsNeeded;
+    if ((mayReplace || !file.hasPredecessor()) && file.takePlace())
+        return true;
+    if (isEmpty)
+        return true;
+    if (!file.takePlaceBeside())
+        return false;
+    Diagnostics::error(Text::tr("%1 stays as it is, since it may hold what was neither stored nor "
+                                "refused; the rejects are in %2")
+                           .arg(terminalText(wanted), terminalText(file.path())));
+    return true;
 }

@@ -3,35 +3,42 @@
 
 #pragma once
 
+#include "ownfile.h"
 #include "results.h"
 
-#include "language/text.h"
-
 #include <QtCore/QByteArray>
-#include <QtCore/QFileDevice>
 #include <QtCore/QString>
 
-#include <memory>
-
-//! Collects the messages that were refused, each as it was (in UTF-8) behind a line with
-//! the reason, which readers of message files pass over. The file appears, or replaces its
-//! predecessor, when all is written, so that it may be one of the files read.
+//! Collects the items that were refused or failed, each as it was (in UTF-8) behind a line with
+//! the reason, which readers of message files pass over. The file appears when all is written, so
+//! that it may be one of the files read. It replaces a file only when nothing of that can be lost:
+//! else it gets a name beside it.
 class Rejects
 {
 public:
     //! \param path  empty = nothing is collected
     explicit Rejects(const QString &path);
 
-    bool isWanted() const { return !file->fileName().isEmpty(); }
+    bool isWanted() const { return !wanted.isEmpty(); }
     bool open();
     void add(const ItemResult &result, const QByteArray &message);
     void keep(const QByteArray &leftovers); //!< of rejects that were read
-    bool commit();
-    QString errorText() const { return Text::tr(file->errorString().toUtf8().constData()); }
+    //! An item is not among the rejects, but for its reason: it is where it was read.
+    //! \param path  of the file that it is in
+    void leaveIn(const QString &path);
+    //! Gives the file its name, and tells of one beside its place.
+    //! \param isWhole  the run came to its end: what was read is stored or among the rejects
+    bool commit(bool isWhole);
+
+    QString place() const { return wanted; }
+    QString errorText() const { return file.errorText(); }
 
 private:
     void write(const QByteArray &bytes);
 
-    bool isWhole = true; // all that was written so far
-    std::unique_ptr<QFileDevice> file;
+    const QString wanted;
+    OwnFile file;
+    bool isWritten = true; // all so far
+    bool isEmpty = true;
+    bool predecessorIsNeeded = false;
 };

@@ -197,10 +197,6 @@
         <translation>Was schon da ist: skip (Vorgabe: auslassen), add (hinzufügen) oder fail (ablehnen).</translation>
     </message>
     <message>
-        <source>Collect what is refused here, to be mended and added again.</source>
-        <translation>Abgelehntes hier sammeln, um es zu berichtigen und erneut hinzuzufügen.</translation>
-    </message>
-    <message>
         <source>%1 cannot be written: %2; name another with --rejects</source>
         <translation>%1 ist nicht beschreibbar: %2; mit --rejects eine andere Datei nennen</translation>
     </message>
@@ -1036,6 +1032,26 @@ Weitere Aktionen: „calls add“ und „calls wipe“, jede mit eigenem --help.
                      kommen zur längeren, wenn deren Unterhaltung zuerst da war
   pattern            ein Wort mit Punkt, ^ oder $, die für andere stehen können
   spellings          eine Nummer mit und ohne Vorwahl: so soll es sein</translation>
+    </message>
+    <message>
+        <source>Collect what is refused or fails here, to be mended and added again.</source>
+        <translation>Abgelehntes und Gescheitertes hier sammeln, um es zu berichtigen und erneut hinzuzufügen.</translation>
+    </message>
+    <message>
+        <source>a link of another user leads there</source>
+        <translation>ein Link eines anderen Benutzers führt dorthin</translation>
+    </message>
+    <message>
+        <source>it is no regular file</source>
+        <translation>es ist keine gewöhnliche Datei</translation>
+    </message>
+    <message>
+        <source>it belongs to another user</source>
+        <translation>sie gehört einem anderen Benutzer</translation>
+    </message>
+    <message>
+        <source>%1 stays as it is, since it may hold what was neither stored nor refused; the rejects are in %2</source>
+        <translation>%1 bleibt, wie es ist, da manches darin weder gespeichert noch abgelehnt sein kann; das Abgelehnte ist in %2</translation>
     </message>
 </context>
 </TS>

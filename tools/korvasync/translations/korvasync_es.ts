@@ -197,10 +197,6 @@
         <translation>Lo que ya está: skip (predeterminado: omitir), add (añadir) o fail (rechazar).</translation>
     </message>
     <message>
-        <source>Collect what is refused here, to be mended and added again.</source>
-        <translation>Reunir aquí lo rechazado, para corregirlo y añadirlo de nuevo.</translation>
-    </message>
-    <message>
         <source>%1 cannot be written: %2; name another with --rejects</source>
         <translation>no se puede escribir %1: %2; indica otro archivo con --rejects</translation>
     </message>
@@ -1036,6 +1032,26 @@ Otras acciones: «calls add» y «calls wipe», cada una con su --help.</transla
                      si uno tiene antes una conversación, recibe sus mensajes
   pattern            una palabra con un punto, ^ o $, que pueden valer por otros
   spellings          un número con y sin prefijo: como debe ser</translation>
+    </message>
+    <message>
+        <source>Collect what is refused or fails here, to be mended and added again.</source>
+        <translation>Reunir aquí lo rechazado o fallido, para corregirlo y añadirlo de nuevo.</translation>
+    </message>
+    <message>
+        <source>a link of another user leads there</source>
+        <translation>lleva allí un enlace de otro usuario</translation>
+    </message>
+    <message>
+        <source>it is no regular file</source>
+        <translation>no es un archivo normal</translation>
+    </message>
+    <message>
+        <source>it belongs to another user</source>
+        <translation>pertenece a otro usuario</translation>
+    </message>
+    <message>
+        <source>%1 stays as it is, since it may hold what was neither stored nor refused; the rejects are in %2</source>
+        <translation>%1 queda como está, pues puede contener algo que ni se guardó ni se rechazó; lo rechazado está en %2</translation>
     </message>
 </context>
 </TS>

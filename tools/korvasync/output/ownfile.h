@@ -1,0 +1,63 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#pragma once
+
+#include "process/descriptor.h"
+
+#include <QtCore/QByteArray>
+#include <QtCore/QString>
+
+#include <optional>
+#include <sys/stat.h>
+
+//! A file that is written without a name and takes its place when it is whole. At that place is a
+//! regular file of this user, or nothing. Links on the way there are followed if they are this
+//! user's or root's: who else may write into a common folder does not choose where it goes.
+class OwnFile
+{
+public:
+    OwnFile() = default;
+    ~OwnFile();
+
+    //! \return false when it cannot be written there; errorText() tells why, also for the others
+    bool open(const QString &path);
+    bool write(const QByteArray &bytes);
+    //! Has all that was written reach the disk. Only then it may get a name.
+    bool finish();
+
+    bool hasPredecessor() const { return predecessor.has_value(); }
+    //! Whether a path leads to the file that it may replace; "-" is standard input.
+    bool isPredecessor(const QString &path) const;
+
+    //! Replaces its predecessor, unless that has changed since open().
+    bool takePlace();
+    //! Takes the first free one of NAME.1, NAME.2 and so on.
+    bool takePlaceBeside();
+
+    QString path() const; //!< where it is
+    QString errorText() const { return trouble; }
+
+private:
+    Q_DISABLE_COPY(OwnFile)
+    bool findPlace(const QByteArray &given);
+    bool mayReplace(const struct stat &found);
+    bool openUnnamed();
+    bool flush();
+    bool writeAll(const QByteArray &bytes);
+    bool giveName(const QByteArray &to, bool replaces);
+    bool link(const QByteArray &to) const;
+    bool isUnchanged() const;
+    bool fail(int error);
+    bool fail(const QString &reason);
+
+    Descriptor folder;
+    QByteArray way;  // the folder's path as far as it is needed to find it; empty or with a slash
+    QByteArray name; // in the folder
+    std::optional<struct stat> predecessor;
+    Descriptor file;
+    QByteArray temporary; // its name; empty: it has none
+    QByteArray unwritten;
+    bool isCut = false; // a write failed
+    QString trouble;
+};
