@@ -148,19 +148,30 @@ QByteArray remoteText(const Group &group)
     return toStoredText(text);
 }
 
+//! The first conversation of a party. Texts are equal to the database that differ in signs which
+//! nobody sees; those of a name that looks alike are none.
 //! \param id  of the conversation, 0 when there is none
 bool findConversation(StoreConnection &connection, const QByteArray &local,
                       const QByteArray &remote, int *id)
 {
     TrackerSparqlStatement *statement = connection.statement(
-        "SELECT ?id FROM <" KORVASYNC_GRAPH "> { ?channel a nmo:CommunicationChannel ;"
-        " nie:subject ~local ; nie:generator ~remote . BIND (xsd:integer(STRAFTER(STR(?channel),"
-        " 'conversation:')) AS ?id) } ORDER BY ?id LIMIT 1");
+        "SELECT ?id ?remote FROM <" KORVASYNC_GRAPH "> { ?channel a nmo:CommunicationChannel ;"
+        " nie:subject ~local ; nie:generator ?remote . FILTER (?remote = ~remote)"
+        " BIND (xsd:integer(STRAFTER(STR(?channel), 'conversation:')) AS ?id) } ORDER BY ?id");
     if (statement) {
         tracker_sparql_statement_bind_string(statement, "local", local.constData());
         tracker_sparql_statement_bind_string(statement, "remote", remote.constData());
     }
-    return readNumber(connection, statement, id);
+    *id = 0;
+    const auto cursor = connection.execute(statement);
+    auto step = connection.next(cursor.get());
+    for (; step == StoreConnection::Step::Row && *id == 0; step = connection.next(cursor.get())) {
+        if (remote == tracker_sparql_cursor_get_string(cursor.get(), 1, nullptr))
+            *id = int(tracker_sparql_cursor_get_integer(cursor.get(), 0));
+    }
+    if (step == StoreConnection::Step::Failed)
+        connection.warnAbout(StoreProblem::ReadFailed);
+    return step != StoreConnection::Step::Failed;
 }
 
 } // namespace

@@ -11,6 +11,9 @@
 #include <commhistory/storeconnection_p.h>
 #include <commhistory/storedtext_p.h>
 
+#include <functional>
+#include <memory>
+
 using CommHistory::Store;
 using CommHistory::StoreConnection;
 
@@ -19,30 +22,32 @@ namespace {
 // No text of a query reaches the database: these are all that it is asked. They name the graph,
 // since to look through all graphs takes half as long again.
 constexpr char ByParty[] =
-    "SELECT ?comm FROM <" KORVASYNC_GRAPH "> WHERE { ?comm a nmo:CommunicationChannel ;"
-    " nie:subject ~account ; nie:generator ~party }";
+    "SELECT ?comm ?remoteId FROM <" KORVASYNC_GRAPH "> WHERE { ?comm a nmo:CommunicationChannel ;"
+    " nie:subject ~account ; nie:generator ?remoteId . FILTER (?remoteId = ~party) }";
 
 // No number is as long as the parties that are passed over, and those take long to match.
 constexpr char ByExpression[] =
-    "SELECT ?comm FROM <" KORVASYNC_GRAPH "> WHERE { ?comm a nmo:CommunicationChannel ;"
+    "SELECT ?comm ?remoteId FROM <" KORVASYNC_GRAPH "> WHERE { ?comm a nmo:CommunicationChannel ;"
     " nie:subject ~account ; nie:generator ?remoteId ."
     " FILTER (STRLEN(?remoteId) <= 1000 && REGEX(?remoteId, ~party)) }";
 
-//! \return false when the store cannot be read
+//! Hands out the conversation and the party of each row; false when the store cannot be read.
 bool find(StoreConnection &connection, const char *text, const QString &account,
-          const QString &party, QStringList *rows)
+          const QByteArray &party,
+          const std::function<void(const char *conversation, const char *remoteId)> &take)
 {
     TrackerSparqlStatement *statement = connection.statement(text);
     if (!statement)
         return false;
     tracker_sparql_statement_bind_string(statement, "account",
                                          CommHistory::toStoredText(account).constData());
-    tracker_sparql_statement_bind_string(statement, "party",
-                                         CommHistory::toStoredText(party).constData());
+    tracker_sparql_statement_bind_string(statement, "party", party.constData());
     const auto cursor = connection.execute(statement);
     auto step = connection.next(cursor.get());
-    for (; step == StoreConnection::Step::Row; step = connection.next(cursor.get()))
-        rows->append(QString::fromUtf8(tracker_sparql_cursor_get_string(cursor.get(), 0, nullptr)));
+    for (; step == StoreConnection::Step::Row; step = connection.next(cursor.get())) {
+        take(tracker_sparql_cursor_get_string(cursor.get(), 0, nullptr),
+             tracker_sparql_cursor_get_string(cursor.get(), 1, nullptr));
+    }
     return step == StoreConnection::Step::End;
 }
 
@@ -52,10 +57,19 @@ bool find(StoreConnection &connection, const char *text, const QString &account,
 void answer(StoreConnection &connection, const ConversationQuery &query,
             QSparqlResultPrivate *result)
 {
-    result->hasError = !find(connection, ByParty, query.account, query.party, &result->rows);
+    const QByteArray party = CommHistory::toStoredText(query.party);
+    // Texts are equal to the database that differ in signs which nobody sees.
+    const auto takeOwn = [&](const char *conversation, const char *remoteId) {
+        if (party == remoteId)
+            result->rows.append(QString::fromUtf8(conversation));
+    };
+    const auto takeAny = [&](const char *conversation, const char *) {
+        result->rows.append(QString::fromUtf8(conversation));
+    };
+    result->hasError = !find(connection, ByParty, query.account, party, takeOwn);
     if (!result->hasError && result->rows.isEmpty() && !query.expression.isNull())
-        result->hasError =
-            !find(connection, ByExpression, query.account, query.expression, &result->rows);
+        result->hasError = !find(connection, ByExpression, query.account,
+                                 CommHistory::toStoredText(query.expression), takeAny);
 }
 
 } // namespace

@@ -20,6 +20,8 @@ private Q_SLOTS:
     void anExistingOneIsHandedBack();
     void twinsInOneRequestAreOne();
     void partiesAreComparedAsTexts();
+    void namesThatLookAlikeAreNotOne_data();
+    void namesThatLookAlikeAreNotOne();
     void aConversationOfManyIsNotThatOfItsLast();
     void reportsKeepTheOrderOfTheRequest();
     void anEmptyRequestIsReportedOnce();
@@ -135,6 +137,31 @@ void TestConversations::partiesAreComparedAsTexts()
     QCOMPARE(ids.size(), 2);
     QVERIFY(ids.at(0) != ids.at(1));
     QCOMPARE(addGroups({group(account, {remote})}), QList<int>{ids.at(0)});
+}
+
+void TestConversations::namesThatLookAlikeAreNotOne_data()
+{
+    QTest::addColumn<QString>("other");
+    QTest::newRow("control character") << QStringLiteral("Caf\u0012\u00e9");
+    QTest::newRow("blank of no width") << QStringLiteral("Caf\u200b\u00e9");
+    QTest::newRow("direction") << QStringLiteral("\u202dCaf\u00e9");
+    QTest::newRow("accent of its own") << QStringLiteral("Cafe\u0301");
+}
+
+void TestConversations::namesThatLookAlikeAreNotOne()
+{
+    QFETCH(QString, other);
+    const QString account = QString::fromLatin1(QTest::currentDataTag());
+    const QString name = QStringLiteral("Caf\u00e9");
+    const QList<int> ids = addGroups({group(account, {name})});
+    QCOMPARE(ids.size(), 1);
+    QCOMPARE(find(account, other), QStringList());
+    const QList<int> others = addGroups({group(account, {other})});
+    QCOMPARE(others.size(), 1);
+    QVERIFY(others != ids);
+    QCOMPARE(find(account, other), QStringList{uri(others.first())});
+    QCOMPARE(find(account, name), QStringList{uri(ids.first())});
+    QCOMPARE(addGroups({group(account, {name}), group(account, {other})}), ids + others);
 }
 
 void TestConversations::aConversationOfManyIsNotThatOfItsLast()
