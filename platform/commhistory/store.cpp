@@ -202,8 +202,9 @@ StoreProblem Store::open(Access access)
         return problem;
     // Reading, too, needs a directory that can be written: the database keeps the logs that
     // its readers and writers share there.
-    if (!m_directory.claim(m_lock))
-        return StoreProblem::NoAccess;
+    problem = m_directory.claim(m_lock);
+    if (problem != StoreProblem::None)
+        return problem;
     // Somebody waits for a read in the event loop, perhaps for one after the other.
     if (access != Access::Write && !m_busy.hasExpired())
         return StoreProblem::Busy;

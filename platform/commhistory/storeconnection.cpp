@@ -7,8 +7,8 @@
 #include "storelock_p.h"
 
 #include <QtCore/QFile>
-#include <QtCore/QFileInfo>
 
+#include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
 #include <sqlite3.h>
@@ -25,6 +25,7 @@ constexpr char OntologyUri[] = "resource:///org/korvasync/ontology";
 //! The database library keeps each graph in a file of its own. A transaction reaches the
 //! main file first: what a crash can leave is an unused name, never an event without one.
 constexpr const char *DatabaseFiles[] = {"meta.db", "urn%3Akorvasync%3Ahistory.db"};
+constexpr const char *OtherFiles[] = {"ontologies.gvdb", ".meta.isrunning"};
 
 //! An error that is out parameter and owner in one.
 class Error
@@ -100,16 +101,25 @@ QString filePath(const QString &databasePath, const char *name)
 
 QByteArray eventUri(int id) { return "event:" + QByteArray::number(id); }
 
-StoreProblem StoreConnection::checkFiles(const QString &databasePath)
+StoreProblem StoreConnection::checkFiles(const QVector<OwnDirectory::Entry> &files)
 {
     for (const char *name : DatabaseFiles) {
-        const QFileInfo file(filePath(databasePath, name));
-        if (!file.exists())
+        const auto file =
+            std::find_if(files.cbegin(), files.cend(),
+                         [name](const OwnDirectory::Entry &entry) { return entry.name == name; });
+        if (file == files.cend())
             return StoreProblem::LostDatabase;
-        if (file.size() == 0)
+        if (file->status.st_size == 0)
             return StoreProblem::Damaged;
     }
     return StoreProblem::None;
+}
+
+bool StoreConnection::isDatabaseFile(const QByteArray &name)
+{
+    const auto isPrefix = [&](const char *file) { return name.startsWith(file); };
+    return std::any_of(std::begin(DatabaseFiles), std::end(DatabaseFiles), isPrefix)
+        || std::any_of(std::begin(OtherFiles), std::end(OtherFiles), isPrefix);
 }
 
 StoreProblem StoreConnection::probeFiles(const QString &databasePath)
@@ -229,7 +239,8 @@ bool StoreConnection::syncToDisk() const
 {
     for (const char *name : DatabaseFiles) {
         const QString path = filePath(m_directory.databasePath(), name) + QLatin1String("-wal");
-        const int file = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
+        const int file =
+            ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NOFOLLOW | O_CLOEXEC);
         if (file < 0 && errno == ENOENT)
             continue;
         const bool synced = file >= 0 && ::fdatasync(file) == 0;

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "owndirectory_p.h"
 #include "storedirectory_p.h"
 
 #include <QtCore/QByteArray>
@@ -42,7 +43,9 @@ public:
 
     //! What check() says of the files of a database: a missing or empty one would be taken
     //! for a fresh database.
-    static StoreProblem checkFiles(const QString &databasePath);
+    static StoreProblem checkFiles(const QVector<OwnDirectory::Entry> &files);
+    //! Whether the database library makes files of this name.
+    static bool isDatabaseFile(const QByteArray &name);
     //! Whether the files can be opened now. The lock must be held.
     static StoreProblem probeFiles(const QString &databasePath);
     static bool createDatabase(const QString &databasePath);

@@ -4,14 +4,15 @@
 #include "storedirectory_p.h"
 
 #include "logging_p.h"
+#include "owndirectory_p.h"
 #include "storeconnection_p.h"
 #include "storelock_p.h"
 
 #include <QtCore/QDir>
-#include <QtCore/QDirIterator>
-#include <QtCore/QSaveFile>
+#include <QtCore/QFile>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -21,12 +22,16 @@ namespace CommHistory {
 
 namespace {
 
+using Entry = OwnDirectory::Entry;
+
 constexpr char MarkerName[] = "korvasync-store";
+constexpr char NewMarkerName[] = "korvasync-store.new";
+constexpr char DatabaseName[] = "db";
 constexpr char NewDatabaseName[] = "db.new";
 constexpr char LockName[] = "lock";
 // Raised with every change of the ontology: the database library would bring a store in
 // silence to the ontology of the program that opens it, an older one's too.
-constexpr char Format[] = "1";
+constexpr char MarkerLine[] = "1\n";
 
 constexpr mode_t OthersMask = S_IRWXG | S_IRWXO;
 
@@ -50,6 +55,12 @@ QString sentence(StoreProblem problem)
     case StoreProblem::NoAccess:
         return QStringLiteral("The store in %1 cannot be accessed; check its owner, its "
                               "permissions and that its disk is there and writable.");
+    case StoreProblem::OtherOwner:
+        return QStringLiteral("The store in %1 belongs to another user, or the link to it does; "
+                              "work as its owner, or name a directory of your own.");
+    case StoreProblem::ForeignFiles:
+        return QStringLiteral("The store in %1 holds a link, a pipe or another user's file; "
+                              "take it out, or restore the directory from a backup.");
     case StoreProblem::Busy:
         return QStringLiteral("The store in %1 is kept busy by another process; end that "
                               "process or try again later.");
@@ -67,38 +78,78 @@ QString sentence(StoreProblem problem)
     return QString();
 }
 
-//! Whether nothing is there but the remains of an interrupted creation, which begins with
-//! the lock.
-bool isEmpty(const QDir &directory)
+bool areOwn(const QVector<Entry> &entries)
 {
-    const auto filters = QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
-    const QStringList names = directory.entryList(filters);
-    return names.isEmpty()
-        || (names.contains(QLatin1String(LockName))
-            && std::all_of(names.cbegin(), names.cend(), [](const QString &name) {
-                   return name == QLatin1String(LockName) || name == QLatin1String(NewDatabaseName)
-                       || name.startsWith(QLatin1String(MarkerName)); // of an unfinished marker
-               }));
+    return std::all_of(entries.cbegin(), entries.cend(),
+                       [](const Entry &entry) { return entry.isOwn(); });
 }
 
-//! Closes one file or directory to other users; true when it is closed.
-bool close(const QString &path)
+bool contains(const QVector<Entry> &entries, const char *name)
 {
-    const QByteArray name = QFile::encodeName(path);
-    struct stat status;
-    if (::stat(name.constData(), &status) != 0)
-        return false;
-    return (status.st_mode & OthersMask) == 0
-        || ::chmod(name.constData(), status.st_mode & S_IRWXU) == 0;
+    return std::any_of(entries.cbegin(), entries.cend(),
+                       [name](const Entry &entry) { return entry.name == name; });
 }
 
-void syncDirectory(const QString &path)
+//! Whether a directory holds nothing but files that the database library makes, or has become
+//! that of a store meanwhile.
+bool isDatabase(const OwnDirectory &directory)
 {
-    const int directory = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
-    if (directory < 0)
+    if (directory.state() == OwnDirectory::State::Absent)
+        return true;
+    QVector<Entry> files;
+    return directory.state() == OwnDirectory::State::Open && directory.list(&files) && areOwn(files)
+        && std::all_of(files.cbegin(), files.cend(), [](const Entry &file) {
+               return S_ISREG(file.status.st_mode) && StoreConnection::isDatabaseFile(file.name);
+           });
+}
+
+//! Whether nothing is there but what an interrupted creation leaves, which begins with the
+//! lock.
+bool isEmpty(const OwnDirectory &directory, const QVector<Entry> &entries)
+{
+    const auto isLeftOver = [&](const Entry &entry) {
+        if (entry.name == NewDatabaseName)
+            return isDatabase(OwnDirectory(directory, NewDatabaseName));
+        return S_ISREG(entry.status.st_mode)
+            && (entry.name == LockName || entry.name.startsWith(MarkerName));
+    };
+    return entries.isEmpty()
+        || (contains(entries, LockName) && areOwn(entries)
+            && std::all_of(entries.cbegin(), entries.cend(), isLeftOver));
+}
+
+//! Closes what is in a directory, and the directory itself, to other users as far as the
+//! system lets us.
+void closeToOthers(const OwnDirectory &directory)
+{
+    QVector<Entry> entries;
+    if (directory.state() != OwnDirectory::State::Open || !directory.list(&entries))
         return;
-    ::fsync(directory);
-    ::close(directory);
+    directory.makePrivate();
+    for (const Entry &entry : std::as_const(entries)) {
+        if (!entry.isOwn())
+            continue;
+        if (S_ISDIR(entry.status.st_mode))
+            closeToOthers(OwnDirectory(directory, entry.name.constData()));
+        else if (entry.status.st_mode & OthersMask)
+            ::fchmodat(directory.descriptor(), entry.name.constData(),
+                       entry.status.st_mode & S_IRWXU, 0);
+    }
+}
+
+//! Writes the whole marker or, where that fails, none.
+bool writeMarker(const OwnDirectory &directory)
+{
+    const int file =
+        ::openat(directory.descriptor(), NewMarkerName,
+                 O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW | O_CLOEXEC, S_IRUSR | S_IWUSR);
+    if (file < 0)
+        return false;
+    constexpr ssize_t size = sizeof(MarkerLine) - 1;
+    const bool isWritten = ::write(file, MarkerLine, size) == size && ::fsync(file) == 0;
+    return ::close(file) == 0 && isWritten
+        && ::renameat(directory.descriptor(), NewMarkerName, directory.descriptor(), MarkerName)
+        == 0;
 }
 
 } // namespace
@@ -108,80 +159,101 @@ void warnAbout(StoreProblem problem, const QString &directory)
     qCWarning(lcStore).noquote() << sentence(problem).arg(QDir::toNativeSeparators(directory));
 }
 
-QString StoreDirectory::filePath(const char *name) const
-{
-    return m_path + QLatin1Char('/') + QLatin1String(name);
-}
+QByteArray StoreDirectory::encodedPath() const { return QFile::encodeName(m_path); }
 
 StoreProblem StoreDirectory::check() const
 {
-    struct stat status;
-    if (::stat(QFile::encodeName(m_path).constData(), &status) != 0)
-        return errno == ENOENT ? StoreProblem::Absent : StoreProblem::NoAccess;
-    if (!S_ISDIR(status.st_mode))
+    const OwnDirectory directory(encodedPath());
+    switch (directory.state()) {
+    case OwnDirectory::State::Absent:
+        return StoreProblem::Absent;
+    case OwnDirectory::State::NotADirectory:
         return StoreProblem::NotAStore;
-    if (::access(QFile::encodeName(m_path).constData(), R_OK | X_OK) != 0)
+    case OwnDirectory::State::OtherOwner:
+        return StoreProblem::OtherOwner;
+    case OwnDirectory::State::NoAccess:
         return StoreProblem::NoAccess;
-    if (QFileInfo::exists(filePath(MarkerName)))
-        return checkMarker();
-    return isEmpty(QDir(m_path)) ? StoreProblem::Absent : StoreProblem::NotAStore;
+    case OwnDirectory::State::Open:
+        break;
+    }
+    QVector<Entry> entries;
+    if (!directory.list(&entries))
+        return StoreProblem::NoAccess;
+    if (!contains(entries, MarkerName))
+        return isEmpty(directory, entries) ? StoreProblem::Absent : StoreProblem::NotAStore;
+    if (!areOwn(entries))
+        return StoreProblem::ForeignFiles;
+    return checkMarker(directory);
 }
 
-StoreProblem StoreDirectory::checkMarker() const
+StoreProblem StoreDirectory::checkMarker(const OwnDirectory &directory) const
 {
-    QFile marker(filePath(MarkerName));
-    if (!marker.open(QIODevice::ReadOnly))
+    constexpr std::size_t most = 64;
+    std::array<char, most> bytes;
+    const int marker =
+        ::openat(directory.descriptor(), MarkerName, O_RDONLY | O_NOFOLLOW | O_CLOEXEC);
+    if (marker < 0)
         return StoreProblem::NoAccess;
-    if (marker.read(64).trimmed() != Format)
+    const ssize_t size = ::read(marker, bytes.data(), bytes.size());
+    ::close(marker);
+    if (size < 0)
+        return StoreProblem::ReadFailed;
+    if (QByteArray(bytes.data(), int(size)).trimmed() != QByteArray(MarkerLine).trimmed())
         return StoreProblem::UnknownFormat;
-    if (QFileInfo::exists(databasePath()))
-        return StoreConnection::checkFiles(databasePath());
-    return QFileInfo::exists(filePath(NewDatabaseName)) ? StoreProblem::None
-                                                        : StoreProblem::LostDatabase;
+    // In this order, since another process may just give the one the name of the other.
+    const OwnDirectory complete(directory, NewDatabaseName);
+    const OwnDirectory database(directory, DatabaseName);
+    if (database.state() == OwnDirectory::State::Absent) {
+        return complete.state() == OwnDirectory::State::Open ? StoreProblem::None
+                                                             : StoreProblem::LostDatabase;
+    }
+    QVector<Entry> files;
+    if (database.state() != OwnDirectory::State::Open || !database.list(&files))
+        return StoreProblem::NoAccess;
+    return areOwn(files) ? StoreConnection::checkFiles(files) : StoreProblem::ForeignFiles;
 }
 
-bool StoreDirectory::claim(StoreLock &lock) const
+StoreProblem StoreDirectory::claim(StoreLock &lock) const
 {
-    if (!QDir().mkpath(QFileInfo(m_path).absolutePath()))
-        return false;
-    if (::mkdir(QFile::encodeName(m_path).constData(), S_IRWXU) != 0 && errno != EEXIST)
-        return false;
-    return close(m_path) && lock.open(filePath(LockName));
+    const QByteArray path = encodedPath();
+    makeParents(path);
+    if (::mkdir(path.constData(), S_IRWXU) != 0 && errno != EEXIST)
+        return StoreProblem::NoAccess;
+    const OwnDirectory directory(path);
+    if (directory.state() == OwnDirectory::State::OtherOwner)
+        return StoreProblem::OtherOwner;
+    const bool isOpen = directory.state() == OwnDirectory::State::Open && directory.makePrivate()
+        && lock.open(directory, path + '/' + LockName);
+    return isOpen ? StoreProblem::None : StoreProblem::NoAccess;
 }
 
-void StoreDirectory::makePrivate() const
-{
-    close(m_path);
-    const auto filters = QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot;
-    QDirIterator entry(m_path, filters, QDirIterator::Subdirectories);
-    while (entry.hasNext())
-        close(entry.next());
-}
+void StoreDirectory::makePrivate() const { closeToOthers(OwnDirectory(encodedPath())); }
 
 StoreProblem StoreDirectory::create() const
 {
-    const QString database = filePath(NewDatabaseName);
-    if (!QDir(database).removeRecursively()
-        || ::mkdir(QFile::encodeName(database).constData(), S_IRWXU) != 0)
+    const OwnDirectory directory(encodedPath());
+    const QString database = m_path + QLatin1Char('/') + QLatin1String(NewDatabaseName);
+    if (!directory.remove(NewDatabaseName)
+        || ::mkdirat(directory.descriptor(), NewDatabaseName, S_IRWXU) != 0)
         return StoreProblem::WriteFailed;
-    if (!StoreConnection::createDatabase(database)) {
-        QDir(database).removeRecursively();
+    if (!StoreConnection::createDatabase(database)
+        || !OwnDirectory(directory, NewDatabaseName).sync() || !writeMarker(directory)) {
+        directory.remove(NewDatabaseName);
         return StoreProblem::WriteFailed;
     }
-    QSaveFile marker(filePath(MarkerName));
-    if (!marker.open(QIODevice::WriteOnly) || marker.write(Format) < 0 || marker.write("\n") < 0
-        || !marker.commit())
-        return StoreProblem::WriteFailed;
     return finishCreation();
 }
 
 StoreProblem StoreDirectory::finishCreation() const
 {
-    if (!QFileInfo::exists(databasePath())
-        && !QDir().rename(filePath(NewDatabaseName), databasePath()))
-        return StoreProblem::WriteFailed;
-    syncDirectory(m_path);
-    return StoreProblem::None;
+    const OwnDirectory directory(encodedPath());
+    if (OwnDirectory(directory, DatabaseName).state() != OwnDirectory::State::Absent)
+        return StoreProblem::None;
+    const bool isDone =
+        ::renameat(directory.descriptor(), NewDatabaseName, directory.descriptor(), DatabaseName)
+            == 0
+        && ::fsync(directory.descriptor()) == 0;
+    return isDone ? StoreProblem::None : StoreProblem::WriteFailed;
 }
 
 } // namespace CommHistory

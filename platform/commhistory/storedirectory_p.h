@@ -7,6 +7,7 @@
 
 namespace CommHistory {
 
+class OwnDirectory;
 class StoreLock;
 
 //! Why a store cannot be used; each has one sentence for the user.
@@ -17,6 +18,8 @@ enum class StoreProblem {
     UnknownFormat, //!< the marker names a format that this version does not know
     LostDatabase,  //!< there is a marker but no database
     NoAccess,      //!< the system does not let this user in
+    OtherOwner,    //!< the directory, or the link to it, is another user's
+    ForeignFiles,  //!< a link or another user's file is in the directory
     Busy,          //!< another process kept the lock
     Damaged,       //!< the database cannot be opened
     ReadFailed,
@@ -36,6 +39,9 @@ void warnAbout(StoreProblem problem, const QString &directory);
 //! A new database is built in db.new; then the marker is written, then db.new becomes db.
 //! So a creation that was interrupted is told from a store that lost its database: without
 //! a marker there was nothing yet, with a marker db.new is complete.
+//!
+//! The directory and all that is in it belong to this user, and nothing in it is a link: what
+//! another user could lead elsewhere is refused before anything is opened, made or removed.
 class StoreDirectory
 {
 public:
@@ -45,12 +51,12 @@ public:
     }
 
     QString path() const { return m_path; }
-    QString databasePath() const { return filePath("db"); }
+    QString databasePath() const { return m_path + QLatin1String("/db"); }
 
     //! Whether there is a store and what is wrong with it. Changes nothing.
     StoreProblem check() const;
     //! Makes the directory when it is absent, closes it to other users and opens the lock.
-    bool claim(StoreLock &lock) const;
+    StoreProblem claim(StoreLock &lock) const;
     //! Closes what is there to other users, as far as the system lets us.
     void makePrivate() const;
     //! Makes a store of a directory where check() says Absent. The lock must be held.
@@ -59,8 +65,8 @@ public:
     StoreProblem finishCreation() const;
 
 private:
-    QString filePath(const char *name) const;
-    StoreProblem checkMarker() const;
+    QByteArray encodedPath() const;
+    StoreProblem checkMarker(const OwnDirectory &directory) const;
 
     QString m_path;
 };

@@ -3,8 +3,9 @@
 
 #include "storelock_p.h"
 
+#include "owndirectory_p.h"
+
 #include <QtCore/QDeadlineTimer>
-#include <QtCore/QFile>
 #include <QtCore/QThread>
 
 #include <cerrno>
@@ -56,11 +57,13 @@ void StoreLock::close()
     m_file = -1;
 }
 
-bool StoreLock::open(const QString &path)
+bool StoreLock::open(const OwnDirectory &directory, const QByteArray &path)
 {
     close();
-    m_path = QFile::encodeName(path);
-    m_file = ::open(m_path.constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
+    m_path = path;
+    const QByteArray name = path.mid(path.lastIndexOf('/') + 1);
+    m_file = ::openat(directory.descriptor(), name.constData(),
+                      O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, S_IRUSR | S_IWUSR);
     return m_file >= 0;
 }
 

@@ -4,9 +4,10 @@
 #pragma once
 
 #include <QtCore/QByteArray>
-#include <QtCore/QString>
 
 namespace CommHistory {
+
+class OwnDirectory;
 
 //! The lock that spans the processes of one store. Waiting writers take turns, so that
 //! one that writes a lot lets the others in between its transactions. A process that dies
@@ -21,7 +22,8 @@ public:
     static constexpr int PatienceMsecs = 30000;
 
     //! Makes the lock file when it is absent. False when that is impossible.
-    bool open(const QString &path);
+    //! \param path  by which other processes find it
+    bool open(const OwnDirectory &directory, const QByteArray &path);
 
     //! False when the file that was opened is no longer the one that other processes open:
     //! the store was removed, moved or replaced.

@@ -267,12 +267,14 @@ void TestProcesses::aKilledCreationIsRedone()
 {
     // strace kills the process at a given call of one that creation makes on its way.
     const char *const stops[] = {
-        "mkdir:when=3", // the database's directory
-        "mkdir:when=4",     "fdatasync:when=1",  "fsync:when=1",  "rename:when=1",
-        "fdatasync:when=8", "fdatasync:when=11", "unlink:when=2", "unlink:when=5",
-        "unlink:when=7",    "linkat:when=1", // the marker
-        "renameat2:when=1",                  // the database takes its place
-        "fsync:when=2",
+        "mkdirat:when=1", // the database's directory
+        "fdatasync:when=1",  "fsync:when=1",  "rename:when=1", "fdatasync:when=8",
+        "fdatasync:when=11", "unlink:when=2", "unlink:when=5", "unlink:when=7",
+        "fsync:when=2", // the look at what was made
+        "fsync:when=4",      "fsync:when=7",
+        "renameat:when=1", // the marker
+        "renameat:when=2", // the database takes its place
+        "fsync:when=8",
     };
     for (const char *name : stops) {
         init();

@@ -34,7 +34,18 @@ private Q_SLOTS:
     void aDamagedDatabaseIsNotReplaced();
     void aDatabaseThatAnotherProgramHoldsIsRefused();
     void damageWithinTheRowsFailsTheRead();
-    void aStoreWithoutPermissionIsRefused();
+    void aStoreOfAnotherUserIsRefused();
+    void rootRefusesTheStoreOfAUser();
+    void anEmptyDirectoryOfAnotherUserIsRefused();
+    void aLinkOfAnotherUserIsRefused();
+    void aLinkWithinTheStoreIsRefused_data();
+    void aLinkWithinTheStoreIsRefused();
+    void aFileOfAnotherUserWithinTheStoreIsRefused_data();
+    void aFileOfAnotherUserWithinTheStoreIsRefused();
+    void whatAnUnfinishedStoreLinksToIsKept_data();
+    void whatAnUnfinishedStoreLinksToIsKept();
+    void aFolderThatOnlyLooksUnfinishedIsKept();
+    void theParentsOfAStoreAreMadeClosed();
     void aReadOnlyDiskIsRefused();
     void aFullDiskFailsTheWrite();
     void aStoreMadeOnAFullDiskIsMadeLater();
@@ -68,6 +79,14 @@ bool replace(const QString &path, const QByteArray &contents)
 {
     QFile file(path);
     return file.open(QIODevice::WriteOnly) && file.write(contents) == contents.size();
+}
+
+//! Makes another user the owner, of a link itself.
+void giveToNobody(const QString &path)
+{
+    QCOMPARE(QProcess::execute(QStringLiteral("chown"),
+                               {QStringLiteral("-h"), QStringLiteral("nobody"), path}),
+             0);
 }
 
 //! The command in a mount namespace of its own, with \a mount done before it.
@@ -291,7 +310,7 @@ void TestStoreDirectory::damageWithinTheRowsFailsTheRead()
     QVERIFY2(outcome.errors.contains(QLatin1String("cannot be read")), qPrintable(outcome.errors));
 }
 
-void TestStoreDirectory::aStoreWithoutPermissionIsRefused()
+void TestStoreDirectory::aStoreOfAnotherUserIsRefused()
 {
     makeStore();
     QFile::setPermissions(m_directory->path(), QFile::Permissions(0x7755));
@@ -302,9 +321,122 @@ void TestStoreDirectory::aStoreWithoutPermissionIsRefused()
         const auto outcome = nobody.run({verb, QStringLiteral("1")});
         QCOMPARE(outcome.first(),
                  verb == List ? QStringLiteral("refused") : QStringLiteral("failed"));
-        QVERIFY2(outcome.errors.contains(QLatin1String("cannot be accessed")),
+        QVERIFY2(outcome.errors.contains(QLatin1String("belongs to another user")),
                  qPrintable(outcome.errors));
     }
+}
+
+void TestStoreDirectory::rootRefusesTheStoreOfAUser()
+{
+    makeStore();
+    giveToNobody(m_store);
+    QVERIFY(QDir().rename(path("lock"), path("old")));
+    QVERIFY(QFile::link(m_directory->filePath(QStringLiteral("elsewhere")), path("lock")));
+    expectRefused(QStringLiteral("belongs to another user"));
+    QVERIFY(!QFileInfo::exists(m_directory->filePath(QStringLiteral("elsewhere"))));
+}
+
+void TestStoreDirectory::anEmptyDirectoryOfAnotherUserIsRefused()
+{
+    QVERIFY(QDir().mkpath(m_store));
+    giveToNobody(m_store);
+    expectRefused(QStringLiteral("belongs to another user"));
+    QVERIFY(QDir(m_store).isEmpty());
+}
+
+void TestStoreDirectory::aLinkOfAnotherUserIsRefused()
+{
+    const QString target = m_directory->filePath(QStringLiteral("target"));
+    QVERIFY(QDir().mkpath(target));
+    QVERIFY(QFile::link(target, m_store));
+    giveToNobody(m_store);
+    expectRefused(QStringLiteral("or the link to it does"));
+    QVERIFY(QDir(target).isEmpty());
+}
+
+void TestStoreDirectory::aLinkWithinTheStoreIsRefused_data()
+{
+    QTest::addColumn<QString>("name");
+    for (const char *name :
+         {"lock", "korvasync-store", "db", Meta, History, "db/meta.db-wal",
+          "db/urn%3Akorvasync%3Ahistory.db-shm", "db/ontologies.gvdb", "db.new", "else"})
+        QTest::newRow(name) << QString::fromLatin1(name);
+}
+
+// Each is moved aside and linked to, or the link leads to a file that is open to others.
+void TestStoreDirectory::aLinkWithinTheStoreIsRefused()
+{
+    QFETCH(QString, name);
+    makeStore();
+    const QString linked = path(qPrintable(name));
+    const QString target = m_directory->filePath(QStringLiteral("target"));
+    if (QFileInfo::exists(linked))
+        QVERIFY(QDir().rename(linked, target));
+    else
+        QVERIFY(replace(target, "kept"));
+    QVERIFY(QFile::link(target, linked));
+    const bool isFile = QFileInfo(target).isFile();
+    QFile::setPermissions(target, QFile::Permissions(0x7755));
+    const QByteArray before = contents(target);
+    expectRefused(QStringLiteral("holds a link"));
+    QVERIFY(QFile::permissions(target) & QFile::ReadOther);
+    QVERIFY(!isFile || contents(target) == before);
+}
+
+void TestStoreDirectory::aFileOfAnotherUserWithinTheStoreIsRefused_data()
+{
+    QTest::addColumn<QString>("name");
+    for (const char *name : {"lock", "korvasync-store", "db", Meta, History})
+        QTest::newRow(name) << QString::fromLatin1(name);
+}
+
+void TestStoreDirectory::aFileOfAnotherUserWithinTheStoreIsRefused()
+{
+    QFETCH(QString, name);
+    makeStore();
+    giveToNobody(path(qPrintable(name)));
+    expectRefused(QStringLiteral("another user's file"));
+}
+
+void TestStoreDirectory::whatAnUnfinishedStoreLinksToIsKept_data()
+{
+    QTest::addColumn<QString>("name");
+    for (const char *name : {"db.new", "db.new/meta.db", "db.new/sub", "lock", "korvasync-store.x"})
+        QTest::newRow(name) << QString::fromLatin1(name);
+}
+
+// What a first write leaves that was interrupted, but with a link where the remains are.
+void TestStoreDirectory::whatAnUnfinishedStoreLinksToIsKept()
+{
+    QFETCH(QString, name);
+    const QString precious = m_directory->filePath(QStringLiteral("precious"));
+    QVERIFY(QDir().mkpath(precious) && QDir().mkpath(path("db.new/sub")));
+    QVERIFY(QDir(path("db.new")).rmdir(QStringLiteral("sub")));
+    QVERIFY(replace(precious + QStringLiteral("/thesis"), "kept"));
+    QVERIFY(name == QLatin1String("lock") || replace(path("lock"), QByteArray()));
+    QVERIFY(name != QLatin1String("db.new") || QDir(m_store).rmdir(name));
+    QVERIFY(QFile::link(precious, path(qPrintable(name))));
+    expectRefused(QStringLiteral("is not a store and not empty"));
+    QCOMPARE(contents(precious + QStringLiteral("/thesis")), QByteArray("kept"));
+}
+
+void TestStoreDirectory::aFolderThatOnlyLooksUnfinishedIsKept()
+{
+    QVERIFY(QDir().mkpath(path("db.new")));
+    QVERIFY(replace(path("lock"), QByteArray()) && replace(path("db.new/letter"), "kept"));
+    expectRefused(QStringLiteral("is not a store and not empty"));
+    QCOMPARE(contents(path("db.new/letter")), QByteArray("kept"));
+}
+
+void TestStoreDirectory::theParentsOfAStoreAreMadeClosed()
+{
+    const QString parent = m_directory->filePath(QStringLiteral("a"));
+    const StoreProcess program(parent + QStringLiteral("/b/store"),
+                               {QStringLiteral("sh"), QStringLiteral("-c"),
+                                QStringLiteral("umask 0; exec \"$0\" \"$@\"")});
+    QCOMPARE(program.run({Add, QStringLiteral("1")}).lines.size(), 1);
+    for (const QString &made : {parent, parent + QStringLiteral("/b")})
+        QCOMPARE(QFile::permissions(made) & QFile::Permissions(0x77), QFile::Permissions());
 }
 
 void TestStoreDirectory::aReadOnlyDiskIsRefused()

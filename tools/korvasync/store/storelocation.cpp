@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <sys/stat.h>
+#include <unistd.h>
 
 static const char environmentVariable[] = "KORVASYNC_STORE";
 
@@ -28,23 +29,30 @@ StoreLocation::StoreLocation(const QString &chosen)
 }
 
 // A first write that came to nothing leaves an empty lock, and what it had begun, but no
-// marker. Anything else is somebody's.
+// marker. Anything else is somebody's, and so is a link.
 static bool isLeftByAFirstWrite(const QDir &directory)
 {
     const auto everything = QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
-    const QStringList names = directory.entryList(everything);
+    const QFileInfoList entries = directory.entryInfoList(everything);
     const QFileInfo lock(directory, QStringLiteral("lock"));
-    return names.isEmpty()
+    return entries.isEmpty()
         || (lock.isFile() && lock.size() == 0
-            && std::all_of(names.cbegin(), names.cend(), [](const QString &name) {
-                   return name == QLatin1String("lock") || name == QLatin1String("db.new")
-                       || name.startsWith(QLatin1String("korvasync-store"));
+            && std::all_of(entries.cbegin(), entries.cend(), [](const QFileInfo &entry) {
+                   const QString name = entry.fileName();
+                   return !entry.isSymLink()
+                       && (name == QLatin1String("lock") || name == QLatin1String("db.new")
+                           || name.startsWith(QLatin1String("korvasync-store")));
                }));
 }
 
 StoreLocation::State StoreLocation::state()
 {
     struct stat status;
+    if (stat(QFile::encodeName(folder).constData(), &status) == 0 && S_ISDIR(status.st_mode)
+        && status.st_uid != geteuid()) {
+        error = Text::tr("it belongs to another user");
+        return Unreachable;
+    }
     const QString marker = folder + QLatin1String("/korvasync-store");
     if (stat(QFile::encodeName(marker).constData(), &status) == 0)
         return Present;

@@ -8,9 +8,7 @@
 #include "process/interrupt.h"
 
 #include <QtCore/QDeadlineTimer>
-#include <QtCore/QDir>
 #include <QtCore/QFile>
-#include <QtCore/QFileInfo>
 #include <QtCore/QThread>
 
 #include <cerrno>
@@ -18,6 +16,13 @@
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
+
+// Closed to others, as the store itself is.
+static void makeParents(const QByteArray &path)
+{
+    for (auto end = path.indexOf('/', 1); end > 0; end = path.indexOf('/', end + 1))
+        mkdir(path.left(end).constData(), S_IRWXU);
+}
 
 StoreTurn::~StoreTurn()
 {
@@ -37,7 +42,7 @@ bool StoreTurn::open()
 {
     close();
     const QByteArray path = QFile::encodeName(location.path());
-    QDir().mkpath(QFileInfo(location.path()).absolutePath());
+    makeParents(path);
     if (mkdir(path.constData(), S_IRWXU) == 0)
         hasMadeFolder = true;
     folder = ::open(path.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
