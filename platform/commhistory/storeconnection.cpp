@@ -150,6 +150,21 @@ bool StoreConnection::createDatabase(const QString &databasePath)
     return true;
 }
 
+bool StoreConnection::isWhole(const QString &databasePath)
+{
+    const auto connection = openDatabase(databasePath);
+    if (!connection)
+        return false;
+    Error error;
+    const GPointer<TrackerSparqlCursor> cursor(tracker_sparql_connection_query(
+        connection.get(),
+        "SELECT ?event ?conversation FROM <" KORVASYNC_GRAPH "> { <urn:korvasync:ids>"
+        " kv:lastEventId ?event ; kv:lastConversationId ?conversation }",
+        nullptr, error));
+    const bool isRow = cursor && tracker_sparql_cursor_next(cursor.get(), nullptr, error);
+    return isRow && !error.isSet();
+}
+
 std::unique_ptr<StoreConnection> StoreConnection::open(const StoreDirectory &directory,
                                                        StoreLock &lock)
 {

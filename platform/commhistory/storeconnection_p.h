@@ -49,6 +49,8 @@ public:
     //! Whether the files can be opened now. The lock must be held.
     static StoreProblem probeFiles(const QString &databasePath);
     static bool createDatabase(const QString &databasePath);
+    //! Whether a new database, opened once more, holds all that createDatabase() wrote.
+    static bool isWhole(const QString &databasePath);
     //! Null when the database cannot be opened. The lock must be held.
     static std::unique_ptr<StoreConnection> open(const StoreDirectory &directory, StoreLock &lock);
 

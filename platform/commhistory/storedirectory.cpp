@@ -236,7 +236,8 @@ StoreProblem StoreDirectory::create() const
     if (!directory.remove(NewDatabaseName)
         || ::mkdirat(directory.descriptor(), NewDatabaseName, S_IRWXU) != 0)
         return StoreProblem::WriteFailed;
-    if (!StoreConnection::createDatabase(database)
+    // The database library takes some failed writes for done; only a second look tells.
+    if (!StoreConnection::createDatabase(database) || !StoreConnection::isWhole(database)
         || !OwnDirectory(directory, NewDatabaseName).sync() || !writeMarker(directory)) {
         directory.remove(NewDatabaseName);
         return StoreProblem::WriteFailed;

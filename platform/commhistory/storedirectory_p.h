@@ -38,7 +38,7 @@ void warnAbout(StoreProblem problem, const QString &directory);
 //!
 //! A new database is built in db.new; then the marker is written, then db.new becomes db.
 //! So a creation that was interrupted is told from a store that lost its database: without
-//! a marker there was nothing yet, with a marker db.new is complete.
+//! a marker there was nothing yet, with a marker db.new is complete and has been read once.
 //!
 //! The directory and all that is in it belong to this user, and nothing in it is a link: what
 //! another user could lead elsewhere is refused before anything is opened, made or removed.
