@@ -21,7 +21,7 @@ private Q_SLOTS:
     void joinsCharactersCutBetweenPieces();
     void readsMoreThanOnePiece();
     void tellsWhyAFileCannotBeRead();
-    void findsMessageFilesByName();
+    void findsMessageFilesByNameAndPassesOverTheRest();
     void takesADashForStandardInputBesideAFolderOfThatName();
     void readsSmallFilesAhead();
     void readsAsMuchAheadAsItMay();
@@ -123,7 +123,7 @@ void TestInputFile::tellsWhyAFileCannotBeRead()
     QCOMPARE(directory.error().english, QStringLiteral("Is a directory"));
 }
 
-void TestInputFile::findsMessageFilesByName()
+void TestInputFile::findsMessageFilesByNameAndPassesOverTheRest()
 {
     const QString tree = QStringLiteral("tree/");
     for (const char *name : {"b.vmg", "a/2.VMSG", "a/10.txt", "a/1.vmg", "c.jpg", ".hidden/x.vmg"})
@@ -131,13 +131,18 @@ void TestInputFile::findsMessageFilesByName()
     const QString root = folder.filePath(QStringLiteral("tree"));
     QVERIFY(QFile::link(root + QStringLiteral("/b.vmg"), root + QStringLiteral("/link.vmg")));
     QVERIFY(QFile::link(root, root + QStringLiteral("/circle")));
-    QStringList found = messageFiles({root, QStringLiteral("-"), QStringLiteral("c.jpg")});
-    found.replaceInStrings(root, QString());
+    QCOMPARE(mkfifo(QFile::encodeName(root + QStringLiteral("/pipe.vmg")).constData(), S_IRWXU), 0);
+    InputPaths found = messageFiles({root, QStringLiteral("-"), QStringLiteral("c.jpg")});
+    found.files.replaceInStrings(root, QString());
+    found.passedOver.replaceInStrings(root, QString());
     const QStringList expected{QStringLiteral("/.hidden/x.vmg"), QStringLiteral("/a/1.vmg"),
                                QStringLiteral("/a/10.txt"),      QStringLiteral("/a/2.VMSG"),
                                QStringLiteral("/b.vmg"),         QStringLiteral("-"),
                                QStringLiteral("c.jpg")};
-    QCOMPARE(found, expected);
+    QCOMPARE(found.files, expected);
+    const QStringList others{QStringLiteral("/c.jpg"), QStringLiteral("/circle"),
+                             QStringLiteral("/link.vmg"), QStringLiteral("/pipe.vmg")};
+    QCOMPARE(found.passedOver, others);
 }
 
 void TestInputFile::takesADashForStandardInputBesideAFolderOfThatName()
@@ -146,7 +151,7 @@ void TestInputFile::takesADashForStandardInputBesideAFolderOfThatName()
     const QString before = QDir::currentPath();
     const QTemporaryDir place;
     QVERIFY(QDir(place.path()).mkdir(dash) && QDir::setCurrent(place.path()));
-    const QStringList found = messageFiles({dash});
+    const QStringList found = messageFiles({dash}).files;
     QVERIFY(QDir::setCurrent(before));
     QCOMPARE(found, QStringList{dash});
 }
@@ -165,8 +170,8 @@ void TestInputFile::readsSmallFilesAhead()
                             QStringLiteral("/proc/version"), // longer than it says
                             QStringLiteral("-")};
     const QList<QByteArray> bytes{"BEGIN:VMSG\n", ""};
-    FilesAhead files([&] { return paths; });
-    QCOMPARE(files.paths(), paths);
+    FilesAhead files([&] { return InputPaths{paths, {}}; });
+    QCOMPARE(files.paths().files, paths);
     for (int i = 0; i < paths.size(); ++i) {
         const auto file = files.next();
         QVERIFY(file);
@@ -186,12 +191,12 @@ void TestInputFile::readsAsMuchAheadAsItMay()
     QStringList paths;
     for (int i = 0; i < count; ++i)
         paths += path;
-    FilesAhead files([&] { return paths; });
+    FilesAhead files([&] { return InputPaths{paths, {}}; });
     for (int i = 0; i < count; ++i)
         QCOMPARE(files.next()->bytes, bytes);
     QVERIFY(!files.next());
     // One that nobody takes from comes to its end as well.
-    FilesAhead ended([&] { return paths; });
+    FilesAhead ended([&] { return InputPaths{paths, {}}; });
     QVERIFY(ended.next());
 }
 

@@ -3,6 +3,8 @@
 
 #include "clientprocess.h"
 
+#include <QtCore/QDir>
+#include <QtCore/QFile>
 #include <QtTest/QTest>
 
 // "verify".
@@ -23,6 +25,9 @@ private Q_SLOTS:
     void agreesWithAddOverTheSamples();
     void tellsOfAFileThatCannotBeRead();
     void takesTheFolderOfTheMessages();
+    void failsWhenThereIsNothingToLookFor_data();
+    void failsWhenThereIsNothingToLookFor();
+    void namesAndCountsWhatItPassesOver();
 };
 
 static const QByteArray hello = vMessage("INBOX", "20101103T142530Z", "+15550100", "Hello");
@@ -186,6 +191,73 @@ void TestVerify::takesTheFolderOfTheMessages()
     QCOMPARE(client.run(verify({text("-")}), nowhere).exitCode, 1);
     QCOMPARE(client.run(verify({text("--folder"), text("inbox"), text("-")}), nowhere).exitCode, 0);
     QCOMPARE(client.run(verify({text("--folder"), text("my"), text("-")}), nowhere).exitCode, 1);
+}
+
+void TestVerify::failsWhenThereIsNothingToLookFor_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QByteArray>("told");
+    QTest::addColumn<QByteArray>("passedOver");
+    QTest::newRow("no bytes") << QStringList{text("-")} << QByteArray("korvasync: - is empty\n")
+                              << QByteArray();
+    QTest::newRow("empty file") << QStringList{text("empty.vmg")}
+                                << QByteArray("korvasync: empty.vmg is empty\n") << QByteArray();
+    QTest::newRow("empty backup") << QStringList{text("none.xml")}
+                                  << QByteArray("korvasync: none.xml is empty\n") << QByteArray();
+    QTest::newRow("empty folder") << QStringList{text("bare")} << QByteArray() << QByteArray();
+    QTest::newRow("folder of other files")
+        << QStringList{text("photos")}
+        << QByteArray("korvasync: passed over: photos/1.jpg\n"
+                      "korvasync: passed over: photos/more/messages.zip\n")
+        << QByteArray(",\"passed over\":2");
+}
+
+// "Everything is there" would be said of nothing.
+void TestVerify::failsWhenThereIsNothingToLookFor()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QByteArray, told);
+    QFETCH(QByteArray, passedOver);
+    ClientProcess client;
+    client.workingDirectory = client.filePath(QString());
+    client.fill(hello);
+    client.write(text("empty.vmg"), QByteArray());
+    client.write(text("none.xml"), "<smses count=\"0\"></smses>");
+    client.write(text("photos/1.jpg"), "x");
+    client.write(text("photos/more/messages.zip"), "x");
+    QVERIFY(QDir(client.workingDirectory).mkdir(text("bare")));
+    const auto outcome = client.run(verify(arguments));
+    QCOMPARE(outcome.exitCode, 1);
+    QCOMPARE(outcome.errors,
+             told
+                 + "korvasync: there was no message and no call to look for; name the files "
+                   "that were added\n");
+    QCOMPARE(outcome.output,
+             "{\"summary\":{\"read\":0,\"present\":0,\"missing\":0,\"refused\":0,\"failed\":0"
+                 + passedOver + "}}\n");
+}
+
+void TestVerify::namesAndCountsWhatItPassesOver()
+{
+    ClientProcess client;
+    client.workingDirectory = client.filePath(QString());
+    client.write(text("phone/a.vmg"), hello);
+    client.write(text("phone/a\nb.jpg"), "x");
+    QVERIFY(QFile::link(text("a.vmg"), client.filePath(text("phone/link.vmg"))));
+    const QByteArray told("korvasync: passed over: phone/a\xE2\x86\xB5"
+                          "b.jpg\nkorvasync: passed over: phone/link.vmg\n");
+    const auto added = client.run({text("add"), text("phone")});
+    QCOMPARE(added.exitCode, 0);
+    QCOMPARE(added.errors, told);
+    QCOMPARE(added.output,
+             QByteArray("added  1  phone/a.vmg:1\n"
+                        "1 read, 1 added, 0 present, 0 refused, 0 failed, 2 passed over\n"));
+    const auto verified = client.run({text("verify"), text("phone")});
+    QCOMPARE(verified.exitCode, 0);
+    QCOMPARE(verified.errors, told);
+    QCOMPARE(verified.output,
+             QByteArray("1 read, 1 present, 0 missing, 0 refused, 0 failed, 2 passed over\n"));
+    QCOMPARE(client.run({text("verify"), text("-qq"), text("phone")}).errors, QByteArray());
 }
 
 QTEST_GUILESS_MAIN(TestVerify)

@@ -278,6 +278,8 @@ template <typename Kind>
 ExitCode Adding<Kind>::finish()
 {
     progress.end();
+    if (isWholeInput)
+        results.notePassedOver(judging.passedOver());
     if (invocation.global.quiet == 0)
         results.printSummary(isWholeInput);
     results.warnOfRefusals();

@@ -74,7 +74,7 @@ ExitCode add(const Invocation &invocation)
         arguments = QStringList{QStringLiteral("-")};
     DuplicateIndex index;
     AddableCalls calls(invocation, options.localZone, index);
-    FilesAhead files([&] { return arguments; });
+    FilesAhead files([&] { return InputPaths{arguments, {}}; });
     return Adding(invocation, options, calls, files).run();
 }
 

@@ -64,12 +64,16 @@ public:
     //! \param goesOn  asked before each item
     //! \param take    gets a result with source and detail, the item, and its bytes
     //! \param keep    gets what is left of an earlier file of rejects, before the next item
-    //! \return whether all was read to its end; else nobody knows how much is left
+    //! \return whether all was read to its end; else nobody knows how much is left, nor what was
+    //!         passed over
     template <typename GoesOn, typename Take, typename Keep>
     bool run(const GoesOn &goesOn, const Take &take, const Keep &keep);
 
     //! The file that the item in hand is in.
     QString path() const { return currentPath; }
+
+    //! What stands in folders and was not read.
+    QStringList passedOver() { return files.paths().passedOver; }
 
     //! How far it is, from 0 to 1; none = not known.
     std::optional<double> partDone();
@@ -114,7 +118,7 @@ std::optional<double> Judging<Kind>::partDone()
 {
     if (!bytesTotal) {
         bytesTotal = 0;
-        const QStringList paths = files.paths();
+        const QStringList paths = files.paths().files;
         if (!paths.contains(QLatin1String("-"))) {
             for (const QString &path : paths)
                 *bytesTotal += FileName::size(path);

@@ -52,10 +52,17 @@ ExitCode Verifying::run()
                                             const QByteArray &) { take(result, judged); },
                                      [](const QByteArray &) {});
     progress.end();
+    if (isWhole)
+        results.notePassedOver(judging.passedOver());
     if (invocation.global.quiet == 0)
         results.printSummary(isWhole);
     results.warnOfRefusals();
-    return worse(trouble, results.exitCode());
+    const bool foundNothing = isWhole && results.count() == 0;
+    if (foundNothing) {
+        Diagnostics::error(Text::tr("there was no message and no call to look for; name the files "
+                                    "that were added"));
+    }
+    return worse(trouble, foundNothing ? SomeNotDone : results.exitCode());
 }
 
 bool Verifying::goesOn() const
@@ -128,7 +135,8 @@ Command verifyCommand()
                   "the --from, --assume-tz and --folder with which they were added."),
          {"korvasync verify old-phone/",
           "korvasync calls list -o entries | korvasync verify --store /media/store -"},
-         Text::tr("Exit codes: 0 everything is there, 1 something is missing or refused, 2 usage, "
-                  "3 the store cannot be read, 5 it gave no answer.")},
+         Text::tr("Exit codes: 0 everything is there, 1 something is missing or refused, or there "
+                  "was nothing to look for, 2 usage, 3 the store cannot be read, 5 it gave no "
+                  "answer.")},
         GlobalOptions::ShowsProgress};
 }

@@ -38,7 +38,7 @@ static int sizeHeld(const FilesAhead::File &file)
     return size + static_cast<int>(file.bytes.size());
 }
 
-FilesAhead::FilesAhead(std::function<QStringList()> find)
+FilesAhead::FilesAhead(std::function<InputPaths()> find)
     : thread([this, find = std::move(find)] { run(find); })
 {
 }
@@ -66,22 +66,22 @@ std::optional<FilesAhead::File> FilesAhead::next()
     return file;
 }
 
-QStringList FilesAhead::paths()
+InputPaths FilesAhead::paths()
 {
     std::unique_lock<std::mutex> locker(mutex);
     changed.wait(locker, [this] { return found.has_value(); });
     return *found;
 }
 
-void FilesAhead::run(const std::function<QStringList()> &find)
+void FilesAhead::run(const std::function<InputPaths()> &find)
 {
-    const QStringList paths = find();
+    const InputPaths paths = find();
     {
         const std::lock_guard<std::mutex> locker(mutex);
         found = paths;
     }
     changed.notify_all();
-    for (const QString &path : paths) {
+    for (const QString &path : paths.files) {
         if (!append({path, bytesOf(path)}))
             return;
     }

@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "inputpaths.h"
+
 #include <QtCore/QByteArray>
 #include <QtCore/QStringList>
 
@@ -25,23 +27,23 @@ public:
     };
 
     //! \param find  gives the paths, of which "-" is standard input; called in the other thread
-    explicit FilesAhead(std::function<QStringList()> find);
+    explicit FilesAhead(std::function<InputPaths()> find);
     ~FilesAhead();
 
     //! The next file; nothing behind the last one.
     std::optional<File> next();
 
-    //! Of all files. Waits until they are found.
-    QStringList paths();
+    //! Of all files, and of what is none. Waits until they are found.
+    InputPaths paths();
 
 private:
     Q_DISABLE_COPY(FilesAhead)
-    void run(const std::function<QStringList()> &find);
+    void run(const std::function<InputPaths()> &find);
     bool append(const File &file);
 
     std::mutex mutex; // guards all below
     std::condition_variable changed;
-    std::optional<QStringList> found;
+    std::optional<InputPaths> found;
     std::deque<File> files;
     int bytesHeld = 0;
     bool isWhole = false; // no file comes any more

@@ -25,50 +25,69 @@ bool isMessageFile(const std::string &path)
         && suffixes.contains(QByteArray::fromStdString(path.substr(dot + 1)).toLower());
 }
 
+enum Kind { MessageFile, Folder, AnythingElse };
+
 struct Found
 {
     std::string path;
-    bool isFolder;
+    Kind kind;
 };
 
+Kind kindOf(const fs::directory_entry &entry)
+{
+    std::error_code unknown; // what it is, so it cannot be read
+    if (entry.is_symlink(unknown))
+        return AnythingElse;
+    if (entry.is_directory(unknown))
+        return Folder;
+    return entry.is_regular_file(unknown) && isMessageFile(entry.path().native()) ? MessageFile
+                                                                                  : AnythingElse;
+}
+
+QString textOf(const std::string &path)
+{
+    return FileName::decode(QByteArray::fromStdString(path));
+}
+
 // Qt passes over names that are no text.
-void appendFolder(const fs::path &path, QStringList &files)
+void appendFolder(const fs::path &path, InputPaths &paths)
 {
     std::error_code error;
     std::vector<Found> all;
     for (fs::directory_iterator entry(path, error), end; !error && entry != end;
-         entry.increment(error)) {
-        std::error_code unknown; // what an entry is, which is passed over then
-        if (entry->is_symlink(unknown))
-            continue;
-        const bool isFolder = entry->is_directory(unknown);
-        if (isFolder || (entry->is_regular_file(unknown) && isMessageFile(entry->path().native())))
-            all.push_back({entry->path().native(), isFolder});
-    }
+         entry.increment(error))
+        all.push_back({entry->path().native(), kindOf(*entry)});
     if (error)
-        files += FileName::decode(QByteArray::fromStdString(path.native()));
+        paths.files += textOf(path.native());
     std::sort(all.begin(), all.end(),
               [](const Found &a, const Found &b) { return a.path < b.path; });
     for (const Found &found : all) {
-        if (found.isFolder)
-            appendFolder(found.path, files);
-        else
-            files += FileName::decode(QByteArray::fromStdString(found.path));
+        switch (found.kind) {
+        case MessageFile:
+            paths.files += textOf(found.path);
+            break;
+        case Folder:
+            appendFolder(found.path, paths);
+            break;
+        case AnythingElse:
+            paths.passedOver += textOf(found.path);
+            break;
+        }
     }
 }
 
 } // namespace
 
-QStringList messageFiles(const QStringList &arguments)
+InputPaths messageFiles(const QStringList &arguments)
 {
-    QStringList files;
+    InputPaths paths;
     for (const QString &argument : arguments) {
         const fs::path path(FileName::encode(argument).toStdString());
         std::error_code error;
         if (argument != QLatin1String("-") && fs::is_directory(path, error))
-            appendFolder(path, files);
+            appendFolder(path, paths);
         else
-            files += argument;
+            paths.files += argument;
     }
-    return files;
+    return paths;
 }

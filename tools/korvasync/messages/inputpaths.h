@@ -5,7 +5,14 @@
 
 #include <QtCore/QStringList>
 
-//! The message files that the arguments of a command mean: a folder stands for the .vmg,
-//! .vmsg, .txt and .xml files in it and below, by name, links not followed. A folder that cannot
-//! be listed stays in the list, so that reading it tells why.
-QStringList messageFiles(const QStringList &arguments);
+//! What the arguments of a command mean.
+struct InputPaths
+{
+    QStringList files;      //!< to be read, in this order
+    QStringList passedOver; //!< what stands in folders besides
+};
+
+//! A folder stands for the .vmg, .vmsg, .txt and .xml files in it and below, by name. Links in it
+//! are not followed. A folder that cannot be listed stays among the files, so that reading it tells
+//! why.
+InputPaths messageFiles(const QStringList &arguments);

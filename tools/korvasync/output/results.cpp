@@ -116,6 +116,13 @@ void Results::report(const ItemResult &result)
     output.write(asJson ? jsonOf(result) : textOf(result, wordFor(result.status)));
 }
 
+void Results::notePassedOver(const QStringList &paths)
+{
+    passedOver += int(paths.size());
+    for (const QString &path : paths)
+        Diagnostics::warn(Text::tr("passed over: %1").arg(terminalText(path)));
+}
+
 void Results::printSummary(bool isWhole)
 {
     QList<ItemResult::Status> shown{done};
@@ -130,6 +137,10 @@ void Results::printSummary(bool isWhole)
     for (const ItemResult::Status status : shown) {
         sums.add(nameOf(status), total(status));
         words += sumOf(status);
+    }
+    if (passedOver > 0) {
+        sums.add("passed over", passedOver);
+        words += Text::tr("%n passed over", nullptr, passedOver);
     }
     if (!isWhole)
         sums.addBool("complete", false);

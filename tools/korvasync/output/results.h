@@ -9,6 +9,7 @@
 
 #include <QtCore/QMap>
 #include <QtCore/QString>
+#include <QtCore/QStringList>
 
 //! What became of one item of the input.
 struct ItemResult
@@ -36,6 +37,8 @@ public:
     void report(const ItemResult &result);
     //! Counts it without a line of its own.
     void note(const ItemResult &result);
+    //! Names on stderr what was not even looked at, which is no item. The summary counts it.
+    void notePassedOver(const QStringList &paths);
     //! \param isWhole  all of the input was read
     void printSummary(bool isWhole = true);
     //! One warning for each reason for which items were not done.
@@ -54,6 +57,7 @@ private:
     const bool asJson;
     const bool isForetold;
     int read = 0;
+    int passedOver = 0;
     QMap<int, int> totals; // by ItemResult::Status
     QMap<Refusal, int> refusals;
 };

@@ -612,10 +612,6 @@ Weitere Aktionen: „calls add“ und „calls wipe“, jede mit eigenem --help.
         <translation>Dateien werden gelesen und gleiche Einträge gefunden wie von „korvasync add“; auch Einträge der Anrufliste werden gelesen. Jeder fehlende oder abgelehnte Eintrag wird genannt. Dieselben --from, --assume-tz und --folder angeben wie beim Hinzufügen.</translation>
     </message>
     <message>
-        <source>Exit codes: 0 everything is there, 1 something is missing or refused, 2 usage, 3 the store cannot be read, 5 it gave no answer.</source>
-        <translation>Exit-Codes: 0 alles ist da, 1 etwas fehlt oder wurde abgelehnt, 2 Aufruf falsch, 3 der Speicher ist nicht lesbar, 5 er antwortet nicht.</translation>
-    </message>
-    <message>
         <source>TZ names no zone that is known here; times without a zone are read with today&apos;s distance, %1: name a zone such as Europe/Helsinki</source>
         <translation>TZ nennt keine hier bekannte Zeitzone; Zeiten ohne Zone werden mit dem heutigen Abstand %1 gelesen: eine Zone wie Europe/Helsinki nennen</translation>
     </message>
@@ -1052,6 +1048,25 @@ Weitere Aktionen: „calls add“ und „calls wipe“, jede mit eigenem --help.
     <message>
         <source>%1 stays as it is, since it may hold what was neither stored nor refused; the rejects are in %2</source>
         <translation>%1 bleibt, wie es ist, da manches darin weder gespeichert noch abgelehnt sein kann; das Abgelehnte ist in %2</translation>
+    </message>
+    <message>
+        <source>there was no message and no call to look for; name the files that were added</source>
+        <translation>es gab keine Nachricht und keinen Anruf zu suchen; die Dateien nennen, die hinzugefügt wurden</translation>
+    </message>
+    <message>
+        <source>Exit codes: 0 everything is there, 1 something is missing or refused, or there was nothing to look for, 2 usage, 3 the store cannot be read, 5 it gave no answer.</source>
+        <translation>Exit-Codes: 0 alles ist da, 1 etwas fehlt oder wurde abgelehnt, oder es gab nichts zu suchen, 2 Aufruf falsch, 3 der Speicher ist nicht lesbar, 5 er antwortet nicht.</translation>
+    </message>
+    <message>
+        <source>passed over: %1</source>
+        <translation>übergangen: %1</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n passed over</source>
+        <translation>
+            <numerusform>%n übergangen</numerusform>
+            <numerusform>%n übergangen</numerusform>
+        </translation>
     </message>
 </context>
 </TS>

@@ -612,10 +612,6 @@ Otras acciones: «calls add» y «calls wipe», cada una con su --help.</transla
         <translation>Los archivos se leen, y los elementos iguales se encuentran, como con «korvasync add»; también se leen entradas del registro de llamadas. Se nombra cada elemento que falta o se rechaza. Indica los mismos --from, --assume-tz y --folder con que se añadieron.</translation>
     </message>
     <message>
-        <source>Exit codes: 0 everything is there, 1 something is missing or refused, 2 usage, 3 the store cannot be read, 5 it gave no answer.</source>
-        <translation>Códigos de salida: 0 está todo, 1 falta o se rechazó algo, 2 uso incorrecto, 3 no se puede leer el almacén, 5 no respondió.</translation>
-    </message>
-    <message>
         <source>TZ names no zone that is known here; times without a zone are read with today&apos;s distance, %1: name a zone such as Europe/Helsinki</source>
         <translation>TZ no indica ninguna zona conocida aquí; las horas sin zona se leen con la diferencia de hoy, %1: indica una zona como Europe/Helsinki</translation>
     </message>
@@ -1052,6 +1048,25 @@ Otras acciones: «calls add» y «calls wipe», cada una con su --help.</transla
     <message>
         <source>%1 stays as it is, since it may hold what was neither stored nor refused; the rejects are in %2</source>
         <translation>%1 queda como está, pues puede contener algo que ni se guardó ni se rechazó; lo rechazado está en %2</translation>
+    </message>
+    <message>
+        <source>there was no message and no call to look for; name the files that were added</source>
+        <translation>no había ningún mensaje ni llamada que buscar; indica los archivos que se añadieron</translation>
+    </message>
+    <message>
+        <source>Exit codes: 0 everything is there, 1 something is missing or refused, or there was nothing to look for, 2 usage, 3 the store cannot be read, 5 it gave no answer.</source>
+        <translation>Códigos de salida: 0 está todo, 1 falta o se rechazó algo, o no había nada que buscar, 2 uso incorrecto, 3 no se puede leer el almacén, 5 no respondió.</translation>
+    </message>
+    <message>
+        <source>passed over: %1</source>
+        <translation>pasado por alto: %1</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n passed over</source>
+        <translation>
+            <numerusform>%n pasado por alto</numerusform>
+            <numerusform>%n pasados por alto</numerusform>
+        </translation>
     </message>
 </context>
 </TS>
