@@ -18,6 +18,10 @@ private Q_SLOTS:
     void sendersAndTexts_data();
     void sendersAndTexts();
     void sendersAmongOthers();
+    void numbersOfSignsThatNobodySees_data();
+    void numbersOfSignsThatNobodySees();
+    void recipientsWithoutEnd_data();
+    void recipientsWithoutEnd();
     void sendersThatOnlyAFileCanCarry_data();
     void sendersThatOnlyAFileCanCarry();
     void patterns_data();
@@ -37,6 +41,31 @@ QJsonObject objectOf(const QByteArray &ndjson)
 QString valueOf(const QJsonObject &object, const char *key)
 {
     return object.value(QLatin1String(key)).toVariant().toString();
+}
+
+//! The status of each item and why it was refused.
+QByteArrayList resultsOf(const QByteArray &ndjson)
+{
+    QByteArrayList results;
+    for (const QByteArray &line : ndjson.trimmed().split('\n')) {
+        const QJsonObject result = objectOf(line);
+        if (result.contains(QLatin1String("status")))
+            results += (valueOf(result, "status") + valueOf(result, "code")).toUtf8();
+    }
+    return results;
+}
+
+//! Every code point that is a blank, a format or a control character but for line ends and zero.
+QStringList unseenSigns()
+{
+    QStringList signs;
+    for (char32_t c = 1; c <= QChar::LastValidCodePoint; ++c) {
+        const bool isUnseen = QChar::isSpace(c) || QChar::category(c) == QChar::Other_Control
+            || QChar::category(c) == QChar::Other_Format;
+        if (isUnseen && c != '\n' && c != '\r')
+            signs += QString::fromUcs4(&c, 1);
+    }
+    return signs;
 }
 
 } // namespace
@@ -128,6 +157,66 @@ void TestHostile::sendersAmongOthers()
     QCOMPARE(client.run(add, file).output.split('\n').value(38),
              QByteArray("38 read, 0 added, 38 present, 0 refused, 0 failed"));
     QCOMPARE(client.run({text("list"), text("--count")}).output, QByteArray("39\n"));
+}
+
+void TestHostile::numbersOfSignsThatNobodySees_data()
+{
+    QTest::addColumn<QString>("number"); // with each sign in the place of the mark
+    QTest::addColumn<bool>("isRefused"); // whatever the sign
+    QTest::newRow("alone") << text("%1") << true;
+    QTest::newRow("twice behind a blank") << text(" %1%1") << true;
+    QTest::newRow("before a letter") << text("%1x") << false;
+    QTest::newRow("behind a letter") << text("x%1") << false;
+    QTest::newRow("within a number") << text("+155501%100") << false;
+}
+
+// The dry run says what is done, and once more finds all that was.
+void TestHostile::numbersOfSignsThatNobodySees()
+{
+    QFETCH(QString, number);
+    QFETCH(bool, isRefused);
+    const QStringList signs = unseenSigns();
+    QVERIFY(signs.size() > 200);
+    QByteArray file;
+    for (int i = 0; i < signs.size(); ++i) {
+        file += vMessage("INBOX", "20240501T100000Z",
+                         QString(number).replace(text("%1"), signs.at(i)).toUtf8(),
+                         "text " + QByteArray::number(i));
+    }
+    const ClientProcess client;
+    client.fill(Bystander);
+    const QStringList add{text("-o"), text("ndjson"), text("add"), text("-")};
+    const QByteArrayList expected =
+        resultsOf(client.run(add + QStringList{text("-n")}, file).output);
+    QCOMPARE(expected.size(), signs.size());
+    QCOMPARE(expected.count("refusedsms-no-number") == signs.size(), isRefused);
+    QCOMPARE(expected.count("refusedsms-no-number") + expected.count("added"), signs.size());
+    QCOMPARE(resultsOf(client.run(add, file).output), expected);
+    const QByteArrayList again = resultsOf(client.run(add, file).output);
+    QCOMPARE(again.count("present"), expected.count("added"));
+    QCOMPARE(again.count("refusedsms-no-number"), expected.count("refusedsms-no-number"));
+}
+
+void TestHostile::recipientsWithoutEnd_data()
+{
+    QTest::addColumn<QByteArray>("separator");
+    QTest::newRow("tildes") << QByteArray("~");
+    QTest::newRow("semicolons") << QByteArray("; ");
+    QTest::newRow("commas") << QByteArray(",");
+}
+
+void TestHostile::recipientsWithoutEnd()
+{
+    QFETCH(QByteArray, separator);
+    QByteArray numbers = "+15550100";
+    for (int i = 0; i < 50000; ++i)
+        numbers += separator + "+1555" + QByteArray::number(1000000 + i);
+    const ClientProcess client;
+    const QByteArray output = client
+                                  .run({text("-o"), text("ndjson"), text("add"), text("-")},
+                                       vMessage("SENT", "20240501T100000Z", numbers, "to all"))
+                                  .output;
+    QCOMPARE(resultsOf(output), QByteArrayList{"refusedtoo-many-recipients"});
 }
 
 // What no argument and no line of a vMessage can hold, but XML and quoted-printable can. A

@@ -3,8 +3,6 @@
 
 #include "number.h"
 
-#include <QtCore/QRegularExpression>
-
 #include <algorithm>
 
 namespace Number {
@@ -40,22 +38,37 @@ QString significantDigits(const QString &number)
     return digits;
 }
 
+static bool isSeparator(QChar c)
+{
+    return c == QLatin1Char('~') || c == QLatin1Char(';') || c == QLatin1Char(',');
+}
+
+// Behind a sign that makes the phone wait there may be a code, which is shorter.
+static bool isOneOfSeveral(const QString &number)
+{
+    constexpr int shortest = 5;
+    const auto isDigit = [](QChar c) { return c >= QLatin1Char('0') && c <= QLatin1Char('9'); };
+    const auto isPart = [&](QChar c) { return isDigit(c) || QLatin1String("+ ()./-").contains(c); };
+    const auto firstDigit = std::find_if(number.cbegin(), number.cend(), isDigit);
+    return number.cend() - firstDigit >= shortest
+        && std::all_of(number.cbegin(), number.cend(), isPart);
+}
+
 QStringList joined(const QString &number)
 {
-    // Behind a sign that makes the phone wait there may be a code, which is shorter.
-    static const QRegularExpression several(
-        QStringLiteral("^(?:[+ ()./-]*[0-9][+ ()./0-9-]{4,}[~;,]+)+[+ ()./-]*[0-9][+ ()./0-9-]{4,}"
-                       "[~;,]*$"));
-    static const QRegularExpression separators(QStringLiteral("[~;,]+"));
-    QStringList numbers{number};
-    const bool hasSeparator = std::any_of(number.cbegin(), number.cend(), [](QChar c) {
-        return c == QLatin1Char('~') || c == QLatin1Char(';') || c == QLatin1Char(',');
-    });
-    if (hasSeparator && several.match(number).hasMatch()) {
-        numbers = number.split(separators);
-        numbers.removeAll(QString());
+    if (number.isEmpty() || isSeparator(number.front())
+        || std::none_of(number.cbegin(), number.cend(), isSeparator))
+        return {number};
+    QStringList numbers;
+    const QChar *const end = number.cend();
+    for (const QChar *begin = number.cbegin(); begin != end;) {
+        const QChar *const separator = std::find_if(begin, end, isSeparator);
+        numbers += QString(begin, int(separator - begin));
+        if (!isOneOfSeveral(numbers.last()))
+            return {number};
+        begin = std::find_if_not(separator, end, isSeparator);
     }
-    return numbers;
+    return numbers.size() > 1 ? numbers : QStringList{number};
 }
 
 QString asMeant(const QString &number)

@@ -7,7 +7,7 @@
 #include "folder.h"
 #include "number.h"
 
-#include <algorithm>
+#include <QtCore/QSet>
 
 using namespace KorvaSyncIf;
 
@@ -50,26 +50,51 @@ int folderOf(const ParsedMessage &parsed)
     return Folder::None;
 }
 
-// A control character in a number would break out of its line in our own form.
+bool isSeen(char32_t c)
+{
+    switch (QChar::category(c)) {
+    case QChar::Separator_Space:
+    case QChar::Separator_Line:
+    case QChar::Separator_Paragraph:
+    case QChar::Other_Control:
+    case QChar::Other_Format:
+        return false;
+    default:
+        return true;
+    }
+}
+
+// There must be something to see in it. A control character would break out of its line in our
+// own form.
 bool isNumber(const QString &text)
 {
-    return !text.isEmpty() && std::none_of(text.cbegin(), text.cend(), [](QChar c) {
-        return c.category() == QChar::Other_Control;
-    });
+    bool isSomethingSeen = false;
+    for (int i = 0; i < text.size(); ++i) {
+        if (text.at(i).category() == QChar::Other_Control)
+            return false;
+        const bool isPair = text.at(i).isHighSurrogate() && i + 1 < text.size();
+        isSomethingSeen = isSomethingSeen
+            || isSeen(isPair ? QChar::surrogateToUcs4(text.at(i), text.at(i + 1))
+                             : text.at(i).unicode());
+        if (isPair)
+            ++i;
+    }
+    return isSomethingSeen;
 }
 
 // The numbers of a place, each of them once, in whatever forms it stands there.
 QStringList partiesOf(const QStringList &numbers)
 {
     QStringList parties;
-    QStringList known;
+    QSet<QString> known;
     for (const QString &several : numbers) {
-        for (const QString &number : Number::joined(several)) {
+        for (const QString &one : Number::joined(several)) {
+            const QString number = one.trimmed();
             const QString comparable = Number::comparable(number);
-            if (!isNumber(number) || known.contains(comparable))
+            if (!isNumber(one) || known.contains(comparable))
                 continue;
-            known += comparable;
-            parties += number.trimmed();
+            known.insert(comparable);
+            parties += number;
         }
     }
     return parties;
