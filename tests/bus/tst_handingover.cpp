@@ -107,6 +107,7 @@ private Q_SLOTS:
     void asManyBytesAreReadAsThereAreUnits_data();
     void asManyBytesAreReadAsThereAreUnits();
     void theMessagingLibraryGetsNumberAndText();
+    void aByteOrderMarkIsDroppedAsQtDropsIt();
     void theMessagingObjectIsMadeByTheFirstSend();
     void theMessagingResultIsLoggedAlone_data();
     void theMessagingResultIsLoggedAlone();
@@ -243,6 +244,18 @@ void TestHandingOver::theMessagingLibraryGetsNumberAndText()
     QCOMPARE(sender.messaging.messages.at(0).text, Hello);
     QCOMPARE(sender.messaging.messages.at(0).keepInHistory, true);
     sender.history.announce({sentEvent(42, Hello, number)});
+    QCOMPARE(pending->id(), 42);
+}
+
+//! And so the stored message is the one that was sent.
+void TestHandingOver::aByteOrderMarkIsDroppedAsQtDropsIt()
+{
+    Sender sender;
+    PendingSmsId *const pending =
+        sender.send(vMessage(QStringLiteral("\uFEFFHe\uFEFFllo")) + QStringLiteral("\n\n\n\n"));
+    QCOMPARE(int(sender.messaging.messages.size()), 1);
+    QCOMPARE(sender.messaging.messages.at(0).text, QStringLiteral("He\uFEFFllo"));
+    sender.history.announce({sentEvent(42, QStringLiteral("He\uFEFFllo"))});
     QCOMPARE(pending->id(), 42);
 }
 

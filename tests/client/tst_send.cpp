@@ -21,6 +21,8 @@ private Q_SLOTS:
     void refusesFilesThatAreNotOneMessage();
     void tellsWhatWouldBeSent_data();
     void tellsWhatWouldBeSent();
+    void leavesAByteOrderMarkOut_data();
+    void leavesAByteOrderMarkOut();
     void failsWithoutASessionBus();
     void refusesAFolderThatIsNoStore();
 };
@@ -123,6 +125,12 @@ void TestSend::refusesFilesThatAreNotOneMessage_data()
     QTest::newRow("no text")
         << messageTo(party("+15550100"), QByteArray()) << 2
         << QByteArray("korvasync: there is no text to send; give one behind the number\n");
+    QTest::newRow("a byte order mark alone")
+        << messageTo(party("+15550100"), "\xEF\xBB\xBF") << 2
+        << QByteArray("korvasync: there is no text to send; give one behind the number\n");
+    QTest::newRow("an escape in the number")
+        << messageTo(party("+1555\x1B[31m0100")) << 1
+        << QByteArray("korvasync: not sent (sms-no-number): no number of the other party\n");
 }
 
 void TestSend::refusesFilesThatAreNotOneMessage()
@@ -160,6 +168,25 @@ void TestSend::tellsWhatWouldBeSent()
     QCOMPARE(outcome.errors, QByteArray());
     QCOMPARE(outcome.exitCode, 0);
     QVERIFY(!QDir(client.store()).exists());
+}
+
+void TestSend::leavesAByteOrderMarkOut_data()
+{
+    QTest::addColumn<QString>("word");
+    QTest::addColumn<QByteArray>("input");
+    QTest::newRow("word") << QStringLiteral("\uFEFFHello") << QByteArray();
+    QTest::newRow("two in a word") << QStringLiteral("\uFEFF\uFEFFHello") << QByteArray();
+    QTest::newRow("standard input") << QStringLiteral("-") << QByteArray("\xEF\xBB\xBFHello");
+}
+
+void TestSend::leavesAByteOrderMarkOut()
+{
+    QFETCH(QString, word);
+    QFETCH(QByteArray, input);
+    const auto outcome =
+        ClientProcess().run({text("send"), text("-n"), text("+15550100"), word}, input);
+    QCOMPARE(outcome.errors, QByteArray());
+    QCOMPARE(outcome.output, QByteArray("would be sent to +15550100: Hello\n"));
 }
 
 void TestSend::failsWithoutASessionBus()

@@ -150,6 +150,17 @@ void SendTests::sendsTheMessageOfAFile()
     QCOMPARE(stack.takeMessages(), one(Number, QStringLiteral("Привет")));
 }
 
+//! What is sent and stored has none, and is the message that was sent all the same.
+void SendTests::sendsATextWithoutItsByteOrderMark()
+{
+    QVERIFY(stack.provide());
+    const Outcome outcome = run({QStringLiteral("send"), Number, QStringLiteral("\uFEFFHello")});
+    QCOMPARE(outcome.errors, QByteArray());
+    QCOMPARE(outcome.exitCode, 0);
+    QCOMPARE(outcome.output, idOf(listed(QStringLiteral("sent")).value(0)) + '\n');
+    QCOMPARE(stack.takeMessages(), one(Number, Hello));
+}
+
 void SendTests::printsResultsAsJson()
 {
     QVERIFY(stack.provide());

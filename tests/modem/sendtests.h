@@ -49,6 +49,7 @@ private Q_SLOTS:
     void sendsTextsWhole();
     void sendsStandardInput();
     void sendsTheMessageOfAFile();
+    void sendsATextWithoutItsByteOrderMark();
     void printsResultsAsJson();
     void tellsTwoEqualMessagesApart();
     void takesNoEarlierMessageForTheOneSent();

@@ -28,7 +28,9 @@ public:
     }
 
 public Q_SLOTS:
-    //! \return the database id, -1 = none, and the PendingSmsId::ErrorCause; both later
+    //! The reply comes later, within 22 seconds of the call, or the error
+    //! org.korvasync.SendSms1.Error.NotSent: nothing goes out for this call, also later.
+    //! \return the database id, -1 = none, and the PendingSmsId::ErrorCause
     int SendSms(const QString &vMessage, const QDBusMessage &call, int &errorCause)
     {
         call.setDelayedReply(true);

@@ -5,21 +5,35 @@
 
 #include "sendadaptor.h"
 
-#include "messages/parsedmessage.h"
 #include "messages/sendable.h"
 
 #include <messaging/messagingif.h>
 
 #include <QtCore/QCoreApplication>
+#include <QtDBus/QDBusPendingCallWatcher>
+#include <QtDBus/QDBusPendingReply>
 
 #include <algorithm>
+#include <utility>
+
+using KorvaSyncIf::SmsInfo;
 
 constexpr QLatin1String BusName("org.korvasync.Sender");
-//! Below the time that callers wait for, as none shall be told later that nothing was sent.
-constexpr std::chrono::seconds WaitingLimit(20);
 
-SendService::SendService(std::chrono::milliseconds idleTime)
+namespace {
+
+bool isSame(const SmsInfo &one, const SmsInfo &other)
+{
+    return one.toNumber == other.toNumber && one.body == other.body;
+}
+
+QString serviceEnds() { return QStringLiteral("The message was not sent, as the service ends."); }
+
+} // namespace
+
+SendService::SendService(std::chrono::milliseconds idleTime, std::chrono::milliseconds waitingLimit)
     : m_bus(QDBusConnection::sessionBus())
+    , m_waitingLimit(waitingLimit)
 {
     new SendAdaptor(&m_object, this);
     m_idleTimer.setSingleShot(true);
@@ -36,14 +50,88 @@ bool SendService::start()
 void SendService::add(const QString &vMessage, const QDBusMessage &call)
 {
     if (m_isFinishing)
-        return refuse(call, QStringLiteral("The message was not sent, as the service ends."));
+        return refuse(call, serviceEnds());
+    if (m_idleTimer.isActive())
+        m_idleTimer.start();
+    SmsInfo message;
+    if (refuseUnsendable(vMessage, call, message) || join(call, message))
+        return;
+    const Request request{
+        message, {call}, ++m_lastSerial, QDeadlineTimer(m_waitingLimit, Qt::PreciseTimer)};
+    if (!m_served && m_waiting.isEmpty() && !equalsOneUnderWay(message))
+        serve(request);
+    else if (hasRoomFor(call))
+        wait(request);
+    else
+        refuse(call, QStringLiteral("The message was not sent, as too many calls wait."));
+}
+
+//! \param message  set to what is to be sent
+bool SendService::refuseUnsendable(const QString &vMessage, const QDBusMessage &call,
+                                   SmsInfo &message)
+{
+    const auto parsed = ParsedMessage::parse(vMessage.toUtf8());
+    const SettledMessage settled = parsed ? settleToSend(*parsed) : SettledMessage();
+    message = settled.message;
+    if (message.body.isEmpty()) {
+        reply(call, -1, PendingSmsId::NoText);
+    } else if (settled.refusal == Refusal::SmsNoNumber) {
+        reply(call, -1, PendingSmsId::NoRecipient);
+    } else if (settled.refusal != Refusal::None) {
+        refuse(
+            call,
+            QStringLiteral("The message was not sent: %1.").arg(reasonOf(settled.refusal).english));
+    } else if (!isCarriedWhole(message)) {
+        refuse(call,
+               QStringLiteral("The message was not sent, as no message can carry its number or "
+                              "text."));
+    } else {
+        return false;
+    }
+    return true;
+}
+
+//! Leaves the call to an equal one. \return false when there is none
+bool SendService::join(const QDBusMessage &call, const SmsInfo &message)
+{
+    Request *equal = nullptr;
+    if (m_served && isSame(m_served->message, message))
+        equal = &*m_served;
+    for (Request &request : m_waiting) {
+        if (isSame(request.message, message))
+            equal = &request;
+    }
+    if (equal && hasRoomFor(call)) {
+        equal->calls += call;
+        return true;
+    }
+    const bool isAnsweredAsUnknown =
+        std::any_of(m_underWay.cbegin(), m_underWay.cend(), [&](const UnderWay &other) {
+            return other.isAnsweredAsUnknown && isSame(other.message, message);
+        });
+    if (!equal && !isAnsweredAsUnknown)
+        return false;
+    reply(call, -1, PendingSmsId::NotSeen); // the other may go out
+    return true;
+}
+
+bool SendService::hasRoomFor(const QDBusMessage &call) const
+{
+    QList<QDBusMessage> calls = m_served ? m_served->calls : QList<QDBusMessage>();
+    for (const Request &request : m_waiting)
+        calls += request.calls;
+    calls += call;
+    qint64 textSize = 0;
+    for (const QDBusMessage &one : std::as_const(calls))
+        textSize += one.arguments().value(0).toString().size();
+    return calls.size() <= MostCalls && textSize <= MostText;
+}
+
+void SendService::wait(const Request &request)
+{
     m_idleTimer.stop();
-    Request request{++m_lastSerial, vMessage, {}, call};
-    if (const auto parsed = ParsedMessage::parse(vMessage.toUtf8()))
-        request.content = {parsed->recipients.value(0),
-                           ParsedMessage::comparable(parsed->body).toString()};
-    m_requests.append(request);
-    QTimer::singleShot(WaitingLimit, this,
+    m_waiting += request;
+    QTimer::singleShot(m_waitingLimit, Qt::PreciseTimer, this,
                        [this, serial = request.serial] { stopWaiting(serial); });
     serveNext();
 }
@@ -53,34 +141,66 @@ void SendService::finish()
     m_isFinishing = true;
     m_idleTimer.stop();
     m_bus.unregisterService(BusName);
-    for (const Request &request : std::as_const(m_requests))
-        refuse(request.call, QStringLiteral("The message was not sent, as the service ends."));
-    m_requests.clear();
+    for (const Request &request : std::as_const(m_waiting))
+        refuse(request, serviceEnds());
+    m_waiting.clear();
     serveNext();
 }
 
+//! Asks the bus first who is still there.
 void SendService::serveNext()
 {
-    if (m_served)
+    constexpr int limit = 5000; // milliseconds
+    if (m_served || m_isLooking)
         return;
-    const auto next =
-        std::find_if(m_requests.cbegin(), m_requests.cend(),
-                     [this](const Request &request) { return !equalsOneUnderWay(request); });
-    if (next == m_requests.cend())
+    if (firstThatMayGo() == m_waiting.end())
         return rest();
-    serve(m_requests.takeAt(int(next - m_requests.cbegin())));
+    m_isLooking = true;
+    const QDBusMessage question = QDBusMessage::createMethodCall(
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("ListNames"));
+    auto *names = new QDBusPendingCallWatcher(m_bus.asyncCall(question, limit), this);
+    connect(names, &QDBusPendingCallWatcher::finished, this, [this, names] {
+        names->deleteLater();
+        m_isLooking = false;
+        refuseCallersThatHaveGone(QDBusPendingReply<QStringList>(*names).value());
+        const auto first = firstThatMayGo();
+        if (m_served || first == m_waiting.end())
+            return serveNext();
+        serve(m_waiting.takeAt(int(first - m_waiting.begin())));
+    });
+}
+
+void SendService::refuseCallersThatHaveGone(const QStringList &busNames)
+{
+    const auto hasGone = [&](const QDBusMessage &call) {
+        return call.isReplyRequired() && !busNames.contains(call.service());
+    };
+    for (Request &request : m_waiting) {
+        const QList<QDBusMessage> calls = std::exchange(request.calls, {});
+        for (const QDBusMessage &call : calls) {
+            if (hasGone(call))
+                refuse(call, QStringLiteral("The message was not sent, as its caller has gone."));
+            else
+                request.calls += call;
+        }
+    }
+    m_waiting.erase(std::remove_if(m_waiting.begin(), m_waiting.end(),
+                                   [](const Request &request) { return request.calls.isEmpty(); }),
+                    m_waiting.end());
 }
 
 void SendService::serve(const Request &request)
 {
-    m_served = request.call;
+    m_idleTimer.stop();
+    m_served = request;
     // Its attempt to take the path as well fails, and harms nothing.
     auto *const sender = new SendSmsInterface(this);
-    PendingSmsId *const pending = sender->sendSms(sendable(request.vMessage));
+    PendingSmsId *const pending = sender->sendSms(sendable(request.message));
     connect(pending, &PendingSmsId::finished, this,
             [this, sender](PendingSmsId *finished) { answer(sender, finished); });
     if (PendingMessage *const message = sender->findChild<PendingMessage *>()) {
-        m_underWay.insert(message, request.content);
+        m_underWay.insert(message, {request.message});
         connect(message, &QObject::destroyed, this, [this](QObject *over) {
             m_underWay.remove(over);
             serveNext();
@@ -92,31 +212,36 @@ void SendService::serve(const Request &request)
 
 void SendService::answer(SendSmsInterface *sender, PendingSmsId *pending)
 {
-    pending->disconnect(this); // a second announcement is not another answer
     // What becomes of the message is stored by this process, also when it comes later.
-    if (PendingMessage *const message = sender->findChild<PendingMessage *>())
+    if (PendingMessage *const message = sender->findChild<PendingMessage *>()) {
+        m_underWay[message].isAnsweredAsUnknown = pending->isError();
         connect(message, &QObject::destroyed, sender, &QObject::deleteLater);
-    else
+    } else {
         sender->deleteLater();
-    m_bus.send(m_served->createReply({pending->id(), pending->errorCause()}));
+    }
+    for (const QDBusMessage &call : std::as_const(m_served->calls))
+        reply(call, pending->id(), pending->errorCause());
     m_served.reset();
     QMetaObject::invokeMethod(this, &SendService::serveNext, Qt::QueuedConnection);
 }
 
 void SendService::stopWaiting(int serial)
 {
-    const auto request = std::find_if(m_requests.cbegin(), m_requests.cend(),
+    const auto request = std::find_if(m_waiting.cbegin(), m_waiting.cend(),
                                       [=](const Request &r) { return r.serial == serial; });
-    if (request == m_requests.cend() || !equalsOneUnderWay(*request))
+    if (request == m_waiting.cend())
         return;
-    refuse(request->call,
-           QStringLiteral("The message was not sent, as an equal one is still on its way."));
-    m_requests.removeAt(int(request - m_requests.cbegin()));
+    refuse(*request,
+           equalsOneUnderWay(request->message)
+               ? QStringLiteral("The message was not sent, as an equal one is still on its way.")
+               : QStringLiteral("The message was not sent, as others went before it."));
+    m_waiting.removeAt(int(request - m_waiting.cbegin()));
+    serveNext();
 }
 
 void SendService::rest()
 {
-    if (!m_requests.isEmpty())
+    if (!m_waiting.isEmpty())
         return;
     if (!m_isFinishing)
         m_idleTimer.start();
@@ -131,18 +256,40 @@ void SendService::endWhenIdle()
         return m_idleTimer.start();
     m_bus.unregisterService(BusName);
     QCoreApplication::sendPostedEvents();
-    if (m_requests.isEmpty() && !m_served)
+    if (m_waiting.isEmpty() && !m_served)
         Q_EMIT ended();
+}
+
+void SendService::reply(const QDBusMessage &call, int id, int errorCause)
+{
+    if (call.isReplyRequired())
+        m_bus.send(call.createReply({id, errorCause}));
 }
 
 void SendService::refuse(const QDBusMessage &call, const QString &reason)
 {
+    if (!call.isReplyRequired())
+        return;
     m_bus.send(
         call.createErrorReply(QStringLiteral("org.korvasync.SendSms1.Error.NotSent"), reason));
 }
 
-bool SendService::equalsOneUnderWay(const Request &request) const
+void SendService::refuse(const Request &request, const QString &reason)
+{
+    for (const QDBusMessage &call : request.calls)
+        refuse(call, reason);
+}
+
+//! The event loop may be late for a request whose time is over.
+QList<SendService::Request>::iterator SendService::firstThatMayGo()
+{
+    return std::find_if(m_waiting.begin(), m_waiting.end(), [this](const Request &request) {
+        return !request.deadline.hasExpired() && !equalsOneUnderWay(request.message);
+    });
+}
+
+bool SendService::equalsOneUnderWay(const SmsInfo &message) const
 {
     return std::any_of(m_underWay.cbegin(), m_underWay.cend(),
-                       [&](const NumberAndText &content) { return content == request.content; });
+                       [&](const UnderWay &other) { return isSame(other.message, message); });
 }

@@ -4,10 +4,11 @@
 #pragma once
 
 #include <korvasync/sendsmsinterface.h>
+#include <korvasync/syncrecords.h>
 
+#include <QtCore/QDeadlineTimer>
 #include <QtCore/QHash>
 #include <QtCore/QList>
-#include <QtCore/QPair>
 #include <QtCore/QTimer>
 #include <QtDBus/QDBusConnection>
 #include <QtDBus/QDBusMessage>
@@ -16,17 +17,29 @@
 #include <optional>
 
 //! Serves the calls of other programs one after the other, each with a fresh sender, since
-//! one that has seen its message waits for no other. A message that equals one whose outcome
-//! is not known yet waits for that, as it would be answered with the other's.
+//! one that has seen its message waits for no other.
+//!
+//! A program that was not told that its message went out may ask again, so nothing goes out
+//! behind its back. Calls with the same number and text are one while none of them has been
+//! answered, and while it is not known what became of the message: they get the same reply. A call
+//! waits for less time than its caller does, and is refused then. What has waited is handed over
+//! only when its caller is still there. A bounded number of calls waits.
 class SendService : public QObject
 {
     Q_OBJECT
 public:
-    explicit SendService(std::chrono::milliseconds idleTime);
+    //! \param idleTime      the service ends after so long without a call
+    //! \param waitingLimit  the default and the two seconds that a served call takes are below
+    //!                      the 25 seconds that callers usually wait
+    explicit SendService(std::chrono::milliseconds idleTime,
+                         std::chrono::milliseconds waitingLimit = std::chrono::seconds(20));
+
+    static constexpr int MostCalls = 100;       //!< that wait or are being served
+    static constexpr qint64 MostText = 1 << 22; //!< UTF-16 units of their vMessages
 
     //! Takes the bus name. \return false when another one has it, or there is no bus
     bool start();
-    //! Answers the call when its turn has come.
+    //! Answers the call, at once or when its turn has come.
     void add(const QString &vMessage, const QDBusMessage &call);
     //! Gives the bus name back, sends nothing more and ends when it is known and stored what
     //! became of the messages that are on their way.
@@ -37,30 +50,47 @@ Q_SIGNALS:
     void ended();
 
 private:
-    using NumberAndText = QPair<QString, QString>;
+    //! What equal calls ask for.
     struct Request
     {
-        int serial;
-        QString vMessage;
-        NumberAndText content;
-        QDBusMessage call;
+        KorvaSyncIf::SmsInfo message;
+        QList<QDBusMessage> calls; //!< at least one
+        int serial = 0;
+        QDeadlineTimer deadline;
+    };
+    //! A message whose outcome is not known yet.
+    struct UnderWay
+    {
+        KorvaSyncIf::SmsInfo message;
+        bool isAnsweredAsUnknown = false;
     };
 
+    bool refuseUnsendable(const QString &vMessage, const QDBusMessage &call,
+                          KorvaSyncIf::SmsInfo &message);
+    bool join(const QDBusMessage &call, const KorvaSyncIf::SmsInfo &message);
+    bool hasRoomFor(const QDBusMessage &call) const;
+    void wait(const Request &request);
     void serveNext();
+    void refuseCallersThatHaveGone(const QStringList &busNames);
     void serve(const Request &request);
     void answer(SendSmsInterface *sender, PendingSmsId *pending);
     void stopWaiting(int serial);
     void rest();
     void endWhenIdle();
+    void reply(const QDBusMessage &call, int id, int errorCause);
     void refuse(const QDBusMessage &call, const QString &reason);
-    bool equalsOneUnderWay(const Request &request) const;
+    void refuse(const Request &request, const QString &reason);
+    QList<Request>::iterator firstThatMayGo();
+    bool equalsOneUnderWay(const KorvaSyncIf::SmsInfo &message) const;
 
     QDBusConnection m_bus;
+    const std::chrono::milliseconds m_waitingLimit;
     SendSmsInterface m_object; //!< holds the path on the bus and sends nothing
     QTimer m_idleTimer;
-    QList<Request> m_requests;                  //!< that wait
-    std::optional<QDBusMessage> m_served;       //!< the call that is being served
-    QHash<QObject *, NumberAndText> m_underWay; //!< messages whose outcome is not known yet
+    QList<Request> m_waiting;
+    std::optional<Request> m_served;
+    bool m_isLooking = false; //!< asks the bus which callers are still there
+    QHash<QObject *, UnderWay> m_underWay;
     int m_lastSerial = 0;
     bool m_isFinishing = false;
 };

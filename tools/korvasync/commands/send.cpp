@@ -5,7 +5,7 @@
 #include "storeaccess.h"
 
 #include "language/text.h"
-#include "messages/settling.h"
+#include "messages/sendable.h"
 #include "options/arguments.h"
 #include "output/jsonline.h"
 #include "output/terminaltext.h"
@@ -15,7 +15,6 @@
 #include "store/messagesender.h"
 
 #include <korvasync/pendingsmsid.h>
-#include <korvasync/vmessageencoder.h>
 
 #include <QtDBus/QDBusConnection>
 
@@ -24,31 +23,6 @@
 using namespace KorvaSyncIf;
 
 namespace {
-
-// One's own new message to one party, whatever box and time the file named.
-SettledMessage settleAsNew(ParsedMessage message, const GlobalOptions &global)
-{
-    message.box = QStringLiteral("SENT");
-    message.headerTime.clear();
-    message.bodyTime.clear();
-    message.originators.clear(); // a message goes to nobody whom it does not name as receiver
-    SettlingRules rules;
-    rules.badTimeIsNow = true;
-    rules.markRead = true;
-    rules.localZone = global.localZone;
-    rules.now = QDateTime::currentDateTimeUtc();
-    return settle(message, rules);
-}
-
-// Half a surrogate pair, say, would be lost on the way, and no bus carries a zero.
-bool isCarriedWhole(const SmsInfo &message)
-{
-    if (message.body.contains(QChar(QChar::Null)))
-        return false;
-    const auto parsed = ParsedMessage::parse(VMessageEncoder().encode(message).vMessage.toUtf8());
-    return parsed && parsed->recipients == QStringList{message.toNumber}
-    && parsed->body == message.body;
-}
 
 std::optional<ParsedMessage> typedMessage(const QString &number, const QString &text)
 {
@@ -63,7 +37,6 @@ std::optional<ParsedMessage> typedMessage(const QString &number, const QString &
         if (message.body.endsWith(QLatin1Char('\n')))
             message.body.chop(1); // ends the last line, is not part of the text
     }
-    message.body.remove(QLatin1Char('\r')); // messages have bare line feeds
     return message;
 }
 
@@ -238,7 +211,7 @@ ExitCode runSend(const Invocation &invocation)
             return UsageError;
     }
     const SettledMessage settled =
-        given ? settleAsNew(*given, invocation.global) : SettledMessage{{}, Refusal::SmsParse};
+        given ? settleToSend(*given) : SettledMessage{{}, Refusal::SmsParse};
     if (settled.refusal != Refusal::None) {
         Diagnostics::error(Text::tr("not sent (%1): %2")
                                .arg(codeOf(settled.refusal), reasonOf(settled.refusal).translated));

@@ -11,19 +11,29 @@ namespace FileName {
 
 constexpr ushort firstOfBytes = 0xDC00;
 
+// Qt takes a byte order mark at the beginning away.
+static QString textOf(QByteArray bytes)
+{
+    const QByteArray mark("\xEF\xBB\xBF");
+    QString marks;
+    for (; bytes.startsWith(mark); bytes.remove(0, mark.size()))
+        marks += QChar(QChar::ByteOrderMark);
+    return marks + QString::fromUtf8(bytes);
+}
+
 QString decode(const QByteArray &name)
 {
     constexpr int longestCharacter = 4; // in bytes
-    QString text = QString::fromUtf8(name);
+    QString text = textOf(name);
     if (text.toUtf8() == name)
         return text;
     text.clear();
     for (int i = 0; i < name.size();) {
         int length = 1;
         QByteArray bytes = name.mid(i, length);
-        while (length < longestCharacter && QString::fromUtf8(bytes).toUtf8() != bytes)
+        while (length < longestCharacter && textOf(bytes).toUtf8() != bytes)
             bytes = name.mid(i, ++length);
-        const QString character = QString::fromUtf8(bytes);
+        const QString character = textOf(bytes);
         if (character.toUtf8() == bytes) {
             text += character;
             i += length;

@@ -3,8 +3,16 @@
 
 #pragma once
 
-#include <QtCore/QString>
+#include "settling.h"
 
-//! A vMessage as it is handed to SendSmsInterface, which reads as many of its bytes as it has
-//! UTF-16 units: lengthened behind its end by what other scripts need more.
-QString sendable(const QString &vMessage);
+//! What client and service alike send of a message: it as one's own new one to one party,
+//! whatever box and time it named, or why it cannot be sent.
+SettledMessage settleToSend(ParsedMessage message);
+
+//! Whether a vMessage carries number and text as they are: half a surrogate pair, say, would be
+//! lost on the way, and no bus carries a zero.
+bool isCarriedWhole(const KorvaSyncIf::SmsInfo &message);
+
+//! A settled message as it is handed to SendSmsInterface, which reads as many bytes of a
+//! vMessage as that has UTF-16 units: lengthened behind its end by what other scripts need more.
+QString sendable(const KorvaSyncIf::SmsInfo &message);

@@ -70,7 +70,9 @@ bool takeFolder(const QCommandLineParser &parser, const char *option, int &folde
 bool isUtf8(const QByteArray &bytes)
 {
     const QByteArray mark("\xEF\xBB\xBF"); // Qt takes it away from the beginning
-    const QByteArray text = bytes.startsWith(mark) ? bytes.mid(mark.size()) : bytes;
+    QByteArray text = bytes;
+    while (text.startsWith(mark))
+        text.remove(0, mark.size());
     return QString::fromUtf8(text.constData(), int(text.size())).toUtf8() == text;
 }
 

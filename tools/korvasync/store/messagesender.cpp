@@ -9,7 +9,6 @@
 #include "process/interrupt.h"
 
 #include <korvasync/sendsmsinterface.h>
-#include <korvasync/vmessageencoder.h>
 
 #include <QtCore/QDeadlineTimer>
 
@@ -84,8 +83,7 @@ MessageSender::Result MessageSender::send(const SmsInfo &message, std::chrono::m
         return result;
     const int troublesBefore = Diagnostics::storeTroubleCount();
     SendSmsInterface sender; // a fresh one, as one that has seen a message waits for no other
-    PendingSmsId *const pending =
-        sender.sendSms(sendable(VMessageEncoder().encode(message).vMessage));
+    PendingSmsId *const pending = sender.sendSms(sendable(message));
     result.cause = pending->errorCause();
     if (pending->isError())
         return result;
