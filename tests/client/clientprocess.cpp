@@ -73,6 +73,16 @@ ClientProcess::Outcome ClientProcess::runAtTerminal(const QStringList &arguments
     return outcome;
 }
 
+QByteArray ClientProcess::onTerminal(const QString &arguments, int columns) const
+{
+    const QString command =
+        QStringLiteral("stty cols %1; exec " KORVASYNC_CLIENT " --store '%2' %3")
+            .arg(QString::number(columns), store(), arguments);
+    return runProgram(QStringLiteral("script"),
+                      {QStringLiteral("-qec"), command, QStringLiteral("/dev/null")})
+        .output.replace("\r\n", "\n");
+}
+
 ClientProcess::Outcome ClientProcess::runProgram(const QString &program,
                                                  const QStringList &arguments,
                                                  const QByteArray &input) const

@@ -27,6 +27,9 @@ public:
     Outcome run(const QStringList &arguments, const QByteArray &input = QByteArray()) const;
     //! The same with a terminal as its standard input, at which somebody types.
     Outcome runAtTerminal(const QStringList &arguments, const QByteArray &typed) const;
+    //! What "korvasync --store STORE arguments" prints on a terminal, on both streams, with bare
+    //! line feeds. A shell reads the arguments.
+    QByteArray onTerminal(const QString &arguments, int columns = 80) const;
     //! Runs any program in the same environment.
     Outcome runProgram(const QString &program, const QStringList &arguments,
                        const QByteArray &input = QByteArray()) const;

@@ -18,9 +18,6 @@ private Q_SLOTS:
     void staysPlain();
     void goesOnlyByWhatNoColorHolds();
     void leavesFormatsForProgramsAlone();
-
-private:
-    static QByteArray onTerminal(const ClientProcess &client, const char *arguments);
 };
 
 static const QByteArray messages = vMessage("INBOX", "20101103T142530Z", "+15550100", "a", "UNREAD")
@@ -34,21 +31,12 @@ static void setTerminal(ClientProcess &client, const char *name)
     client.environment.remove(text("NO_COLOR"));
 }
 
-//! What the client prints on a terminal, whose line ends are CR LF.
-QByteArray TestColours::onTerminal(const ClientProcess &client, const char *arguments)
-{
-    const QString command =
-        text("exec " KORVASYNC_CLIENT " --store %1 ").arg(client.store()) + text(arguments);
-    return client.runProgram(text("script"), {text("-qec"), command, text("/dev/null")})
-        .output.replace("\r\n", "\n");
-}
-
 void TestColours::showsUnreadMessagesBold()
 {
     ClientProcess client;
     client.fill(messages);
     setTerminal(client, "xterm");
-    QCOMPARE(onTerminal(client, "list"),
+    QCOMPARE(client.onTerminal(text("list")),
              QByteArray("\033[1m1  2010-11-03T14:25:30Z  inbox   *  +15550100  a\033[0m\n"
                         "2  2010-11-03T14:25:31Z  inbox      +15550100  b\n"));
 }
@@ -59,7 +47,7 @@ void TestColours::showsWhatIsNotDoneRed()
     client.workingDirectory = client.filePath(QString());
     client.write(text("in.vmg"), messages + vMessage("DRAFTS", "", "+15550100", "c"));
     setTerminal(client, "xterm");
-    QCOMPARE(onTerminal(client, "add -qq --progress never in.vmg"),
+    QCOMPARE(client.onTerminal(text("add -qq --progress never in.vmg")),
              QByteArray("added  1  in.vmg:1\n"
                         "added  2  in.vmg:16\n"
                         "\033[31mrefused  in.vmg:31  sms-draft: a draft, and drafts cannot be "
@@ -73,7 +61,7 @@ void TestColours::showsWhatIsMissingRed()
     client.fill(messages);
     client.write(text("in.vmg"), vMessage("SENT", "20101103T142530Z", "+15550100", "c"));
     setTerminal(client, "xterm");
-    QCOMPARE(onTerminal(client, "verify -qq --progress never in.vmg"),
+    QCOMPARE(client.onTerminal(text("verify -qq --progress never in.vmg")),
              QByteArray("\033[31mmissing  in.vmg:1\033[0m\n"));
 }
 
@@ -94,7 +82,7 @@ void TestColours::staysPlain()
     client.fill(messages);
     setTerminal(client, terminal.constData());
     client.environment.insert(text("NO_COLOR"), text(noColor.constData()));
-    QCOMPARE(onTerminal(client, "list"), plainLines);
+    QCOMPARE(client.onTerminal(text("list")), plainLines);
 }
 
 // By the convention an empty NO_COLOR is none.
@@ -104,7 +92,7 @@ void TestColours::goesOnlyByWhatNoColorHolds()
     client.fill(messages);
     setTerminal(client, "xterm");
     client.environment.insert(text("NO_COLOR"), QString());
-    QVERIFY(onTerminal(client, "list").startsWith("\033[1m1  "));
+    QVERIFY(client.onTerminal(text("list")).startsWith("\033[1m1  "));
     QCOMPARE(client.run({text("list")}).output, plainLines); // a pipe
 }
 
@@ -114,7 +102,7 @@ void TestColours::leavesFormatsForProgramsAlone()
     client.fill(messages);
     setTerminal(client, "xterm");
     for (const char *arguments : {"list -o ndjson", "list -o vmsg", "list -o csv", "list --ids"}) {
-        const QByteArray output = onTerminal(client, arguments);
+        const QByteArray output = client.onTerminal(text(arguments));
         QVERIFY2(!output.isEmpty() && !output.contains('\033'), output);
     }
 }

@@ -21,7 +21,6 @@ private Q_SLOTS:
 
 private:
     static void fillWithMessagesAndCalls(const ClientProcess &client);
-    static QByteArray onTerminal(const ClientProcess &client, const char *size);
 };
 
 static const QByteArray messages = vMessage("INBOX", "20091231T235959Z", "+15550100", "a", "UNREAD")
@@ -137,21 +136,12 @@ void TestStats::countsFromATimeOn()
              outcome.output);
 }
 
-//! What "stats" prints on a terminal, whose line ends are CR LF.
-QByteArray TestStats::onTerminal(const ClientProcess &client, const char *size)
-{
-    const QString command = text("stty cols %1; exec " KORVASYNC_CLIENT " --store %2 stats")
-                                .arg(text(size), client.store());
-    return client.runProgram(text("script"), {text("-qec"), command, text("/dev/null")})
-        .output.replace("\r\n", "\n");
-}
-
 void TestStats::fitsItsBarsIntoTheTerminal()
 {
     ClientProcess client;
     client.fill(messages);
     const QByteArray bar = QByteArray("█").repeated(14);
-    const QByteArray output = onTerminal(client, "50");
+    const QByteArray output = client.onTerminal(text("stats"), 50);
     QVERIFY2(output.contains("\ninbox                3           1  " + bar
                              + "\nsent                 1           0  " + bar.left(4 * 3) + "\n"),
              output);
@@ -162,7 +152,7 @@ void TestStats::leavesBarsOutOfANarrowTerminal()
 {
     ClientProcess client;
     client.fill(messages);
-    const QByteArray output = onTerminal(client, "40");
+    const QByteArray output = client.onTerminal(text("stats"), 40);
     QVERIFY2(output.contains("\ninbox                3           1\n"), output);
 }
 

@@ -103,7 +103,7 @@ QString actionWord(const Command &verb, const QStringList &arguments)
 
 ExitCode runOnStore(const Command &command, const Invocation &invocation)
 {
-    Diagnostics::install(invocation.global.verbose);
+    Diagnostics::showTrace(invocation.global.verbose);
     if (invocation.global.quiet > 1)
         Diagnostics::silenceWarnings();
     if (!invocation.global.localZoneIsExact) {
@@ -142,6 +142,8 @@ ExitCode runCommand(const Command &command, const QString &name, QStringList arg
     const QString wrong = global.take(parser);
     if (!wrong.isEmpty())
         return usageError(wrong, name);
+    if (global.format.isEmpty() && command.printsTextOnTerminals && output.isTerminal())
+        global.format = QStringLiteral("text");
     if (global.format.isEmpty())
         global.format = command.formats.first();
     if (!command.formats.contains(global.format)) {
@@ -206,6 +208,7 @@ ExitCode run(const QStringList &arguments, GlobalOptions &global, StandardOutput
 int main(int argc, char *argv[])
 {
     occupyClosedDescriptors();
+    Diagnostics::install();
     GlobalOptions global;
     const auto [zone, isExact] = LocalZone::rememberAndLeave();
     global.localZone = zone;

@@ -44,6 +44,7 @@ struct Command
     HelpNotes notes = {};
     int globalOptions = 0;       //!< those of GlobalOptions::Meaning that mean something to it
     QList<Command> actions = {}; //!< that the next word names; the verb itself is none of them
+    bool printsTextOnTerminals = false; //!< there -o is text by default
 };
 
 Command listCommand();

@@ -32,7 +32,7 @@ bool isGiven(const Invocation &invocation, const QString &question)
     if (!isNeeded(invocation))
         return true;
     const QString yes = Text::tr("y", "the letter for yes in [y/N]; y itself is always understood");
-    std::fputs(QStringLiteral("%1 [%2/N] ").arg(question, yes).toUtf8().constData(), stderr);
+    Diagnostics::ask(QStringLiteral("%1 [%2/N]").arg(question, yes));
     const int answer = std::tolower(std::getchar());
     return answer == 'y' || yes == QString(QChar(answer));
 }

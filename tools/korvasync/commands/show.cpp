@@ -59,8 +59,12 @@ Command showCommand()
              text("android-xml")},
             {},
             runShow,
-            {{},
+            {Text::tr("On a terminal the default format is text. Control characters are shown as "
+                      "signs there in each format; into files and pipes all goes as it is."),
              {"korvasync show -o text 812", "korvasync list --ids --grep Hello | korvasync show -"},
              Text::tr("Exit codes: 0 shown, 2 usage, 3 the store cannot be read, 4 an id was not "
-                      "found, 5 it gave no answer.")}};
+                      "found, 5 it gave no answer.")},
+            0,
+            {},
+            true};
 }

@@ -4,14 +4,13 @@
 #include "storeaccess.h"
 
 #include "language/text.h"
-#include "output/terminaltext.h"
 #include "process/diagnostics.h"
 
 namespace StoreAccess {
 
 ExitCode complain(const StoreLocation &location, Answer answer)
 {
-    const QString path = terminalText(location.path());
+    const QString path = location.path();
     switch (answer) {
     case Answer::Finished:
         return AllDone;
@@ -37,7 +36,7 @@ ExitCode complain(const StoreLocation &location, Answer answer)
 ExitCode requirePlace(StoreLocation &location)
 {
     const StoreLocation::State state = location.state();
-    const QString path = terminalText(location.path());
+    const QString path = location.path();
     if (state == StoreLocation::OtherFolder) {
         Diagnostics::error(Text::tr("%1 is no store, and not empty: name another place "
                                     "with --store")
@@ -57,7 +56,7 @@ ExitCode requireStore(StoreLocation &location)
     if (location.state() == StoreLocation::Absent) {
         Diagnostics::error(Text::tr("there is no store at %1: --store names another place, "
                                     "and \"korvasync add\" makes one")
-                               .arg(terminalText(location.path())));
+                               .arg(location.path()));
         return StoreFailed;
     }
     return requirePlace(location);

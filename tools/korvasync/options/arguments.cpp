@@ -6,7 +6,6 @@
 #include "language/text.h"
 #include "messages/folder.h"
 #include "messages/inputfile.h"
-#include "output/terminaltext.h"
 #include "process/diagnostics.h"
 #include "process/interrupt.h"
 
@@ -118,8 +117,8 @@ std::optional<QList<int>> databaseIds(const QStringList &arguments)
         bool isNumber = false;
         const int id = word.toInt(&isNumber);
         if (!isNumber) {
-            Diagnostics::error(Text::tr("%1 is no database id; \"korvasync list\" shows them")
-                                   .arg(terminalText(word)));
+            Diagnostics::error(
+                Text::tr("%1 is no database id; \"korvasync list\" shows them").arg(word));
             return std::nullopt;
         }
         ids += id;
@@ -136,12 +135,12 @@ std::optional<InputItem> onlyMessage(const char *command, const QString &path)
         message.reset();
     if (!reader.error().isEmpty()) {
         Diagnostics::error(Text::tr("%1 cannot be read: %2; name a file that you may read")
-                               .arg(terminalText(path), reader.error().translated));
+                               .arg(path, reader.error().translated));
     } else if (!message || !isAlone) {
         const QString sentence = message
             ? Text::tr("%1 takes exactly one message, and %2 has more")
             : Text::tr("%1 takes exactly one message, and %2 has none");
-        Diagnostics::error(sentence.arg(QLatin1String(command), terminalText(path)));
+        Diagnostics::error(sentence.arg(QLatin1String(command), path));
     } else {
         return message;
     }

@@ -6,12 +6,14 @@
 #include "callformats.h"
 #include "jsonline.h"
 #include "terminaltext.h"
+#include "terminalwidth.h"
 
 #include "language/text.h"
 
 #include <QtCore/QMap>
 
 #include <algorithm>
+#include <unistd.h>
 
 namespace {
 
@@ -55,14 +57,14 @@ struct Layout
     qint64 most = 1;
     int barRoom = 0; // 0 = no bars
 
-    Layout(const CountTable &table, int terminalWidth);
+    Layout(const CountTable &table, int width);
     QByteArray headLine() const { return line(heading, countHeading, amountHeading, QString()); }
     QByteArray line(const QString &key, const QString &count, const QString &amount,
                     const QString &bar) const;
     QString bar(const CountTable::Row &row) const;
 };
 
-Layout::Layout(const CountTable &table, int terminalWidth)
+Layout::Layout(const CountTable &table, int width)
     : heading(headingOf(table.by))
     , countHeading(table.isOfCalls ? Text::tr("calls") : Text::tr("messages"))
     , amountHeading(table.isOfCalls ? Text::tr("duration") : Text::tr("unread", "messages"))
@@ -84,7 +86,7 @@ Layout::Layout(const CountTable &table, int terminalWidth)
         keyWidth = qMax(keyWidth, qMin(static_cast<int>(row.key.size()), widestKey));
         most = qMax(most, row.count);
     }
-    const auto room = terminalWidth - keyWidth - countWidth - amountWidth - 6 /* blanks */;
+    const auto room = width - keyWidth - countWidth - amountWidth - 6 /* blanks */;
     if (table.rows.size() > 1 && room >= shortestBar)
         barRoom = room;
 }
@@ -108,11 +110,11 @@ QString Layout::bar(const CountTable::Row &row) const
     return QString(static_cast<int>(qMax<qint64>(1, row.count * barRoom / most)), QChar(0x2588));
 }
 
-QByteArray text(const CountTable &table, int terminalWidth)
+QByteArray text(const CountTable &table, int width)
 {
     if (table.rows.isEmpty())
         return QByteArray();
-    const Layout layout(table, terminalWidth);
+    const Layout layout(table, width);
     const QString noKey = qstrcmp(table.by, "total") == 0 ? QString() : QStringLiteral("-");
     QByteArray lines = layout.headLine();
     for (const CountTable::Row &row : table.rows) {
@@ -135,7 +137,7 @@ void CountFormats::print(const QList<CountTable> &tables, const QString &format,
             output.write(ndjson(table));
             continue;
         }
-        const QByteArray lines = text(table, output.terminalWidth());
+        const QByteArray lines = text(table, terminalWidth(STDOUT_FILENO));
         if (!lines.isEmpty() && !isFirst)
             output.write("\n");
         output.write(lines);

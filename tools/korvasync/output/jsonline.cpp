@@ -3,6 +3,23 @@
 
 #include "jsonline.h"
 
+#include "terminaltext.h"
+
+#include <algorithm>
+
+// What a terminal would act on, escaped: to programs it is the same text.
+static QByteArray withoutHarm(const QByteArray &json)
+{
+    QString escaped;
+    for (const QChar c : QString::fromUtf8(json)) {
+        if (isHarmless(c))
+            escaped += c;
+        else
+            escaped += QStringLiteral("\\u%1").arg(c.unicode(), 4, 16, QLatin1Char('0'));
+    }
+    return escaped.toUtf8();
+}
+
 static QByteArray quoted(const QString &text)
 {
     const QByteArray utf8 = text.toUtf8();
@@ -21,7 +38,11 @@ static QByteArray quoted(const QString &text)
         else
             json += c;
     }
-    return json + '"';
+    json += '"';
+    const bool isSafe = std::all_of(text.cbegin(), text.cend(), [](QChar c) {
+        return c.unicode() < 0x20 || isHarmless(c); // those below are escaped by now
+    });
+    return isSafe ? json : withoutHarm(json);
 }
 
 QByteArray &JsonLine::newMember(const char *key)

@@ -4,7 +4,6 @@
 #include "messageformats.h"
 
 #include "androidxml.h"
-#include "colour.h"
 #include "csv.h"
 #include "language/text.h"
 #include "mailbox.h"
@@ -76,7 +75,7 @@ void printTable(const QList<StoredMessage> &messages, StandardOutput &output)
                                       message.isRead ? QStringLiteral(" ") : QStringLiteral("*"),
                                       terminalText(message.number).leftJustified(numberWidth),
                                       terminalText(message.body));
-        output.write((message.isRead ? line : Colour::bold(line)).toUtf8() + '\n');
+        output.writeLine(line, message.isRead ? StandardOutput::Plain : StandardOutput::Bold);
     }
 }
 

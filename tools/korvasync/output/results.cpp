@@ -3,7 +3,6 @@
 
 #include "results.h"
 
-#include "colour.h"
 #include "jsonline.h"
 #include "language/text.h"
 #include "process/diagnostics.h"
@@ -49,7 +48,7 @@ static QByteArray jsonOf(const ItemResult &result)
         .line();
 }
 
-static QByteArray textOf(const ItemResult &result, const QString &status)
+static QString textOf(const ItemResult &result, const QString &status)
 {
     QStringList words{status};
     if (result.id != -1)
@@ -59,8 +58,7 @@ static QByteArray textOf(const ItemResult &result, const QString &status)
     if (result.refusal != Refusal::None)
         words +=
             codeOf(result.refusal) + QLatin1String(": ") + terminalText(result.reason().translated);
-    const QString line = words.join(QLatin1String("  "));
-    return (isNotDone(result.status) ? Colour::red(line) : line).toUtf8() + '\n';
+    return words.join(QLatin1String("  "));
 }
 
 Results::Results(StandardOutput &output, ItemResult::Status done, bool asJson, bool isForetold)
@@ -113,7 +111,11 @@ void Results::note(const ItemResult &result)
 void Results::report(const ItemResult &result)
 {
     note(result);
-    output.write(asJson ? jsonOf(result) : textOf(result, wordFor(result.status)));
+    if (asJson)
+        output.write(jsonOf(result));
+    else
+        output.writeLine(textOf(result, wordFor(result.status)),
+                         isNotDone(result.status) ? StandardOutput::Red : StandardOutput::Plain);
 }
 
 void Results::notePassedOver(const QStringList &paths)

@@ -5,18 +5,47 @@
 
 #include "language/text.h"
 #include "process/interrupt.h"
+#include "terminaltext.h"
 
 #include <cerrno>
 #include <poll.h>
-#include <sys/ioctl.h>
 #include <unistd.h>
 
-void StandardOutput::write(const QByteArray &bytes)
+static bool wantsColours()
+{
+    const QByteArray terminal = qgetenv("TERM");
+    return qEnvironmentVariableIsEmpty("NO_COLOR") && !terminal.isEmpty() && terminal != "dumb";
+}
+
+bool StandardOutput::isTerminal() { return isatty(STDOUT_FILENO) != 0; }
+
+StandardOutput::StandardOutput()
+    : hasTerminal(isTerminal())
+    , hasColours(hasTerminal && wantsColours())
+{
+}
+
+void StandardOutput::append(const QByteArray &bytes)
 {
     constexpr int bufferSize = 64 * 1024;
     buffer += bytes;
     if (buffer.size() >= bufferSize)
         flush();
+}
+
+void StandardOutput::write(const QByteArray &bytes)
+{
+    append(hasTerminal ? terminalLines(bytes) : bytes);
+}
+
+void StandardOutput::writeLine(const QString &line, Emphasis emphasis)
+{
+    if (!hasColours || emphasis == Plain) {
+        write(line.toUtf8() + '\n');
+        return;
+    }
+    const QByteArray attribute = emphasis == Bold ? "\033[1m" : "\033[31m";
+    append(attribute + terminalLines(line.toUtf8()) + "\033[0m\n");
 }
 
 // Another program can make the pipe or terminal that we share answer at once that it is full.
@@ -44,13 +73,4 @@ bool StandardOutput::flush()
     }
     buffer.clear();
     return errorText.isEmpty();
-}
-
-int StandardOutput::terminalWidth()
-{
-    constexpr int usualWidth = 80; // of a terminal that does not know its own
-    winsize size = {};
-    if (ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) != 0)
-        return 0;
-    return size.ws_col == 0 ? usualWidth : size.ws_col;
 }

@@ -6,21 +6,37 @@
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
 
-//! Data on standard output. What cannot be written is remembered, not lost silently.
+//! Data on standard output. What cannot be written is remembered, not lost silently. Files and
+//! pipes get every byte as it is. A terminal gets no control character but the ends of lines,
+//! whatever a message, a name or a path holds; these become visible signs.
 class StandardOutput
 {
 public:
+    StandardOutput();
+
+    //! \param bytes  UTF-8, whole characters
     void write(const QByteArray &bytes);
+
+    enum Emphasis { Plain, Bold, Red };
+
+    //! \a line and its end. The emphasis is for people: it is left out where this is no terminal,
+    //! where the terminal is dumb, and where the user has set NO_COLOR (https://no-color.org).
+    void writeLine(const QString &line, Emphasis emphasis);
+
     //! \return whether everything so far has been written
     bool flush();
 
-    //! In columns; 0 when it is no terminal.
-    static int terminalWidth();
+    //! Whether somebody reads it on a screen.
+    static bool isTerminal();
 
     QString error() const { return errorText; }
     bool readerIsGone() const { return isBroken; } //!< which is an error as well
 
 private:
+    void append(const QByteArray &bytes);
+
+    const bool hasTerminal;
+    const bool hasColours;
     QByteArray buffer;
     QString errorText;
     bool isBroken = false;

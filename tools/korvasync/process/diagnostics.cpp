@@ -3,6 +3,8 @@
 
 #include "diagnostics.h"
 
+#include "output/terminaltext.h"
+
 #include <QtCore/QLoggingCategory>
 #include <QtCore/QMutex>
 #include <QtCore/QMutexLocker>
@@ -29,10 +31,15 @@ static Troubles &troubles()
     return *instance;
 }
 
-static void print(const QString &line)
+static void print(const QByteArray &bytes)
 {
-    const QByteArray bytes = line.toUtf8() + '\n';
     std::fwrite(bytes.constData(), 1, static_cast<size_t>(bytes.size()), stderr);
+}
+
+// On one line, whatever names, paths and the modem's own words are part of it.
+static void printSentence(const QString &sentence)
+{
+    print("korvasync: " + terminalText(sentence).toUtf8() + '\n');
 }
 
 static void noteTrouble(const char *category, const QString &message)
@@ -52,20 +59,21 @@ static void handle(QtMsgType type, const QMessageLogContext &context, const QStr
     if (type != QtDebugMsg && type != QtInfoMsg)
         noteTrouble(context.category, message);
     if (traceIsOn || type == QtFatalMsg)
-        print(message);
+        print(terminalLines(message.toUtf8()) + '\n');
 }
 
-void install(bool trace)
+void install() { qInstallMessageHandler(handle); }
+
+void showTrace(bool isOn)
 {
-    traceIsOn = trace;
-    if (!trace) {
+    traceIsOn = isOn;
+    if (!isOn) {
         // Switched off at the source: the library would otherwise spell out every message.
         QLoggingCategory::setFilterRules(QStringLiteral("*=false\n"
                                                         "korvasync.store.warning=true\n"
                                                         "korvasync.store.critical=true\n"
                                                         "korvasync.messaging.warning=true"));
     }
-    qInstallMessageHandler(handle);
 }
 
 void silenceWarnings() { warningsAreSilent = true; }
@@ -73,10 +81,12 @@ void silenceWarnings() { warningsAreSilent = true; }
 void warn(const QString &sentence)
 {
     if (!warningsAreSilent)
-        print(QLatin1String("korvasync: ") + sentence);
+        printSentence(sentence);
 }
 
-void error(const QString &sentence) { print(QLatin1String("korvasync: ") + sentence); }
+void error(const QString &sentence) { printSentence(sentence); }
+
+void ask(const QString &question) { print(terminalText(question).toUtf8() + ' '); }
 
 QString storeTrouble()
 {

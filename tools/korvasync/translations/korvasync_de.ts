@@ -1068,5 +1068,9 @@ Weitere Aktionen: „calls add“ und „calls wipe“, jede mit eigenem --help.
             <numerusform>%n übergangen</numerusform>
         </translation>
     </message>
+    <message>
+        <source>On a terminal the default format is text. Control characters are shown as signs there in each format; into files and pipes all goes as it is.</source>
+        <translation>Am Terminal ist text die Voreinstellung. Dort erscheinen Steuerzeichen in jedem Format als Zeichen; in Dateien und Pipes geht alles, wie es ist.</translation>
+    </message>
 </context>
 </TS>

@@ -1068,5 +1068,9 @@ Otras acciones: «calls add» y «calls wipe», cada una con su --help.</transla
             <numerusform>%n pasados por alto</numerusform>
         </translation>
     </message>
+    <message>
+        <source>On a terminal the default format is text. Control characters are shown as signs there in each format; into files and pipes all goes as it is.</source>
+        <translation>En un terminal el formato predeterminado es text. Allí los caracteres de control se muestran como signos en todos los formatos; a archivos y tuberías va todo tal cual.</translation>
+    </message>
 </context>
 </TS>
