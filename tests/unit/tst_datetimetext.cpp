@@ -125,6 +125,8 @@ private Q_SLOTS:
     void invalidTimesAreWrittenAsNothing();
     void millisecondsHaveNoLeadingZeros_data();
     void millisecondsHaveNoLeadingZeros();
+    void theFirstAndTheLastYearAreReadAndWritten_data();
+    void theFirstAndTheLastYearAreReadAndWritten();
     void yearsBeyondFourDigitsAreWrittenAsByQt();
     void relabellingKeepsTheClockReading();
     void epochSecondsAreUnsigned_data();
@@ -303,8 +305,30 @@ void TestDateTimeText::millisecondsHaveNoLeadingZeros()
     QCOMPARE(stampWithMilliseconds(QDateTime(date, time, Qt::UTC)), text);
 }
 
+void TestDateTimeText::theFirstAndTheLastYearAreReadAndWritten_data()
+{
+    QTest::addColumn<QDate>("date");
+    QTest::addColumn<QString>("stamp");
+    QTest::newRow("first") << QDate(1, 1, 1) << QStringLiteral("00010101T010203Z");
+    QTest::newRow("last") << QDate(9999, 12, 31) << QStringLiteral("99991231T010203Z");
+}
+
+void TestDateTimeText::theFirstAndTheLastYearAreReadAndWritten()
+{
+    QFETCH(QDate, date);
+    QFETCH(QString, stamp);
+    const QDateTime time(date, QTime(1, 2, 3), Qt::UTC);
+    QCOMPARE(readUtcStamp(stamp), time);
+    QCOMPARE(utcStamp(time), stamp);
+    QCOMPARE(stampWithMilliseconds(time), stamp.left(15) + QLatin1Char('0'));
+}
+
 void TestDateTimeText::yearsBeyondFourDigitsAreWrittenAsByQt()
 {
+    const QDateTime first(QDate(10000, 1, 1), QTime(0, 0), Qt::UTC);
+    QCOMPARE(utcStamp(first), first.toString(utcPattern));
+    const QDateTime last(QDate(-1, 12, 31), QTime(0, 0), Qt::UTC);
+    QCOMPARE(utcStamp(last), last.toString(utcPattern));
     for (const int year : {10000, 12345, -1, -44}) {
         const QDateTime time(QDate(year, 3, 15), QTime(12, 0, 1), Qt::UTC);
         QCOMPARE(utcStamp(time), time.toString(utcPattern));

@@ -78,6 +78,7 @@ private Q_SLOTS:
     void numbersAreTracedInDoubleQuotes();
     void theOnlyNumberMovesToItsSide_data();
     void theOnlyNumberMovesToItsSide();
+    void anEmptyNumberIsNone();
     void theSecondPatternIsTriedForADatedBody();
     void theSecondPatternNeedsADatedBody();
     void theSecondPatternDoesNotReplaceATime();
@@ -312,6 +313,41 @@ void TestVMessageFields::theOnlyNumberMovesToItsSide()
         QVERIFY(neither.toNumber.isEmpty());
         QVERIFY(log.linesFrom(QtDebugMsg, repairLine).isEmpty());
     }
+}
+
+void TestVMessageFields::anEmptyNumberIsNone()
+{
+    ScriptedParser script;
+    const VMessageOriginator originator = originatorWith("");
+    const VMessageRecipient recipient = recipientWith("");
+    script.originator = &originator;
+    script.recipient = &recipient;
+    SyncSmsInfo item;
+    item.parentId = LocInbox;
+    QMap<int, SMSSyncError> errors;
+    SMSSyncInterfacePrivate().parseAllVMessages({item}, errors, false);
+    QCOMPARE(errors, (QMap<int, SMSSyncError>{{0, SmsNoVCard}}));
+
+    SmsInfo before;
+    before.parentId = LocInbox;
+    const VMessageRecipient numberedRecipient = recipientWith(otherNumber);
+    script.recipient = &numberedRecipient;
+    QCOMPARE(extracted(script, before).fromNumber, QString::fromLatin1(otherNumber));
+
+    before.parentId = LocSent;
+    const VMessageOriginator numberedOriginator = originatorWith(number);
+    script.originator = &numberedOriginator;
+    script.recipient = &recipient;
+    QCOMPARE(extracted(script, before).toNumber, QString::fromLatin1(number));
+    script.recipient = &numberedRecipient;
+
+    // Nothing moves into the place of a number, nor an empty one anywhere.
+    MessageLog log;
+    script.originator = &originator;
+    QCOMPARE(extracted(script, before).toNumber, QString::fromLatin1(otherNumber));
+    script.recipient = &recipient;
+    extracted(script, before);
+    QVERIFY(log.linesFrom(QtDebugMsg, repairLine).isEmpty());
 }
 
 void TestVMessageFields::theSecondPatternIsTriedForADatedBody()
