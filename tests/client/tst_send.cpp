@@ -21,6 +21,10 @@ private Q_SLOTS:
     void refusesFilesThatAreNotOneMessage();
     void tellsWhatWouldBeSent_data();
     void tellsWhatWouldBeSent();
+    void takesTheNumberFromStandardInput_data();
+    void takesTheNumberFromStandardInput();
+    void refusesStandardInputWithoutNumberOrText_data();
+    void refusesStandardInputWithoutNumberOrText();
     void leavesAByteOrderMarkOut_data();
     void leavesAByteOrderMarkOut();
     void failsWithoutASessionBus();
@@ -47,7 +51,9 @@ void TestSend::refusesWhatItDoesNotUnderstand_data()
     const QString number = QStringLiteral("+15550100");
     const QString hello = QStringLiteral("Hello");
     const QString file = QStringLiteral("--vmessage=-");
-    QTest::newRow("nothing") << QStringList();
+    QTest::newRow("nothing on standard input") << QStringList();
+    QTest::newRow("nothing behind -") << QStringList(QStringLiteral("-"));
+    QTest::newRow("a number behind -") << QStringList{QStringLiteral("-"), hello};
     QTest::newRow("no text") << QStringList(number);
     QTest::newRow("an empty text") << QStringList{number, QString()};
     QTest::newRow("empty standard input") << QStringList{number, QStringLiteral("-")};
@@ -168,6 +174,63 @@ void TestSend::tellsWhatWouldBeSent()
     QCOMPARE(outcome.errors, QByteArray());
     QCOMPARE(outcome.exitCode, 0);
     QVERIFY(!QDir(client.store()).exists());
+}
+
+void TestSend::takesTheNumberFromStandardInput_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QByteArray>("input");
+    QTest::addColumn<QByteArray>("body");
+    const QStringList dash(QStringLiteral("-"));
+    QTest::newRow("without a word")
+        << QStringList() << QByteArray("+15550100\nHello\n") << QByteArray("Hello");
+    QTest::newRow("-") << dash << QByteArray("+15550100\nHello\n") << QByteArray("Hello");
+    QTest::newRow("no last line feed")
+        << dash << QByteArray("+15550100\nHello") << QByteArray("Hello");
+    QTest::newRow("lines") << dash << QByteArray("+15550100\nHello\n\n-\nBye\n\n")
+                           << QByteArray("Hello\\n\\n-\\nBye\\n");
+    QTest::newRow("a line without text first")
+        << dash << QByteArray("+15550100\n\nHello\n") << QByteArray("\\nHello");
+    QTest::newRow("CR LF and a mark")
+        << dash << QByteArray("\xEF\xBB\xBF+15550100\r\nHello\r\n") << QByteArray("Hello");
+    QTest::newRow("blanks around the number")
+        << dash << QByteArray(" +15550100 \nHello\n") << QByteArray("Hello");
+}
+
+void TestSend::takesTheNumberFromStandardInput()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QByteArray, input);
+    QFETCH(QByteArray, body);
+    const auto outcome = ClientProcess().run(
+        QStringList{text("send"), text("-n"), text("-ondjson")} + arguments, input);
+    QCOMPARE(outcome.errors, QByteArray());
+    QCOMPARE(outcome.output,
+             "{\"status\":\"sent\",\"number\":\"+15550100\",\"body\":\"" + body + "\"}\n");
+    QCOMPARE(outcome.exitCode, 0);
+}
+
+void TestSend::refusesStandardInputWithoutNumberOrText_data()
+{
+    QTest::addColumn<QByteArray>("input");
+    QTest::addColumn<int>("exitCode");
+    QTest::addColumn<QByteArray>("errors");
+    const QByteArray noText("korvasync: there is no text to send; give one behind the number\n");
+    QTest::newRow("a number alone") << QByteArray("+15550100\n") << 2 << noText;
+    QTest::newRow("a number and an end") << QByteArray("+15550100") << 2 << noText;
+    QTest::newRow("a text alone")
+        << QByteArray("\nHello\n") << 1
+        << QByteArray("korvasync: not sent (sms-no-number): no number of the other party\n");
+}
+
+void TestSend::refusesStandardInputWithoutNumberOrText()
+{
+    QFETCH(QByteArray, input);
+    QFETCH(int, exitCode);
+    QFETCH(QByteArray, errors);
+    const auto outcome = ClientProcess().run({text("send"), text("-")}, input);
+    QCOMPARE(outcome.errors, errors);
+    QCOMPARE(outcome.exitCode, exitCode);
 }
 
 void TestSend::leavesAByteOrderMarkOut_data()

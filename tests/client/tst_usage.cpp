@@ -217,7 +217,7 @@ void TestUsage::helps_data()
     row("calls list -h", "Usage: korvasync [OPTIONS] calls list\n");
     row("calls wipe -h", "Usage: korvasync [OPTIONS] calls wipe\n");
     row("dups -h", "Usage: korvasync [OPTIONS] dups\n");
-    row("send -h", "Usage: korvasync [OPTIONS] send NUMBER TEXT|-\n");
+    row("send -h", "Usage: korvasync [OPTIONS] send [-] | NUMBER -|TEXT\n");
     row("stats -h", "Usage: korvasync [OPTIONS] stats\n");
     row("numbers -h", "Usage: korvasync [OPTIONS] numbers\n");
     row("dups -h", "Usage: korvasync [OPTIONS] dups\n");

@@ -133,7 +133,8 @@ void SendTests::sendsStandardInput()
 {
     QVERIFY(stack.provide());
     QCOMPARE(run({QStringLiteral("send"), Number, QStringLiteral("-")}, "Hello\n").exitCode, 0);
-    QCOMPARE(stack.takeMessages(), one(Number, Hello));
+    QCOMPARE(run({QStringLiteral("send")}, "+15550100\nHello\n").exitCode, 0);
+    QCOMPARE(stack.takeMessages(), one(Number, Hello) + one(Number, Hello));
 }
 
 void SendTests::sendsTheMessageOfAFile()

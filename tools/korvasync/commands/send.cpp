@@ -19,24 +19,43 @@
 #include <QtDBus/QDBusConnection>
 
 #include <cstdlib>
+#include <unistd.h>
 
 using namespace KorvaSyncIf;
 
 namespace {
 
-std::optional<ParsedMessage> typedMessage(const QString &number, const QString &text)
+bool isStandardInput(const QStringList &words)
+{
+    return words.isEmpty() || words == QStringList(QStringLiteral("-"));
+}
+
+bool areMessage(const QStringList &words)
+{
+    if (isStandardInput(words))
+        return !words.isEmpty() || !isatty(STDIN_FILENO);
+    return words.size() == 2 && !words.first().isEmpty() && words.first() != QLatin1String("-");
+}
+
+// Number and text, or what is not among the words from standard input, the number in its first
+// line. Nothing when that cannot be read.
+std::optional<ParsedMessage> typedMessage(const QStringList &words)
 {
     ParsedMessage message;
-    message.recipients = QStringList{number};
-    message.body = text;
-    if (text == QLatin1String("-")) {
-        const auto input = Arguments::standardInput();
-        if (!input)
-            return std::nullopt;
-        message.body = *input;
-        if (message.body.endsWith(QLatin1Char('\n')))
-            message.body.chop(1); // ends the last line, is not part of the text
+    message.recipients = QStringList(words.value(0));
+    message.body = words.value(1);
+    if (!isStandardInput(words) && message.body != QLatin1String("-"))
+        return message;
+    auto input = Arguments::standardInput();
+    if (!input)
+        return std::nullopt;
+    if (input->endsWith(QLatin1Char('\n')))
+        input->chop(1); // ends the last line, is not part of the text
+    if (isStandardInput(words)) {
+        message.recipients = QStringList(input->section(QLatin1Char('\n'), 0, 0).trimmed());
+        input = input->section(QLatin1Char('\n'), 1);
     }
+    message.body = *input;
     return message;
 }
 
@@ -195,8 +214,10 @@ ExitCode runSend(const Invocation &invocation)
     }
     const bool isFile = invocation.isSet("vmessage");
     const QStringList &arguments = invocation.arguments;
-    if (arguments.size() != (isFile ? 0 : 2) || (!isFile && arguments.first().isEmpty())) {
-        Diagnostics::error(Text::tr("send needs a number and a text, or --vmessage alone"));
+    if (isFile ? !arguments.isEmpty() : !areMessage(arguments)) {
+        Diagnostics::error(Text::tr("send needs number and text, on standard input with the "
+                                    "number in the first line or as two words, or --vmessage "
+                                    "alone"));
         return UsageError;
     }
     std::optional<ParsedMessage> given;
@@ -206,20 +227,20 @@ ExitCode runSend(const Invocation &invocation)
             return UsageError;
         given = ParsedMessage::parse(message->bytes);
     } else {
-        given = typedMessage(arguments.first(), arguments.last());
+        given = typedMessage(arguments);
         if (!given)
             return UsageError;
     }
     const SettledMessage settled =
         given ? settleToSend(*given) : SettledMessage{{}, Refusal::SmsParse};
+    if (given && settled.message.body.isEmpty()) {
+        Diagnostics::error(Text::tr("there is no text to send; give one behind the number"));
+        return UsageError;
+    }
     if (settled.refusal != Refusal::None) {
         Diagnostics::error(Text::tr("not sent (%1): %2")
                                .arg(codeOf(settled.refusal), reasonOf(settled.refusal).translated));
         return SomeNotDone;
-    }
-    if (settled.message.body.isEmpty()) {
-        Diagnostics::error(Text::tr("there is no text to send; give one behind the number"));
-        return UsageError;
     }
     if (!isCarriedWhole(settled.message)) {
         Diagnostics::error(
@@ -240,14 +261,17 @@ Command sendCommand()
 {
     return {
         "send",
-        "NUMBER TEXT|-",
-        Text::tr("Sends a message and prints its id (- reads the text from standard input)."),
+        "[-] | NUMBER -|TEXT",
+        Text::tr("Sends a message and prints its id. Standard input (-) has the number in its "
+                 "first line, then the text; after NUMBER it has the text alone."),
         {QStringLiteral("text"), QStringLiteral("ndjson")},
         {{QStringLiteral("vmessage"), Text::tr("Sends the only message of a file to its receiver."),
           QStringLiteral("FILE")}},
         runSend,
-        {{},
-         {"korvasync send +15550100 Hello", "fortune | korvasync send +15550100 -"},
+        {Text::tr("All users of the machine can see the words of a command line while it runs, so "
+                  "scripts give number and text on standard input."),
+         {"korvasync send < message.txt", "fortune | korvasync send +15550100 -",
+          "korvasync send +15550100 Hello"},
          Text::tr("Exit codes: 0 sent, 1 refused, 2 usage, 3 the store cannot be used, 5 it gave "
                   "no answer, 8 not sent, 9 not known whether sent.")},
         GlobalOptions::DryRun};

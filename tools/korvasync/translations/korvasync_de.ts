@@ -520,10 +520,6 @@ Weitere Aktionen: „calls add“ und „calls wipe“, jede mit eigenem --help.
         <translation>Nummer und Text sind nicht in UTF-8; nichts wurde gesendet</translation>
     </message>
     <message>
-        <source>send needs a number and a text, or --vmessage alone</source>
-        <translation>send braucht eine Nummer und einen Text, oder allein --vmessage</translation>
-    </message>
-    <message>
         <source>not sent (%1): %2</source>
         <translation>nicht gesendet (%1): %2</translation>
     </message>
@@ -534,10 +530,6 @@ Weitere Aktionen: „calls add“ und „calls wipe“, jede mit eigenem --help.
     <message>
         <source>a message cannot carry this number or text; leave control characters out</source>
         <translation>eine Nachricht kann diese Nummer oder diesen Text nicht tragen; Steuerzeichen weglassen</translation>
-    </message>
-    <message>
-        <source>Sends a message and prints its id (- reads the text from standard input).</source>
-        <translation>Sendet eine Nachricht und gibt ihre ID aus (- liest den Text von der Standardeingabe).</translation>
     </message>
     <message>
         <source>Sends the only message of a file to its receiver.</source>
@@ -1071,6 +1063,18 @@ Weitere Aktionen: „calls add“ und „calls wipe“, jede mit eigenem --help.
     <message>
         <source>On a terminal the default format is text. Control characters are shown as signs there in each format; into files and pipes all goes as it is.</source>
         <translation>Am Terminal ist text die Voreinstellung. Dort erscheinen Steuerzeichen in jedem Format als Zeichen; in Dateien und Pipes geht alles, wie es ist.</translation>
+    </message>
+    <message>
+        <source>send needs number and text, on standard input with the number in the first line or as two words, or --vmessage alone</source>
+        <translation>send braucht Nummer und Text, auf der Standardeingabe mit der Nummer in der ersten Zeile oder als zwei Wörter, oder allein --vmessage</translation>
+    </message>
+    <message>
+        <source>Sends a message and prints its id. Standard input (-) has the number in its first line, then the text; after NUMBER it has the text alone.</source>
+        <translation>Sendet eine Nachricht und gibt ihre ID aus. Die Standardeingabe (-) enthält in der ersten Zeile die Nummer, danach den Text; nach NUMBER enthält sie nur den Text.</translation>
+    </message>
+    <message>
+        <source>All users of the machine can see the words of a command line while it runs, so scripts give number and text on standard input.</source>
+        <translation>Alle Benutzer des Rechners können die Wörter einer Befehlszeile sehen, solange sie läuft; Skripte übergeben Nummer und Text deshalb auf der Standardeingabe.</translation>
     </message>
 </context>
 </TS>

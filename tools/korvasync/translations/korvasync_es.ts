@@ -520,10 +520,6 @@ Otras acciones: «calls add» y «calls wipe», cada una con su --help.</transla
         <translation>el número y el texto no están en UTF-8; no se envió nada</translation>
     </message>
     <message>
-        <source>send needs a number and a text, or --vmessage alone</source>
-        <translation>send necesita un número y un texto, o solo --vmessage</translation>
-    </message>
-    <message>
         <source>not sent (%1): %2</source>
         <translation>no enviado (%1): %2</translation>
     </message>
@@ -534,10 +530,6 @@ Otras acciones: «calls add» y «calls wipe», cada una con su --help.</transla
     <message>
         <source>a message cannot carry this number or text; leave control characters out</source>
         <translation>un mensaje no puede llevar este número o texto; quita los caracteres de control</translation>
-    </message>
-    <message>
-        <source>Sends a message and prints its id (- reads the text from standard input).</source>
-        <translation>Envía un mensaje y muestra su id (- lee el texto de la entrada estándar).</translation>
     </message>
     <message>
         <source>Sends the only message of a file to its receiver.</source>
@@ -1071,6 +1063,18 @@ Otras acciones: «calls add» y «calls wipe», cada una con su --help.</transla
     <message>
         <source>On a terminal the default format is text. Control characters are shown as signs there in each format; into files and pipes all goes as it is.</source>
         <translation>En un terminal el formato predeterminado es text. Allí los caracteres de control se muestran como signos en todos los formatos; a archivos y tuberías va todo tal cual.</translation>
+    </message>
+    <message>
+        <source>send needs number and text, on standard input with the number in the first line or as two words, or --vmessage alone</source>
+        <translation>send necesita número y texto, en la entrada estándar con el número en la primera línea o como dos palabras, o solo --vmessage</translation>
+    </message>
+    <message>
+        <source>Sends a message and prints its id. Standard input (-) has the number in its first line, then the text; after NUMBER it has the text alone.</source>
+        <translation>Envía un mensaje y muestra su id. La entrada estándar (-) tiene el número en la primera línea y después el texto; tras NUMBER tiene solo el texto.</translation>
+    </message>
+    <message>
+        <source>All users of the machine can see the words of a command line while it runs, so scripts give number and text on standard input.</source>
+        <translation>Todos los usuarios del equipo pueden ver las palabras de una línea de órdenes mientras se ejecuta; por eso los scripts pasan número y texto por la entrada estándar.</translation>
     </message>
 </context>
 </TS>
