@@ -16,6 +16,9 @@ private Q_SLOTS:
     void takesTheZoneOfTheSystem_data();
     void takesTheZoneOfTheSystem();
     void tellsOfAZoneThatIsNotKnown();
+    void refusesWhatIsNoZone_data();
+    void refusesWhatIsNoZone();
+    void helpsInWhateverIsNoZone();
 };
 
 static const QByteArray old =
@@ -42,9 +45,10 @@ void TestZones::takesTheZoneOfTz_data()
     row("<+0530>-5:30", "2010-07-03T08:55:30Z");
     row("UTC-2", "2010-07-03T12:25:30Z");
     row("", "2010-07-03T14:25:30Z");
-    row("No/Such", "2010-07-03T14:25:30Z");
+    row("UTC", "2010-07-03T14:25:30Z");
 #if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0) // before, Qt reads no rules
     row("CET-1CEST,M3.5.0,M10.5.0/3", "2010-07-03T12:25:30Z");
+    row("<-24>24:59:59", "2010-07-04T15:25:29Z");
 #endif
 }
 
@@ -104,6 +108,49 @@ void TestZones::tellsOfAZoneThatIsNotKnown()
                         "read with today's distance, UTC+04:17: name a zone such as "
                         "Europe/Helsinki\n"));
     QCOMPARE(client.listed(), listedAs("2010-07-03T10:08:30Z"));
+}
+
+// The C library takes all of these for UTC, and Qt the one or other as well.
+void TestZones::refusesWhatIsNoZone_data()
+{
+    QTest::addColumn<QByteArray>("hint");
+    const auto row = [](const char *zone, const char *hint) {
+        QTest::newRow(zone) << QByteArray(hint);
+    };
+    row("Europe/Helsinky", " (did you mean Europe/Helsinki?)");
+    row("europe/berlin", " (did you mean Europe/Berlin?)");
+    row("Kathmandu", " (did you mean Asia/Kathmandu?)");
+    for (const char *zone :
+         {"No/Such", "Europe", "zone.tab", "AAA99", "AAA-24:60", "AAA", "/etc/passwd", "/dev/zero",
+          "/no/such", "../../../etc/passwd", "CET-1CEST,M3.5.0,M13.5.0/3",
+          "CET-1CEST,M3.5.0,M10.5.7", "CET-1CEST,M3.5.0", "CET-1CEST,J366,1", "CET-1CEST,1,2/168"})
+        row(zone, "; name one such as Europe/Helsinki");
+}
+
+void TestZones::refusesWhatIsNoZone()
+{
+    QFETCH(QByteArray, hint);
+    const QByteArray zone = QTest::currentDataTag();
+    ClientProcess client;
+    const auto given =
+        client.run({text("add"), text("--assume-tz"), text(zone.constData()), text("-")}, old);
+    QCOMPARE(given.exitCode, 2);
+    QCOMPARE(given.errors, "korvasync: --assume-tz names no time zone: " + zone + hint + '\n');
+    client.environment.insert(text("TZ"), text(zone.constData()));
+    const auto inherited = client.run({text("add"), text("-")}, old);
+    QCOMPARE(inherited.exitCode, 2);
+    QCOMPARE(inherited.output, QByteArray());
+    QCOMPARE(inherited.errors, "korvasync: TZ names no time zone: " + zone + hint + '\n');
+    client.environment.insert(text("TZ"), text(":") + text(zone.constData()));
+    QCOMPARE(client.run({text("add"), text("-")}, old).errors, inherited.errors);
+}
+
+void TestZones::helpsInWhateverIsNoZone()
+{
+    ClientProcess client;
+    client.environment.insert(text("TZ"), text("No/Such"));
+    QCOMPARE(client.run({text("list"), text("--help")}).exitCode, 0);
+    QCOMPARE(client.run({text("--version")}).exitCode, 0);
 }
 
 QTEST_GUILESS_MAIN(TestZones)

@@ -12,6 +12,7 @@
 #include "process/diagnostics.h"
 #include "process/interrupt.h"
 #include "process/localzone.h"
+#include "process/zonename.h"
 #include "store/boundedcall.h"
 
 #include <QtCore/QCoreApplication>
@@ -106,6 +107,11 @@ ExitCode runOnStore(const Command &command, const Invocation &invocation)
     Diagnostics::showTrace(invocation.global.verbose);
     if (invocation.global.quiet > 1)
         Diagnostics::silenceWarnings();
+    if (!invocation.global.unknownZone.isEmpty()) {
+        Diagnostics::error(
+            ZoneName::complaint(QStringLiteral("TZ"), invocation.global.unknownZone));
+        return UsageError;
+    }
     if (!invocation.global.localZoneIsExact) {
         Diagnostics::warn(Text::tr("TZ names no zone that is known here; times without a "
                                    "zone are read with today's distance, %1: name a zone "
@@ -210,9 +216,10 @@ int main(int argc, char *argv[])
     occupyClosedDescriptors();
     Diagnostics::install();
     GlobalOptions global;
-    const auto [zone, isExact] = LocalZone::rememberAndLeave();
-    global.localZone = zone;
-    global.localZoneIsExact = isExact;
+    const LocalZone::Found local = LocalZone::rememberAndLeave();
+    global.localZone = local.zone;
+    global.localZoneIsExact = local.isExact;
+    global.unknownZone = local.unknownName;
     global.argumentsAreUtf8 = std::all_of(argv + 1, argv + argc, Arguments::isUtf8);
     // Names of files and all that is printed are UTF-8, whatever the locale says, and the system's
     // own words English, of which the catalogues translate what people read.

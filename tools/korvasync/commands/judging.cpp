@@ -5,6 +5,7 @@
 
 #include "language/text.h"
 #include "options/arguments.h"
+#include "process/zonename.h"
 
 bool ReadingOptions::take(const Invocation &invocation, const char *textForm)
 {
@@ -16,12 +17,12 @@ bool ReadingOptions::take(const Invocation &invocation, const char *textForm)
     form = static_cast<ItemReader::Form>(*from);
     localZone = invocation.global.localZone;
     if (invocation.isSet("assume-tz"))
-        localZone = QTimeZone(invocation.value("assume-tz").toUtf8());
+        localZone = ZoneName::zone(invocation.value("assume-tz").toUtf8());
     if (!localZone.isValid()) {
-        Diagnostics::error(Text::tr("--assume-tz takes a zone such as Europe/Helsinki"));
-        return false;
+        Diagnostics::error(
+            ZoneName::complaint(QStringLiteral("--assume-tz"), invocation.value("assume-tz")));
     }
-    return true;
+    return localZone.isValid();
 }
 
 QList<QCommandLineOption> ReadingOptions::declared(const char *textForm)

@@ -21,6 +21,8 @@ struct GlobalOptions
     QTimeZone localZone;
     bool localZoneIsExact = true; //!< else it has the distance of today alone
 
+    QString unknownZone; //!< what TZ holds when that is no zone
+
     bool argumentsAreUtf8 = true; //!< else the words of the command line have lost something
 
     enum Meaning { DryRun = 1, ShowsProgress = 2 };

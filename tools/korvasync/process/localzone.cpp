@@ -3,6 +3,8 @@
 
 #include "localzone.h"
 
+#include "zonename.h"
+
 #include <QtCore/QByteArrayList>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
@@ -35,13 +37,17 @@ bool agreesWithTheSystem(const QTimeZone &zone)
     return true;
 }
 
+QByteArray valueOfTz()
+{
+    const QByteArray value = qgetenv("TZ");
+    return value.startsWith(':') ? value.mid(1) : value;
+}
+
 // What TZ, or the system's link, may mean: a name, a file below the folder of all zones, a
 // rule, or nothing, which is UTC.
 QByteArrayList likelyNames()
 {
-    QByteArray name = qEnvironmentVariableIsSet("TZ") ? qgetenv("TZ") : "/etc/localtime";
-    if (name.startsWith(':'))
-        name.remove(0, 1);
+    const QByteArray name = qEnvironmentVariableIsSet("TZ") ? valueOfTz() : "/etc/localtime";
     QByteArrayList names{name};
     const QString file = QFileInfo(QFile::decodeName(name)).canonicalFilePath();
     const QLatin1String folder("/zoneinfo/");
@@ -54,7 +60,7 @@ QByteArrayList likelyNames()
 QTimeZone find(const QByteArrayList &names)
 {
     for (const QByteArray &name : names) {
-        QTimeZone zone(name);
+        const QTimeZone zone = ZoneName::zone(name);
         if (agreesWithTheSystem(zone))
             return zone;
     }
@@ -65,19 +71,31 @@ QTimeZone find(const QByteArrayList &names)
 
 namespace LocalZone {
 
+static void leave()
+{
+    qputenv("TZ", "UTC");
+    tzset();
+}
+
 Found rememberAndLeave()
 {
+    const QByteArray name = valueOfTz();
+    if (!ZoneName::isKnownToTheSystem(name)) { // so Qt must not see it: it may never come to an end
+        leave();
+        return {QTimeZone::utc(), true, QString::fromUtf8(name)};
+    }
     tzset();
-    Found found{find(likelyNames()), true};
+    Found found{find(likelyNames()), true, QString()};
     const QTimeZone distance(distanceAt(std::time(nullptr)));
     if (!found.zone.isValid() && agreesWithTheSystem(distance))
         found.zone = distance;
     if (!found.zone.isValid()) // a copy of a zone's file, say
         found.zone = find(QTimeZone::availableTimeZoneIds());
     if (!found.zone.isValid())
-        found = {distance, false};
-    qputenv("TZ", "UTC");
-    tzset();
+        found = {distance, false, QString()};
+    if (!found.zone.isValid()) // farther from UTC than Qt can tell
+        found = {QTimeZone::utc(), true, QString::fromUtf8(name)};
+    leave();
     return found;
 }
 

@@ -14,6 +14,7 @@ struct Found
 {
     QTimeZone zone;
     bool isExact; //!< false: no known zone has the system's times; today's distance stands in
+    QString unknownName; //!< what TZ holds when the system knows no such zone and goes by UTC
 };
 
 //! Finds the zone that the C library goes by and puts the process on UTC. To be called before

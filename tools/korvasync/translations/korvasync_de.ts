@@ -342,10 +342,6 @@ Weitere Aktionen: „calls add“ und „calls wipe“, jede mit eigenem --help.
         <translation>Aufruf: korvasync [OPTIONEN] %1</translation>
     </message>
     <message>
-        <source>--assume-tz takes a zone such as Europe/Helsinki</source>
-        <translation>--assume-tz nimmt eine Zeitzone wie Europe/Helsinki</translation>
-    </message>
-    <message>
         <source>The form of the files: auto, %1 or android-xml; auto (default) looks.</source>
         <translation>Die Form der Dateien: auto, %1 oder android-xml; auto (Vorgabe) sieht nach.</translation>
     </message>
@@ -1075,6 +1071,14 @@ Weitere Aktionen: „calls add“ und „calls wipe“, jede mit eigenem --help.
     <message>
         <source>All users of the machine can see the words of a command line while it runs, so scripts give number and text on standard input.</source>
         <translation>Alle Benutzer des Rechners können die Wörter einer Befehlszeile sehen, solange sie läuft; Skripte übergeben Nummer und Text deshalb auf der Standardeingabe.</translation>
+    </message>
+    <message>
+        <source>%1 names no time zone: %2</source>
+        <translation>%1 nennt keine Zeitzone: %2</translation>
+    </message>
+    <message>
+        <source>%1; name one such as Europe/Helsinki</source>
+        <translation>%1; eine wie Europe/Helsinki nennen</translation>
     </message>
 </context>
 </TS>

@@ -342,10 +342,6 @@ Otras acciones: «calls add» y «calls wipe», cada una con su --help.</transla
         <translation>Uso: korvasync [OPCIONES] %1</translation>
     </message>
     <message>
-        <source>--assume-tz takes a zone such as Europe/Helsinki</source>
-        <translation>--assume-tz admite una zona horaria como Europe/Helsinki</translation>
-    </message>
-    <message>
         <source>The form of the files: auto, %1 or android-xml; auto (default) looks.</source>
         <translation>La forma de los archivos: auto, %1 o android-xml; auto (predeterminado) la averigua.</translation>
     </message>
@@ -1075,6 +1071,14 @@ Otras acciones: «calls add» y «calls wipe», cada una con su --help.</transla
     <message>
         <source>All users of the machine can see the words of a command line while it runs, so scripts give number and text on standard input.</source>
         <translation>Todos los usuarios del equipo pueden ver las palabras de una línea de órdenes mientras se ejecuta; por eso los scripts pasan número y texto por la entrada estándar.</translation>
+    </message>
+    <message>
+        <source>%1 names no time zone: %2</source>
+        <translation>%1 no indica ninguna zona horaria: %2</translation>
+    </message>
+    <message>
+        <source>%1; name one such as Europe/Helsinki</source>
+        <translation>%1; indica una como Europe/Helsinki</translation>
     </message>
 </context>
 </TS>
