@@ -58,17 +58,27 @@ ClientProcess::Outcome ClientProcess::run(const QStringList &arguments,
 }
 
 ClientProcess::Outcome ClientProcess::runAtTerminal(const QStringList &arguments,
-                                                    const QByteArray &typed) const
+                                                    const QByteArray &typed,
+                                                    const std::function<void()> &meanwhile) const
 {
+    constexpr int patience = 20000; // milliseconds
     const int terminal = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
     if (terminal < 0 || grantpt(terminal) != 0 || unlockpt(terminal) != 0)
         qFatal("there is no terminal");
     QProcess process;
     process.setStandardInputFile(QFile::decodeName(ptsname(terminal)));
     start(process, arguments);
+    QByteArray asked;
+    if (meanwhile) {
+        process.setReadChannel(QProcess::StandardError);
+        while (!asked.contains("] ") && process.waitForReadyRead(patience))
+            asked += process.readAllStandardError();
+        meanwhile();
+    }
     if (::write(terminal, typed.constData(), static_cast<size_t>(typed.size())) != typed.size())
         qFatal("nothing can be typed");
-    const Outcome outcome = wait(process, QByteArray());
+    Outcome outcome = wait(process, QByteArray());
+    outcome.errors.prepend(asked);
     close(terminal);
     return outcome;
 }

@@ -36,6 +36,7 @@ private Q_SLOTS:
     void needsAYesToWipeWithoutATerminal();
     void asksBeforeItWipes_data();
     void asksBeforeItWipes();
+    void wipesNoLogThatHasChanged();
 
 private:
     ClientProcess client;
@@ -336,9 +337,13 @@ void TestCalls::asksBeforeItWipes_data()
     QTest::addColumn<QByteArray>("answer");
     QTest::addColumn<QByteArray>("output");
     QTest::addColumn<int>("left");
-    QTest::newRow("yes") << QByteArray("y\n") << QByteArray("1 call(s) deleted\n") << 0;
-    QTest::newRow("no") << QByteArray("n\n") << QByteArray() << 1;
-    QTest::newRow("neither") << QByteArray("\n") << QByteArray() << 1;
+    QTest::addColumn<QByteArray>("told");
+    const QByteArray nothing("korvasync: nothing was deleted\n");
+    QTest::newRow("yes") << QByteArray("y\n") << QByteArray("1 call(s) deleted\n") << 0
+                         << QByteArray();
+    QTest::newRow("no") << QByteArray("n\n") << QByteArray() << 1 << nothing;
+    QTest::newRow("neither") << QByteArray("\n") << QByteArray() << 1 << nothing;
+    QTest::newRow("end") << QByteArray("\x04") << QByteArray() << 1 << "\n" + nothing;
 }
 
 void TestCalls::asksBeforeItWipes()
@@ -346,13 +351,33 @@ void TestCalls::asksBeforeItWipes()
     QFETCH(QByteArray, answer);
     QFETCH(QByteArray, output);
     QFETCH(int, left);
+    QFETCH(QByteArray, told);
     ClientProcess other;
     QCOMPARE(other.run(add, answered).exitCode, 0);
     const auto outcome = other.runAtTerminal({text("calls"), text("wipe")}, answer);
     QCOMPARE(outcome.exitCode, 0);
-    QCOMPARE(outcome.errors, QByteArray("Delete 1 call(s)? [y/N] "));
+    QCOMPARE(outcome.errors, "Delete 1 call(s)? [y/N] " + told);
     QCOMPARE(outcome.output, output);
     QCOMPARE(other.run({text("calls")}).output.count('\n'), left);
+}
+
+void TestCalls::wipesNoLogThatHasChanged()
+{
+    ClientProcess other;
+    QCOMPARE(other.run(add, answered).exitCode, 0);
+    const auto outcome =
+        other.runAtTerminal({text("calls"), text("wipe"), text("-o"), text("ndjson")}, "y\n", [&] {
+            QCOMPARE(
+                other.run(add, callEntry("missed", "+15550177", 0, "20101103T142530Z")).exitCode,
+                0);
+        });
+    QCOMPARE(outcome.exitCode, 1);
+    QCOMPARE(outcome.errors,
+             QByteArray("Delete 1 call(s)? [y/N] korvasync: the call log changed meanwhile, so "
+                        "nothing was deleted; look at it and repeat\n"));
+    QCOMPARE(outcome.output,
+             QByteArray("{\"summary\":{\"read\":2,\"deleted\":0,\"refused\":2,\"failed\":0}}\n"));
+    QCOMPARE(other.run({text("calls")}).output.count('\n'), 2);
 }
 
 QTEST_GUILESS_MAIN(TestCalls)

@@ -29,6 +29,9 @@ private Q_SLOTS:
     void changesNothingInADryRun();
     void saysInADryRunWhatItWouldDelete();
     void deletesManyMessages();
+    void deletesNothingWithoutAYes();
+    void deletesOnlyWhatItAskedAbout_data();
+    void deletesOnlyWhatItAskedAbout();
 };
 
 static const QByteArray first = vMessage("INBOX", "20101103T142530Z", "+15550100", "Hello");
@@ -290,6 +293,53 @@ void TestChanging::deletesManyMessages()
     QVERIFY(outcome.output.endsWith(
         "{\"summary\":{\"read\":1201,\"deleted\":1201,\"refused\":0,\"failed\":0}}\n"));
     QCOMPARE(client.run({text("list"), text("--count")}).output, QByteArray("0\n"));
+}
+
+void TestChanging::deletesNothingWithoutAYes()
+{
+    ClientProcess client;
+    client.fill(first + second);
+    const auto outcome = client.runAtTerminal({text("delete"), text("1"), text("2")}, "n\n");
+    QCOMPARE(outcome.exitCode, 0);
+    QCOMPARE(outcome.output, QByteArray());
+    QCOMPARE(outcome.errors,
+             QByteArray("Delete 2 message(s)? [y/N] korvasync: nothing was deleted\n"));
+    QCOMPARE(client.run({text("list"), text("--count")}).output, QByteArray("2\n"));
+}
+
+void TestChanging::deletesOnlyWhatItAskedAbout_data()
+{
+    QTest::addColumn<QStringList>("meanwhile");
+    QTest::addColumn<QByteArray>("result");
+    QTest::addColumn<int>("exitCode");
+    QTest::addColumn<QByteArray>("left");
+    QTest::newRow("nothing") << QStringList{text("list")} << QByteArray("deleted  1\n") << 0
+                             << QByteArray();
+    QTest::newRow("changed")
+        << QStringList{text("modify"), text("1"), text("new.vmg")}
+        << QByteArray("refused  1  sms-changed: no longer what it was when it was asked about\n")
+        << 1 << QByteArray("1\n");
+    QTest::newRow("gone") << QStringList{text("delete"), text("--yes"), text("1")}
+                          << QByteArray("refused  1  sms-bad-id: no message has this id\n") << 4
+                          << QByteArray();
+}
+
+void TestChanging::deletesOnlyWhatItAskedAbout()
+{
+    QFETCH(QStringList, meanwhile);
+    QFETCH(QByteArray, result);
+    QFETCH(int, exitCode);
+    QFETCH(QByteArray, left);
+    ClientProcess client;
+    client.workingDirectory = client.filePath(QString());
+    client.fill(first + second);
+    client.write(text("new.vmg"), vMessage("INBOX", "", "+15550100", "Not to be lost"));
+    const auto outcome =
+        client.runAtTerminal({text("delete"), text("-q"), text("1"), text("2")}, "y\n",
+                             [&] { QCOMPARE(client.run(meanwhile).exitCode, 0); });
+    QCOMPARE(outcome.exitCode, exitCode);
+    QCOMPARE(outcome.output, result + "deleted  2\n");
+    QCOMPARE(client.run({text("list"), text("--ids")}).output, left);
 }
 
 QTEST_GUILESS_MAIN(TestChanging)

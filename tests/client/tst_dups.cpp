@@ -20,6 +20,10 @@ private Q_SLOTS:
     void deletesNothingWhereNothingIsEqual();
     void needsAYesWithoutATerminal();
     void waitsForClientsThatAdd();
+    void deletesOnlyWhatItAskedAbout_data();
+    void deletesOnlyWhatItAskedAbout();
+    void namesTheFaultInItsArguments_data();
+    void namesTheFaultInItsArguments();
 
 private:
     static QByteArray ids(const ClientProcess &client);
@@ -163,6 +167,77 @@ void TestDups::waitsForClientsThatAdd()
     adding.closeWriteChannel();
     QVERIFY(adding.waitForFinished(20000));
     QCOMPARE(ids(client).count('\n'), 6);
+}
+
+void TestDups::deletesOnlyWhatItAskedAbout_data()
+{
+    QTest::addColumn<QStringList>("meanwhile");
+    QTest::addColumn<QByteArray>("results");
+    QTest::addColumn<int>("exitCode");
+    QTest::addColumn<QByteArray>("left");
+    const QByteArray changed(
+        "refused  2  sms-changed: no longer what it was when it was asked about\n");
+    QTest::newRow("nothing") << QStringList{text("list")} << QByteArray("deleted  2\ndeleted  3\n")
+                             << 0 << QByteArray("1\n");
+    QTest::newRow("the one that stays is deleted")
+        << QStringList{text("delete"), text("--yes"), text("1")} << changed + "deleted  3\n"
+        << 1 << QByteArray("2\n");
+    QTest::newRow("all but one are deleted")
+        << QStringList{text("delete"), text("--yes"), text("1"), text("3")}
+        << changed + "refused  3  sms-bad-id: no message has this id\n"
+        << 1 << QByteArray("2\n");
+    QTest::newRow("the one that stays is changed")
+        << QStringList{text("modify"), text("1"), text("other.vmg")} << changed + "deleted  3\n"
+        << 1 << QByteArray("1\n2\n");
+    QTest::newRow("another one is added")
+        << QStringList{text("add"), text("--on-duplicate"), text("add"), text("hello.vmg")}
+        << QByteArray("deleted  2\ndeleted  3\n") << 0 << QByteArray("1\n4\n");
+}
+
+// One text is in the store three times, and at least one of them stays.
+void TestDups::deletesOnlyWhatItAskedAbout()
+{
+    QFETCH(QStringList, meanwhile);
+    QFETCH(QByteArray, results);
+    QFETCH(int, exitCode);
+    QFETCH(QByteArray, left);
+    ClientProcess client;
+    client.workingDirectory = client.filePath(QString());
+    client.fill(hello + hello + hello);
+    client.write(text("hello.vmg"), hello);
+    client.write(text("other.vmg"), vMessage("INBOX", "", "+15550100", "Another text"));
+    const auto outcome = client.runAtTerminal({text("dups"), text("--delete"), text("-q")}, "y\n",
+                                              [&] { QCOMPARE(client.run(meanwhile).exitCode, 0); });
+    QCOMPARE(outcome.output, results);
+    QCOMPARE(outcome.exitCode, exitCode);
+    QVERIFY2(outcome.errors.startsWith("Delete 2 message(s)? [y/N] "), outcome.errors);
+    QCOMPARE(ids(client), left);
+}
+
+void TestDups::namesTheFaultInItsArguments_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QByteArray>("fault");
+    const QByteArray values("--keep is one of: oldest, newest");
+    QTest::newRow("no such message to keep")
+        << QStringList{text("--keep"), text("first")} << values;
+    QTest::newRow("no such message to keep from deletion")
+        << QStringList{text("--delete"), text("--keep"), text("first")} << values;
+    const QByteArray deletion("dups takes --keep and --yes only with --delete");
+    QTest::newRow("keep") << QStringList{text("--keep"), text("newest")} << deletion;
+    QTest::newRow("yes") << QStringList{text("--yes")} << deletion;
+    QTest::newRow("argument") << QStringList{text("--delete"), text("1")}
+                              << QByteArray("dups takes no arguments");
+}
+
+void TestDups::namesTheFaultInItsArguments()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QByteArray, fault);
+    const ClientProcess client;
+    const auto outcome = client.run(QStringList{text("dups")} + arguments);
+    QCOMPARE(outcome.exitCode, 2);
+    QCOMPARE(outcome.errors, "korvasync: " + fault + "\n");
 }
 
 QTEST_GUILESS_MAIN(TestDups)

@@ -232,12 +232,12 @@ void TestLanguages::translatesTables()
 void TestLanguages::asksAndUnderstands_data()
 {
     QTest::addColumn<QByteArray>("typed");
-    QTest::addColumn<QByteArray>("question");
+    QTest::addColumn<QByteArray>("told");
     QTest::addColumn<QByteArray>("output");
-    const auto row = [](const char *locale, const char *typed, const char *question,
+    const auto row = [](const char *locale, const char *typed, const char *told,
                         const char *output) {
         QTest::addRow("%s %s", locale, typed)
-            << QByteArray(typed) << QByteArray(question) << QByteArray(output);
+            << QByteArray(typed) << QByteArray(told) << QByteArray(output);
     };
     const char *const inGerman = "1 Nachricht löschen? [j/N] ";
     const char *const inSpanish = "¿Borrar 1 mensaje? [s/N] ";
@@ -248,23 +248,25 @@ void TestLanguages::asksAndUnderstands_data()
     row(german, "j", inGerman, deletedInGerman);
     row(german, "J", inGerman, deletedInGerman);
     row(german, "y", inGerman, deletedInGerman);
-    row(german, "s", inGerman, "");
-    row(german, "n", inGerman, "");
+    const char *const leftInGerman =
+        "1 Nachricht löschen? [j/N] korvasync: es wurde nichts gelöscht\n";
+    row(german, "s", leftInGerman, "");
+    row(german, "n", leftInGerman, "");
     row(spanish, "s", inSpanish, deletedInSpanish);
-    row(spanish, "j", inSpanish, "");
-    row("C", "j", "Delete 1 message(s)? [y/N] ", "");
+    row(spanish, "j", "¿Borrar 1 mensaje? [s/N] korvasync: no se borró nada\n", "");
+    row("C", "j", "Delete 1 message(s)? [y/N] korvasync: nothing was deleted\n", "");
 }
 
 void TestLanguages::asksAndUnderstands()
 {
     QFETCH(QByteArray, typed);
-    QFETCH(QByteArray, question);
+    QFETCH(QByteArray, told);
     QFETCH(QByteArray, output);
     ClientProcess client;
     client.fill(hello);
     setLocale(client, locale(QByteArray(QTest::currentDataTag()).split(' ').first()));
     const auto outcome = client.runAtTerminal({text("delete"), text("1")}, typed + '\n');
-    QCOMPARE(outcome.errors, question);
+    QCOMPARE(outcome.errors, told);
     QCOMPARE(outcome.output, output);
 }
 

@@ -16,6 +16,7 @@ class TestTurns : public QObject
 
 private Q_SLOTS:
     void storesNothingTwiceOnAFreshStore();
+    void deletesNothingTwice();
     void waitsForAClientThatAdds();
     void givesUpOnAClientThatAdds();
     void addsAgainWithoutATurn();
@@ -73,6 +74,34 @@ void TestTurns::storesNothingTwiceOnAFreshStore()
     QCOMPARE(output.count("added"), 40);
     QCOMPARE(output.count("present"), 120);
     QCOMPARE(client.run({text("list"), text("--count")}).output, QByteArray("40\n"));
+}
+
+// Each message is deleted by one of them, whichever that is.
+void TestTurns::deletesNothingTwice()
+{
+    constexpr int count = 700; // more than are deleted at once
+    ClientProcess client;
+    QByteArray all;
+    QByteArray ids;
+    for (int i = 1; i <= count; ++i) {
+        all += vMessage("INBOX", "20101103T142530Z", "+15550100", QByteArray::number(i));
+        ids += QByteArray::number(i) + '\n';
+    }
+    client.fill(all);
+    std::array<QProcess, 3> processes;
+    for (QProcess &process : processes) {
+        client.start(process, {text("delete"), text("--yes"), text("-q"), text("-")});
+        process.write(ids);
+        process.closeWriteChannel();
+    }
+    QByteArray output;
+    for (QProcess &process : processes) {
+        QVERIFY(process.waitForFinished(60000));
+        output += process.readAllStandardOutput();
+    }
+    QCOMPARE(output.count("deleted"), count);
+    QCOMPARE(output.count("sms-bad-id"), 2 * count);
+    QCOMPARE(client.run({text("list"), text("--count")}).output, QByteArray("0\n"));
 }
 
 void TestTurns::waitsForAClientThatAdds()

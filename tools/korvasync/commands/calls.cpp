@@ -10,9 +10,13 @@
 #include "options/arguments.h"
 #include "output/callformats.h"
 #include "output/jsonline.h"
+#include "output/results.h"
 #include "process/diagnostics.h"
+#include "store/storeturn.h"
 
+#include <algorithm>
 #include <array>
+#include <optional>
 #include <unistd.h>
 
 using namespace KorvaSyncIf;
@@ -80,7 +84,9 @@ ExitCode add(const Invocation &invocation)
 
 // ---- wipe
 
-void printDeleted(const Invocation &invocation, qsizetype before, qsizetype left)
+//! \param left  calls that stay, as \a fate tells
+void printDeleted(const Invocation &invocation, qsizetype before, qsizetype left,
+                  ItemResult::Status fate = ItemResult::Failed)
 {
     if (invocation.global.quiet > 0)
         return;
@@ -88,8 +94,8 @@ void printDeleted(const Invocation &invocation, qsizetype before, qsizetype left
         JsonLine sums;
         sums.add("read", before)
             .add("deleted", before - left)
-            .add("refused", 0)
-            .add("failed", left);
+            .add("refused", fate == ItemResult::Refused ? left : 0)
+            .add("failed", fate == ItemResult::Failed ? left : 0);
         invocation.output.write(JsonLine().add("summary", sums).line());
     } else {
         const auto count = static_cast<int>(before - left);
@@ -100,22 +106,33 @@ void printDeleted(const Invocation &invocation, qsizetype before, qsizetype left
     }
 }
 
-ExitCode wipe(const Invocation &invocation)
+bool isSameLog(const QList<Call> &one, const QList<Call> &other)
 {
-    if (!takesNoArguments(invocation, "calls wipe"))
-        return UsageError;
-    if (!Confirmation::isPossible(invocation, QStringLiteral("calls wipe")))
-        return UsageError;
-    if (const ExitCode code = StoreAccess::requireStore(invocation.location))
-        return code;
-    CallStore store(invocation.global.timeout);
+    return std::equal(one.cbegin(), one.cend(), other.cbegin(), other.cend(),
+                      [](const Call &a, const Call &b) {
+                          return a.number == b.number && Fingerprint::of(a) == Fingerprint::of(b);
+                      });
+}
+
+// The library deletes all that is there, so that is looked at once more under the client lock.
+ExitCode wipeUnderLock(const Invocation &invocation, CallStore &store,
+                       const std::optional<QList<Call>> &asked)
+{
+    StoreTurn turn(invocation.location);
+    const Answer answer =
+        invocation.global.dryRun ? Answer::Finished : turn.take(invocation.global.timeout);
+    if (answer != Answer::Finished)
+        return StoreAccess::complain(invocation.location, answer);
     const CallStore::Read before = store.calls();
     if (before.answer != Answer::Finished)
         return StoreAccess::complain(invocation.location, before.answer);
     const auto count = before.calls.size();
-    if (!Confirmation::isGiven(invocation,
-                               Text::tr("Delete %n call(s)?", nullptr, static_cast<int>(count))))
-        return AllDone;
+    if (asked && !isSameLog(*asked, before.calls)) {
+        Diagnostics::error(Text::tr("the call log changed meanwhile, so nothing was deleted; look "
+                                    "at it and repeat"));
+        printDeleted(invocation, count, count, ItemResult::Refused);
+        return SomeNotDone;
+    }
     if (invocation.global.dryRun) {
         printDeleted(invocation, count, 0);
         return AllDone;
@@ -129,6 +146,27 @@ ExitCode wipe(const Invocation &invocation)
     // A call that came in meanwhile is none of those.
     printDeleted(invocation, count, qMin(count, after.calls.size()));
     return after.calls.isEmpty() ? AllDone : SomeNotDone;
+}
+
+ExitCode wipe(const Invocation &invocation)
+{
+    if (!takesNoArguments(invocation, "calls wipe"))
+        return UsageError;
+    if (!Confirmation::isPossible(invocation, QStringLiteral("calls wipe")))
+        return UsageError;
+    if (const ExitCode code = StoreAccess::requireStore(invocation.location))
+        return code;
+    CallStore store(invocation.global.timeout);
+    if (!Confirmation::isNeeded(invocation))
+        return wipeUnderLock(invocation, store, std::nullopt);
+    const CallStore::Read asked = store.calls();
+    if (asked.answer != Answer::Finished)
+        return StoreAccess::complain(invocation.location, asked.answer);
+    if (!Confirmation::isGiven(
+            invocation,
+            Text::tr("Delete %n call(s)?", nullptr, static_cast<int>(asked.calls.size()))))
+        return AllDone;
+    return wipeUnderLock(invocation, store, asked.calls);
 }
 
 // ---- the verb

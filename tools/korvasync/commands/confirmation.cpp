@@ -12,7 +12,7 @@
 
 namespace Confirmation {
 
-static bool isNeeded(const Invocation &invocation)
+bool isNeeded(const Invocation &invocation)
 {
     return !invocation.isSet("yes") && !invocation.global.dryRun;
 }
@@ -34,7 +34,12 @@ bool isGiven(const Invocation &invocation, const QString &question)
     const QString yes = Text::tr("y", "the letter for yes in [y/N]; y itself is always understood");
     Diagnostics::ask(QStringLiteral("%1 [%2/N]").arg(question, yes));
     const int answer = std::tolower(std::getchar());
-    return answer == 'y' || yes == QString(QChar(answer));
+    if (answer == 'y' || yes == QString(QChar(answer)))
+        return true;
+    if (answer == EOF) // the question has no line end yet
+        std::fputc('\n', stderr);
+    Diagnostics::warn(Text::tr("nothing was deleted"));
+    return false;
 }
 
 } // namespace Confirmation

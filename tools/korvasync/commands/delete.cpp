@@ -4,12 +4,34 @@
 #include "command.h"
 #include "confirmation.h"
 #include "deleting.h"
+#include "storeaccess.h"
 
 #include "language/text.h"
 #include "options/arguments.h"
 #include "process/diagnostics.h"
+#include "process/interrupt.h"
+#include "store/fingerprint.h"
+#include "store/storeturn.h"
+
+#include <QtCore/QHash>
 
 namespace {
+
+//! What stood there when it was asked about, by id.
+using Asked = QHash<int, Fingerprint>;
+
+Asked look(MessageStore &store, const QList<int> &ids)
+{
+    Asked asked;
+    for (const int id : ids) {
+        if (Interrupt::signalNumber() != 0)
+            break;
+        const StoredMessage message = StoredMessage::fromRecord(store.message(id));
+        if (message.id != -1)
+            asked.insert(id, Fingerprint::of(message));
+    }
+    return asked;
+}
 
 ExitCode runDelete(const Invocation &invocation)
 {
@@ -22,11 +44,25 @@ ExitCode runDelete(const Invocation &invocation)
     const auto ids = Arguments::databaseIds(invocation.arguments);
     if (!ids)
         return UsageError;
+    MessageStore store(invocation.global.timeout);
+    if (const ExitCode code = StoreAccess::requireReadable(invocation.location, store))
+        return code;
+    const bool asks = Confirmation::isNeeded(invocation);
+    const Asked asked = asks ? look(store, *ids) : Asked();
     if (!Confirmation::isGiven(
             invocation, Text::tr("Delete %n message(s)?", nullptr, static_cast<int>(ids->size()))))
         return AllDone;
-    MessageStore store(invocation.global.timeout);
-    return Deleting(invocation, store).run(*ids);
+    StoreTurn turn(invocation.location);
+    if (!invocation.global.dryRun) {
+        const Answer answer = turn.take(invocation.global.timeout);
+        if (answer != Answer::Finished)
+            return StoreAccess::complain(invocation.location, answer);
+    }
+    const auto isMeant = [&](const StoredMessage &message) {
+        const auto before = asked.constFind(message.id);
+        return !asks || (before != asked.cend() && *before == Fingerprint::of(message));
+    };
+    return Deleting(invocation, store, isMeant).run(*ids);
 }
 
 } // namespace

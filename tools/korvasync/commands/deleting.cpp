@@ -3,15 +3,19 @@
 
 #include "deleting.h"
 
+#include "language/text.h"
 #include "process/diagnostics.h"
 #include "process/interrupt.h"
 #include "storeaccess.h"
 
+#include <utility>
+
 static constexpr int chunkSize = 500;
 
-Deleting::Deleting(const Invocation &invocation, MessageStore &store)
+Deleting::Deleting(const Invocation &invocation, MessageStore &store, IsMeant isMeant)
     : invocation(invocation)
     , store(store)
+    , isMeant(std::move(isMeant))
     , results(invocation.output, ItemResult::Deleted,
               invocation.global.format == QLatin1String("ndjson"), invocation.global.dryRun)
     , progress(invocation.global.progress)
@@ -20,8 +24,6 @@ Deleting::Deleting(const Invocation &invocation, MessageStore &store)
 
 ExitCode Deleting::run(const QList<int> &ids)
 {
-    if (const ExitCode code = StoreAccess::requireReadable(invocation.location, store))
-        return code;
     for (int i = 0; i < ids.size() && trouble == AllDone && Interrupt::signalNumber() == 0
          && invocation.output.error().isEmpty();
          i += chunkSize) {
@@ -40,11 +42,19 @@ ExitCode Deleting::run(const QList<int> &ids)
 void Deleting::deleteChunk(const QList<int> &ids)
 {
     QList<int> known; // calls share the ids, and the library would delete one as well
+    QSet<int> others; // than those asked about
     QSet<int> seen = deleted;
     for (const int id : ids) {
-        if (!seen.contains(id) && store.message(id).id != -1)
-            known += id;
+        const bool isNew = !seen.contains(id);
         seen += id;
+        const StoredMessage message =
+            isNew ? StoredMessage::fromRecord(store.message(id)) : StoredMessage();
+        if (message.id == -1)
+            continue;
+        if (isMeant(message))
+            known += id;
+        else
+            others += id;
     }
     bool canTell = true;
     if (!invocation.global.dryRun && !known.isEmpty()) {
@@ -58,9 +68,14 @@ void Deleting::deleteChunk(const QList<int> &ids)
     }
     QSet<int> waiting(known.cbegin(), known.cend());
     for (const int id : ids) {
-        if (!waiting.remove(id))
+        if (others.contains(id))
+            report(id, ItemResult::Refused, Refusal::SmsChanged);
+        else if (!waiting.remove(id))
             report(id, ItemResult::Refused, Refusal::SmsBadId);
-        else if (invocation.global.dryRun || (canTell && store.message(id).id == -1))
+        else if (!canTell)
+            report(id, ItemResult::Failed, Refusal::SmsDelete,
+                   Text::reason("not known, as the store cannot be read back"));
+        else if (invocation.global.dryRun || store.message(id).id == -1)
             report(id, ItemResult::Deleted, Refusal::None);
         else
             report(id, ItemResult::Failed, Refusal::SmsDelete);
@@ -69,12 +84,13 @@ void Deleting::deleteChunk(const QList<int> &ids)
     invocation.output.flush();
 }
 
-void Deleting::report(int id, ItemResult::Status status, Refusal refusal)
+void Deleting::report(int id, ItemResult::Status status, Refusal refusal, const Reason &detail)
 {
     ItemResult result;
     result.ref = results.count();
     result.status = status;
     result.id = id;
     result.refusal = refusal;
+    result.detail = detail;
     results.report(result);
 }

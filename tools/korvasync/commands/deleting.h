@@ -10,20 +10,27 @@
 
 #include <QtCore/QSet>
 
-//! Deletes messages in chunks and reports what became of each.
+#include <functional>
+
+//! Deletes messages in chunks and reports what became of each. Who asked before has the client lock
+//! by now.
 class Deleting
 {
 public:
-    Deleting(const Invocation &invocation, MessageStore &store);
+    using IsMeant = std::function<bool(const StoredMessage &)>;
+
+    //! \param isMeant  whether a message is still the one that was asked about; others stay
+    Deleting(const Invocation &invocation, MessageStore &store, IsMeant isMeant);
 
     ExitCode run(const QList<int> &ids);
 
 private:
     void deleteChunk(const QList<int> &ids);
-    void report(int id, ItemResult::Status status, Refusal refusal);
+    void report(int id, ItemResult::Status status, Refusal refusal, const Reason &detail = {});
 
     const Invocation &invocation;
     MessageStore &store;
+    const IsMeant isMeant;
     Results results;
     Progress progress;
     QSet<int> deleted;

@@ -16,6 +16,8 @@
 #include "store/duplicateindex.h"
 #include "store/storeturn.h"
 
+#include <QtCore/QSet>
+
 #include <optional>
 
 namespace {
@@ -97,7 +99,7 @@ ExitCode list(const Invocation &invocation, MessageStore &store, const Groups &g
 enum Keep { Oldest, Newest };
 
 // Equal messages are of the same second: the one that was added first has the lowest id.
-ExitCode remove(const Invocation &invocation, MessageStore &store, const Groups &groups, Keep keep)
+QList<int> surplusIds(const Groups &groups, Keep keep)
 {
     QList<int> surplus;
     for (const auto &ids : groups) {
@@ -107,42 +109,71 @@ ExitCode remove(const Invocation &invocation, MessageStore &store, const Groups 
                 surplus += id;
         }
     }
-    if (!surplus.isEmpty()
-        && !Confirmation::isGiven(
-            invocation,
-            Text::tr("Delete %n message(s)?", nullptr, static_cast<int>(surplus.size()))))
-        return AllDone;
-    return Deleting(invocation, store).run(surplus);
+    return surplus;
 }
 
-ExitCode runDups(const Invocation &invocation)
+//! Those that \a asked names and that are still surplus stay so while the client lock is held: else
+//! two clients could each delete the message that the other one keeps.
+ExitCode removeUnderLock(const Invocation &invocation, MessageStore &store, Keep keep,
+                         const std::optional<QList<int>> &asked)
 {
-    const bool deletes = invocation.isSet("delete");
-    if (!invocation.arguments.isEmpty()
-        || (!deletes && (invocation.isSet("keep") || invocation.isSet("yes")))) {
-        Diagnostics::error(
-            Text::tr("dups takes no arguments, and --keep and --yes only with --delete"));
-        return UsageError;
-    }
-    const auto keep = Arguments::takeChoice(invocation.options, "keep",
-                                            {QStringLiteral("oldest"), QStringLiteral("newest")});
-    if (!keep
-        || (deletes && !Confirmation::isPossible(invocation, QStringLiteral("dups --delete"))))
-        return UsageError;
-    MessageStore store(invocation.global.timeout);
-    if (const ExitCode code = StoreAccess::requireStore(invocation.location))
-        return code;
-    // Else two clients could each delete the message that the other one keeps.
     StoreTurn turn(invocation.location);
-    Answer answer = deletes && !invocation.global.dryRun ? turn.take(invocation.global.timeout)
-                                                         : Answer::Finished;
+    Answer answer =
+        invocation.global.dryRun ? Answer::Finished : turn.take(invocation.global.timeout);
     Groups groups;
     if (answer == Answer::Finished)
         answer = readGroups(store, groups);
     if (answer != Answer::Finished)
         return StoreAccess::complain(invocation.location, answer);
-    return deletes ? remove(invocation, store, groups, static_cast<Keep>(*keep))
-                   : list(invocation, store, groups);
+    const QList<int> ids = surplusIds(groups, keep);
+    const QSet<int> surplus(ids.cbegin(), ids.cend());
+    const auto isMeant = [&](const StoredMessage &message) { return surplus.contains(message.id); };
+    return Deleting(invocation, store, isMeant).run(asked.value_or(ids));
+}
+
+ExitCode remove(const Invocation &invocation, MessageStore &store, Keep keep)
+{
+    if (!Confirmation::isNeeded(invocation))
+        return removeUnderLock(invocation, store, keep, std::nullopt);
+    Groups groups;
+    const Answer answer = readGroups(store, groups);
+    if (answer != Answer::Finished)
+        return StoreAccess::complain(invocation.location, answer);
+    const QList<int> asked = surplusIds(groups, keep);
+    if (!asked.isEmpty()
+        && !Confirmation::isGiven(
+            invocation, Text::tr("Delete %n message(s)?", nullptr, static_cast<int>(asked.size()))))
+        return AllDone;
+    return removeUnderLock(invocation, store, keep, asked);
+}
+
+ExitCode runDups(const Invocation &invocation)
+{
+    const bool deletes = invocation.isSet("delete");
+    if (!invocation.arguments.isEmpty()) {
+        Diagnostics::error(Text::tr("%1 takes no arguments").arg(QLatin1String("dups")));
+        return UsageError;
+    }
+    const auto keep = Arguments::takeChoice(invocation.options, "keep",
+                                            {QStringLiteral("oldest"), QStringLiteral("newest")});
+    if (!keep)
+        return UsageError;
+    if (!deletes && (invocation.isSet("keep") || invocation.isSet("yes"))) {
+        Diagnostics::error(Text::tr("dups takes --keep and --yes only with --delete"));
+        return UsageError;
+    }
+    if (deletes && !Confirmation::isPossible(invocation, QStringLiteral("dups --delete")))
+        return UsageError;
+    MessageStore store(invocation.global.timeout);
+    if (const ExitCode code = StoreAccess::requireStore(invocation.location))
+        return code;
+    if (deletes)
+        return remove(invocation, store, static_cast<Keep>(*keep));
+    Groups groups;
+    const Answer answer = readGroups(store, groups);
+    if (answer != Answer::Finished)
+        return StoreAccess::complain(invocation.location, answer);
+    return list(invocation, store, groups);
 }
 
 } // namespace

@@ -12,6 +12,7 @@
 #include "output/results.h"
 #include "process/diagnostics.h"
 #include "store/messagewriter.h"
+#include "store/storeturn.h"
 
 #include <korvasync/vmessageencoder.h>
 
@@ -88,6 +89,11 @@ ExitCode runModify(const Invocation &invocation)
     MessageStore store(global.timeout);
     if (const ExitCode code = StoreAccess::requireReadable(invocation.location, store))
         return code;
+    // A client that deletes equal messages counts on those that it leaves.
+    StoreTurn turn(invocation.location);
+    Answer answer = global.dryRun ? Answer::Finished : turn.take(global.timeout);
+    if (answer != Answer::Finished)
+        return StoreAccess::complain(invocation.location, answer);
 
     Results results(invocation.output, ItemResult::Changed,
                     global.format == QLatin1String("ndjson"));
@@ -107,7 +113,6 @@ ExitCode runModify(const Invocation &invocation)
         result.refusal = parsed ? settled.refusal : Refusal::SmsParse;
     if (result.refusal == Refusal::SmsNoFolder)
         result.refusal = Refusal::SmsNoFolderToReplace; // --folder is for what is added
-    Answer answer = Answer::Finished;
     if (result.refusal == Refusal::None) {
         answer = global.dryRun ? foresee(store, settled.message, result)
                                : write(store, old, settled.message, result);

@@ -34,6 +34,9 @@ Wording wordingOf(Refusal refusal)
         return {"sms-store", QT_TRANSLATE_NOOP("Text", "the store did not take it")};
     case Refusal::SmsDelete:
         return {"sms-delete", QT_TRANSLATE_NOOP("Text", "the store did not delete it")};
+    case Refusal::SmsChanged:
+        return {"sms-changed",
+                QT_TRANSLATE_NOOP("Text", "no longer what it was when it was asked about")};
     case Refusal::CallParse:
         return {"call-parse", QT_TRANSLATE_NOOP("Text", "not a whole call-history entry")};
     case Refusal::CallType:

@@ -20,6 +20,7 @@ enum class Refusal {
     SmsNoFolderToReplace,
     SmsStore,
     SmsDelete,
+    SmsChanged,
     CallParse,
     CallType,
     CallStore,

@@ -8,11 +8,11 @@
 
 #include <chrono>
 
-//! Makes the clients that add to one store, send on it or delete duplicates from it wait for
-//! each other, from the look at what is there to the last write, so that none stores what
-//! another is about to store, and none takes another's message for the one that it sent. The
-//! turn is a lock on the store's folder. Other programs that write through the library do not
-//! know of it: what they store meanwhile can be stored twice.
+//! Makes the clients that write to one store wait for each other, from the look at what is there
+//! to the last write, so that none stores what another is about to store, none deletes what another
+//! has changed, and none takes another's message for the one that it sent. The turn is a lock on
+//! the store's folder. Other programs that write through the library do not know of it: what they
+//! store meanwhile can be stored twice.
 class StoreTurn
 {
 public:

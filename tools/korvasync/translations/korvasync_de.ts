@@ -290,10 +290,6 @@ Weitere Aktionen: „calls add“ und „calls wipe“, jede mit eigenem --help.
         </translation>
     </message>
     <message>
-        <source>dups takes no arguments, and --keep and --yes only with --delete</source>
-        <translation>dups nimmt keine Argumente, und --keep und --yes nur mit --delete</translation>
-    </message>
-    <message>
         <source>Lists equal messages in groups, or deletes all but one of each group.</source>
         <translation>Listet gleiche Nachrichten in Gruppen auf oder löscht aus jeder Gruppe alle bis auf eine.</translation>
     </message>
@@ -1079,6 +1075,22 @@ Weitere Aktionen: „calls add“ und „calls wipe“, jede mit eigenem --help.
     <message>
         <source>%1; name one such as Europe/Helsinki</source>
         <translation>%1; eine wie Europe/Helsinki nennen</translation>
+    </message>
+    <message>
+        <source>the call log changed meanwhile, so nothing was deleted; look at it and repeat</source>
+        <translation>die Anrufliste hat sich inzwischen geändert, deshalb wurde nichts gelöscht; ansehen und wiederholen</translation>
+    </message>
+    <message>
+        <source>nothing was deleted</source>
+        <translation>es wurde nichts gelöscht</translation>
+    </message>
+    <message>
+        <source>dups takes --keep and --yes only with --delete</source>
+        <translation>dups nimmt --keep und --yes nur mit --delete</translation>
+    </message>
+    <message>
+        <source>no longer what it was when it was asked about</source>
+        <translation>nicht mehr, was sie bei der Frage war</translation>
     </message>
 </context>
 </TS>

@@ -290,10 +290,6 @@ Otras acciones: «calls add» y «calls wipe», cada una con su --help.</transla
         </translation>
     </message>
     <message>
-        <source>dups takes no arguments, and --keep and --yes only with --delete</source>
-        <translation>dups no admite argumentos, y --keep y --yes solo con --delete</translation>
-    </message>
-    <message>
         <source>Lists equal messages in groups, or deletes all but one of each group.</source>
         <translation>Muestra los mensajes iguales por grupos, o borra todos menos uno de cada grupo.</translation>
     </message>
@@ -1079,6 +1075,22 @@ Otras acciones: «calls add» y «calls wipe», cada una con su --help.</transla
     <message>
         <source>%1; name one such as Europe/Helsinki</source>
         <translation>%1; indica una como Europe/Helsinki</translation>
+    </message>
+    <message>
+        <source>the call log changed meanwhile, so nothing was deleted; look at it and repeat</source>
+        <translation>el registro de llamadas cambió entretanto, así que no se borró nada; míralo y repite</translation>
+    </message>
+    <message>
+        <source>nothing was deleted</source>
+        <translation>no se borró nada</translation>
+    </message>
+    <message>
+        <source>dups takes --keep and --yes only with --delete</source>
+        <translation>dups admite --keep y --yes solo con --delete</translation>
+    </message>
+    <message>
+        <source>no longer what it was when it was asked about</source>
+        <translation>ya no es lo que era al preguntar</translation>
     </message>
 </context>
 </TS>
