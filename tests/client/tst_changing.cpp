@@ -160,6 +160,16 @@ void TestChanging::saysInADryRunWhatTheStoreWillSay_data()
     QTest::newRow("new-word") << QByteArray("NewsPost") << failed;
     QTest::newRow("end-of-a-number") << QByteArray("0101") << changed;
     QTest::newRow("no-end-of-a-number") << QByteArray("0107") << failed;
+    QTest::newRow("end-of-a-word") << QByteArray("Post") << changed;
+    QTest::newRow("dot-for-a-letter") << QByteArray("P.st") << changed;
+    QTest::newRow("whole-word") << QByteArray("^InfoPost") << changed;
+    QTest::newRow("no-whole-word") << QByteArray("^Post") << failed;
+    QTest::newRow("signs") << QByteArray("C++") << changed;
+    QTest::newRow("end-with-signs") << QByteArray("++") << failed;
+    QTest::newRow("repetition-of-a-letter") << QByteArray("Pos+t") << failed;
+    QTest::newRow("quote") << QByteArray("McDonald's") << failed;
+    QTest::newRow("long-end") << QByteArray(63, 'x') << changed;
+    QTest::newRow("too-long-end") << QByteArray(64, 'x') << failed;
 }
 
 void TestChanging::saysInADryRunWhatTheStoreWillSay()
@@ -167,7 +177,9 @@ void TestChanging::saysInADryRunWhatTheStoreWillSay()
     QFETCH(QByteArray, number);
     QFETCH(QByteArray, outcome);
     ClientProcess client;
-    client.fill(first + second + vMessage("INBOX", "20101103T142532Z", "InfoPost", "News"));
+    client.fill(first + second + vMessage("INBOX", "20101103T142532Z", "InfoPost", "News")
+                + vMessage("INBOX", "20101103T142533Z", "C++", "News")
+                + vMessage("INBOX", "20101103T142534Z", QByteArray(65, 'x'), "News"));
     const QByteArray before = client.listed();
     const QByteArray replacement = vMessage("INBOX", "", number, "x");
     const auto foreseen =

@@ -17,6 +17,7 @@ class TestHostile : public QObject
 private Q_SLOTS:
     void sendersAndTexts_data();
     void sendersAndTexts();
+    void sendersWithSignsOfTheirOwn();
     void sendersAmongOthers();
     void numbersOfSignsThatNobodySees_data();
     void numbersOfSignsThatNobodySees();
@@ -128,6 +129,69 @@ void TestHostile::sendersAndTexts()
     const QJsonObject bystander = objectOf(client.listed());
     QCOMPARE(valueOf(bystander, "number"), text("+15550100"));
     QCOMPARE(valueOf(bystander, "body"), text("untouched"));
+}
+
+// All in one store, where one could be taken for another.
+void TestHostile::sendersWithSignsOfTheirOwn()
+{
+    const QByteArrayList senders{"Customer Service",
+                                 "SelfService",
+                                 "service",
+                                 "Service-24",
+                                 "McDonald's",
+                                 "Bank+",
+                                 "C++",
+                                 "Info(1)",
+                                 "Info(",
+                                 "a\\b",
+                                 "*Promo*",
+                                 "50% off",
+                                 "$hop",
+                                 "AT&T",
+                                 "Yahoo!",
+                                 "[x]",
+                                 "x]",
+                                 "\xC3\xBC"
+                                 "ber",
+                                 "\xF0\x9F\x98\x80x",
+                                 "A;B",
+                                 "A:B",
+                                 "A,B",
+                                 "x{2}",
+                                 "Q?",
+                                 "a|b",
+                                 "^top",
+                                 "#1 Shop",
+                                 "<b>",
+                                 "\"Q\"",
+                                 "O'Neil & Co",
+                                 "-Info",
+                                 "a.b",
+                                 "x'",
+                                 "'x",
+                                 "Tele\xE2\x80\x8B"
+                                 "com",
+                                 "Telecom",
+                                 "\\u0041bc",
+                                 "A%2",
+                                 "%1",
+                                 "e=mc2"};
+    QByteArray file;
+    for (const QByteArray &sender : senders)
+        file += vMessage("INBOX", "20240501T100000Z", sender, "text");
+    const ClientProcess client;
+    client.fill(file);
+    for (int i = 0; i < senders.size(); ++i) {
+        const QStringList modify{text("modify"), text("-q"), QString::number(i + 1), text("-")};
+        const QByteArray changed = vMessage("INBOX", "20240501T100000Z", senders.at(i), "changed");
+        const QByteArray outcome = "changed  " + QByteArray::number(i + 1) + "  -:1\n";
+        QCOMPARE(client.run(modify + QStringList{text("-n")}, changed).output, outcome);
+        QCOMPARE(client.run(modify, changed).output, outcome);
+        const QJsonObject stored =
+            objectOf(client.listed({text("--number"), QString::fromUtf8(senders.at(i))}));
+        QCOMPARE(valueOf(stored, "number").toUtf8(), senders.at(i));
+        QCOMPARE(valueOf(stored, "body"), text("changed"));
+    }
 }
 
 // Once each of them ended the import around it: those that would make a query too deep, too long or

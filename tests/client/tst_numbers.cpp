@@ -67,6 +67,7 @@ void TestNumbers::judgesNumbers_data()
     row("words-in-other-letters", {"InfoPost", "post"}, "");
     row("pattern", {"Info.Post", "^Top", "$hop"},
         "pattern $hop: $hop\npattern Info.Post: Info.Post\npattern ^Top: ^Top");
+    row("end-with-signs", {"C++", "++", "O'", "McO'", "post]", "Info[post]"}, "");
     row("signs-of-a-name", {"A+B", "C++", "McDonald's", "Info(1)", "a|b", "[x]", "a\\b"}, "");
     row("plus-of-a-number", {"+15550100"}, "");
 }

@@ -16,6 +16,8 @@
 
 #include <korvasync/vmessageencoder.h>
 
+#include <QtCore/QRegularExpression>
+
 using namespace KorvaSyncIf;
 
 namespace {
@@ -50,15 +52,20 @@ Answer write(MessageStore &store, const StoredMessage &old, SmsInfo message, Ite
 }
 
 // A modification makes no conversation, so the number must have one. From outside only those
-// with messages are seen; the library compares the ends of the numbers.
+// with messages are seen.
 Answer foresee(MessageStore &store, const SmsInfo &message, ItemResult &result)
 {
     const QString number =
         Number::comparable(message.fromNumber.isEmpty() ? message.toNumber : message.fromNumber);
+    const bool isSoughtByEnd = Number::isSoughtByEnd(number);
+    const QRegularExpression end(number + QLatin1Char('$'));
     bool isKnown = false;
     const Answer answer =
         store.forEach(Folder::all(), QDateTime(), [&](const StoredMessage &other) {
-            isKnown = isKnown || Number::comparable(other.number).endsWith(number);
+            if (isKnown)
+                return;
+            const QString known = Number::comparable(other.number);
+            isKnown = known == number || (isSoughtByEnd && end.match(known).hasMatch());
         });
     if (answer != Answer::Finished)
         return answer;

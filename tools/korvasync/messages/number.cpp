@@ -30,6 +30,15 @@ QString comparable(const QString &number)
     return digits.isEmpty() ? number : digits.right(matchLength);
 }
 
+bool isSoughtByEnd(const QString &comparable)
+{
+    constexpr int longest = 63;
+    const QLatin1String signs("\\'[](){}|*+?");
+    return comparable.size() <= longest
+        && std::none_of(comparable.cbegin(), comparable.cend(),
+                        [&](QChar c) { return signs.contains(c); });
+}
+
 QString significantDigits(const QString &number)
 {
     QString digits = digitsOf(number);

@@ -13,6 +13,10 @@ namespace Number {
 //! that the international and the national form are alike; a word as it stands.
 QString comparable(const QString &number);
 
+//! Whether a party that has no conversation joins that of another which ends like it, a dot being
+//! any character. A word with signs that would make more of it, or a very long one, does not.
+bool isSoughtByEnd(const QString &comparable);
+
 //! All digits of a number but the zeros in front, which stand for a prefix.
 QString significantDigits(const QString &number);
 

@@ -86,6 +86,8 @@ void NumberFindings::findEnds(const std::function<void(const NumberFinding &)> &
     fromBehind.sort();
     for (auto tail = fromBehind.cbegin(); tail != fromBehind.cend(); ++tail) {
         NumberFinding finding{NumberFinding::EndOfOthers, reversed(*tail), {}};
+        if (!Number::isSoughtByEnd(finding.tail))
+            continue;
         for (auto other = tail + 1; other != fromBehind.cend() && other->startsWith(*tail); ++other)
             finding.members += membersOf(byTail.value(reversed(*other)));
         if (finding.members.isEmpty())
@@ -101,7 +103,8 @@ void NumberFindings::findPatterns(const std::function<void(const NumberFinding &
     const QLatin1String signs(".^$");
     for (auto it = byTail.cbegin(); it != byTail.cend(); ++it) {
         const QString &tail = it.key();
-        if (std::any_of(tail.cbegin(), tail.cend(), [&](QChar c) { return signs.contains(c); }))
+        if (Number::isSoughtByEnd(tail)
+            && std::any_of(tail.cbegin(), tail.cend(), [&](QChar c) { return signs.contains(c); }))
             take({NumberFinding::Pattern, tail, membersOf(*it)});
     }
 }
