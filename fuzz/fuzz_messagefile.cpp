@@ -4,6 +4,7 @@
 // The bytes as a file that a person adds, in any of its forms.
 
 #include "fuzzing.h"
+#include "memoryfile.h"
 
 #include <android/callelement.h>
 #include <android/smselement.h>
@@ -16,30 +17,9 @@
 
 #include <korvasync/vmessageencoder.h>
 
-#include <sys/mman.h>
-#include <unistd.h>
-
 #include <vector>
 
 namespace {
-
-//! A file in memory, with a name.
-class MemoryFile
-{
-public:
-    explicit MemoryFile(const QByteArray &bytes)
-        : descriptor(memfd_create("input", MFD_CLOEXEC))
-    {
-        require(write(descriptor, bytes.constData(), size_t(bytes.size())) == bytes.size());
-    }
-    ~MemoryFile() { close(descriptor); }
-
-    QString path() const { return QStringLiteral("/proc/self/fd/%1").arg(descriptor); }
-
-private:
-    Q_DISABLE_COPY(MemoryFile)
-    const int descriptor;
-};
 
 using Items = std::vector<InputItem>;
 

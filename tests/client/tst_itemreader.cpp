@@ -21,6 +21,8 @@ private Q_SLOTS:
     void endsACutItemAtTheNextReason_data();
     void endsACutItemAtTheNextReason();
     void findsEntriesBehindACutMessage();
+    void readsAgainWhatBeginsInABrokenItem_data();
+    void readsAgainWhatBeginsInABrokenItem();
     void takesWhatATextSaysForText();
     void keepsNoItemThatIsTooLong();
     void readsUtf16();
@@ -197,6 +199,31 @@ void TestItemReader::findsEntriesBehindACutMessage()
     }
     ItemReader many(write("BEGIN:VMSG\nVERSION:1.1\n" + entry.repeated(1000000)));
     QCOMPARE(itemsOf(many).size(), 1000001);
+}
+
+void TestItemReader::readsAgainWhatBeginsInABrokenItem_data()
+{
+    QTest::addColumn<QList<QByteArray>>("items");
+    QTest::newRow("zero-in-a-tag") << QList<QByteArray>{
+        QByteArray("<sms \0", 6), QByteArray("<sms \0", 6), "<sms body='a' />"};
+    QTest::newRow("open-comments") << QList<QByteArray>{
+        "<mms><!--", "<mms><!--", "<sms body='<mms>' />", "<mms><!-- a", "<sms body='b' />"};
+    QTest::newRow("open-comment-and-section") << QList<QByteArray>{
+        "<mms><!--", "<mms><![CDATA[", "<mms><!-- ]]>", "<mms />", "<mms><![CDATA["};
+    QTest::newRow("values-and-contents") << QList<QByteArray>{"<mms><a b=\"", "<mms>\" ><a b=\"",
+                                                              "<mms>\" ><a b='", "<sms c=\"d\" />"};
+    const QByteArray open("BEGIN:VMSG\r\nBEGIN:VBODY\r\nX-SMS:a\n");
+    const QByteArray note("BEGIN:VNOTE\r\n");
+    QTest::newRow("messages-with-objects")
+        << QList<QByteArray>{"BEGIN:VMSG\r\n", note + "BEGIN:VBODY\r\nX-SMS:a\n", "BEGIN:VMSG\r\n",
+                             note + "BEGIN:VBODY\r\nX-SMS:a\n", open + "b"};
+}
+
+void TestItemReader::readsAgainWhatBeginsInABrokenItem()
+{
+    QFETCH(QList<QByteArray>, items);
+    ItemReader reader(write(items.join()));
+    QCOMPARE(itemsOf(reader), items);
 }
 
 void TestItemReader::takesWhatATextSaysForText()

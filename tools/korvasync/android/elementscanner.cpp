@@ -26,6 +26,9 @@ std::string_view ElementScanner::nameAt(std::string_view markup)
 ElementScanner::Verdict ElementScanner::take(char c)
 {
     switch (place) {
+    case Start:
+        place = Tag;
+        return Unfinished;
     case Value:
         if (c == quote)
             place = BehindValue;
@@ -53,9 +56,19 @@ ElementScanner::Verdict ElementScanner::take(char c)
     return Broken;
 }
 
+int ElementScanner::shelter() const
+{
+    if (place == Section)
+        return sectionEnd == "-->" ? 1 : 2;
+    if (place != Value)
+        return 0;
+    const int tag = !hasContent ? 0 : !inContent ? 1 : isInEndTag() ? 2 : 3;
+    return 3 + 2 * tag + (quote == '"' ? 0 : 1);
+}
+
 ElementScanner::Verdict ElementScanner::takeInTag(char c)
 {
-    if (c == '<' && last != '\0') // the first byte of all is one
+    if (c == '<')
         return Broken;
     if (c == '"' || c == '\'') {
         quote = c;
@@ -65,7 +78,7 @@ ElementScanner::Verdict ElementScanner::takeInTag(char c)
         last = c;
         return Unfinished;
     }
-    const bool isEnd = inContent ? tagName == '/' + name : !hasContent || last == '/';
+    const bool isEnd = inContent ? isInEndTag() : !hasContent || last == '/';
     if (isEnd)
         return Whole;
     inContent = true;

@@ -27,20 +27,27 @@ public:
 
     Verdict take(char c);
 
+    //! What keeps a beginning that is next from being seen: the value or section that is open,
+    //! by a number of its own for each kind. From equal shelters on, elements go the same way.
+    //! \return 0 = nothing does
+    int shelter() const;
+    static constexpr int shelterCount = 11; //!< with that
+
     //! The name of the tag that begins with the first byte, with the sign in front of an end
     //! tag or a declaration; empty when none begins there.
     static std::string_view nameAt(std::string_view markup);
 
 private:
-    enum Place { Tag, Value, BehindValue, Content, TagName, Section };
+    enum Place { Start, Tag, Value, BehindValue, Content, TagName, Section };
 
     Verdict takeInTag(char c);
     Verdict takeInTagName(char c);
     void takeInSection(char c);
+    bool isInEndTag() const { return inContent && tagName == '/' + name; }
 
     std::string name;
     bool hasContent = false;
-    Place place = Tag;
+    Place place = Start;
     char quote = '\0';
     char last = '\0';       // in the tag
     bool inContent = false; // the start tag of the element itself is read

@@ -32,53 +32,95 @@ constexpr char beginWide[] = "B\0E\0G\0I\0N\0:\0V\0M\0S\0G"; // in both orders
 constexpr Size wideLength = sizeof beginWide;                // with its last zero
 constexpr Size longestBeginning = wideLength + 3;            // with a mark
 
-Beginning withMark(const QByteArray &bytes, Size position, const char *mark,
-                   std::optional<Utf16Converter::ByteOrder> order)
+//! Finds the beginnings in one piece of the file, from the first to the last.
+class Beginnings
+{
+public:
+    explicit Beginnings(const QByteArray &bytes)
+        : bytes(bytes)
+    {
+    }
+
+    //! The next one.
+    //! \param done     what stands before does not count
+    //! \param current  the form of the bytes from there on
+    std::optional<Beginning> next(Size done, const std::optional<Utf16Converter> &current);
+
+private:
+    //! Where the letters stand next. No byte is looked at twice for it.
+    struct Letters
+    {
+        QByteArray text;
+        Size at = -1;
+        bool isSought = true;
+
+        void seek(const QByteArray &bytes);
+    };
+
+    Beginning withMark(Size position, const char *mark,
+                       std::optional<Utf16Converter::ByteOrder> order) const;
+    std::optional<Beginning> wideAt(Size at, const std::optional<Utf16Converter> &current) const;
+
+    const QByteArray &bytes;
+    Size done = 0;
+    Letters narrow{QByteArray("BEGIN:VMSG")};
+    Letters wide{QByteArray(beginWide, wideLength - 1)};
+};
+
+void Beginnings::Letters::seek(const QByteArray &bytes)
+{
+    if (isSought)
+        at = bytes.indexOf(text, at + 1);
+    isSought = false;
+}
+
+std::optional<Beginning> Beginnings::next(Size from, const std::optional<Utf16Converter> &current)
+{
+    done = from;
+    for (;;) {
+        wide.seek(bytes);
+        if (current)
+            narrow.seek(bytes);
+        const bool isNarrow = current && narrow.at >= 0 && (wide.at < 0 || narrow.at < wide.at);
+        Letters &letters = isNarrow ? narrow : wide;
+        if (letters.at < 0)
+            return std::nullopt;
+        letters.isSought = true;
+        if (letters.at < done)
+            continue;
+        const auto found = isNarrow ? withMark(letters.at, "\xEF\xBB\xBF", std::nullopt)
+                                    : wideAt(letters.at, current);
+        if (found)
+            return found;
+    }
+}
+
+Beginning Beginnings::withMark(Size position, const char *mark,
+                               std::optional<Utf16Converter::ByteOrder> order) const
 {
     const auto length = static_cast<Size>(qstrlen(mark));
     const bool isMarked =
-        position >= length && bytes.mid(position - length, length) == QByteArray(mark);
+        position - length >= done && bytes.mid(position - length, length) == QByteArray(mark);
     return {position - (isMarked ? length : 0), isMarked ? length : 0, order};
-}
-
-std::optional<Beginning> narrowBeginningIn(const QByteArray &bytes)
-{
-    const auto at = bytes.indexOf("BEGIN:VMSG");
-    return at < 0 ? std::nullopt : std::optional(withMark(bytes, at, "\xEF\xBB\xBF", {}));
 }
 
 // A zero before the letters belongs to the first one in the other byte order, or else to what
 // stands before it: to a line end of this order, or to a mark that a program put behind a message.
-std::optional<Beginning> wideBeginningIn(const QByteArray &bytes,
-                                         const std::optional<Utf16Converter> &current)
+std::optional<Beginning> Beginnings::wideAt(Size at,
+                                            const std::optional<Utf16Converter> &current) const
 {
     const bool isLittle = current && current->byteOrder() == Utf16Converter::LittleEndian;
     const bool isBig = current && !isLittle;
-    constexpr std::string_view letters(beginWide, wideLength - 1);
-    const std::string_view all(bytes.constData(), static_cast<size_t>(bytes.size()));
-    for (size_t found = all.find(letters); found != all.npos;
-         found = all.find(letters, found + 1)) {
-        const auto at = static_cast<Size>(found);
-        const bool isAligned = !current || (at - (current->isWithinUnit() ? 1 : 0)) % 2 == 0;
-        const bool behindZero = at > 0 && bytes.at(at - 1) == '\0';
-        const Beginning big = withMark(bytes, at - 1, "\xFE\xFF", Utf16Converter::BigEndian);
-        if (behindZero && (big.markLength > 0 || !current || isBig)) {
-            if (!isBig || isAligned)
-                return big;
-        } else if (!isLittle || !isAligned) {
-            return withMark(bytes, at, "\xFF\xFE", Utf16Converter::LittleEndian);
-        }
+    const bool isAligned = !current || (at - done - (current->isWithinUnit() ? 1 : 0)) % 2 == 0;
+    const bool behindZero = at > done && bytes.at(at - 1) == '\0';
+    const Beginning big = withMark(at - 1, "\xFE\xFF", Utf16Converter::BigEndian);
+    if (behindZero && (big.markLength > 0 || !current || isBig)) {
+        if (!isBig || isAligned)
+            return big;
+    } else if (!isLittle || !isAligned) {
+        return withMark(at, "\xFF\xFE", Utf16Converter::LittleEndian);
     }
     return std::nullopt;
-}
-
-std::optional<Beginning> beginningIn(const QByteArray &bytes,
-                                     const std::optional<Utf16Converter> &current)
-{
-    const auto wide = wideBeginningIn(bytes, current);
-    const auto narrow = current ? narrowBeginningIn(bytes) : std::nullopt;
-    const bool isWide = wide && (!narrow || wide->position < narrow->position);
-    return isWide ? wide : narrow;
 }
 
 //! How many of the last bytes may be the first part of such a beginning. Others are not kept
@@ -135,27 +177,36 @@ QByteArray InputFile::read()
         started = true;
         const bool isLast = piece.isEmpty();
         unread += piece;
-        const auto begin = beginningIn(unread, converter);
-        const Size end = begin ? begin->position
-            : isLast           ? unread.size()
-                               : unread.size() - begunLength(unread);
-        QByteArray utf8 = convert(unread.left(end));
-        unread.remove(0, begin ? begin->position + begin->markLength : end);
-        if (begin || isLast)
-            utf8 += converter ? converter->finish() : QByteArray();
-        if (begin) {
-            converter.reset();
-            if (begin->order)
-                converter.emplace(*begin->order);
-        }
-        if (!utf8.isEmpty() || (isLast && !begin))
+        const QByteArray utf8 = convertUnread(isLast);
+        if (!utf8.isEmpty() || isLast)
             return utf8;
     }
 }
 
-QByteArray InputFile::convert(const QByteArray &bytes)
+//! \param toEnd  nothing comes behind it
+QByteArray InputFile::convertUnread(bool toEnd)
 {
-    return converter ? converter->convert(bytes) : bytes;
+    QByteArray utf8;
+    Size done = 0;
+    const auto convertUpTo = [&](Size end) {
+        const QByteArray bytes = unread.mid(done, end - done);
+        utf8 += converter ? converter->convert(bytes) : bytes;
+        done = end;
+    };
+    Beginnings beginnings(unread);
+    while (const auto begin = beginnings.next(done, converter)) {
+        convertUpTo(begin->position);
+        utf8 += converter ? converter->finish() : QByteArray();
+        converter.reset();
+        if (begin->order)
+            converter.emplace(*begin->order);
+        done += begin->markLength;
+    }
+    convertUpTo(toEnd ? unread.size() : qMax(done, unread.size() - begunLength(unread)));
+    if (toEnd && converter)
+        utf8 += converter->finish();
+    unread.remove(0, done);
+    return utf8;
 }
 
 // Takes enough bytes to know the form of the rest, and drops a byte order mark. Without a

@@ -34,7 +34,7 @@ private:
     Q_DISABLE_COPY(InputFile)
     QByteArray readBytes();
     QByteArray readStart();
-    QByteArray convert(const QByteArray &bytes);
+    QByteArray convertUnread(bool toEnd);
 
     int descriptor = -1;
     bool neverWaits = false; // for who writes it

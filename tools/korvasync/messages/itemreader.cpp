@@ -21,6 +21,7 @@ using Size = decltype(QByteArray().size());
 constexpr qint64 longestItem = qint64(32) * 1024 * 1024;
 // Of a line that much is looked at to tell what it begins or ends: a reason names a file.
 constexpr size_t headLength = 8192;
+constexpr Size tagHeadLength = 6; // of an element: its sign, its name and what ends that
 
 QByteArray toBytes(std::string_view text)
 {
@@ -105,6 +106,7 @@ bool ItemReader::fill()
     const Size unread = isOpen ? begin : chatter >= 0 ? chatter : position;
     const Size done = qMin(unread, leftoverBegin.value_or(position));
     buffer.remove(0, done);
+    discarded += static_cast<quint64>(done);
     position -= done;
     begin -= done;
     if (chatter >= 0)
@@ -348,6 +350,12 @@ bool ItemReader::stepVMessage()
         const auto head = lineHead();
         if (!head)
             return false;
+        // What began in a message that was none ends where that one could not: else each that
+        // seems to begin in it would be read to the same end.
+        if (otherObject != 0 && offset() < brokenUpTo && VMessageScanner::isBegin(*head)) {
+            closeMessage();
+            return true;
+        }
         if (messages->nextLineCanBeStructure()) {
             if (isReasonLine(*head)) {
                 closeMessage();
@@ -403,11 +411,23 @@ void ItemReader::takeMessage(const VMessageScanner::Message &message)
         place = Between;
     if (next == 0)
         return;
-    buffer.replace(0, qMax(Size(0), position - messageLength), bytes.mid(next));
-    position = 0;
+    readAgain(bytes, next, offset() - static_cast<quint64>(messageLength));
     line = firstLine + lineCount(bytes.left(next));
     atLineStart = true;
     place = Between;
+}
+
+//! Goes back into a message.
+//! \param end  where it ends in the file
+void ItemReader::readAgain(const QByteArray &message, Size from, quint64 end)
+{
+    brokenUpTo = qMax(brokenUpTo, end);
+    const quint64 start = end - static_cast<quint64>(message.size() - from);
+    if (start < discarded) {
+        buffer.prepend(message.mid(from, static_cast<Size>(discarded - start)));
+        discarded = start;
+    }
+    position = static_cast<Size>(start - discarded);
 }
 
 // ---- what stands between items
@@ -466,6 +486,7 @@ bool ItemReader::openMarkup()
         if (const auto elementKind = kindOfElement(name)) {
             isBackup = isBackup || isXml;
             element = ElementScanner(name, name == "mms");
+            deadEnds.begin(offset());
             open(Element, *elementKind);
             return true;
         }
@@ -515,6 +536,7 @@ bool ItemReader::openRoot(std::string_view name)
     isBackup = root == "smses" || root == "allsms" || root == "calls";
     isRoot = true;
     element = ElementScanner(name);
+    deadEnds.begin(offset());
     open(Element, InputItem::ForeignObject);
     return true;
 }
@@ -531,6 +553,14 @@ bool ItemReader::stepElement()
                 return false;
             if (isReasonLine(*head)) {
                 breakElement(true);
+                return true;
+            }
+        }
+        if (c == '<' && element.shelter() != 0) {
+            if (end - position < tagHeadLength && !ended)
+                return false;
+            if (isDeadEnd()) {
+                breakElement(false);
                 return true;
             }
         }
@@ -551,6 +581,16 @@ bool ItemReader::stepElement()
     if (position - begin > longestItem)
         emitTooLong();
     return false;
+}
+
+//! Whether the element comes to the beginning of another as an earlier one did, which was broken.
+bool ItemReader::isDeadEnd()
+{
+    const std::string_view name = ElementScanner::nameAt(rest().substr(0, tagHeadLength));
+    if (!kindOfElement(name) || deadEnds.pass(offset(), element.shelter()))
+        return false;
+    position += static_cast<Size>(name.size()) + 1; // so that it is found
+    return true;
 }
 
 // One broken element ends nothing: what begins inside of it is read again.

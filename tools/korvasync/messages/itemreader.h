@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "android/deadends.h"
 #include "android/elementscanner.h"
 #include "inputfile.h"
 
@@ -85,6 +86,7 @@ private:
     bool stepElement();
     bool stepBrokenElement();
 
+    quint64 offset() const { return discarded + static_cast<quint64>(position); }
     std::string_view rest() const;
     std::string_view view(Size from, Size to) const;
     std::optional<std::string_view> lineHead() const;
@@ -102,9 +104,11 @@ private:
     void closeMessage();
     void takeMessages();
     void takeMessage(const VMessageScanner::Message &message);
+    void readAgain(const QByteArray &message, Size from, quint64 end);
     void noteChatter(std::string_view head);
     void endChatter();
     void boundChatter();
+    bool isDeadEnd();
     void breakElement(bool atReason);
     void emitUpTo(Size length);
     void emitItem(Size end);
@@ -115,9 +119,10 @@ private:
     bool ended = false;
     Reason trouble;
 
-    QByteArray buffer; // from the open item, else from the unread byte on
-    Size position = 0; // of the first byte that was not read
-    quint64 line = 1;  // which that byte is in
+    QByteArray buffer;     // from the open item, else from the unread byte on
+    quint64 discarded = 0; // bytes of the file before those
+    Size position = 0;     // of the first byte that was not read
+    quint64 line = 1;      // which that byte is in
     bool atLineStart = true;
     Place place = Between;
 
@@ -129,8 +134,10 @@ private:
     const char *sectionEnd = nullptr; // of a comment or CDATA section
     std::unique_ptr<VMessageScanner> messages;
     Size messageLength = 0;
-    Size otherObject = 0; // where in the open message one seems to begin, 0 = nowhere
+    Size otherObject = 0;   // where in the open message one seems to begin, 0 = nowhere
+    quint64 brokenUpTo = 0; // in the file, the end of the latest message that was none
     ElementScanner element;
+    DeadEnds deadEnds;
 
     Size chatter = -1; // where it begins; -1 = there is none
     quint64 chatterLine = 0;
