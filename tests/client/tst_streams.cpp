@@ -21,6 +21,8 @@ private Q_SLOTS:
     void failsWhenIdsCannotBeRead();
     void sendsNothingWhenTheTextCannotBeRead();
     void endsWhenInterruptedWhileItReadsIds();
+    void endsWhenInterruptedInAnInputWithoutAnItem_data();
+    void endsWhenInterruptedInAnInputWithoutAnItem();
     void leavesIgnoredSignalsIgnored();
     void waitsForAnOutputThatIsFull();
 
@@ -132,6 +134,30 @@ void TestStreams::endsWhenInterruptedWhileItReadsIds()
     QCOMPARE(process.exitCode(), 130);
     QCOMPARE(process.readAllStandardOutput(), QByteArray());
     QCOMPARE(process.readAllStandardError(), QByteArray());
+}
+
+void TestStreams::endsWhenInterruptedInAnInputWithoutAnItem_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::newRow("add") << QStringList{text("add"), text("/dev/zero")};
+    QTest::newRow("verify") << QStringList{text("verify"), text("/dev/zero")};
+    QTest::newRow("modify") << QStringList{text("modify"), text("1"), text("/dev/zero")};
+    QTest::newRow("calls") << QStringList{text("calls"), text("add"), text("/dev/zero")};
+}
+
+void TestStreams::endsWhenInterruptedInAnInputWithoutAnItem()
+{
+    QFETCH(QStringList, arguments);
+    ClientProcess client;
+    client.fill(hello);
+    QProcess process;
+    client.start(process, arguments);
+    QVERIFY(process.waitForStarted());
+    QTRY_VERIFY_WITH_TIMEOUT(catches(process, SIGINT), 20000);
+    QCOMPARE(kill(static_cast<pid_t>(process.processId()), SIGINT), 0);
+    QVERIFY(process.waitForFinished(20000));
+    QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(process.exitCode(), 130);
 }
 
 void TestStreams::leavesIgnoredSignalsIgnored()

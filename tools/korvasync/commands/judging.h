@@ -110,7 +110,7 @@ bool Judging<Kind>::run(const GoesOn &goesOn, const Take &take, const Keep &keep
         if (!goesOn() || !readFile(*file, goesOn, take, keep))
             return false;
     }
-    return true;
+    return goesOn(); // else files may not have been found
 }
 
 template <typename Kind>

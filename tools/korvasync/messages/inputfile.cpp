@@ -240,7 +240,7 @@ QByteArray InputFile::readBytes()
         consumed += ahead.size();
         return std::exchange(ahead, QByteArray());
     }
-    if (descriptor < 0 || ended)
+    if (descriptor < 0 || ended || Interrupt::signalNumber() != 0)
         return QByteArray();
     pollfd waiting{descriptor, POLLIN, 0};
     while (!neverWaits && poll(&waiting, 1, pollMilliseconds) <= 0) {

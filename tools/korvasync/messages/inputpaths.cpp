@@ -4,6 +4,7 @@
 #include "inputpaths.h"
 
 #include "filename.h"
+#include "process/interrupt.h"
 
 #include <QtCore/QByteArrayList>
 
@@ -54,7 +55,8 @@ void appendFolder(const fs::path &path, InputPaths &paths)
 {
     std::error_code error;
     std::vector<Found> all;
-    for (fs::directory_iterator entry(path, error), end; !error && entry != end;
+    const auto goesOn = [] { return Interrupt::signalNumber() == 0; };
+    for (fs::directory_iterator entry(path, error), end; !error && entry != end && goesOn();
          entry.increment(error))
         all.push_back({entry->path().native(), kindOf(*entry)});
     if (error)
@@ -62,6 +64,8 @@ void appendFolder(const fs::path &path, InputPaths &paths)
     std::sort(all.begin(), all.end(),
               [](const Found &a, const Found &b) { return a.path < b.path; });
     for (const Found &found : all) {
+        if (!goesOn())
+            return;
         switch (found.kind) {
         case MessageFile:
             paths.files += textOf(found.path);

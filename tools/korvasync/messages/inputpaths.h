@@ -14,5 +14,5 @@ struct InputPaths
 
 //! A folder stands for the .vmg, .vmsg, .txt and .xml files in it and below, by name. Links in it
 //! are not followed. A folder that cannot be listed stays among the files, so that reading it tells
-//! why.
+//! why. A signal ends the list.
 InputPaths messageFiles(const QStringList &arguments);

@@ -131,6 +131,8 @@ std::optional<InputItem> onlyMessage(const char *command, const QString &path)
     ItemReader reader(path, ItemReader::TextObjects);
     auto message = reader.next();
     const bool isAlone = !reader.next();
+    if (Interrupt::signalNumber() != 0) // and nobody knows what else there is
+        return std::nullopt;
     if (message && message->kind != InputItem::Message)
         message.reset();
     if (!reader.error().isEmpty()) {
