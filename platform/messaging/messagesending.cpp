@@ -63,7 +63,7 @@ QString describeOfBus(const QDBusError &error)
 {
     return BusProbe::isUnanswered(error)
         ? SystemBus::doesNotAnswer()
-        : QStringLiteral("The system bus reports: %1").arg(error.message());
+        : QStringLiteral("The system bus reports: %1").arg(wordsOf(error, {}));
 }
 
 } // namespace

@@ -45,10 +45,9 @@ QString whyNotUsable(const QVariantMap &modem)
 
 ModemManagerSubmission::ModemManagerSubmission(const QString &daemon, const QString &modemPath,
                                                const OutgoingMessage &message, QObject *parent)
-    : Submission(parent)
+    : Submission(message, parent)
     , m_daemon(daemon)
     , m_modemPath(modemPath)
-    , m_message(message)
 {
     qDBusRegisterMetaType<ObjectInterfaces>();
     qDBusRegisterMetaType<ManagedObjects>();
@@ -159,7 +158,7 @@ void ModemManagerSubmission::judge(const QDBusError &error)
     if (isOf("Core.TooMany")) // parts
         finishNotSent(Problem::tooLong());
     else if (isFromModem)
-        finishNotSent(QStringLiteral("The message was refused: %1").arg(error.message()));
+        finishNotSent(QStringLiteral("The message was refused: %1").arg(wordsOf(error, m_message)));
     else if (isFromDaemon)
         finishNotSent(describe(error));
     else

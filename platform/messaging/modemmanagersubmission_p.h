@@ -33,7 +33,6 @@ private:
 
     const QString m_daemon;
     const QString m_modemPath;
-    const OutgoingMessage m_message;
     OrgFreedesktopModemManager1ModemInterface *m_modem = nullptr;
     OrgFreedesktopModemManager1ModemMessagingInterface *m_messaging = nullptr;
     QTimer m_networkTimer;

@@ -67,10 +67,9 @@ const QDBusArgument &operator>>(const QDBusArgument &argument, OfonoModem &modem
 
 OfonoSubmission::OfonoSubmission(const QString &daemon, const QString &modemPath,
                                  const OutgoingMessage &message, QObject *parent)
-    : Submission(parent)
+    : Submission(message, parent)
     , m_daemon(daemon)
     , m_modemPath(modemPath)
-    , m_message(message)
 {
     qDBusRegisterMetaType<OfonoModem>();
     qDBusRegisterMetaType<OfonoModems>();

@@ -37,7 +37,6 @@ private:
 
     const QString m_daemon;
     QString m_modemPath;
-    const OutgoingMessage m_message;
     QTimer m_outcomeTimer;
     QString m_messagePath;                 //!< empty until the daemon has taken the message
     QHash<QString, QString> m_finalStates; //!< by path of the message; may come before the path

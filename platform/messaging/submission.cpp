@@ -6,7 +6,7 @@
 #include <QtDBus/QDBusConnection>
 #include <QtDBus/QDBusServiceWatcher>
 
-QString Submission::describe(const QDBusError &error)
+QString Submission::describe(const QDBusError &error) const
 {
     switch (error.type()) {
     case QDBusError::NoReply:
@@ -19,7 +19,7 @@ QString Submission::describe(const QDBusError &error)
     case QDBusError::AccessDenied:
         return QStringLiteral("The modem daemon does not serve this user.");
     default:
-        return QStringLiteral("The modem daemon reports: %1").arg(error.message());
+        return QStringLiteral("The modem daemon reports: %1").arg(wordsOf(error, m_message));
     }
 }
 

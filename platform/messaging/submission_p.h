@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "errorwords_p.h"
+
 #include <QtCore/QObject>
 #include <QtCore/QString>
 #include <QtDBus/QDBusError>
@@ -10,13 +12,6 @@
 #include <QtDBus/QDBusPendingReply>
 
 #include <utility>
-
-//! A message as the modem takes it.
-struct OutgoingMessage
-{
-    QString number; //!< without separators
-    QString text;
-};
 
 //! What one modem daemon does to send one message. finished() comes once, unless the object
 //! is deleted before.
@@ -33,7 +28,11 @@ public:
         Unknown   //!< handed over, and no word came back
     };
 
-    using QObject::QObject;
+    Submission(const OutgoingMessage &message, QObject *parent)
+        : QObject(parent)
+        , m_message(message)
+    {
+    }
 
     virtual void start() = 0;
 
@@ -50,7 +49,7 @@ protected:
     void finishUnknown(const QString &problem) { finish(Outcome::Unknown, problem); }
     bool isFinished() const { return m_isFinished; }
 
-    static QString describe(const QDBusError &error);
+    QString describe(const QDBusError &error) const;
     //! From now on the outcome is unknown when the daemon ends. Its calls would only tell that
     //! it does not answer.
     void watchForEndOf(const QString &daemon);
@@ -77,6 +76,8 @@ protected:
                 next(reply);
         });
     }
+
+    const OutgoingMessage m_message;
 
 private:
     void finish(Outcome outcome, const QString &problem);

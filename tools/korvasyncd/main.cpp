@@ -4,6 +4,7 @@
 #include "sendservice.h"
 #include "termination.h"
 
+#include "output/terminaltext.h"
 #include "store/boundedcall.h"
 
 #include <QtCore/QCommandLineParser>
@@ -29,12 +30,22 @@ void openSessionBus()
     QDBusConnection::sessionBus();
 }
 
+//! The journal gets warnings, one a line. The library's trace has numbers and texts, which are not
+//! for it, whatever the environment says.
+void print(QtMsgType type, const QMessageLogContext &, const QString &message)
+{
+    if (type == QtDebugMsg || type == QtInfoMsg)
+        return;
+    const QByteArray line = "korvasyncd: " + terminalText(message).toUtf8() + '\n';
+    std::fwrite(line.constData(), 1, size_t(line.size()), stderr);
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
 {
-    // The library's trace has numbers and texts, which are not for the journal.
     QLoggingCategory::setFilterRules(QStringLiteral("korvasync.*.debug=false"));
+    qInstallMessageHandler(print);
     QCoreApplication application(argc, argv);
     QCommandLineParser parser;
     const QCommandLineOption idleTime(QStringLiteral("idle-time"),
