@@ -28,16 +28,12 @@ public:
     //! Runs "korvasync --store STORE arguments...".
     Outcome run(const QStringList &arguments, const QByteArray &input = QByteArray()) const;
     //! The same with a terminal as its standard input, at which somebody types.
-<<<<<<< HEAD
-    Outcome runAtTerminal(const QStringList &arguments, const QByteArray &typed) const;
-    //! What "korvasync --store STORE arguments" prints on a terminal, on both streams, with bare
-    //! line feeds. A shell reads the arguments.
-    QByteArray onTerminal(const QString &arguments, int columns = 80) const;
-=======
     //! \param meanwhile  done between the question and the answer; empty = nothing is waited for
     Outcome runAtTerminal(const QStringList &arguments, const QByteArray &typed,
                           const std::function<void()> &meanwhile = {}) const;
->>>>>>> 5f8322e (client: delete what was asked about, and nothing else)
+    //! What "korvasync --store STORE arguments" prints on a terminal, on both streams, with bare
+    //! line feeds. A shell reads the arguments.
+    QByteArray onTerminal(const QString &arguments, int columns = 80) const;
     //! Runs any program in the same environment.
     Outcome runProgram(const QString &program, const QStringList &arguments,
                        const QByteArray &input = QByteArray()) const;
