@@ -131,6 +131,18 @@ bool isMakersDate(std::string_view name)
     return name.size() > 5 && startsWith(name, "X-") && equals(name.substr(name.size() - 3), "-DT");
 }
 
+// Whether the line may be one of the fields that stand above the text of a body.
+bool isBodyField(std::string_view line)
+{
+    const std::optional<Property> property = splitProperty(line);
+    Parameters ignored;
+    if (!property)
+        return trimmed(line).find(' ') == std::string_view::npos && readParameter(line, &ignored);
+    // DateSent is when the network took the message; the Date line says when it came.
+    return startsWith(line, "X-") || equals(property->name, "FROMTEL")
+        || equals(property->name, "DateOrigin") || equals(property->name, "DateSent");
+}
+
 bool isBlankLine(const Line &line) { return trimmed(line.text).empty(); }
 
 std::string_view withoutLineEnd(std::string_view text)
@@ -178,7 +190,7 @@ private:
     void addCard(const char *name, const char *telephone);
     bool readBody();
     std::string_view readBodyFields(std::string_view content, Parameters *parameters);
-    bool readBodyField(std::string_view line, Parameters *parameters);
+    void readBodyField(std::string_view line, Parameters *parameters);
     void decodeText(std::string_view text, const Parameters &parameters);
 
     char *writable(const char *position) { return m.bytes.data() + (position - m.bytes.data()); }
@@ -344,52 +356,51 @@ bool Reader::readBody()
     return m.body->text;
 }
 
-// Reads what stands above the message text and hands out the text, not yet decoded.
+// Reads what stands above the message text and hands out the text, not yet decoded. Some
+// programs put fields there: above a property that holds the text, or above a Date line. In any
+// other body, what looks like a field is the text.
 std::string_view Reader::readBodyFields(std::string_view content, Parameters *parameters)
 {
+    std::optional<Property> property; // that holds the text
     std::string_view bareText = content;
-    while (!content.empty()) {
+    bool isDated = false;
+    for (std::string_view unread = content; !unread.empty() && !property;) {
+        const Line line = readLine(unread);
+        unread = line.rest;
+        property = splitTextProperty(line.text);
+        const auto date = isDated ? std::nullopt : DateLines::dateOf(line.text);
+        isDated = isDated || (date && !date->empty());
+        if (date)
+            bareText = unread;
+        else if (!property && !isBodyField(line.text) && !isBlankLine(line))
+            break;
+    }
+    const char *const fieldsEnd = property ? property->name.data() : bareText.data();
+    const char *const textEnd = content.data() + content.size();
+    while (content.data() < fieldsEnd) {
         const Line line = readLine(content);
         content = line.rest;
-        if (const std::optional<Property> property = splitTextProperty(line.text)) {
-            readParameters(property->parameters, parameters);
-            m.body->property = keep(property->name);
-            const char *end = bareText.data() + bareText.size();
-            return {property->value.data(), size_t(end - property->value.data())};
-        }
-        const bool unknown = startsWith(line.text, "X-") && splitProperty(line.text);
-        // Below the date an unknown property may as well be the first line of a bare text;
-        // a text property further down tells.
-        if (readBodyField(line.text, parameters) || (unknown && !m.body->date))
-            bareText = line.rest;
-        else if (!unknown && !isBlankLine(line))
-            break;
+        readBodyField(line.text, parameters);
+    }
+    if (property) {
+        readParameters(property->parameters, parameters);
+        m.body->property = keep(property->name);
+        return {property->value.data(), size_t(textEnd - property->value.data())};
     }
     while (!bareText.empty() && isBlankLine(readLine(bareText)))
         bareText = readLine(bareText).rest;
     return bareText;
 }
 
-// Whether the line is one of the known fields above a message text.
-bool Reader::readBodyField(std::string_view line, Parameters *parameters)
+void Reader::readBodyField(std::string_view line, Parameters *parameters)
 {
-    if (!m.body->date) {
-        if (const std::optional<std::string_view> date = DateLines::dateOf(line)) {
-            m.body->date = keepFilled(*date);
-            return true;
-        }
-    }
-    const std::optional<Property> property = splitProperty(line);
-    if (!property)
-        return trimmed(line).find(' ') == std::string_view::npos && readParameter(line, parameters);
-    const bool known = std::any_of(std::begin(headerFields), std::end(headerFields),
-                                   [&](const auto &f) { return equals(property->name, f.name); })
-        || isMakersDate(property->name) || equals(property->name, "FROMTEL")
-        || equals(property->name, "DateOrigin");
-    if (known)
+    const auto date = m.body->date ? std::nullopt : DateLines::dateOf(line);
+    if (date)
+        m.body->date = keepFilled(*date);
+    else if (const std::optional<Property> property = splitProperty(line))
         readHeaderField(*property);
-    // When the network took the message; the Date line says when it came.
-    return known || equals(property->name, "DateSent");
+    else
+        readParameter(line, parameters);
 }
 
 void Reader::decodeText(std::string_view text, const Parameters &parameters)

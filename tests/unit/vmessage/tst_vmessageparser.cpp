@@ -341,7 +341,7 @@ void TestVMessageParser::survivesHostileInput_data()
         << QByteArray(quoted).replace("%1", "=" + QByteArray("= ").repeated(100000) + "z")
         << "=" + QByteArray("= ").repeated(100000) + "z";
     QTest::newRow("properties above the text") << QByteArray(nested).replace("%1", "").replace(
-        "hm", QByteArray("X-A:1\r\n").repeated(100000) + "hm")
+        "hm", QByteArray("X-A:1\r\n").repeated(100000) + "TEXT:hm")
                                                << QByteArray("hm");
     QTest::newRow("blank lines above the text") << QByteArray(nested).replace("%1", "").replace(
         "hm", QByteArray("\r\n").repeated(100000) + "hm")
