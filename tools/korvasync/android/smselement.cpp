@@ -37,7 +37,8 @@ std::optional<ParsedMessage> SmsElement::parse(const QByteArray &element)
         return std::nullopt;
     ParsedMessage parsed;
     parsed.box = boxOf(attributes->value("type"));
-    parsed.status = attributes->value("read");
+    const QString read = attributes->value("read");
+    parsed.status = read.isEmpty() ? QStringLiteral("1") : read; // few programs leave it out
     parsed.headerTime = attributes->value("date");
     parsed.recipients = QStringList{attributes->value("address")};
     parsed.body = ParsedMessage::withLineFeeds(*body);
