@@ -74,9 +74,17 @@ void ScriptedModem::refuseToTake(const QString &errorName, const QString &errorT
     m_errorText = errorText;
 }
 
+void ScriptedModem::answerInstead(const QString &method, const QVariantList &arguments)
+{
+    m_otherAnswers.insert(method, arguments);
+}
+
 bool ScriptedModem::handleMessage(const QDBusMessage &call, const QDBusConnection &bus)
 {
-    if (call.member() == QLatin1String("Send")) {
+    const auto other = m_otherAnswers.constFind(call.member());
+    if (other != m_otherAnswers.constEnd()) {
+        bus.send(call.createReply(*other));
+    } else if (call.member() == QLatin1String("Send")) {
         m_messages += m_created.value(call.path().section(QLatin1Char('/'), -1).toInt());
         m_unanswered += call;
         if (m_acceptsAlways)

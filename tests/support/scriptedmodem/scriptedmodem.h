@@ -3,8 +3,10 @@
 
 #pragma once
 
+#include <QtCore/QHash>
 #include <QtCore/QList>
 #include <QtCore/QString>
+#include <QtCore/QVariant>
 #include <QtDBus/QDBusConnection>
 #include <QtDBus/QDBusMessage>
 #include <QtDBus/QDBusVirtualObject>
@@ -38,6 +40,9 @@ public:
     //! takes them.
     void refuseToTake(const QString &errorName, const QString &errorText);
 
+    //! What the daemon answers to a method in the stead of what it should.
+    void answerInstead(const QString &method, const QVariantList &arguments);
+
     bool handleMessage(const QDBusMessage &call, const QDBusConnection &bus) override;
     QString introspect(const QString &) const override { return QString(); }
 
@@ -55,4 +60,5 @@ private:
     bool m_acceptsAlways = false;
     QString m_errorName;
     QString m_errorText;
+    QHash<QString, QVariantList> m_otherAnswers; //!< by method
 };
