@@ -88,8 +88,6 @@ void TestHostileDaemon::isNotHandedAMessage_data()
         << create << QVariantList{QVariant::fromValue(QDBusObjectPath("/a"))}
         << QStringLiteral("The modem daemon reports: No such object path");
 }
-<< QString();
-}
 
 void TestHostileDaemon::isNotHandedAMessage()
 {
