@@ -25,6 +25,8 @@ private Q_SLOTS:
     void keepsTheLinesOfEachForm();
     void leavesPipesTheBytes();
     void escapesInJsonWhatTerminalsActOn();
+    void keepsTheProgressOnOneRow_data();
+    void keepsTheProgressOnOneRow();
 
 private:
     ClientProcess filled; //!< for what can be read in any order
@@ -223,6 +225,37 @@ void TestTerminal::escapesInJsonWhatTerminalsActOn()
     const QStringList sent{text("--folder"), text("sent")};
     QCOMPARE(client.listed(sent), json);
     QCOMPARE(client.onTerminal(text("list -o ndjson --folder sent")), json);
+}
+
+void TestTerminal::keepsTheProgressOnOneRow_data()
+{
+    QTest::addColumn<int>("columns");
+    QTest::addColumn<QByteArray>("rows"); // a regular expression
+    const QByteArray done("[123] done of about [123]");
+    QTest::newRow("80") << 80 << done + "(, [0-9]+/s)(, [0-9]+ s left)?";
+    QTest::newRow("30") << 30 << done + "(, [0-9]+/s|, [0-9]+ s left)";
+    QTest::newRow("20") << 20 << done;
+    QTest::newRow("10") << 10 << QByteArray("[123] done of");
+    QTest::newRow("1") << 1 << QByteArray();
+}
+
+void TestTerminal::keepsTheProgressOnOneRow()
+{
+    QFETCH(int, columns);
+    QFETCH(QByteArray, rows);
+    ClientProcess client;
+    client.workingDirectory = client.filePath(QString());
+    QByteArray messages;
+    for (const char *minute : {"00", "01", "02"})
+        messages += vMessage("INBOX", QByteArray("20101103T14") + minute + "30Z", "+15550100", "x");
+    client.write(text("in.vmg"), messages);
+    const QByteArray output =
+        client.onTerminal(text("add --chunk 1 --progress always in.vmg >/dev/null"), columns);
+    const QRegularExpression shown(text("\\A(\r") + text(rows.constData())
+                                   + text("\x1B\\[K)+\n\\z"));
+    QVERIFY2(shown.match(QString::fromUtf8(output)).hasMatch(), output.toPercentEncoding(" "));
+    for (const QByteArray &row : output.split('\r'))
+        QVERIFY2(row.size() < columns + 5, row); // with the end of the escape behind it
 }
 
 QTEST_GUILESS_MAIN(TestTerminal)

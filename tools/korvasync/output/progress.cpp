@@ -4,6 +4,7 @@
 #include "progress.h"
 
 #include "language/text.h"
+#include "terminalwidth.h"
 
 #include <cstdio>
 #include <unistd.h>
@@ -19,6 +20,19 @@ void Progress::end()
 {
     if (hasShown)
         std::fputc('\n', stderr);
+}
+
+// A line that goes on in the next row cannot be rewritten in place. The first of the words tells
+// most, and the last column is left to the cursor.
+static QString fittingLine(QStringList words)
+{
+    const QLatin1String separator(", ");
+    const int width = terminalWidth(STDERR_FILENO); // each time, as windows change theirs
+    if (width == 0)
+        return words.join(separator);
+    while (words.size() > 1 && words.join(separator).size() >= width)
+        words.removeAt(1);
+    return words.join(separator).left(width - 1);
 }
 
 void Progress::show(int items, const std::function<std::optional<double>()> &partDone)
@@ -38,7 +52,7 @@ void Progress::show(int items, const std::function<std::optional<double>()> &par
     words += QStringLiteral("%1/s").arg(qRound(items / seconds));
     if (part && *part > 0)
         words += Text::tr("%1 s left").arg(qRound(seconds / *part - seconds));
-    std::fprintf(stderr, "\r%s\033[K", words.join(QLatin1String(", ")).toUtf8().constData());
+    std::fprintf(stderr, "\r%s\033[K", fittingLine(words).toUtf8().constData());
     std::fflush(stderr);
     hasShown = true;
 }
