@@ -3,6 +3,7 @@
 
 #include "clientprocess.h"
 
+#include <QtCore/QMap>
 #include <QtTest/QTest>
 
 // The forms of other programs: csv, mbox and android-xml.
@@ -19,6 +20,9 @@ private Q_SLOTS:
     void printsAMailbox();
     void namesPartiesOfAnyScriptInMail_data();
     void namesPartiesOfAnyScriptInMail();
+    void tellsPartiesOfMailApart();
+    void namesTheOtherInTheSubject_data();
+    void namesTheOtherInTheSubject();
     void encodesBodiesOfMail_data();
     void encodesBodiesOfMail();
     void keepsMailIdsOfAnyStore();
@@ -106,9 +110,10 @@ static const QByteArray mailEncoding = "MIME-Version: 1.0\n"
                                        "Content-Transfer-Encoding: quoted-printable\n"
                                        "\n";
 
-static const QByteArray inboxMail = "From 5550100@number.invalid Wed Nov  3 14:25:30 2010\n"
-                                    "From: \"+15550100\" <5550100@number.invalid>\n"
+static const QByteArray inboxMail = "From +15550100@number.invalid Wed Nov  3 14:25:30 2010\n"
+                                    "From: \"+15550100\" <+15550100@number.invalid>\n"
                                     "To: me <me@phone.invalid>\n"
+                                    "Subject: SMS with +15550100\n"
                                     "Date: Wed, 03 Nov 2010 14:25:30 +0000\n"
                                     "Message-ID: <411ccaae222a281ae2f03e22e3de4b9f@korvasync."
                                     "invalid>\n"
@@ -125,10 +130,12 @@ void TestExport::printsAMailbox()
              inboxMail
                  + "From me@phone.invalid Wed Nov  3 14:25:31 2010\n"
                    "From: me <me@phone.invalid>\n"
-                   "To: \"555 01 00\" <5550100@number.invalid>\n"
+                   "To: \"555 01 00\" <+15550100@number.invalid>\n"
+                   "Subject: SMS with +15550100\n"
                    "Date: Wed, 03 Nov 2010 14:25:31 +0000\n"
                    "Message-ID: <f096dcc7592f1af26818421ce19a7d3e@korvasync.invalid>\n"
                    "In-Reply-To: <411ccaae222a281ae2f03e22e3de4b9f@korvasync.invalid>\n"
+                   "References: <411ccaae222a281ae2f03e22e3de4b9f@korvasync.invalid>\n"
                    "Keywords: sent\n"
                    "Status: RO\n"
                  + mailEncoding
@@ -136,7 +143,8 @@ void TestExport::printsAMailbox()
                    "=46rom Ada\n\n"
                    "From me@phone.invalid Thu Nov  3 14:25:30 2011\n"
                    "From: me <me@phone.invalid>\n"
-                   "To: \"+15550101\" <5550101@number.invalid>\n"
+                   "To: \"+15550101\" <+15550101@number.invalid>\n"
+                   "Subject: SMS with +15550101\n"
                    "Date: Thu, 03 Nov 2011 14:25:30 +0000\n"
                    "Message-ID: <3e751ef39c1acce2fe68aba27e5546ca@korvasync.invalid>\n"
                    "Keywords: outbox\n"
@@ -145,10 +153,12 @@ void TestExport::printsAMailbox()
                  + "tea?\n\n"
                    "From me@phone.invalid Thu Nov  3 14:25:30 2011\n"
                    "From: me <me@phone.invalid>\n"
-                   "To: \"+15550101\" <5550101@number.invalid>\n"
+                   "To: \"+15550101\" <+15550101@number.invalid>\n"
+                   "Subject: SMS with +15550101\n"
                    "Date: Thu, 03 Nov 2011 14:25:30 +0000\n"
                    "Message-ID: <3e751ef39c1acce2fe68aba27e5546ca.2@korvasync.invalid>\n"
                    "In-Reply-To: <3e751ef39c1acce2fe68aba27e5546ca@korvasync.invalid>\n"
+                   "References: <3e751ef39c1acce2fe68aba27e5546ca@korvasync.invalid>\n"
                    "Keywords: outbox\n"
                    "Status: RO\n"
                  + mailEncoding + "tea?\n\n");
@@ -174,7 +184,12 @@ void TestExport::namesPartiesOfAnyScriptInMail_data()
                                  "=?utf-8?B?"
                                  "YWFhYWFhYWFhYWFhYWFhYWFhYWFhYWFhYWFhYWFhYWFhYWFhYWFhYWFhYWE"
                                  "=?=\n =?utf-8?B?w6Q=?= <"
-                                 + QByteArray(32, 'a') + "@number.invalid>");
+                                 + QByteArray(44, 'a') + "%C3%A4@number.invalid>");
+    QTest::newRow("very-long")
+        << QByteArray(70, 'a')
+        << QByteArray("=?utf-8?B?YWFhYWFhYWFhYWFhYWFhYWFhYWFhYWFhYWFhYWFhYWFhYWFhYWFhYWFhYWFh?=\n "
+                      "=?utf-8?B?YWFhYWFhYWFhYWFhYWFhYWFhYWFhYWFhYQ==?= <"
+                      + QByteArray(47, 'a') + ".6bd5e5034855a112@number.invalid>");
 }
 
 void TestExport::namesPartiesOfAnyScriptInMail()
@@ -186,6 +201,62 @@ void TestExport::namesPartiesOfAnyScriptInMail()
     const QByteArray mail = other.run(list("mbox")).output;
     const auto start = mail.indexOf("From: ") + 6;
     QCOMPARE(mail.mid(start, mail.indexOf("\nTo: ") - start), header);
+}
+
+// A number may be spelled in several ways, and different ones may end alike.
+void TestExport::tellsPartiesOfMailApart()
+{
+    const QList<QByteArray> numbers{"+15550100", "+445550100",     "0155 501-00",
+                                    "5550100",   "+1 (555) 01.00", "Info5550100",
+                                    "+15550101", "555 01 01",      "+15550100"};
+    const QList<QByteArray> parties{"+15550100", "+445550100", "+15550100",
+                                    "5550100",   "+15550100",  "Info5550100",
+                                    "+15550101", "+15550101",  "+15550100"};
+    ClientProcess other;
+    QByteArray messages;
+    for (int i = 0; i < numbers.size(); ++i)
+        messages += vMessage("INBOX", "20101103T14253" + QByteArray::number(i) + "Z", numbers.at(i),
+                             "Hello");
+    other.fill(messages);
+    QMap<QByteArray, QByteArray> firstIds;
+    QByteArray output = other.run(list("mbox")).output;
+    const QList<QByteArray> mails = output.replace("\n\nFrom ", "\f").split('\f');
+    QCOMPARE(mails.size(), parties.size());
+    for (int i = 0; i < mails.size(); ++i) {
+        const auto value = [&](const char *header) {
+            const auto at = mails.at(i).indexOf(QByteArray("\n") + header + ": ");
+            const auto start = at + static_cast<int>(qstrlen(header)) + 3;
+            return at < 0 ? QByteArray()
+                          : mails.at(i).mid(start, mails.at(i).indexOf('\n', start) - start);
+        };
+        const QByteArray party = parties.at(i);
+        QCOMPARE(value("From"), '"' + numbers.at(i) + "\" <" + party + "@number.invalid>");
+        QCOMPARE(value("Subject"), "SMS with " + party);
+        QCOMPARE(value("In-Reply-To"), firstIds.value(party));
+        QCOMPARE(value("References"), firstIds.value(party));
+        if (!firstIds.contains(party))
+            firstIds.insert(party, value("Message-ID"));
+    }
+}
+
+void TestExport::namesTheOtherInTheSubject_data()
+{
+    QTest::addColumn<QByteArray>("number");
+    QTest::addColumn<QByteArray>("subject");
+    QTest::newRow("word") << QByteArray("Info Post") << QByteArray("SMS with Info Post");
+    QTest::newRow("accents") << QByteArray("B\xC3\xA4nk")
+                             << QByteArray("SMS with =?utf-8?B?QsOkbms=?=");
+    QTest::newRow("short-code") << QByteArray("*100#") << QByteArray("SMS with *100#");
+}
+
+void TestExport::namesTheOtherInTheSubject()
+{
+    QFETCH(QByteArray, number);
+    QFETCH(QByteArray, subject);
+    ClientProcess other;
+    other.fill(vMessage("INBOX", "20101103T142530Z", number, "Hello"));
+    const QByteArray mail = other.run(list("mbox")).output;
+    QVERIFY2(mail.contains("\nSubject: " + subject + "\nDate: "), mail);
 }
 
 void TestExport::encodesBodiesOfMail_data()

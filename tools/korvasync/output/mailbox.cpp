@@ -8,11 +8,13 @@
 #include "messages/number.h"
 #include "store/fingerprint.h"
 
+#include <QtCore/QCryptographicHash>
 #include <QtCore/QHash>
 #include <QtCore/QLocale>
+#include <QtCore/QSet>
 #include <QtCore/QUrl>
 
-#include <utility>
+#include <algorithm>
 
 namespace Mailbox {
 
@@ -20,22 +22,99 @@ namespace {
 
 const char *const ownAddress = "me@phone.invalid";
 
-// One for all spellings of a number, so that a mail program takes them for one sender. Spaces,
-// letters of other scripts and the like are no part of an address.
-QByteArray addressOf(const QString &number)
+//! The party of a number, whichever way it is spelled. A national number is that of the only
+//! international one among the messages that ends with it.
+class Parties
 {
-    constexpr int longest = 32; // the name beside the address has all of it
-    const QByteArray local =
-        QUrl::toPercentEncoding(Number::comparable(number).left(longest), QByteArray(), ".");
-    return (local.isEmpty() ? QByteArray("unknown") : local) + "@number.invalid";
+public:
+    explicit Parties(const QList<StoredMessage> &messages);
+
+    QString of(const QString &number) const;
+
+private:
+    // Longer ones are none, and would fill the table.
+    static constexpr int mostDigits = 17;
+    static constexpr int fewestDigits = 7; // without the country, and maybe the region
+
+    QHash<QString, QString> internationals; // by their ends; empty = several
+};
+
+// What stands between the digits is for people.
+QString compact(const QString &number)
+{
+    QString found;
+    for (const QChar c : number) {
+        if (c.isLetter() || c.isSurrogate())
+            return number.normalized(QString::NormalizationForm_C);
+        if (c.isDigit())
+            found += QChar('0' + c.digitValue());
+        else if (!QStringLiteral(" ()-./").contains(c))
+            found += c;
+    }
+    return found.isEmpty() ? number : found;
+}
+
+bool isNumber(const QString &party)
+{
+    const auto first = party.startsWith(QLatin1Char('+')) ? party.cbegin() + 1 : party.cbegin();
+    return first != party.cend()
+        && std::all_of(first, party.cend(), [](QChar c) { return c >= u'0' && c <= u'9'; });
+}
+
+bool isInternational(const QString &party)
+{
+    return party.startsWith(QLatin1Char('+')) && isNumber(party);
+}
+
+Parties::Parties(const QList<StoredMessage> &messages)
+{
+    QSet<QString> known;
+    for (const StoredMessage &message : messages) {
+        if (known.contains(message.number))
+            continue;
+        known += message.number;
+        const QString party = compact(message.number);
+        const QString digits = Number::significantDigits(party);
+        if (!isInternational(party) || digits.size() > mostDigits)
+            continue;
+        for (int length = fewestDigits; length <= digits.size(); ++length) {
+            const QString end = digits.right(length);
+            const bool isOthers = internationals.value(end, party) != party;
+            internationals.insert(end, isOthers ? QString() : party);
+        }
+    }
+}
+
+QString Parties::of(const QString &number) const
+{
+    const QString party = compact(number);
+    if (isInternational(party) || !isNumber(party))
+        return party;
+    const QString international = internationals.value(Number::significantDigits(party));
+    return international.isEmpty() ? party : international;
+}
+
+// A name in a domain that cannot exist, of what an address may hold.
+QByteArray addressOf(const QString &party)
+{
+    constexpr int longest = 64;
+    constexpr int digits = 16; // that tell apart what begins alike
+    QByteArray local = QUrl::toPercentEncoding(party, "+", ".");
+    if (local.isEmpty())
+        local = "unknown";
+    if (local.size() > longest) {
+        const QByteArray hash = QCryptographicHash::hash(local, QCryptographicHash::Sha256).toHex();
+        local = local.left(longest - digits - 1) + '.' + hash.left(digits);
+    }
+    return local + "@number.invalid";
 }
 
 QByteArray ownMailbox() { return QByteArray("me <") + ownAddress + '>'; }
 
-QByteArray mailboxOf(const QString &number)
+//! \param number  as the message spells it
+QByteArray mailboxOf(const QString &number, const QByteArray &address)
 {
-    return number.isEmpty() ? addressOf(number)
-                            : MailText::phrase(number) + " <" + addressOf(number) + '>';
+    return number.isEmpty() ? address : MailText::phrase(number) + " <" + address + '>';
 }
 
 // A mail must have a time, and files of messages have this one where there is none.
@@ -62,7 +141,7 @@ QByteArray headerTime(const QDateTime &time)
 
 QByteArray hex(quint64 number) { return QByteArray::number(number, 16).rightJustified(16, '0'); }
 
-//! Gives the mails their ids, and knows to which one each of them is the answer.
+//! Gives the mails their ids, and knows with which one each conversation began.
 class Threads
 {
 public:
@@ -76,33 +155,39 @@ public:
             + (count > 1 ? '.' + QByteArray::number(count) : QByteArray()) + "@korvasync.invalid>";
     }
 
-    //! Makes \a id the last one of the conversation.
-    //! \return the one before it; empty = none
-    QByteArray continueWith(const QString &number, const QByteArray &id)
+    //! \return the id of the first mail with this address; empty when \a id is that one's
+    QByteArray beginning(const QByteArray &address, const QByteArray &id)
     {
-        return std::exchange(lastIds[Number::comparable(number)], id);
+        const auto found = firstIds.constFind(address);
+        if (found != firstIds.constEnd())
+            return *found;
+        firstIds.insert(address, id);
+        return QByteArray();
     }
 
 private:
     QHash<Fingerprint, int> counts;
-    QHash<QString, QByteArray> lastIds; // by comparable number
+    QHash<QByteArray, QByteArray> firstIds; // by address
 };
 
-QByteArray mail(const StoredMessage &message, Threads &threads)
+QByteArray mail(const StoredMessage &message, const QString &party, Threads &threads)
 {
     const bool outbound = Folder::isOutbound(message.folder);
     const QDateTime time = timeOf(message);
     const QByteArray id = threads.newId(message);
-    const QByteArray previous = threads.continueWith(message.number, id);
-    const QByteArray party = mailboxOf(message.number);
-    QByteArray text = "From " + (outbound ? QByteArray(ownAddress) : addressOf(message.number))
-        + ' ' + separatorTime(time) + '\n';
-    text += "From: " + (outbound ? ownMailbox() : party) + '\n';
-    text += "To: " + (outbound ? party : ownMailbox()) + '\n';
+    const QByteArray address = addressOf(party);
+    const QByteArray first = threads.beginning(address, id);
+    const QByteArray other = mailboxOf(message.number, address);
+    QByteArray text =
+        "From " + (outbound ? QByteArray(ownAddress) : address) + ' ' + separatorTime(time) + '\n';
+    text += "From: " + (outbound ? ownMailbox() : other) + '\n';
+    text += "To: " + (outbound ? other : ownMailbox()) + '\n';
+    text += "Subject: SMS with "
+        + (party.isEmpty() ? QByteArray("unknown") : MailText::headerText(party)) + '\n';
     text += "Date: " + headerTime(time) + '\n';
     text += "Message-ID: " + id + '\n';
-    if (!previous.isEmpty())
-        text += "In-Reply-To: " + previous + '\n';
+    if (!first.isEmpty())
+        text += "In-Reply-To: " + first + "\nReferences: " + first + '\n';
     const QByteArray folder = Folder::name(message.folder).toLatin1();
     if (!folder.isEmpty())
         text += "Keywords: " + folder + '\n';
@@ -117,9 +202,10 @@ QByteArray mail(const StoredMessage &message, Threads &threads)
 
 void print(const QList<StoredMessage> &messages, StandardOutput &output)
 {
+    const Parties parties(messages);
     Threads threads;
     for (const StoredMessage &message : messages)
-        output.write(mail(message, threads));
+        output.write(mail(message, parties.of(message.number), threads));
 }
 
 } // namespace Mailbox

@@ -12,7 +12,7 @@
 namespace Mailbox {
 
 //! A number is no mail address: it is the name beside an address in a domain that cannot
-//! exist. A mail answers the one before it of the same party.
+//! exist. A mail answers the first one with the same party.
 void print(const QList<StoredMessage> &messages, StandardOutput &output);
 
 } // namespace Mailbox

@@ -7,7 +7,7 @@
 
 namespace MailText {
 
-static bool isQuotable(const QString &name)
+static bool isPlain(const QString &name)
 {
     constexpr int longest = 60; // keeps the line below 78 characters
     return name.size() <= longest && !name.contains(QLatin1String("=?"))
@@ -15,16 +15,12 @@ static bool isQuotable(const QString &name)
                        [](QChar c) { return c.unicode() >= 0x20 && c.unicode() < 0x7F; });
 }
 
-QByteArray phrase(const QString &name)
+static QByteArray encodedWords(const QString &text)
 {
-    if (isQuotable(name)) {
-        QByteArray quoted = name.toLatin1();
-        return '"' + quoted.replace('\\', "\\\\").replace('"', "\\\"") + '"';
-    }
     constexpr decltype(QByteArray().size()) mostBytes = 45; // a word has at most 75 characters
     const auto continuesCharacter = [](char c) { return (c & 0xC0) == 0x80; };
     QByteArray words;
-    for (QByteArray left = name.toUtf8(); !left.isEmpty();) {
+    for (QByteArray left = text.toUtf8(); !left.isEmpty();) {
         auto size = qMin(left.size(), mostBytes);
         while (size < left.size() && continuesCharacter(left.at(size)))
             --size;
@@ -33,6 +29,19 @@ QByteArray phrase(const QString &name)
         left.remove(0, size);
     }
     return words;
+}
+
+QByteArray phrase(const QString &name)
+{
+    if (!isPlain(name))
+        return encodedWords(name);
+    QByteArray quoted = name.toLatin1();
+    return '"' + quoted.replace('\\', "\\\\").replace('"', "\\\"") + '"';
+}
+
+QByteArray headerText(const QString &text)
+{
+    return isPlain(text) ? text.toLatin1() : encodedWords(text);
 }
 
 QByteArray quotedPrintable(const QString &text)

@@ -13,6 +13,9 @@ namespace MailText {
 //! it; these go over several lines if need be.
 QByteArray phrase(const QString &name);
 
+//! What stands in a header for people to read, on one line or in encoded words likewise.
+QByteArray headerText(const QString &text);
+
 //! The body of a mail in quoted-printable (RFC 2045), without its last line end. No line of
 //! it can pass for the separator of a mailbox.
 QByteArray quotedPrintable(const QString &text);
