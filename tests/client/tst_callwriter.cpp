@@ -21,7 +21,7 @@ class TestCallWriter : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { Diagnostics::install(false); }
+    void initTestCase() { Diagnostics::install(); }
     void handsOverTheEndOfACall();
     void readsWhatTheLibraryLists_data();
     void readsWhatTheLibraryLists();

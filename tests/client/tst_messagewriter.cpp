@@ -20,7 +20,7 @@ class TestMessageWriter : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { Diagnostics::install(false); }
+    void initTestCase() { Diagnostics::install(); }
     void confirmsWhatWasAdded();
     void tellsOfAMessageStoredOtherwise();
     void tellsOfAMessageThatIsNotThere();
