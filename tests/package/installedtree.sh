@@ -9,4 +9,8 @@ way=$1 examples=$2 build=$3 libdir=$4
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 DESTDIR= cmake --install "$build" --prefix "$work/prefix" >"$work/install.log"
+# The programs find the library, and the session bus the service, below any prefix.
+"$work/prefix/bin/korvasync" --version >/dev/null
+grep -q "^Exec=$work/prefix/libexec/korvasyncd$" \
+    "$work/prefix/share/dbus-1/services/org.korvasync.Sender.service"
 "$(dirname "$0")/consumer.sh" "$way" "$examples" "$work/prefix" "$libdir"
