@@ -2,7 +2,10 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
 // pullandpush SINCE NUMBER TEXT: a sync client. It prints every message that was added or changed
-// after SINCE (such as 2024-05-01T10:00:00Z), then adds one to the inbox and prints its id.
+// after SINCE (such as 2024-05-01T10:00:00Z), then adds one to the inbox and prints its id. The
+// store is in $KORVASYNC_STORE, else in the data folder's korvasync. A phone that is new has none
+// until something is written ("korvasync add", for instance), and a read of it is an error, not an
+// empty list: so nobody takes a lost store for one without messages.
 
 #include <korvasync/smssyncinterface.h>
 #include <korvasync/vmessageencoder.h>
@@ -35,12 +38,18 @@ bool await(Pending *pending, Use use)
 
 int main(int argc, char **argv)
 {
-    QLoggingCategory::setFilterRules(QStringLiteral("korvasync.*=false")); // it shows texts
+    // The trace shows texts. The store's warnings stay, which say what is missing.
+    QLoggingCategory::setFilterRules(
+        QStringLiteral("korvasync.*.debug=false\nkorvasync.pending.critical=false"));
     QCoreApplication application(argc, argv);
     const QStringList arguments = application.arguments();
+    const QDateTime since = QDateTime::fromString(arguments.value(1), Qt::ISODate);
+    if (arguments.size() != 4 || !since.isValid()) {
+        std::fputs("usage: pullandpush 2024-05-01T10:00:00Z NUMBER TEXT\n", stderr);
+        return 2;
+    }
     SMSSyncInterface phone;
 
-    const QDateTime since = QDateTime::fromString(arguments.value(1), Qt::ISODate);
     for (const LocationId folder : {LocInbox, LocOutbox, LocSent, LocMyFolder}) {
         PendingMsgs *const changes = phone.modifiedMessages(since, folder);
         const bool isPulled = await(changes, [&] {
@@ -49,8 +58,10 @@ int main(int argc, char **argv)
                 std::printf("%d\n%s", change.id, qUtf8Printable(phone.message(change.id).vMessage));
             return true;
         });
-        if (!isPulled)
+        if (!isPulled) {
+            std::fputs("pullandpush: the messages cannot be read\n", stderr);
             return 1;
+        }
     }
 
     SmsInfo message;
@@ -61,8 +72,12 @@ int main(int argc, char **argv)
     QList<SyncSmsInfo> messages{VMessageEncoder().encode(message)};
     PendingIds *const added = phone.addNewMessages(messages);
     const bool isPushed = await(added, [&] {
-        std::printf("added as %d\n", added->ids().constFirst());
-        return added->status().constFirst() == SmsNoError;
+        const bool isAdded = added->status().constFirst() == SmsNoError;
+        if (isAdded)
+            std::printf("added as %d\n", added->ids().constFirst());
+        return isAdded;
     });
+    if (!isPushed)
+        std::fputs("pullandpush: the message was not added\n", stderr);
     return isPushed ? 0 : 1;
 }

@@ -39,6 +39,11 @@ pkgconfig)
 example)
     build "$examples"
     export KORVASYNC_STORE="$work/store"
+    is "$("$work/build/pullandpush" 2024-05-01T10:00:00Z +15550101 Hello 2>&1 || echo "rc $?")" \
+        "korvasync.store: There is no store in $work/store yet; add something first, or name the \
+directory of another store.
+pullandpush: the messages cannot be read
+rc 1"
     cat >"$work/first.vmsg" <<'END'
 BEGIN:VMSG
 VERSION:1.1
