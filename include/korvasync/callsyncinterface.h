@@ -42,7 +42,8 @@ public:
     explicit CallSyncInterface(QObject *parent = nullptr);
     ~CallSyncInterface() override;
 
-    //! The calls of one kind whose start is not before a time, newest first.
+    //! The calls of one kind whose start is not before a time, newest first. Waits for the store
+    //! as SMSSyncInterface::messages() does.
     //! \param type   any other value than the three asks for all calls
     //! \param since  lower bound, included, any time zone; null = all
     PendingMsgs *calls(CallType type, const QDateTime &since);

@@ -31,6 +31,8 @@ public:
     ~SMSSyncInterface() override;
 
     //! The messages of one folder since a time, oldest first.
+    //! Waits while the store is being opened, three seconds at most for another process that
+    //! holds it; then isError() is true.
     //! \param since  lower bound, included, any time zone; null = all
     PendingMsgs *messages(const QDateTime &since, LocationId location);
     //! The messages of one folder that were added or changed after a time. They carry the

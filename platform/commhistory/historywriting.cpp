@@ -11,6 +11,7 @@
 #include <QtCore/QSet>
 
 #include <limits>
+#include <optional>
 
 namespace CommHistory {
 
@@ -22,9 +23,9 @@ constexpr int NoConversation = -1;
 
 constexpr Event::Properties AllFields(QFlag(~0));
 
-//! Runs a statement that gives at most one number. Gives 0 when there is none, which is
-//! no id, and nothing when the store cannot be read.
-bool readNumber(StoreConnection &connection, TrackerSparqlStatement *statement, int *number)
+//! Runs a statement that gives at most one number. False when the store cannot be read.
+bool readNumber(StoreConnection &connection, TrackerSparqlStatement *statement,
+                std::optional<qint64> *number)
 {
     const auto cursor = connection.execute(statement);
     const auto step = connection.next(cursor.get());
@@ -32,9 +33,9 @@ bool readNumber(StoreConnection &connection, TrackerSparqlStatement *statement, 
         connection.warnAbout(StoreProblem::ReadFailed);
         return false;
     }
-    *number = step == StoreConnection::Step::Row
-        ? int(tracker_sparql_cursor_get_integer(cursor.get(), 0))
-        : 0;
+    number->reset();
+    if (step == StoreConnection::Step::Row)
+        *number = tracker_sparql_cursor_get_integer(cursor.get(), 0);
     return true;
 }
 
@@ -60,14 +61,23 @@ public:
     {
     }
 
-    bool read(StoreConnection &connection)
+    //! False when it cannot be read, and when it has no more ids than these: what lies beyond
+    //! the range would come back as the id of another.
+    bool read(StoreConnection &connection, int count)
     {
         const std::string text =
             std::string("SELECT ?last FROM <" KORVASYNC_GRAPH "> { <urn:korvasync:ids> ")
             + m_property + " ?last }";
-        return readNumber(connection, connection.statement(text), &m_last);
+        std::optional<qint64> last;
+        if (!readNumber(connection, connection.statement(text), &last))
+            return false;
+        if (!last || *last < 0 || *last > std::numeric_limits<int>::max() - count) {
+            connection.warnAbout(StoreProblem::OutOfIds);
+            return false;
+        }
+        m_last = int(*last);
+        return true;
     }
-    bool hasRoomFor(int count) const { return m_last <= std::numeric_limits<int>::max() - count; }
     int next() { return ++m_last; }
     void write(TrackerBatch *batch) const
     {
@@ -128,9 +138,9 @@ bool exists(StoreConnection &connection, int id, bool *found)
         connection.statement("SELECT ?id FROM <" KORVASYNC_GRAPH "> { ~event kv:id ?id }");
     if (statement)
         tracker_sparql_statement_bind_string(statement, "event", eventUri(id).constData());
-    int number = 0;
+    std::optional<qint64> number;
     const bool isRead = readNumber(connection, statement, &number);
-    *found = number > 0;
+    *found = number.has_value();
     return isRead;
 }
 
@@ -181,7 +191,7 @@ bool addEvents(StoreConnection &connection, QList<Event> &events)
     QList<Event> added = events;
     const bool written = connection.write([&](TrackerBatch *batch) {
         IdCounter counter(EventCounter);
-        if (!counter.read(connection) || !counter.hasRoomFor(int(added.size())))
+        if (!counter.read(connection, int(added.size())))
             return false;
         const QDateTime now = QDateTime::currentDateTimeUtc();
         for (Event &event : added) {
@@ -262,7 +272,7 @@ bool addConversations(StoreConnection &connection, const QList<Group> &groups, Q
     QList<int> given;
     const bool written = connection.write([&](TrackerBatch *batch) {
         IdCounter counter(ConversationCounter);
-        if (!counter.read(connection) || !counter.hasRoomFor(int(groups.size())))
+        if (!counter.read(connection, int(groups.size())))
             return false;
         QHash<QPair<QByteArray, QByteArray>, int> added; // in this batch
         for (const Group &group : groups) {

@@ -9,7 +9,9 @@
 #include <QtCore/QDir>
 #include <QtCore/QStandardPaths>
 
+#include <chrono>
 #include <future>
+#include <system_error>
 
 #include <unistd.h>
 
@@ -44,7 +46,6 @@ Store &Store::instance()
 
 Store::Store()
     : m_directory(storeLocation())
-    , m_thread(&Store::work, this)
 {
 }
 
@@ -55,8 +56,9 @@ Store::~Store()
         enqueueGathered();
         m_ending = true;
     }
-    m_changed.notify_one();
-    m_thread.join();
+    wake();
+    if (m_thread.joinable())
+        m_thread.join();
     close();
 }
 
@@ -67,7 +69,28 @@ void Store::post(Access access, Request request)
         enqueueGathered();
         m_queue.push_back({access, std::move(request)});
     }
+    wake();
+}
+
+//! Has the store's thread look at the queue. Where the system gives none, all that waits fails,
+//! and the next request tries again.
+void Store::wake()
+{
+    std::deque<Entry> failed;
+    {
+        const std::lock_guard<std::mutex> locker(m_mutex);
+        try {
+            if (!m_thread.joinable() && !m_queue.empty())
+                m_thread = std::thread(&Store::work, this);
+        } catch (const std::system_error &) {
+            failed.swap(m_queue);
+        }
+    }
     m_changed.notify_one();
+    if (!failed.empty())
+        warnAbout(StoreProblem::NoThread, m_directory.path());
+    for (const Entry &entry : failed)
+        entry.request(nullptr);
 }
 
 void Store::run(Access access, const Request &request)
@@ -104,6 +127,11 @@ bool Store::isReadable(Access access)
 {
     if (m_isOpen)
         return true;
+    {
+        const std::lock_guard<std::mutex> locker(m_mutex);
+        if (!m_refusing.hasExpired())
+            return false;
+    }
     const auto isTried = std::make_shared<bool>(false);
     post(access, [this, isTried](StoreConnection *) {
         const std::lock_guard<std::mutex> locker(m_mutex);
@@ -112,7 +140,14 @@ bool Store::isReadable(Access access)
     });
     // A request before this one may open the store; its work is not waited for.
     std::unique_lock<std::mutex> locker(m_mutex);
-    m_tried.wait(locker, [&] { return *isTried || m_isOpen; });
+    const auto isKnown = [&] { return *isTried || m_isOpen; };
+    while (!m_tried.wait_for(locker, std::chrono::milliseconds(ReadPatienceMsecs), isKnown)) {
+        if (!m_isHeldUp)
+            continue; // opening takes its time
+        m_refusing.setRemainingTime(BusyMemoryMsecs);
+        warnAbout(StoreProblem::Busy, m_directory.path());
+        break;
+    }
     return m_isOpen;
 }
 
@@ -135,7 +170,7 @@ void Store::endGathering()
         const std::lock_guard<std::mutex> locker(m_mutex);
         enqueueGathered();
     }
-    m_changed.notify_one();
+    wake();
 }
 
 void Store::enqueueGathered()
@@ -164,9 +199,15 @@ void Store::work()
 
 StoreConnection *Store::connection(Access access)
 {
-    // A store that was replaced under the process would take writes that nobody sees.
-    if (m_connection && !m_lock.isInPlace())
+    // A store that was replaced under the process would take writes that nobody sees. The request
+    // at hand may name ids of that one, so only the next one gets the store that is there now.
+    if (m_connection && !m_connection->isInPlace()) {
         close();
+        setOpen(false);
+        m_lastProblem = StoreProblem::Replaced;
+        warnAbout(StoreProblem::Replaced, m_directory.path());
+        return nullptr;
+    }
     if (!m_connection) {
         const StoreProblem problem = open(access);
         // Every request tries again, since the user may have put it right meanwhile, but
@@ -177,11 +218,16 @@ StoreConnection *Store::connection(Access access)
             warnAbout(problem, m_directory.path());
         if (!isTold)
             m_lastProblem = problem;
-        const std::lock_guard<std::mutex> locker(m_mutex);
-        m_isOpen = problem == StoreProblem::None;
-        m_tried.notify_all();
+        setOpen(problem == StoreProblem::None);
     }
     return m_connection.get();
+}
+
+void Store::setOpen(bool isOpen)
+{
+    const std::lock_guard<std::mutex> locker(m_mutex);
+    m_isOpen = isOpen;
+    m_tried.notify_all();
 }
 
 void Store::close()
@@ -208,8 +254,10 @@ StoreProblem Store::open(Access access)
     // Somebody waits for a read in the event loop, perhaps for one after the other.
     if (access != Access::Write && !m_busy.hasExpired())
         return StoreProblem::Busy;
+    m_isHeldUp = access == Access::Write;
     const StoreLockHolder holder(
         m_lock, access == Access::Write ? StoreLock::PatienceMsecs : ReadPatienceMsecs);
+    m_isHeldUp = false;
     if (!holder.isHeld()) {
         m_busy.setRemainingTime(BusyMemoryMsecs);
         return StoreProblem::Busy;
@@ -226,7 +274,13 @@ StoreProblem Store::open(Access access)
         return problem;
     m_connection = StoreConnection::open(m_directory, m_lock);
     m_directory.makePrivate();
-    return m_connection ? StoreProblem::None : StoreProblem::Damaged;
+    if (!m_connection)
+        return StoreProblem::Damaged;
+    if (!m_connection->isInPlace()) {
+        m_connection.reset();
+        return StoreProblem::Replaced;
+    }
+    return StoreProblem::None;
 }
 
 } // namespace CommHistory

@@ -43,7 +43,8 @@ public:
     //! The same, and waits until it is done; when the store's thread has nothing to do, the calling
     //! thread does it, since waking that one and being woken takes longer than a short read.
     void run(Access access, const Request &request);
-    //! Whether the store can be used; waits for the attempt to open it when it is not open yet.
+    //! Whether the store can be used; waits for the attempt to open it when it is not open yet,
+    //! but not as long as a write does that another process holds up.
     bool isReadable(Access access);
 
     //! Gathers deletions into one request until the turn of the event loop ends (endGathering())
@@ -71,21 +72,25 @@ private:
     Q_DISABLE_COPY(Store)
 
     void enqueueGathered(); // m_mutex is locked
+    void wake();
     bool runHere(Access access, const Request &request);
     void work();
     StoreConnection *connection(Access access);
+    void setOpen(bool isOpen);
     StoreProblem open(Access access);
     void close();
 
     StoreDirectory m_directory;
-    std::mutex m_mutex;                // guards m_queue, m_gathering, m_isWorking, m_ending
+    std::mutex m_mutex;                // guards m_queue to m_refusing
     std::condition_variable m_changed; // m_queue, m_isWorking or m_ending
     std::condition_variable m_tried;   // to open the store
     std::deque<Entry> m_queue;
     Gathering m_gathering;
     bool m_isWorking = false; // some thread carries out a request
     bool m_ending = false;
+    QDeadlineTimer m_refusing; // reads, until then: a write keeps the store's thread
     std::atomic<bool> m_isOpen{false};
+    std::atomic<bool> m_isHeldUp{false}; // a write waits for the lock
 
     // What only the thread touches that carries out a request.
     StoreLock m_lock;
@@ -93,7 +98,7 @@ private:
     std::unique_ptr<StoreConnection> m_connection;
     StoreProblem m_lastProblem = StoreProblem::None;
 
-    std::thread m_thread; // last: starts when all the rest is there
+    std::thread m_thread; // starts with the first request
 };
 
 } // namespace CommHistory

@@ -4,6 +4,7 @@
 #include "storeconnection_p.h"
 
 #include "logging_p.h"
+#include "repeatedcalls_p.h"
 #include "storelock_p.h"
 
 #include <QtCore/QFile>
@@ -65,6 +66,19 @@ GPointer<TrackerSparqlConnection> openDatabase(const QString &path)
     if (error.isSet())
         connection.reset();
     return connection;
+}
+
+//! Whether the counters of ids can be read, which a new database gets last.
+bool hasCounters(TrackerSparqlConnection *connection)
+{
+    Error error;
+    const GPointer<TrackerSparqlCursor> cursor(tracker_sparql_connection_query(
+        connection,
+        "SELECT ?event ?conversation FROM <" KORVASYNC_GRAPH "> { <urn:korvasync:ids>"
+        " kv:lastEventId ?event ; kv:lastConversationId ?conversation }",
+        nullptr, error));
+    const bool isRow = cursor && tracker_sparql_cursor_next(cursor.get(), nullptr, error);
+    return !error.isSet() && isRow;
 }
 
 struct DatabaseCloser
@@ -134,6 +148,7 @@ StoreProblem StoreConnection::probeFiles(const QString &databasePath)
 
 bool StoreConnection::createDatabase(const QString &databasePath)
 {
+    const RepeatedCalls calls;
     const auto connection = openDatabase(databasePath);
     if (!connection)
         return false;
@@ -152,35 +167,29 @@ bool StoreConnection::createDatabase(const QString &databasePath)
 
 bool StoreConnection::isWhole(const QString &databasePath)
 {
+    const RepeatedCalls calls;
     const auto connection = openDatabase(databasePath);
-    if (!connection)
-        return false;
-    Error error;
-    const GPointer<TrackerSparqlCursor> cursor(tracker_sparql_connection_query(
-        connection.get(),
-        "SELECT ?event ?conversation FROM <" KORVASYNC_GRAPH "> { <urn:korvasync:ids>"
-        " kv:lastEventId ?event ; kv:lastConversationId ?conversation }",
-        nullptr, error));
-    const bool isRow = cursor && tracker_sparql_cursor_next(cursor.get(), nullptr, error);
-    return isRow && !error.isSet();
+    return connection && hasCounters(connection.get());
 }
 
 std::unique_ptr<StoreConnection> StoreConnection::open(const StoreDirectory &directory,
                                                        StoreLock &lock)
 {
-    auto connection = openDatabase(directory.databasePath());
-    if (!connection)
+    std::unique_ptr<StoreConnection> connection(new StoreConnection(directory, lock));
+    const RepeatedCalls calls;
+    connection->m_connection = openDatabase(directory.databasePath());
+    if (!connection->m_connection)
         return nullptr;
-    return std::unique_ptr<StoreConnection>(
-        new StoreConnection(directory, lock, std::move(connection)));
+    hasCounters(connection->m_connection.get()); // the first read opens the files once more
+    return connection;
 }
 
-StoreConnection::StoreConnection(const StoreDirectory &directory, StoreLock &lock,
-                                 GPointer<TrackerSparqlConnection> connection)
+StoreConnection::StoreConnection(const StoreDirectory &directory, StoreLock &lock)
     : m_directory(directory)
     , m_lock(lock)
-    , m_connection(std::move(connection))
 {
+    for (const char *name : DatabaseFiles)
+        m_files.emplace_back(QFile::encodeName(filePath(directory.databasePath(), name)));
 }
 
 TrackerSparqlStatement *StoreConnection::statement(const std::string &text)
@@ -226,8 +235,8 @@ bool StoreConnection::write(const std::function<bool(TrackerBatch *)> &fill)
         warnAbout(StoreProblem::Busy);
         return false;
     }
-    if (!m_lock.isInPlace()) {
-        warnAbout(StoreProblem::WriteFailed);
+    if (!isInPlace()) {
+        warnAbout(StoreProblem::Replaced);
         return false;
     }
     const GPointer<TrackerBatch> batch(tracker_sparql_connection_create_batch(m_connection.get()));
@@ -239,7 +248,19 @@ bool StoreConnection::write(const std::function<bool(TrackerBatch *)> &fill)
         warnAbout(StoreProblem::WriteFailed);
         return false;
     }
+    // What is reported must be where everyone looks for it.
+    if (!isInPlace()) {
+        warnAbout(StoreProblem::Replaced);
+        return false;
+    }
     return true;
+}
+
+bool StoreConnection::isInPlace() const
+{
+    return m_lock.isInPlace()
+        && std::all_of(m_files.cbegin(), m_files.cend(),
+                       [](const FilePlace &file) { return file.isStillThere(); });
 }
 
 void StoreConnection::warnAbout(StoreProblem problem) const

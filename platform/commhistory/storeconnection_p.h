@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "fileplace_p.h"
 #include "owndirectory_p.h"
 #include "storedirectory_p.h"
 
@@ -15,6 +16,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace CommHistory {
 
@@ -67,15 +69,18 @@ public:
     //! when everything is on disk.
     bool write(const std::function<bool(TrackerBatch *)> &fill);
 
+    //! False when other processes find another store, or none, under the path of this one.
+    bool isInPlace() const;
+
     void warnAbout(StoreProblem problem) const;
 
 private:
-    StoreConnection(const StoreDirectory &directory, StoreLock &lock,
-                    GPointer<TrackerSparqlConnection> connection);
+    StoreConnection(const StoreDirectory &directory, StoreLock &lock);
     bool syncToDisk() const;
 
     StoreDirectory m_directory;
     StoreLock &m_lock;
+    std::vector<FilePlace> m_files; // of the database
     GPointer<TrackerSparqlConnection> m_connection;
     std::map<std::string, GPointer<TrackerSparqlStatement>> m_statements;
 };

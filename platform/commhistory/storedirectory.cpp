@@ -61,6 +61,9 @@ QString sentence(StoreProblem problem)
     case StoreProblem::ForeignFiles:
         return QStringLiteral("The store in %1 holds a link, a pipe or another user's file; "
                               "take it out, or restore the directory from a backup.");
+    case StoreProblem::Replaced:
+        return QStringLiteral("The store in %1 was moved or replaced while it was in use; see "
+                              "which one is there now, and repeat what it does not hold.");
     case StoreProblem::Busy:
         return QStringLiteral("The store in %1 is kept busy by another process; end that "
                               "process or try again later.");
@@ -68,6 +71,12 @@ QString sentence(StoreProblem problem)
         return QStringLiteral("The database of the store in %1 cannot be opened; see that its disk "
                               "has room. If it has, the database is damaged: restore the "
                               "directory from a backup.");
+    case StoreProblem::OutOfIds:
+        return QStringLiteral("The store in %1 has no ids left, or its counter of them is damaged; "
+                              "restore the directory from a backup, or add to another one.");
+    case StoreProblem::NoThread:
+        return QStringLiteral("The system gives no thread to work on the store in %1; end other "
+                              "programs, or raise the limit of processes.");
     case StoreProblem::ReadFailed:
         return QStringLiteral("The store in %1 cannot be read; check the disk, or restore the "
                               "directory from a backup.");

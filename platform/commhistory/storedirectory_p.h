@@ -20,8 +20,11 @@ enum class StoreProblem {
     NoAccess,      //!< the system does not let this user in
     OtherOwner,    //!< the directory, or the link to it, is another user's
     ForeignFiles,  //!< a link or another user's file is in the directory
+    Replaced,      //!< it was moved or replaced while it was open
     Busy,          //!< another process kept the lock
     Damaged,       //!< the database cannot be opened
+    OutOfIds,      //!< the counter of ids is at its end, or damaged
+    NoThread,      //!< the system gives the process no thread to work on the store
     ReadFailed,
     WriteFailed
 };

@@ -10,7 +10,6 @@
 
 #include <cerrno>
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace CommHistory {
@@ -60,19 +59,11 @@ void StoreLock::close()
 bool StoreLock::open(const OwnDirectory &directory, const QByteArray &path)
 {
     close();
-    m_path = path;
     const QByteArray name = path.mid(path.lastIndexOf('/') + 1);
     m_file = ::openat(directory.descriptor(), name.constData(),
                       O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, S_IRUSR | S_IWUSR);
+    m_place = FilePlace(path, m_file);
     return m_file >= 0;
-}
-
-bool StoreLock::isInPlace() const
-{
-    struct stat opened;
-    struct stat found;
-    return m_file >= 0 && ::fstat(m_file, &opened) == 0 && ::stat(m_path.constData(), &found) == 0
-        && opened.st_dev == found.st_dev && opened.st_ino == found.st_ino;
 }
 
 bool StoreLock::acquire(int patienceMsecs)

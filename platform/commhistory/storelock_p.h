@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include <QtCore/QByteArray>
+#include "fileplace_p.h"
 
 namespace CommHistory {
 
@@ -27,7 +27,7 @@ public:
 
     //! False when the file that was opened is no longer the one that other processes open:
     //! the store was removed, moved or replaced.
-    bool isInPlace() const;
+    bool isInPlace() const { return m_place.isStillThere(); }
 
     //! Waits for the lock. False when another process kept it.
     bool acquire(int patienceMsecs);
@@ -37,7 +37,7 @@ private:
     Q_DISABLE_COPY(StoreLock)
     void close();
 
-    QByteArray m_path;
+    FilePlace m_place;
     int m_file = -1;
 };
 

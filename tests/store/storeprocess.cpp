@@ -87,6 +87,21 @@ int removeAndStay(int id)
     return 0;
 }
 
+//! Adds a message and asks for the messages at once, before the store was opened.
+int readBehindAWrite()
+{
+    EventModel model;
+    Reports reports(&model);
+    QList<Event> events = messages(1);
+    model.addEvents(events, false);
+    SyncSMSModel reader(Inbox, QDateTime(), false);
+    std::puts(reader.getEvents() ? "taken" : "refused");
+    std::fflush(stdout);
+    const QList<Report> report = reports.wait(1);
+    std::puts(!report.isEmpty() && report.first().status ? "added" : "failed");
+    return 0;
+}
+
 //! Leaves the process while the messages are still to be written.
 int addAndLeave(int count)
 {
@@ -177,6 +192,8 @@ int main(int argc, char *argv[])
         return churn(count);
     if (verb == QLatin1String("count-refused"))
         return countRefused(count);
+    if (verb == QLatin1String("read-behind-a-write"))
+        return readBehindAWrite();
     if (verb == QLatin1String("look-up"))
         return lookUp();
     return 2;

@@ -30,6 +30,7 @@ private Q_SLOTS:
     void aKilledWriterLeavesTheOthersAlone();
     void readsOfABusyStoreAreRefusedWithoutWaitingAgain();
     void aReadGivesUpBeforeAWriteDoes();
+    void aReadGivesUpBeforeTheWriteBeforeItDoes();
     void aKilledCreationIsRedone();
     void whatWasTakenIsWrittenBeforeTheProcessEnds();
     void aDeletionDoesNotWaitForTheEndOfTheProcess();
@@ -261,6 +262,22 @@ void TestProcesses::aReadGivesUpBeforeAWriteDoes()
         QVERIFY(lock.isWaitedFor());
     }
     QCOMPARE(StoreProcess::finish(&writer).first(), QStringLiteral("2 text00"));
+}
+
+void TestProcesses::aReadGivesUpBeforeTheWriteBeforeItDoes()
+{
+    const StoreProcess program(m_store);
+    QCOMPARE(program.run({Add, QStringLiteral("1")}).lines.size(), 1);
+    QProcess process;
+    {
+        const KeptStoreLock lock(m_store);
+        QVERIFY(lock.isHeld());
+        program.start(&process, {QStringLiteral("read-behind-a-write")});
+        QVERIFY(process.waitForReadyRead(60000));
+        QVERIFY(lock.isWaitedFor());
+    }
+    QCOMPARE(StoreProcess::finish(&process).lines,
+             (QStringList{QStringLiteral("refused"), QStringLiteral("added")}));
 }
 
 void TestProcesses::aKilledCreationIsRedone()

@@ -22,7 +22,9 @@ class TestReplacedStore : public QObject
     Q_OBJECT
 private Q_SLOTS:
     void init();
-    void aRemovedStoreIsMadeAnewByTheNextWrite();
+    void theNextRequestFails_data();
+    void theNextRequestFails();
+    void aRemovedStoreIsMadeAnewByALaterWrite();
     void aMovedStoreTakesNoMoreWrites();
     void aReplacingStoreIsReadAndWritten();
     void aReadOfARemovedStoreIsToldOnce();
@@ -39,6 +41,10 @@ const QString First = QStringLiteral("1");
 const QString Three = QStringLiteral("3");
 const QString Four = QStringLiteral("4");
 
+const QString Replaced =
+    QStringLiteral("The store in %1 was moved or replaced while it was in use; "
+                   "see which one is there now, and repeat what it does not hold.");
+
 QString store() { return qEnvironmentVariable("KORVASYNC_STORE"); }
 
 bool move(const QString &from, const QString &to) { return QDir().rename(from, to); }
@@ -54,13 +60,46 @@ void TestReplacedStore::init()
 {
     m_other = std::make_unique<QTemporaryDir>();
     QVERIFY(QDir(store()).removeRecursively());
+    Event event;
+    TrackerIO::instance()->getEvent(1, event); // which finds out
     QCOMPARE(add(messages(3)).size(), 3);
     QCOMPARE(StoreProcess(store()).list(), Three);
 }
 
-void TestReplacedStore::aRemovedStoreIsMadeAnewByTheNextWrite()
+// The request may name what the other store holds, so it must not reach the one that is there now.
+void TestReplacedStore::theNextRequestFails_data()
+{
+    QTest::addColumn<QString>("replaced");
+    QTest::newRow("store") << QString();
+    for (const char *name : {"lock", "db", "db/meta.db", "db/urn%3Akorvasync%3Ahistory.db"})
+        QTest::newRow(name) << QLatin1Char('/') + QString::fromLatin1(name);
+}
+
+void TestReplacedStore::theNextRequestFails()
+{
+    QFETCH(QString, replaced);
+    MessageLog log;
+    const QString moved = other("moved");
+    QVERIFY(move(store() + replaced, moved));
+    QCOMPARE(
+        QProcess::execute(QStringLiteral("cp"), {QStringLiteral("-a"), moved, store() + replaced}),
+        0);
+    EventModel model;
+    Reports reports(&model);
+    model.deleteEvent(1);
+    const QList<Report> got = reports.wait(1);
+    QCOMPARE(got.size(), 1);
+    QVERIFY(!got.first().status);
+    QCOMPARE(log.lines(QtWarningMsg), QStringList{Replaced.arg(store())});
+    QCOMPARE(read(Inbox).size(), 3);
+    QCOMPARE(add(messages(1)), QList<int>{4});
+    QCOMPARE(StoreProcess(store()).list(), Four);
+}
+
+void TestReplacedStore::aRemovedStoreIsMadeAnewByALaterWrite()
 {
     QVERIFY(QDir(store()).removeRecursively());
+    QCOMPARE(add(messages(1)), QList<int>());
     QCOMPARE(add(messages(1)), QList<int>{1});
     QCOMPARE(StoreProcess(store()).list(), First);
     QCOMPARE(read(Inbox).size(), 1);
@@ -70,6 +109,7 @@ void TestReplacedStore::aMovedStoreTakesNoMoreWrites()
 {
     const QString moved = other("moved");
     QVERIFY(move(store(), moved));
+    QCOMPARE(add(messages(1)), QList<int>());
     QCOMPARE(add(messages(1)), QList<int>{1});
     QCOMPARE(StoreProcess(store()).list(), First);
     QCOMPARE(StoreProcess(moved).list(), Three);
@@ -80,6 +120,8 @@ void TestReplacedStore::aReplacingStoreIsReadAndWritten()
     QCOMPARE(makeOther(other("other"), 5).size(), 5);
     QVERIFY(move(store(), other("moved")));
     QVERIFY(move(other("other"), store()));
+    Event event;
+    QVERIFY(!TrackerIO::instance()->getEvent(1, event));
     QCOMPARE(read(Inbox).size(), 5);
     QCOMPARE(add(messages(1)), QList<int>{6}); // no id is given twice
     QCOMPARE(StoreProcess(store()).list(), QStringLiteral("6"));
@@ -99,9 +141,10 @@ void TestReplacedStore::aReadOfARemovedStoreIsToldOnce()
     QCoreApplication::processEvents();
     QCOMPARE(ready.count(), 0);
     QCOMPARE(log.lines(QtWarningMsg),
-             QStringList{QStringLiteral("There is no store in %1 yet; add something first, or "
-                                        "name the directory of another store.")
-                             .arg(store())});
+             (QStringList{Replaced.arg(store()),
+                          QStringLiteral("There is no store in %1 yet; add something first, or "
+                                         "name the directory of another store.")
+                              .arg(store())}));
     QVERIFY(!QFileInfo::exists(store()));
 }
 
@@ -123,8 +166,9 @@ void TestReplacedStore::aWriteThatWaitedWhileTheStoreWasMovedFails()
     QCOMPARE(got.size(), 1);
     QVERIFY(!got.first().status);
     QCOMPARE(log.lines(QtWarningMsg).size(), 1);
-    QVERIFY(log.lines(QtWarningMsg).first().contains(QLatin1String("cannot be written")));
+    QCOMPARE(log.lines(QtWarningMsg), QStringList{Replaced.arg(store())});
     QCOMPARE(StoreProcess(moved).list(), Three);
+    QCOMPARE(add(messages(1)), QList<int>());
     QCOMPARE(add(messages(1)), QList<int>{1}); // the next write makes a store
 }
 

@@ -34,6 +34,9 @@ private Q_SLOTS:
     void aDamagedDatabaseIsNotReplaced();
     void aDatabaseThatAnotherProgramHoldsIsRefused();
     void damageWithinTheRowsFailsTheRead();
+    void noIdIsGivenBeyondTheRange_data();
+    void noIdIsGivenBeyondTheRange();
+    void theLastIdIsGiven();
     void aStoreOfAnotherUserIsRefused();
     void rootRefusesTheStoreOfAUser();
     void anEmptyDirectoryOfAnotherUserIsRefused();
@@ -87,6 +90,16 @@ void giveToNobody(const QString &path)
     QCOMPARE(QProcess::execute(QStringLiteral("chown"),
                                {QStringLiteral("-h"), QStringLiteral("nobody"), path}),
              0);
+}
+
+void setLastId(const QString &database, const QString &last)
+{
+    QProcess sqlite;
+    sqlite.start(QStringLiteral("sqlite3"),
+                 {database,
+                  QStringLiteral("UPDATE \"kv:IdCounter\" SET \"kv:lastEventId\" = %1").arg(last)});
+    QVERIFY(sqlite.waitForFinished(60000));
+    QCOMPARE(sqlite.exitCode(), 0);
 }
 
 //! The command in a mount namespace of its own, with \a mount done before it.
@@ -308,6 +321,34 @@ void TestStoreDirectory::damageWithinTheRowsFailsTheRead()
     QVERIFY(outcome.ended);
     QCOMPARE(outcome.first(), QStringLiteral("failed")); // no partial rows
     QVERIFY2(outcome.errors.contains(QLatin1String("cannot be read")), qPrintable(outcome.errors));
+}
+
+void TestStoreDirectory::noIdIsGivenBeyondTheRange_data()
+{
+    QTest::addColumn<QString>("last");
+    for (const char *last :
+         {"2147483647", "2147483648", "4294967296", "9223372036854775807", "-1", "-4294967296"})
+        QTest::newRow(last) << QString::fromLatin1(last);
+}
+
+void TestStoreDirectory::noIdIsGivenBeyondTheRange()
+{
+    QFETCH(QString, last);
+    makeStore();
+    setLastId(path(History), last);
+    const auto outcome = StoreProcess(m_store).run({Add, QStringLiteral("1")});
+    QCOMPARE(outcome.first(), QStringLiteral("failed"));
+    QVERIFY2(outcome.errors.contains(QLatin1String("has no ids left")), qPrintable(outcome.errors));
+    QCOMPARE(StoreProcess(m_store).run({List}).lines,
+             (QStringList{QStringLiteral("1"), QStringLiteral("1 text00")}));
+}
+
+void TestStoreDirectory::theLastIdIsGiven()
+{
+    makeStore();
+    setLastId(path(History), QStringLiteral("2147483646"));
+    QCOMPARE(StoreProcess(m_store).run({Add, QStringLiteral("1")}).first(),
+             QStringLiteral("2147483647 text00"));
 }
 
 void TestStoreDirectory::aStoreOfAnotherUserIsRefused()
