@@ -19,6 +19,7 @@ public:
 
     Answer readStore();
     Judged<NewCall> judge(const InputItem &item) const;
+    Answer probe() { return store.probe(); }
     Answer add(QList<NewCall> &calls) { return writer.add(calls); }
     static Refusal notStored(const NewCall &) { return Refusal::CallStore; }
 

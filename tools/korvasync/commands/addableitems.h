@@ -30,6 +30,7 @@ public:
 
     Answer readStore() { return messages.readStore(); }
     Judged<NewItem> judge(const InputItem &item);
+    Answer probe() { return messages.probe(); }
     Answer add(QList<NewItem> &items);
     static Refusal notStored(const NewItem &item)
     {

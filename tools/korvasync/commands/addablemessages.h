@@ -23,6 +23,7 @@ public:
 
     Answer readStore();
     Judged<NewMessage> judge(const InputItem &item) const;
+    Answer probe() { return store.probe(); }
     Answer add(QList<NewMessage> &messages);
 
 private:

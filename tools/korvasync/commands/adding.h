@@ -36,6 +36,7 @@ struct AddingOptions : ReadingOptions
 //! \tparam Kind  what is added, as for Judging:
 //!   - New has database id and trouble as well
 //!   - index, what the store holds, which readStore() fills
+//!   - probe(), whether the store can still be read
 //!   - add() for new items, which it enters in the index if equal ones are looked for;
 //!     notStored(), the code of one it lost
 template <typename Kind>
@@ -77,6 +78,7 @@ private:
     void append(Item item, const QByteArray &bytes);
     void hold(Item item, const QByteArray &bytes);
     void writeChunk();
+    void checkStore();
     void settleFates();
     bool goesOn() const;
     ExitCode tellOfRejects(ExitCode code) const;
@@ -96,6 +98,7 @@ private:
     QHash<Fingerprint, int> newCounts;
     qint64 bytesHeld = 0; // of the chunk, about
     int nextRef = 0;
+    bool hasStore = false;
     ExitCode trouble = AllDone; // the store's
     bool isWholeInput = true;
 };
@@ -131,6 +134,7 @@ ExitCode Adding<Kind>::readStore()
     }
     if (invocation.location.state() == StoreLocation::Absent)
         return AllDone;
+    hasStore = true;
     return StoreAccess::complain(invocation.location, kind.readStore());
 }
 
@@ -231,7 +235,9 @@ void Adding<Kind>::writeChunk()
         }
     } else if (!newItems.isEmpty()) {
         trouble = worse(trouble, StoreAccess::complain(invocation.location, kind.add(newItems)));
+        hasStore = true;
     }
+    checkStore();
     settleFates();
     for (const Item &item : std::as_const(items)) {
         if (item.isLeftover) {
@@ -250,10 +256,25 @@ void Adding<Kind>::writeChunk()
     progress.show(results.count(), [this] { return judging.partDone(); });
 }
 
+// The store can be moved or replaced at any time. What was found in it before, and is reported as
+// present, is then nowhere to be found.
+template <typename Kind>
+void Adding<Kind>::checkStore()
+{
+    if (hasStore && trouble == AllDone)
+        trouble = StoreAccess::complain(invocation.location, kind.probe());
+}
+
 template <typename Kind>
 void Adding<Kind>::settleFates()
 {
     for (Item &item : items) {
+        if (item.result.status == ItemResult::Present && trouble != AllDone) {
+            item.result.status = ItemResult::Failed;
+            item.result.id = -1;
+            item.result.refusal = Kind::notStored(New());
+            item.result.detail = Text::reason("not known, as the store cannot be read back");
+        }
         if (item.newIndex == -1)
             continue;
         const New &added = newItems.at(item.newIndex);

@@ -27,6 +27,12 @@ CallStore::Read CallStore::calls(CallType type, const QDateTime &since)
     return read;
 }
 
+Answer CallStore::probe()
+{
+    const QDateTime farAhead(QDate(9999, 1, 1), QTime(0, 0), Qt::UTC);
+    return calls(AllCalls, farAhead).answer;
+}
+
 Answer CallStore::add(const QList<Call> &calls)
 {
     QStringList entries;

@@ -28,6 +28,9 @@ public:
     //! \param since  lower bound of the start, included; null = all
     Read calls(KorvaSyncIf::CallType type = AllCalls, const QDateTime &since = QDateTime());
 
+    //! Whether the store can be opened and read now.
+    Answer probe();
+
     //! What is stored then, only a read can tell: the library's statuses of calls stay clean
     //! whatever happens.
     Answer add(const QList<Call> &calls);

@@ -1,0 +1,119 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "clientprocess.h"
+
+#include <QtCore/QDir>
+#include <QtTest/QTest>
+
+#include <functional>
+
+//! The store is moved, removed or replaced while a client adds to it: it stops, says so, and has
+//! reported nothing that was not there at that moment.
+class TestReplaced : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase();
+    void anAdderStops_data();
+    void anAdderStops();
+};
+
+namespace {
+
+using Replace = std::function<bool(const QString &store, const QString &aside)>;
+
+QByteArray message(int second)
+{
+    return vMessage("INBOX", "20101103T1425" + QByteArray::number(second) + "Z", "+15550100",
+                    "Hello");
+}
+
+bool copy(const QString &from, const QString &to)
+{
+    return QProcess::execute(text("cp"), {text("-a"), from, to}) == 0;
+}
+
+bool moveStore(const QString &store, const QString &aside) { return QDir().rename(store, aside); }
+
+bool removeStore(const QString &store, const QString &) { return QDir(store).removeRecursively(); }
+
+bool restore(const QString &store, const QString &aside)
+{
+    return moveStore(store, aside) && copy(aside, store);
+}
+
+Replace replaceWithin(const QString &name)
+{
+    return
+        [name](const QString &store, const QString &aside) { return restore(store + name, aside); };
+}
+
+bool waitForLine(QProcess &process)
+{
+    while (!process.canReadLine()) {
+        if (!process.waitForReadyRead(60000))
+            return false;
+    }
+    return true;
+}
+
+//! Adds the first message, replaces the store, and adds the second.
+ClientProcess::Outcome addAround(const ClientProcess &client, const QByteArray &first,
+                                 const QByteArray &second, const Replace &replace)
+{
+    QProcess process;
+    client.start(process, {text("add"), text("-q"), text("--chunk"), text("1"), text("-")});
+    process.write(first);
+    ClientProcess::Outcome outcome;
+    if (!waitForLine(process) || !replace(client.store(), client.filePath(text("aside"))))
+        return outcome;
+    process.write(second);
+    process.closeWriteChannel();
+    if (!process.waitForFinished(60000))
+        return outcome;
+    outcome.exitCode = process.exitCode();
+    outcome.output = process.readAllStandardOutput();
+    outcome.errors = process.readAllStandardError();
+    return outcome;
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(Replace)
+
+void TestReplaced::initTestCase() { qRegisterMetaType<Replace>(); }
+
+void TestReplaced::anAdderStops_data()
+{
+    QTest::addColumn<Replace>("replace");
+    QTest::addColumn<bool>("isPresent");
+    const QList<QPair<const char *, Replace>> ways{
+        {"moved", moveStore},
+        {"removed", removeStore},
+        {"restored from a copy", restore},
+        {"its database", replaceWithin(text("/db"))},
+        {"a file of its database", replaceWithin(text("/db/meta.db"))},
+        {"its lock", replaceWithin(text("/lock"))},
+    };
+    for (const auto &way : ways) {
+        QTest::addRow("%s, a new message", way.first) << way.second << false;
+        QTest::addRow("%s, a known message", way.first) << way.second << true;
+    }
+}
+
+void TestReplaced::anAdderStops()
+{
+    QFETCH(Replace, replace);
+    QFETCH(bool, isPresent);
+    const ClientProcess client;
+    client.fill(message(10));
+    const auto outcome = addAround(client, message(11), message(isPresent ? 10 : 12), replace);
+    QCOMPARE(outcome.exitCode, 3);
+    QVERIFY2(outcome.output.startsWith("added  2  -:1\nfailed  -:16  sms-store: "), outcome.output);
+    QCOMPARE(outcome.output.count('\n'), 2);
+    QVERIFY2(outcome.errors.contains("was moved or replaced while it was in use"), outcome.errors);
+}
+
+QTEST_GUILESS_MAIN(TestReplaced)
+#include "tst_replaced.moc"
