@@ -5,6 +5,8 @@
 
 #include <QtTest/QTest>
 
+#include <array>
+
 // "modify" and "delete".
 class TestChanging : public QObject
 {
@@ -32,6 +34,7 @@ private Q_SLOTS:
     void deletesNothingWithoutAYes();
     void deletesOnlyWhatItAskedAbout_data();
     void deletesOnlyWhatItAskedAbout();
+    void claimsNoDeletionOfAnotherClient();
 };
 
 static const QByteArray first = vMessage("INBOX", "20101103T142530Z", "+15550100", "Hello");
@@ -352,6 +355,33 @@ void TestChanging::deletesOnlyWhatItAskedAbout()
     QCOMPARE(outcome.exitCode, exitCode);
     QCOMPARE(outcome.output, result + "deleted  2\n");
     QCOMPARE(client.run({text("list"), text("--ids")}).output, left);
+}
+
+void TestChanging::claimsNoDeletionOfAnotherClient()
+{
+    constexpr int count = 1500;
+    const ClientProcess client;
+    QByteArray messages;
+    QByteArray ids;
+    for (int i = 1; i <= count; ++i) {
+        messages += vMessage("INBOX", "20101103T142530Z", "+15550100", QByteArray::number(i));
+        ids += QByteArray::number(i) + '\n';
+    }
+    client.fill(messages);
+    std::array<QProcess, 3> processes;
+    for (QProcess &process : processes) {
+        client.start(process, remove({text("--yes"), text("-")}));
+        process.write(ids);
+        process.closeWriteChannel();
+    }
+    QByteArray results;
+    for (QProcess &process : processes) {
+        QVERIFY(process.waitForFinished(120000));
+        results += process.readAllStandardOutput();
+    }
+    QCOMPARE(results.count("\"status\":\"deleted\""), count);
+    QCOMPARE(results.count("\"code\":\"sms-bad-id\""), 2 * count);
+    QCOMPARE(client.run({text("list"), text("--count")}).output, QByteArray("0\n"));
 }
 
 QTEST_GUILESS_MAIN(TestChanging)

@@ -10,6 +10,8 @@
 
 #include <utility>
 
+using namespace KorvaSyncIf;
+
 static constexpr int chunkSize = 500;
 
 Deleting::Deleting(const Invocation &invocation, MessageStore &store, IsMeant isMeant)
@@ -56,41 +58,68 @@ void Deleting::deleteChunk(const QList<int> &ids)
         else
             others += id;
     }
-    bool canTell = true;
-    if (!invocation.global.dryRun && !known.isEmpty()) {
-        const MessageStore::Written written = store.remove(known);
-        // A failed commit names the whole chunk, and a store that cannot be read has no ids.
-        canTell = store.probe() == Answer::Finished;
-        const bool hasTrouble = !canTell || Diagnostics::storeTroubleCount() > 0;
-        const Answer answer =
-            written.answer == Answer::Finished && hasTrouble ? Answer::Refused : written.answer;
-        trouble = StoreAccess::complain(invocation.location, answer);
-    }
-    QSet<int> waiting(known.cbegin(), known.cend());
+    QHash<int, ItemResult> fates = invocation.global.dryRun ? foretell(known) : remove(known);
     for (const int id : ids) {
-        if (others.contains(id))
-            report(id, ItemResult::Refused, Refusal::SmsChanged);
-        else if (!waiting.remove(id))
-            report(id, ItemResult::Refused, Refusal::SmsBadId);
-        else if (!canTell)
-            report(id, ItemResult::Failed, Refusal::SmsDelete,
-                   Text::reason("not known, as the store cannot be read back"));
-        else if (invocation.global.dryRun || store.message(id).id == -1)
-            report(id, ItemResult::Deleted, Refusal::None);
-        else
-            report(id, ItemResult::Failed, Refusal::SmsDelete);
+        ItemResult left;
+        left.refusal = others.contains(id) ? Refusal::SmsChanged : Refusal::SmsBadId;
+        report(id, fates.contains(id) ? fates.take(id) : left);
     }
     deleted.unite(seen);
     invocation.output.flush();
 }
 
-void Deleting::report(int id, ItemResult::Status status, Refusal refusal, const Reason &detail)
+QHash<int, ItemResult> Deleting::foretell(const QList<int> &ids)
 {
-    ItemResult result;
+    QHash<int, ItemResult> fates;
+    for (const int id : ids)
+        fates[id].status = ItemResult::Deleted;
+    return fates;
+}
+
+QHash<int, ItemResult> Deleting::remove(const QList<int> &ids)
+{
+    QHash<int, ItemResult> fates;
+    if (ids.isEmpty())
+        return fates;
+    const MessageStore::Written written = store.remove(ids);
+    QSet<int> left;
+    for (const int id : ids) {
+        if (store.message(id).id != -1)
+            left += id;
+    }
+    // A store that cannot be read has no ids.
+    const bool canTell = store.probe() == Answer::Finished;
+    const bool hasTrouble = !canTell || Diagnostics::storeTroubleCount() > 0;
+    const Answer answer =
+        written.answer == Answer::Finished && hasTrouble ? Answer::Refused : written.answer;
+    trouble = StoreAccess::complain(invocation.location, answer);
+    for (int i = 0; i < ids.size(); ++i) {
+        const bool isDone = written.answer == Answer::Finished
+            && written.status.value(i, SmsDeleteFailed) == SmsNoError;
+        ItemResult &result = fates[ids.at(i)];
+        result.status = ItemResult::Failed;
+        result.refusal = Refusal::SmsDelete;
+        if (!canTell) {
+            result.detail = Text::reason("not known, as the store cannot be read back");
+        } else if (left.contains(ids.at(i))) {
+            continue;
+        } else if (isDone) {
+            result.status = ItemResult::Deleted;
+        } else if (answer == Answer::Finished) { // another client was faster
+            result.status = ItemResult::Refused;
+            result.refusal = Refusal::SmsBadId;
+        } else { // a failed commit names the whole chunk
+            result.detail = Text::reason("gone, but the store did not confirm it");
+        }
+    }
+    return fates;
+}
+
+void Deleting::report(int id, ItemResult result)
+{
     result.ref = results.count();
-    result.status = status;
     result.id = id;
-    result.refusal = refusal;
-    result.detail = detail;
+    if (result.status == ItemResult::Deleted)
+        result.refusal = Refusal::None;
     results.report(result);
 }

@@ -8,6 +8,7 @@
 #include "output/results.h"
 #include "store/messagestore.h"
 
+#include <QtCore/QHash>
 #include <QtCore/QSet>
 
 #include <functional>
@@ -26,7 +27,11 @@ public:
 
 private:
     void deleteChunk(const QList<int> &ids);
-    void report(int id, ItemResult::Status status, Refusal refusal, const Reason &detail = {});
+    //! What would become of each message.
+    static QHash<int, ItemResult> foretell(const QList<int> &ids);
+    //! Removes the messages and gives what became of each.
+    QHash<int, ItemResult> remove(const QList<int> &ids);
+    void report(int id, ItemResult result);
 
     const Invocation &invocation;
     MessageStore &store;
