@@ -35,6 +35,9 @@ private Q_SLOTS:
     void endsTruthfullyWhenInterrupted();
     void endsQuietlyWhenItsReaderIsGone();
     void failsWhenItsOutputDoesNotFit();
+    void failsWithoutAThread_data();
+    void failsWithoutAThread();
+    void tellsOfAFileThatMayNotGrow();
 
 private:
     static QByteArray many(int count);
@@ -330,6 +333,43 @@ void TestTrouble::failsWhenItsOutputDoesNotFit()
     QCOMPARE(outcome.errors,
              QByteArray("korvasync: standard output cannot be written: No space left on device; "
                         "see where it goes\n"));
+}
+
+void TestTrouble::failsWithoutAThread_data()
+{
+    QTest::addColumn<QString>("which");
+    for (const char *which : {"1", "2", "3", "1+"})
+        QTest::newRow(which) << QString::fromLatin1(which);
+}
+
+// The file's, the store's and that which bounds the time.
+void TestTrouble::failsWithoutAThread()
+{
+    QFETCH(QString, which);
+    ClientProcess client;
+    client.environment.insert(text("ASAN_OPTIONS"), text("detect_leaks=0"));
+    client.fill(hello);
+    const QString file =
+        client.write(text("other.vmg"), QByteArray(hello).replace("Hello", "Other"));
+    const auto outcome = client.runProgram(
+        text("strace"),
+        {text("-f"), text("-qq"), text("-o"), text("/dev/null"), text("-e"), text("trace=clone3"),
+         text("-e"), text("inject=clone3:error=EAGAIN:when=") + which, text(KORVASYNC_CLIENT),
+         text("--store"), client.store(), text("add"), file});
+    QVERIFY2(outcome.exitCode == 1 || outcome.exitCode == 3, outcome.errors);
+    QVERIFY2(outcome.errors.contains("thread"), outcome.errors);
+    QCOMPARE(client.listed().count('\n'), 1);
+}
+
+void TestTrouble::tellsOfAFileThatMayNotGrow()
+{
+    const ClientProcess client;
+    const QString command =
+        text("ulimit -f 20; exec %1 --store %2 add -").arg(text(KORVASYNC_CLIENT), client.store());
+    const auto outcome = client.runProgram(text("sh"), {text("-c"), command}, hello);
+    QCOMPARE(outcome.exitCode, 3);
+    verifySentence(outcome.errors);
+    QCOMPARE(client.run({text("add"), text("-q"), text("-")}, hello).exitCode, 0);
 }
 
 QTEST_GUILESS_MAIN(TestTrouble)

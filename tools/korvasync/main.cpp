@@ -22,6 +22,7 @@
 #include <algorithm>
 #include <csignal>
 #include <cstdlib>
+#include <system_error>
 
 namespace {
 
@@ -209,6 +210,21 @@ ExitCode run(const QStringList &arguments, GlobalOptions &global, StandardOutput
     return AllDone;
 }
 
+// Commands that read ahead or bound the time of the store have threads of their own, from the
+// start: where there is none, nothing is under way yet.
+ExitCode runWithThreads(const QStringList &arguments, GlobalOptions &global, StandardOutput &output)
+{
+    try {
+        return run(arguments, global, output);
+    } catch (const std::system_error &error) {
+        Diagnostics::error(Text::tr("the system gives this program no thread: %1; end other "
+                                    "programs, or raise the limit of processes")
+                               .arg(Text::ofSystemError(error.code().value()).translated));
+        output.flush();
+        std::_Exit(SomeNotDone);
+    }
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -235,7 +251,7 @@ int main(int argc, char *argv[])
     for (int i = 0; i < argc; ++i)
         arguments += FileName::decode(argv[i]);
     StandardOutput output;
-    ExitCode code = run(arguments, global, output);
+    ExitCode code = runWithThreads(arguments, global, output);
     const bool isWritten = output.flush();
     if (output.readerIsGone())
         std::_Exit(128 + SIGPIPE); // it has what it wanted

@@ -13,8 +13,10 @@
 
 #include <QtDBus/QDBusConnection>
 
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <system_error>
 
 namespace {
 
@@ -40,9 +42,7 @@ void print(QtMsgType type, const QMessageLogContext &, const QString &message)
     std::fwrite(line.constData(), 1, size_t(line.size()), stderr);
 }
 
-} // namespace
-
-int main(int argc, char *argv[])
+int serve(int argc, char *argv[])
 {
     QLoggingCategory::setFilterRules(QStringLiteral("korvasync.*.debug=false"));
     qInstallMessageHandler(print);
@@ -76,4 +76,18 @@ int main(int argc, char *argv[])
     QMetaObject::invokeMethod(&service, start, Qt::QueuedConnection);
     QObject::connect(&service, &SendService::ended, &application, &QCoreApplication::quit);
     return QCoreApplication::exec();
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    // A file that would grow beyond the limit of the process is told by the failed write.
+    std::signal(SIGXFSZ, SIG_IGN);
+    try {
+        return serve(argc, argv);
+    } catch (const std::system_error &) {
+        std::fputs("korvasyncd: the system gives it no thread\n", stderr);
+        return 1;
+    }
 }

@@ -26,6 +26,8 @@ void install()
     }
     // A reader of our output that goes away is told by the failed write.
     std::signal(SIGPIPE, SIG_IGN);
+    // A file that would grow beyond the limit of the process, too.
+    std::signal(SIGXFSZ, SIG_IGN);
 }
 
 int signalNumber() { return received; }

@@ -1092,5 +1092,13 @@ Weitere Aktionen: „calls add“ und „calls wipe“, jede mit eigenem --help.
         <source>no longer what it was when it was asked about</source>
         <translation>nicht mehr, was sie bei der Frage war</translation>
     </message>
+    <message>
+        <source>gone, but the store did not confirm it</source>
+        <translation>fort, aber der Speicher hat es nicht bestätigt</translation>
+    </message>
+    <message>
+        <source>the system gives this program no thread: %1; end other programs, or raise the limit of processes</source>
+        <translation>das System gibt diesem Programm keinen Thread: %1; andere Programme beenden oder die Grenze für Prozesse anheben</translation>
+    </message>
 </context>
 </TS>

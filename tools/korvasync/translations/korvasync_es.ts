@@ -1092,5 +1092,13 @@ Otras acciones: «calls add» y «calls wipe», cada una con su --help.</transla
         <source>no longer what it was when it was asked about</source>
         <translation>ya no es lo que era al preguntar</translation>
     </message>
+    <message>
+        <source>gone, but the store did not confirm it</source>
+        <translation>ya no está, pero el almacén no lo ha confirmado</translation>
+    </message>
+    <message>
+        <source>the system gives this program no thread: %1; end other programs, or raise the limit of processes</source>
+        <translation>el sistema no da ningún hilo a este programa: %1; cierra otros programas o sube el límite de procesos</translation>
+    </message>
 </context>
 </TS>
