@@ -24,6 +24,9 @@ private Q_SLOTS:
     void completesWhatWasKilled();
     void addsAgainWhenTold();
     void refusesWhenTold();
+    void comparesWithoutTheTimeOfTheClock_data();
+    void comparesWithoutTheTimeOfTheClock();
+    void addsEachOfAFileOnceWithTheTimeOfTheClock();
 };
 
 static QByteArray statusesOf(const ClientProcess::Outcome &outcome)
@@ -243,6 +246,53 @@ void TestDuplicates::refusesWhenTold()
             "\"detail\":\"there already\"}\n"
             "{\"ref\":1,\"src\":\"-:16\",\"status\":\"added\",\"id\":2}\n"
             "{\"summary\":{\"read\":2,\"added\":1,\"present\":0,\"refused\":1,\"failed\":0}}\n"));
+}
+
+void TestDuplicates::comparesWithoutTheTimeOfTheClock_data()
+{
+    QTest::addColumn<QByteArray>("input");
+    QTest::addColumn<QByteArray>("statuses");
+    const QByteArray timeless = vMessage("INBOX", "", "+15550100", "Hello");
+    QTest::newRow("same") << timeless << QByteArray("p");
+    QTest::newRow("a time that cannot be")
+        << vMessage("INBOX", "yesterday", "0155 501-00", "Hello", "UNREAD") << QByteArray("p");
+    QTest::newRow("android") << QByteArray("<smses><sms address=\"+15550100\" date=\"null\" "
+                                           "type=\"1\" body=\"Hello\" read=\"1\"/></smses>")
+                             << QByteArray("p");
+    QTest::newRow("twice") << timeless + timeless << QByteArray("pa");
+    QTest::newRow("its own time is another")
+        << vMessage("INBOX", "20101103T142531Z", "+15550100", "Hello") << QByteArray("a");
+    QTest::newRow("behind one with a time") << hello + timeless << QByteArray("pa");
+    QTest::newRow("folder") << vMessage("SENT", "", "+15550100", "Hello") << QByteArray("a");
+    QTest::newRow("number") << vMessage("INBOX", "", "+15550101", "Hello") << QByteArray("a");
+    QTest::newRow("text") << vMessage("INBOX", "", "+15550100", "Hello ") << QByteArray("a");
+}
+
+// One that got the time of the clock had another one when it was added before.
+void TestDuplicates::comparesWithoutTheTimeOfTheClock()
+{
+    QFETCH(QByteArray, input);
+    QFETCH(QByteArray, statuses);
+    ClientProcess client;
+    client.fill(hello);
+    const QStringList now{text("--on-bad-time"), text("now")};
+    QCOMPARE(statusesOf(client.run(add(now + QStringList{text("--dry-run")}), input)), statuses);
+    QCOMPARE(statusesOf(client.run(add(now), input)), statuses);
+    QCOMPARE(statusesOf(client.run(add(now), input)), QByteArray(statuses.size(), 'p'));
+}
+
+void TestDuplicates::addsEachOfAFileOnceWithTheTimeOfTheClock()
+{
+    ClientProcess client;
+    const QByteArray timeless = vMessage("INBOX", "", "+15550100", "Hello");
+    const QString one = client.write(text("1.vmg"), hello + timeless + timeless);
+    const QString two = client.write(text("2.vmg"), timeless + hello);
+    const QStringList files{text("--on-bad-time"), text("now"), one, two};
+    QCOMPARE(statusesOf(client.run(add(files + QStringList{text("--dry-run")}))),
+             QByteArray("aaapp"));
+    QCOMPARE(statusesOf(client.run(add(files))), QByteArray("aaapp"));
+    QCOMPARE(statusesOf(client.run(add(files))), QByteArray("ppppp"));
+    QCOMPARE(client.run({text("list"), text("--count")}).output, QByteArray("3\n"));
 }
 
 QTEST_GUILESS_MAIN(TestDuplicates)

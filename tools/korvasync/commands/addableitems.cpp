@@ -13,7 +13,13 @@ Judged<NewItem> asItem(const Judged<New> &judged, std::optional<New> NewItem::*c
     NewItem item;
     item.fingerprint = judged.item.fingerprint;
     item.*content = judged.item;
-    return {item, judged.refusal, judged.detail, judged.answer, judged.alternative};
+    return {item,
+            judged.refusal,
+            judged.detail,
+            judged.answer,
+            judged.alternative,
+            judged.atAnyTime,
+            judged.hasOwnTime};
 }
 
 template <typename New>

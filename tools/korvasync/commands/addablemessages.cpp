@@ -14,6 +14,11 @@ static Fingerprint fingerprintOf(const NewMessage &item, int folder)
     return Fingerprint::of(folder, item.number(), item.message.time, item.message.body);
 }
 
+static Fingerprint atAnyTime(const NewMessage &item, int folder)
+{
+    return Fingerprint::atAnyTime(folder, item.number(), item.message.body);
+}
+
 AddableMessages::AddableMessages(const Invocation &invocation, const SettlingRules &rules,
                                  DuplicateIndex &index, Equals equals)
     : index(index)
@@ -30,6 +35,10 @@ Answer AddableMessages::readStore()
         writer.noteStored(message.id);
         if (equals == AreFound)
             index.addStored(Fingerprint::of(message), message.id);
+        if (looksAtAnyTime()) {
+            index.addStored(Fingerprint::atAnyTime(message.folder, message.number, message.body),
+                            message.id);
+        }
     });
 }
 
@@ -39,6 +48,8 @@ Answer AddableMessages::add(QList<NewMessage> &messages)
     for (const NewMessage &message : std::as_const(messages)) {
         if (message.id != -1 && equals == AreFound)
             index.addStored(message.fingerprint, message.id);
+        if (message.id != -1 && looksAtAnyTime())
+            index.addStored(atAnyTime(message, message.message.parentId), message.id);
     }
     return answer;
 }
@@ -55,7 +66,8 @@ Judged<NewMessage> AddableMessages::judge(const InputItem &item) const
             judged.detail = Text::reason("not a whole sms element");
         // Android has no such folder, so messages of it go there as received ones, and come back.
         if (judged.item.message.parentId == LocInbox)
-            judged.alternative = fingerprintOf(judged.item, LocMyFolder);
+            judged.alternative = judged.hasOwnTime ? fingerprintOf(judged.item, LocMyFolder)
+                                                   : atAnyTime(judged.item, LocMyFolder);
         return judged;
     case InputItem::AndroidMms:
         judged.refusal = Refusal::MmsNotSupported;
@@ -90,5 +102,9 @@ Judged<NewMessage> AddableMessages::judge(const std::optional<ParsedMessage> &pa
         judged.detail = Text::reason("an e-mail, not a text message");
     judged.item.message = settled.message;
     judged.item.fingerprint = fingerprintOf(judged.item, settled.message.parentId);
+    if (looksAtAnyTime()) {
+        judged.atAnyTime = atAnyTime(judged.item, settled.message.parentId);
+        judged.hasOwnTime = settled.hasOwnTime;
+    }
     return judged;
 }

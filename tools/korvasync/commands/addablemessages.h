@@ -28,6 +28,8 @@ public:
 
 private:
     Judged<NewMessage> judge(const std::optional<ParsedMessage> &parsed) const;
+    //! An item that got the time of the clock had another one when it was added before.
+    bool looksAtAnyTime() const { return rules.badTimeIsNow && equals == AreFound; }
 
     DuplicateIndex &index;
     const Equals equals;

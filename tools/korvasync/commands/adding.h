@@ -154,6 +154,9 @@ void Adding<Kind>::take(ItemResult result, const Judged<New> &judged, const QByt
     }
     if (judged.refusal != Refusal::None)
         return refuse(result, judged.refusal, bytes);
+    // One with a time takes the place of an equal one without, which may stand in the same file.
+    if (judged.atAnyTime && judged.hasOwnTime)
+        kind.index.countInFile(*judged.atAnyTime);
     if (const std::optional<int> storedId = idOfEqual(judged)) {
         result.id = *storedId;
         if (options.onDuplicate == AddingOptions::Refuse)
@@ -163,6 +166,8 @@ void Adding<Kind>::take(ItemResult result, const Judged<New> &judged, const QByt
     }
     newItems += judged.item;
     ++newCounts[judged.item.fingerprint];
+    if (judged.atAnyTime)
+        ++newCounts[*judged.atAnyTime];
     append({result, static_cast<int>(newItems.size()) - 1}, bytes);
 }
 
@@ -170,7 +175,8 @@ void Adding<Kind>::take(ItemResult result, const Judged<New> &judged, const QByt
 template <typename Kind>
 std::optional<int> Adding<Kind>::idOfEqual(const Judged<New> &judged)
 {
-    for (const auto &fingerprint : {std::optional(judged.item.fingerprint), judged.alternative}) {
+    const auto own = judged.hasOwnTime ? std::optional(judged.item.fingerprint) : judged.atAnyTime;
+    for (const auto &fingerprint : {own, judged.alternative}) {
         if (!fingerprint || options.onDuplicate == AddingOptions::AddAgain)
             continue;
         const int count = kind.index.countInFile(*fingerprint);
@@ -230,8 +236,10 @@ void Adding<Kind>::writeChunk()
         return;
     if (invocation.global.dryRun) {
         if (options.onDuplicate != AddingOptions::AddAgain) {
-            for (const New &item : std::as_const(newItems))
-                kind.index.addStored(item.fingerprint, -1);
+            for (auto count = newCounts.cbegin(); count != newCounts.cend(); ++count) {
+                for (int i = 0; i < count.value(); ++i)
+                    kind.index.addStored(count.key(), -1);
+            }
         }
     } else if (!newItems.isEmpty()) {
         trouble = worse(trouble, StoreAccess::complain(invocation.location, kind.add(newItems)));

@@ -40,6 +40,8 @@ struct Judged
     Reason detail;                          //!< instead of the refusal's own words
     Answer answer = Answer::Finished;       //!< of the store, where it had to be read for this item
     std::optional<Fingerprint> alternative; //!< under which the store may have it as well
+    std::optional<Fingerprint> atAnyTime;   //!< where items may get the time of the clock
+    bool hasOwnTime = true;                 //!< else it equals any that has its atAnyTime
 };
 
 //! Reads files and judges one item of them after the other.

@@ -118,6 +118,7 @@ QString readStatus(const ParsedMessage &parsed, const SettlingRules &rules, bool
     return settled ? QStringLiteral("READ") : QStringLiteral("UNREAD");
 }
 
+//! Null when the message has none that can be.
 QDateTime timeOf(const ParsedMessage &parsed, const SettlingRules &rules)
 {
     for (const QString &text : {parsed.headerTime, parsed.bodyTime}) {
@@ -125,7 +126,7 @@ QDateTime timeOf(const ParsedMessage &parsed, const SettlingRules &rules)
         if (DateText::isBelievable(time, rules.now))
             return time;
     }
-    return rules.badTimeIsNow ? rules.now : QDateTime();
+    return QDateTime();
 }
 
 Refusal refusalOf(const ParsedMessage &parsed, const SmsInfo &message, const QStringList &parties)
@@ -161,6 +162,9 @@ SettledMessage settle(const ParsedMessage &parsed, const SettlingRules &rules)
         (outbound ? message.toNumber : message.fromNumber) = parties.first();
     message.readStatus = readStatus(parsed, rules, outbound);
     message.time = timeOf(parsed, rules);
+    settled.hasOwnTime = message.time.isValid();
+    if (!settled.hasOwnTime && rules.badTimeIsNow)
+        message.time = rules.now;
     message.body = parsed.body;
     settled.refusal = refusalOf(parsed, message, parties);
     return settled;

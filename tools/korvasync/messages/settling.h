@@ -28,6 +28,7 @@ struct SettledMessage
 {
     KorvaSyncIf::SmsInfo message;
     Refusal refusal = Refusal::None;
+    bool hasOwnTime = true; //!< else the clock's
 };
 
 SettledMessage settle(const ParsedMessage &parsed, const SettlingRules &rules);

@@ -48,6 +48,12 @@ Fingerprint Fingerprint::of(int folder, const QString &number, const QDateTime &
                      Number::comparable(number).toUtf8(), plainForm(body)});
 }
 
+Fingerprint Fingerprint::atAnyTime(int folder, const QString &number, const QString &body)
+{
+    return digestOf({QByteArray::number(folder), QByteArray(), Number::comparable(number).toUtf8(),
+                     plainForm(body)});
+}
+
 Fingerprint Fingerprint::of(const StoredMessage &message)
 {
     return of(message.folder, message.number, message.time, message.body);

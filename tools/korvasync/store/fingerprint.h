@@ -22,6 +22,8 @@ struct Fingerprint
     static Fingerprint of(int folder, const QString &number, const QDateTime &time,
                           const QString &body);
     static Fingerprint of(const StoredMessage &message);
+    //! The same for messages that differ in their times alone. No message has it by of().
+    static Fingerprint atAnyTime(int folder, const QString &number, const QString &body);
     static Fingerprint of(const Call &call);
 
     bool operator==(const Fingerprint &other) const
