@@ -28,6 +28,7 @@ QList<QCommandLineOption> AddingOptions::declared(const char *textForm)
             {text("on-duplicate"), Text::tr("What is there already: skip (default), add or fail."),
              text("WHAT"), text("skip")},
             {text("rejects"),
-             Text::tr("Collect what is refused or fails here, to be mended and added again."), text("FILE")},
+             Text::tr("Collect what is refused or fails here, to be mended and added again."),
+             text("FILE")},
         };
 }
