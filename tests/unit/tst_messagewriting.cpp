@@ -87,6 +87,7 @@ private Q_SLOTS:
     void aModificationAfterOneWithUnknownPartiesHasNoError();
     void theAdapterIsFreeInsideTheReceiver_data();
     void theAdapterIsFreeInsideTheReceiver();
+    void aNewBatchKnowsNothingOfTheLast();
     void removalWorksAtStalePositions_data();
     void removalWorksAtStalePositions();
     void removalWarnsOfUnknownReferences();
@@ -428,6 +429,18 @@ void TestMessageWriting::theAdapterIsFreeInsideTheReceiver()
     run(f);
     settle();
     QCOMPARE(busy, QList<bool>{false});
+}
+
+void TestMessageWriting::aNewBatchKnowsNothingOfTheLast()
+{
+    SyncStorageIfPrivate d;
+    d.refIds = {1};
+    d.dbIds = {2};
+    d.committedCount = 3;
+    d.clearCachedDBIdsAndRefIndexes();
+    QVERIFY(d.refIds.isEmpty());
+    QVERIFY(d.dbIds.isEmpty());
+    QCOMPARE(d.committedCount, 0);
 }
 
 void TestMessageWriting::removalWorksAtStalePositions_data()

@@ -147,7 +147,7 @@ void TestPendingReports::aReportWithTooFewIdsIsRefusedAtItsEnd()
 void TestPendingReports::committedOutsideTheRequestIsRefused()
 {
     IdsWrite write(2);
-    write.call("eventsCommittedSlot", Q_ARG(QList<int>, (Ints{5, -3})),
+    write.call("eventsCommittedSlot", Q_ARG(QList<int>, (Ints{2, -1})),
                Q_ARG(QList<int>, (Ints{10, -1})));
     QCOMPARE(write.finishedCount, 1);
     QCOMPARE(write.ids, (Ints{-1, -1}));
@@ -170,7 +170,7 @@ void TestPendingReports::aFailedCommitOutsideTheRequestChangesNothing()
 {
     StatusWrite write(3, SmsSync);
     MessageLog log;
-    write.call("eventsCommitFailed", Q_ARG(QList<int>, (Ints{5})));
+    write.call("eventsCommitFailed", Q_ARG(QList<int>, (Ints{3, 5})));
     QCOMPARE(write.finishedCount, 1);
     QCOMPARE(write.status, (Errors{SmsNoError, SmsNoError, SmsNoError}));
     QVERIFY(write.isError);
@@ -214,10 +214,11 @@ void TestPendingReports::aMissingConversationOutsideTheRequestIsLogged()
 {
     StatusWrite write(1, SmsSync);
     MessageLog log;
-    write.call("errorIndexesNotProcessed", Q_ARG(QList<int>, (Ints{4})),
+    write.call("errorIndexesNotProcessed", Q_ARG(QList<int>, (Ints{1, 4})),
                Q_ARG(KorvaSyncIf::ErrorCause, GroupIdNotFound));
     QCOMPARE(warnings(log),
-             QStringList(QStringLiteral("Received error for idx  4 is out of range")));
+             (QStringList{QStringLiteral("Received error for idx  1 is out of range"),
+                          QStringLiteral("Received error for idx  4 is out of range")}));
     QCOMPARE(write.pending->status(), Errors{SmsNoError});
     log.clear();
     write.call("errorIndexesNotProcessed", Q_ARG(QList<int>, (Ints{-1})),
@@ -264,12 +265,12 @@ void TestPendingReports::deletionsOutsideTheRequestAreLogged()
 {
     StatusWrite write(2, SmsSync);
     MessageLog log;
-    write.call("deletedIdsStatus", Q_ARG(QList<int>, (Ints{7, 1, 0})),
+    write.call("deletedIdsStatus", Q_ARG(QList<int>, (Ints{2, 1, 0})),
                Q_ARG(QList<bool>, (Bools{false, false})));
     QCOMPARE(write.finishedCount, 1);
     QCOMPARE(write.status, (Errors{SmsNoError, SmsDeleteFailed}));
     QCOMPARE(warnings(log),
-             (QStringList{QStringLiteral("Oops .. An invalid ref Id 7"),
+             (QStringList{QStringLiteral("Oops .. An invalid ref Id 2"),
                           QStringLiteral("Deletion for db Id @ idx 1 failed")}));
 }
 
