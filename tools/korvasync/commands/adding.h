@@ -299,7 +299,7 @@ template <typename Kind>
 ExitCode Adding<Kind>::tellOfRejects(ExitCode code) const
 {
     Diagnostics::error(Text::tr("%1 cannot be written: %2; name another with --rejects")
-                           .arg(terminalText(rejects.place()), rejects.errorText()));
+                           .arg(rejects.place(), rejects.errorText()));
     return code;
 }
 

@@ -9,7 +9,6 @@
 #include "messages/filesahead.h"
 #include "messages/itemreader.h"
 #include "output/results.h"
-#include "output/terminaltext.h"
 #include "process/diagnostics.h"
 #include "store/answer.h"
 #include "store/fingerprint.h"
@@ -176,7 +175,7 @@ void Judging<Kind>::noteFileWithoutItems(const QString &path, const ItemReader &
                                          const Take &take)
 {
     if (reader.isEmpty() || reader.isEmptyBackup()) {
-        Diagnostics::warn(Text::tr("%1 is empty").arg(terminalText(path)));
+        Diagnostics::warn(Text::tr("%1 is empty").arg(path));
         return;
     }
     ItemResult result;

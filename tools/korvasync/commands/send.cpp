@@ -93,7 +93,7 @@ ExitCode complainOfNoAnswer(const Invocation &invocation, MessageSender::WaitedF
         Diagnostics::error(
             Text::tr("the message was not sent, as another client sends or adds on the "
                      "store %1; wait for it, or give it more with --timeout")
-                .arg(terminalText(invocation.location.path())));
+                .arg(invocation.location.path()));
         break;
     }
     return NoAnswer;

@@ -44,7 +44,7 @@ int distance(const QString &typed, const QString &word, int most)
 
 QString nearest(const QString &typed, const QStringList &words)
 {
-    constexpr int lettersAFault = 3; // fewer than these to each fault, and it is another word
+    constexpr int lettersAFault = 4; // fewer than these to each fault, and it is another word
     QString found;
     int least = std::max(1, static_cast<int>(typed.size()) / lettersAFault) + 1;
     for (const QString &word : words) {
