@@ -59,10 +59,10 @@ void TestFirstAdd::aFaultIsMadeGoodByTheNextAdd_data()
         const char *fault;
         int step;
     } kinds[] = {
-        {"pwrite64", "error=EIO:when=%1", 37},  {"pwrite64", "error=EDQUOT:when=%1", 53},
+        {"pwrite64", "error=EIO:when=%1", 83},  {"pwrite64", "error=EDQUOT:when=%1", 97},
         {"write", "error=EIO:when=%1", 3},      {"fdatasync", "error=EIO:when=%1", 3},
         {"fsync", "error=EIO:when=%1", 2},      {"ftruncate", "error=EIO:when=%1", 2},
-        {"pread64", "error=EIO:when=%1", 7},    {"renameat", "error=EIO:when=%1", 1},
+        {"pread64", "error=EIO:when=%1", 11},    {"renameat", "error=EIO:when=%1", 1},
         {"mkdirat", "error=ENOSPC:when=%1", 1},
     };
     for (const auto &kind : kinds) {
