@@ -25,6 +25,8 @@ private Q_SLOTS:
     void keepsRejectsOfAllKinds();
     void findsMendedRejectsBehindCutOnes();
     void knowsMessagesOfMyFolderAgain();
+    void knowsTextsThatXmlCannotHoldAgain();
+    void knowsAnExportAgainInTheSameRun();
     void readsLongTextsOfReferences_data();
     void readsLongTextsOfReferences();
     void refusesABackupOfUnknownElements();
@@ -281,12 +283,54 @@ void TestAndroidBackups::knowsMessagesOfMyFolderAgain()
     const auto again = client.run(add, exported);
     QVERIFY2(again.output.endsWith(summary(3, 0, 3, 0)), again.output);
     QCOMPARE(client.listed(), before);
+    QCOMPARE(client.run({text("verify"), text("-")}, exported).exitCode, 0);
 
     // A true repeat is one message more, once.
     const QByteArray repeat =
         exported + sms("1", "1288794330000", "mine") + sms("1", "1288794330000", "mine");
     QVERIFY(client.run(add, repeat).output.endsWith(summary(5, 2, 3, 0)));
     QVERIFY(client.run(add, repeat).output.endsWith(summary(5, 0, 5, 0)));
+}
+
+// XML holds no control characters, so they go out as U+FFFD.
+void TestAndroidBackups::knowsTextsThatXmlCannotHoldAgain()
+{
+    ClientProcess client;
+    const QByteArray stamp("20101103T142530Z");
+    const QByteArray given = vMessage("INBOX", stamp, "+15550100", "a\x07 b")
+        + vMessage("INBOX", stamp, "+15550100", "a\x08 b")
+        + vMessage("MYFOLDERS", stamp, "+15550100", "\x1B[1m")
+        + vMessage("SENT", stamp, "+15550100", "\xEF\xBF\xBF");
+    client.fill(given);
+    const QByteArray before = client.listed();
+    const QByteArray exported = client.run({text("list"), text("-o"), text("android-xml")}).output;
+    QCOMPARE(exported.count("\xEF\xBF\xBD"), 4);
+    const auto again = client.run(add, exported);
+    QVERIFY2(again.output.endsWith(summary(4, 0, 4, 0)), again.output);
+    QCOMPARE(client.listed(), before);
+    QCOMPARE(client.run({text("verify"), text("-")}, exported).exitCode, 0);
+
+    // What has such a text itself is another message, and so is one more of it.
+    const QByteArray own = vMessage("INBOX", stamp, "+15550100", "a\xEF\xBF\xBD b");
+    QVERIFY(client.run(add + QStringList{text("-n")}, own).output.endsWith(summary(1, 1, 0, 0)));
+    const QByteArray third = exported + sms("1", "1288794330000", "a\xEF\xBF\xBD b");
+    QVERIFY(client.run(add, third).output.endsWith(summary(5, 1, 4, 0)));
+    QVERIFY(client.run(add, third).output.endsWith(summary(5, 0, 5, 0)));
+}
+
+void TestAndroidBackups::knowsAnExportAgainInTheSameRun()
+{
+    ClientProcess client;
+    const QByteArray message = vMessage("MYFOLDERS", "20101103T142530Z", "+15550100", "a\x07 b");
+    const QString first = client.write(text("first.vmsg"), message);
+    const QString second =
+        client.write(text("second.xml"), sms("1", "1288794330000", "a\xEF\xBF\xBD b"));
+    for (const bool isDry : {true, false}) {
+        const QStringList options = isDry ? QStringList{text("-n")} : QStringList();
+        const auto outcome = client.run(add + options + QStringList{first, second});
+        QVERIFY2(outcome.output.endsWith(summary(2, 1, 1, 0)), outcome.output);
+    }
+    QCOMPARE(client.listed().count('\n'), 1);
 }
 
 void TestAndroidBackups::readsLongTextsOfReferences_data()

@@ -18,6 +18,7 @@ private Q_SLOTS:
     void undoesWordsThatWereTakenForLatin1();
     void tellsMessagesApart();
     void takesSpellingsOfOneTextForOne();
+    void tellsWhatAnExportLoses();
     void matchesTheNthWithTheNth();
     void countsAnewInEachFile();
     void costsLessThanAHundredBytesAnItem();
@@ -83,6 +84,37 @@ void TestDuplicateIndex::takesSpellingsOfOneTextForOne()
     QVERIFY(print("+15550100", 4098, 0, "Ba\u0308r\n\nDachs") == expected);
     QVERIFY(!(print("+15550100", 4098, 0, "B\u00E4r\nDachs") == expected));
     QVERIFY(!(print("+15550100", 4098, 0, "Bar\n\nDachs") == expected));
+}
+
+void TestDuplicateIndex::tellsWhatAnExportLoses()
+{
+    const QDateTime time(QDate(2010, 11, 3), QTime(14, 25), Qt::UTC);
+    const auto lossy = [&](int folder, const QString &number, const QString &body) {
+        return Fingerprint::ofLossyExport(folder, number, time, body);
+    };
+    const QString number = QStringLiteral("+15550100");
+    const QString replaced = QStringLiteral("a\uFFFDb");
+    const QString emoji = QString::fromUtf8("\xF0\x9F\x98\x80\t\r\n");
+    QVERIFY(!lossy(KorvaSyncIf::LocInbox, number, emoji));
+    QVERIFY(!lossy(KorvaSyncIf::LocSent, number, replaced));
+    const auto exported = Fingerprint::ofExport(KorvaSyncIf::LocInbox, number, time, replaced);
+    for (const int code : {0x0, 0x7, 0x1B, 0xD800, 0xDC00, 0xFFFE, 0xFFFF}) {
+        const QString body = QStringLiteral("a") + QChar(code) + QStringLiteral("b");
+        QVERIFY(lossy(KorvaSyncIf::LocInbox, number, body) == exported);
+        QVERIFY(lossy(KorvaSyncIf::LocMyFolder, number, body) == exported);
+        QVERIFY(!(lossy(KorvaSyncIf::LocSent, number, body) == exported));
+    }
+    // In the backup it is another message than one of the store that says the same.
+    QVERIFY(!(exported == Fingerprint::of(KorvaSyncIf::LocInbox, number, time, replaced)));
+
+    Call call;
+    call.type = QStringLiteral("missed");
+    call.start = time;
+    call.number = QStringLiteral("Bank\u0007");
+    const auto exportedCall = Fingerprint::ofLossyExport(call);
+    call.number = QStringLiteral("Bank\uFFFD");
+    QVERIFY(exportedCall == Fingerprint::ofExport(call));
+    QVERIFY(!Fingerprint::ofLossyExport(call));
 }
 
 void TestDuplicateIndex::matchesTheNthWithTheNth()

@@ -3,18 +3,14 @@
 
 #include "elementattributes.h"
 
+#include "xmltext.h"
+
 #include <algorithm>
 #include <cctype>
 
 namespace {
 
 using Size = decltype(QString().size());
-
-bool isCharacter(uint code)
-{
-    return code == '\t' || code == '\n' || code == '\r' || (code >= 0x20 && code < 0xD800)
-        || (code >= 0xE000 && code < 0xFFFE) || (code >= 0x10000 && code <= 0x10FFFF);
-}
 
 //! A numeric reference, such as &#55357; or &#xD83D;
 struct Reference
@@ -133,7 +129,7 @@ std::optional<QString> TagReader::takeValue()
         if (c == QLatin1Char('&')) {
             takeReference(value);
         } else {
-            const bool isHeld = c.isSurrogate() || isCharacter(c.unicode());
+            const bool isHeld = c.isSurrogate() || XmlText::canHold(c.unicode());
             value += isHeld ? c : QChar(QChar::ReplacementCharacter);
             ++position;
         }
@@ -163,7 +159,7 @@ void TagReader::takeReference(QString &value)
         value += QChar(static_cast<ushort>(reference.code));
         value += QChar(static_cast<ushort>(second.code));
         position += second.length;
-    } else if (!isCharacter(reference.code)) {
+    } else if (!XmlText::canHold(reference.code)) {
         value += QChar(QChar::ReplacementCharacter);
     } else {
         const uint code = reference.code;

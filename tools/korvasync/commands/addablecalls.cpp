@@ -21,7 +21,7 @@ Answer AddableCalls::readStore()
 {
     const CallStore::Read read = store.calls();
     for (const Call &call : read.calls)
-        index.addStored(Fingerprint::of(call), NewCall::id);
+        index.addStored(Fingerprint::of(call), Fingerprint::ofLossyExport(call), NewCall::id);
     return read.answer;
 }
 
@@ -59,5 +59,7 @@ Judged<NewCall> AddableCalls::judge(const InputItem &item) const
     judged.detail = parsed.detail;
     judged.item.call = parsed.call;
     judged.item.fingerprint = Fingerprint::of(parsed.call);
+    if (item.kind == InputItem::AndroidCall)
+        judged.alternative = Fingerprint::ofExport(parsed.call);
     return judged;
 }

@@ -12,6 +12,7 @@ Judged<NewItem> asItem(const Judged<New> &judged, std::optional<New> NewItem::*c
 {
     NewItem item;
     item.fingerprint = judged.item.fingerprint;
+    item.exported = judged.item.exported;
     item.*content = judged.item;
     return {item,
             judged.refusal,

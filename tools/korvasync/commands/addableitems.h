@@ -10,6 +10,7 @@
 struct NewItem
 {
     Fingerprint fingerprint;
+    std::optional<Fingerprint> exported; //!< as Fingerprint::ofLossyExport() has it
     int id = -1;
     Reason trouble;                    //!< why it is not stored; empty = it is
     std::optional<NewMessage> message; //!< either this

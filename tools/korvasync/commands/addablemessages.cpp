@@ -9,11 +9,6 @@
 
 using namespace KorvaSyncIf;
 
-static Fingerprint fingerprintOf(const NewMessage &item, int folder)
-{
-    return Fingerprint::of(folder, item.number(), item.message.time, item.message.body);
-}
-
 static Fingerprint atAnyTime(const NewMessage &item, int folder)
 {
     return Fingerprint::atAnyTime(folder, item.number(), item.message.body);
@@ -34,7 +29,10 @@ Answer AddableMessages::readStore()
     return store.forEach(Folder::all(), QDateTime(), [this](const StoredMessage &message) {
         writer.noteStored(message.id);
         if (equals == AreFound)
-            index.addStored(Fingerprint::of(message), message.id);
+            index.addStored(Fingerprint::of(message),
+                            Fingerprint::ofLossyExport(message.folder, message.number, message.time,
+                                                       message.body),
+                            message.id);
         if (looksAtAnyTime()) {
             index.addStored(Fingerprint::atAnyTime(message.folder, message.number, message.body),
                             message.id);
@@ -47,7 +45,7 @@ Answer AddableMessages::add(QList<NewMessage> &messages)
     const Answer answer = writer.add(messages);
     for (const NewMessage &message : std::as_const(messages)) {
         if (message.id != -1 && equals == AreFound)
-            index.addStored(message.fingerprint, message.id);
+            index.addStored(message.fingerprint, message.exported, message.id);
         if (message.id != -1 && looksAtAnyTime())
             index.addStored(atAnyTime(message, message.message.parentId), message.id);
     }
@@ -64,10 +62,13 @@ Judged<NewMessage> AddableMessages::judge(const InputItem &item) const
         judged = judge(SmsElement::parse(item.bytes));
         if (judged.refusal == Refusal::SmsParse)
             judged.detail = Text::reason("not a whole sms element");
-        // Android has no such folder, so messages of it go there as received ones, and come back.
-        if (judged.item.message.parentId == LocInbox)
-            judged.alternative = judged.hasOwnTime ? fingerprintOf(judged.item, LocMyFolder)
-                                                   : atAnyTime(judged.item, LocMyFolder);
+        if (judged.hasOwnTime) {
+            judged.alternative =
+                Fingerprint::ofExport(judged.item.message.parentId, judged.item.number(),
+                                      judged.item.message.time, judged.item.message.body);
+        } else if (judged.item.message.parentId == LocInbox) {
+            judged.alternative = atAnyTime(judged.item, LocMyFolder); // which Android lacks
+        }
         return judged;
     case InputItem::AndroidMms:
         judged.refusal = Refusal::MmsNotSupported;
@@ -101,7 +102,10 @@ Judged<NewMessage> AddableMessages::judge(const std::optional<ParsedMessage> &pa
     if (settled.refusal == Refusal::ForeignObject)
         judged.detail = Text::reason("an e-mail, not a text message");
     judged.item.message = settled.message;
-    judged.item.fingerprint = fingerprintOf(judged.item, settled.message.parentId);
+    judged.item.fingerprint = Fingerprint::of(settled.message.parentId, judged.item.number(),
+                                              settled.message.time, settled.message.body);
+    judged.item.exported = Fingerprint::ofLossyExport(
+        settled.message.parentId, judged.item.number(), settled.message.time, settled.message.body);
     if (looksAtAnyTime()) {
         judged.atAnyTime = atAnyTime(judged.item, settled.message.parentId);
         judged.hasOwnTime = settled.hasOwnTime;

@@ -168,6 +168,8 @@ void Adding<Kind>::take(ItemResult result, const Judged<New> &judged, const QByt
     ++newCounts[judged.item.fingerprint];
     if (judged.atAnyTime)
         ++newCounts[*judged.atAnyTime];
+    if (judged.item.exported)
+        ++newCounts[*judged.item.exported];
     append({result, static_cast<int>(newItems.size()) - 1}, bytes);
 }
 

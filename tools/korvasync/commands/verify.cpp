@@ -81,10 +81,12 @@ void Verifying::take(ItemResult result, const Judged<NewItem> &judged)
     result.ref = results.count();
     result.refusal = judged.refusal;
     if (judged.refusal == Refusal::None) {
-        const Fingerprint &fingerprint = judged.item.fingerprint;
-        const int count = items.index.countInFile(fingerprint);
-        result.status = count <= items.index.storedCount(fingerprint) ? ItemResult::Present
-                                                                      : ItemResult::Missing;
+        const auto isStored = [this](const Fingerprint &fingerprint) {
+            return items.index.countInFile(fingerprint) <= items.index.storedCount(fingerprint);
+        };
+        const bool isPresent = isStored(judged.item.fingerprint)
+            || (judged.alternative && isStored(*judged.alternative));
+        result.status = isPresent ? ItemResult::Present : ItemResult::Missing;
     }
     if (result.status == ItemResult::Present)
         results.note(result);

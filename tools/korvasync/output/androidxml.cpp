@@ -3,6 +3,7 @@
 
 #include "androidxml.h"
 
+#include "android/xmltext.h"
 #include "language/text.h"
 #include "process/diagnostics.h"
 
@@ -28,7 +29,7 @@ public:
 
     Element &add(const char *name, const QString &value)
     {
-        xml.writeAttribute(QLatin1String(name), holdable(value));
+        xml.writeAttribute(QLatin1String(name), XmlText::held(value, &replaced));
         return *this;
     }
     Element &add(const char *name, const char *value)
@@ -45,31 +46,10 @@ public:
     }
 
 private:
-    QString holdable(QString text);
-
     QByteArray bytes;
     QXmlStreamWriter xml;
     int &replaced;
 };
-
-QString Element::holdable(QString text)
-{
-    for (decltype(text.size()) i = 0; i < text.size(); ++i) {
-        const QChar c = text.at(i);
-        const bool isPair =
-            c.isHighSurrogate() && i + 1 < text.size() && text.at(i + 1).isLowSurrogate();
-        const bool isLineOrTab =
-            c == QLatin1Char('\n') || c == QLatin1Char('\r') || c == QLatin1Char('\t');
-        if (isPair) {
-            ++i;
-        } else if ((c.unicode() < 0x20 && !isLineOrTab) || c.isSurrogate()
-                   || c.unicode() >= 0xFFFE) {
-            text[i] = QChar(QChar::ReplacementCharacter);
-            ++replaced;
-        }
-    }
-    return text;
-}
 
 const char *typeOfFolder(int folder)
 {

@@ -14,8 +14,9 @@ struct NewCall
 {
     Call call;
     Fingerprint fingerprint;
-    static constexpr int id = -1; //!< the library gives calls no ids
-    Reason trouble;               //!< why it is not stored; empty = it is
+    static constexpr std::optional<Fingerprint> exported{}; //!< a new call is whole in any form
+    static constexpr int id = -1;                           //!< the library gives calls no ids
+    Reason trouble;                                         //!< why it is not stored; empty = it is
 };
 
 //! Adds calls and makes sure of what became of each, whatever the store reported.

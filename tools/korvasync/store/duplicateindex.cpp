@@ -14,6 +14,14 @@ void DuplicateIndex::addStored(const Fingerprint &fingerprint, int id)
         furtherIds[fingerprint].push_back(id);
 }
 
+void DuplicateIndex::addStored(const Fingerprint &fingerprint,
+                               const std::optional<Fingerprint> &exported, int id)
+{
+    addStored(fingerprint, id);
+    if (exported)
+        addStored(*exported, id);
+}
+
 int DuplicateIndex::countInFile(const Fingerprint &fingerprint)
 {
     Entry &entry = entries[fingerprint];

@@ -21,6 +21,9 @@ public:
     //! An item of the store, in the order of the store.
     //! \param id  -1 where it has none
     void addStored(const Fingerprint &fingerprint, int id);
+    //! \param exported  under which it is found as well
+    void addStored(const Fingerprint &fingerprint, const std::optional<Fingerprint> &exported,
+                   int id);
 
     //! From here on equal items are counted anew.
     void beginFile() { ++file; }

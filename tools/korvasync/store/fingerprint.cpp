@@ -3,6 +3,7 @@
 
 #include "fingerprint.h"
 
+#include "android/xmltext.h"
 #include "messages/number.h"
 #include "messages/parsedmessage.h"
 
@@ -63,4 +64,35 @@ Fingerprint Fingerprint::of(const Call &call)
 {
     return digestOf({call.type.toUtf8(), secondOf(call.start),
                      Number::comparable(call.number).toUtf8(), QByteArray::number(call.duration)});
+}
+
+static const QByteArray exportMark("android");
+
+Fingerprint Fingerprint::ofExport(int folder, const QString &number, const QDateTime &time,
+                                  const QString &body)
+{
+    const int exported = folder == KorvaSyncIf::LocMyFolder ? KorvaSyncIf::LocInbox : folder;
+    return digestOf({exportMark, QByteArray::number(exported), secondOf(time),
+                     Number::comparable(XmlText::held(number)).toUtf8(),
+                     plainForm(XmlText::held(body))});
+}
+
+Fingerprint Fingerprint::ofExport(const Call &call)
+{
+    return digestOf({exportMark, call.type.toUtf8(), secondOf(call.start),
+                     Number::comparable(XmlText::held(call.number)).toUtf8(),
+                     QByteArray::number(call.duration)});
+}
+
+std::optional<Fingerprint> Fingerprint::ofLossyExport(int folder, const QString &number,
+                                                      const QDateTime &time, const QString &body)
+{
+    const bool isWhole =
+        folder != KorvaSyncIf::LocMyFolder && XmlText::canHold(number) && XmlText::canHold(body);
+    return isWhole ? std::nullopt : std::optional(ofExport(folder, number, time, body));
+}
+
+std::optional<Fingerprint> Fingerprint::ofLossyExport(const Call &call)
+{
+    return XmlText::canHold(call.number) ? std::nullopt : std::optional(ofExport(call));
 }

@@ -10,6 +10,8 @@
 #include <QtCore/QHash>
 #include <QtCore/QString>
 
+#include <optional>
+
 //! What makes two messages one and the same: folder, number (see Number::comparable()),
 //! second and text, whatever its line ends, its Unicode normal form and byte order marks at its
 //! beginning; and two calls: type, number, second of the start and duration. A digest, so that an
@@ -25,6 +27,17 @@ struct Fingerprint
     //! The same for messages that differ in their times alone. No message has it by of().
     static Fingerprint atAnyTime(int folder, const QString &number, const QString &body);
     static Fingerprint of(const Call &call);
+
+    //! What a message or call has in a backup in Android's form, which holds less than a store:
+    //! there the folder of one's own is the inbox, and XML lacks some characters. Equals none of
+    //! the above.
+    static Fingerprint ofExport(int folder, const QString &number, const QDateTime &time,
+                                const QString &body);
+    static Fingerprint ofExport(const Call &call);
+    //! Likewise; nothing when such a backup holds all that counts.
+    static std::optional<Fingerprint> ofLossyExport(int folder, const QString &number,
+                                                    const QDateTime &time, const QString &body);
+    static std::optional<Fingerprint> ofLossyExport(const Call &call);
 
     bool operator==(const Fingerprint &other) const
     {

@@ -15,8 +15,9 @@ struct NewMessage
 {
     KorvaSyncIf::SmsInfo message;
     Fingerprint fingerprint;
-    int id = -1;    //!< database id once it is stored
-    Reason trouble; //!< why it is not, or not as it was given; empty = none
+    std::optional<Fingerprint> exported; //!< as Fingerprint::ofLossyExport() has it
+    int id = -1;                         //!< database id once it is stored
+    Reason trouble;                      //!< why it is not, or not as it was given; empty = none
 
     QString number() const
     {
