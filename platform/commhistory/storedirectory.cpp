@@ -149,9 +149,10 @@ void closeToOthers(const OwnDirectory &directory)
 //! Writes the whole marker or, where that fails, none.
 bool writeMarker(const OwnDirectory &directory)
 {
-    const int file =
-        ::openat(directory.descriptor(), NewMarkerName,
-                 O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW | O_CLOEXEC, S_IRUSR | S_IWUSR);
+    // What is left of another one may be a second name of some other file.
+    ::unlinkat(directory.descriptor(), NewMarkerName, 0);
+    const int file = ::openat(directory.descriptor(), NewMarkerName,
+                              O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR);
     if (file < 0)
         return false;
     constexpr ssize_t size = sizeof(MarkerLine) - 1;

@@ -9,6 +9,7 @@
 #include <QtTest/QTest>
 
 #include <memory>
+#include <unistd.h>
 
 //! Directories that are no store, or no longer a whole one: never a crash, never a fresh
 //! store in the place of a lost one, and one sentence that says what to do.
@@ -48,6 +49,7 @@ private Q_SLOTS:
     void whatAnUnfinishedStoreLinksToIsKept_data();
     void whatAnUnfinishedStoreLinksToIsKept();
     void aFolderThatOnlyLooksUnfinishedIsKept();
+    void aFileThatIsAlsoAnUnfinishedMarkerIsKept();
     void theParentsOfAStoreAreMadeClosed();
     void aReadOnlyDiskIsRefused();
     void aFullDiskFailsTheWrite();
@@ -467,6 +469,17 @@ void TestStoreDirectory::aFolderThatOnlyLooksUnfinishedIsKept()
     QVERIFY(replace(path("lock"), QByteArray()) && replace(path("db.new/letter"), "kept"));
     expectRefused(QStringLiteral("is not a store and not empty"));
     QCOMPARE(contents(path("db.new/letter")), QByteArray("kept"));
+}
+
+// A hard link is no link that could be refused.
+void TestStoreDirectory::aFileThatIsAlsoAnUnfinishedMarkerIsKept()
+{
+    const QString thesis = m_directory->filePath(QStringLiteral("thesis"));
+    QVERIFY(QDir().mkpath(m_store));
+    QVERIFY(replace(path("lock"), QByteArray()) && replace(thesis, "kept"));
+    QCOMPARE(::link(qPrintable(thesis), qPrintable(path("korvasync-store.new"))), 0);
+    makeStore();
+    QCOMPARE(contents(thesis), QByteArray("kept"));
 }
 
 void TestStoreDirectory::theParentsOfAStoreAreMadeClosed()
