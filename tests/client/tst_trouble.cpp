@@ -22,6 +22,10 @@ private Q_SLOTS:
     void makesNoStoreByReading();
     void leavesAFolderOfOtherThingsAlone_data();
     void leavesAFolderOfOtherThingsAlone();
+    void leavesAFolderThatOnlyLooksUnfinishedAlone_data();
+    void leavesAFolderThatOnlyLooksUnfinishedAlone();
+    void refusesALinkToNothing_data();
+    void refusesALinkToNothing();
     void makesNoFreshStoreForALostDatabase_data();
     void makesNoFreshStoreForALostDatabase();
     void refusesAStoreOfSomebodyElse();
@@ -107,6 +111,44 @@ void TestTrouble::leavesAFolderOfOtherThingsAlone()
         QCOMPARE(QDir(client.store()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
                  QStringList(files.keys()));
     }
+}
+
+void TestTrouble::leavesAFolderThatOnlyLooksUnfinishedAlone_data() { addCommandRows(commands); }
+
+void TestTrouble::leavesAFolderThatOnlyLooksUnfinishedAlone()
+{
+    QFETCH(QStringList, arguments);
+    for (const bool isLink : {false, true}) {
+        ClientProcess client;
+        client.write(text("letters/first"), "Dear Ann");
+        client.write(text("store/lock"), QByteArray());
+        QVERIFY(QDir(client.store()).mkdir(text("db.new")));
+        const QString folder = client.store() + text("/db.new/letters");
+        QVERIFY(isLink ? QFile::link(client.filePath(text("letters")), folder)
+                       : QDir().rename(client.filePath(text("letters")), folder));
+        const auto outcome = client.run(arguments, hello);
+        QCOMPARE(outcome.exitCode, 3);
+        QCOMPARE(outcome.output, QByteArray());
+        verifySentence(outcome.errors);
+        QVERIFY(QFile::exists(folder + text("/first")));
+    }
+}
+
+void TestTrouble::refusesALinkToNothing_data() { addCommandRows(commands); }
+
+// To a disk that is not there: nothing is made on this one.
+void TestTrouble::refusesALinkToNothing()
+{
+    QFETCH(QStringList, arguments);
+    ClientProcess client;
+    const QString disk = client.filePath(text("disk"));
+    QVERIFY(QFile::link(disk, client.store()));
+    const auto outcome = client.run(arguments, hello);
+    QCOMPARE(outcome.exitCode, 3);
+    QCOMPARE(outcome.output, QByteArray());
+    verifySentence(outcome.errors);
+    QVERIFY2(outcome.errors.contains("cannot be opened: "), outcome.errors);
+    QVERIFY(!QFile::exists(disk));
 }
 
 void TestTrouble::makesNoFreshStoreForALostDatabase_data() { addCommandRows(commands); }

@@ -28,28 +28,51 @@ StoreLocation::StoreLocation(const QString &chosen)
     }
 }
 
+static QFileInfoList entriesOf(const QDir &directory)
+{
+    return directory.entryInfoList(QDir::AllEntries | QDir::Hidden | QDir::System
+                                   | QDir::NoDotAndDotDot);
+}
+
+static bool isOwnFile(const QFileInfo &entry) { return entry.isFile() && !entry.isSymLink(); }
+
+static bool isUnfinishedDatabase(const QFileInfo &entry)
+{
+    const QFileInfoList files = entriesOf(QDir(entry.filePath()));
+    return entry.isDir() && !entry.isSymLink()
+        && std::all_of(files.cbegin(), files.cend(), isOwnFile);
+}
+
+static bool isLeftOver(const QFileInfo &entry)
+{
+    const QString name = entry.fileName();
+    if (name == QLatin1String("db.new"))
+        return isUnfinishedDatabase(entry);
+    return isOwnFile(entry)
+        && (name == QLatin1String("lock") || name.startsWith(QLatin1String("korvasync-store")));
+}
+
 // A first write that came to nothing leaves an empty lock, and what it had begun, but no
 // marker. Anything else is somebody's, and so is a link.
 static bool isLeftByAFirstWrite(const QDir &directory)
 {
-    const auto everything = QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
-    const QFileInfoList entries = directory.entryInfoList(everything);
+    const QFileInfoList entries = entriesOf(directory);
     const QFileInfo lock(directory, QStringLiteral("lock"));
     return entries.isEmpty()
         || (lock.isFile() && lock.size() == 0
-            && std::all_of(entries.cbegin(), entries.cend(), [](const QFileInfo &entry) {
-                   const QString name = entry.fileName();
-                   return !entry.isSymLink()
-                       && (name == QLatin1String("lock") || name == QLatin1String("db.new")
-                           || name.startsWith(QLatin1String("korvasync-store")));
-               }));
+            && std::all_of(entries.cbegin(), entries.cend(), isLeftOver));
 }
 
 StoreLocation::State StoreLocation::state()
 {
+    const QByteArray path = QFile::encodeName(folder);
     struct stat status;
-    if (stat(QFile::encodeName(folder).constData(), &status) == 0 && S_ISDIR(status.st_mode)
-        && status.st_uid != geteuid()) {
+    const bool exists = stat(path.constData(), &status) == 0;
+    if (!exists && errno == ENOENT && lstat(path.constData(), &status) == 0) {
+        error = Text::ofSystemError(ENOENT).translated; // a link, perhaps to a disk that is away
+        return Unreachable;
+    }
+    if (exists && S_ISDIR(status.st_mode) && status.st_uid != geteuid()) {
         error = Text::tr("it belongs to another user");
         return Unreachable;
     }
