@@ -370,9 +370,10 @@ std::string_view Reader::readBodyFields(std::string_view content, Parameters *pa
         property = splitTextProperty(line.text);
         const auto date = isDated ? std::nullopt : DateLines::dateOf(line.text);
         isDated = isDated || (date && !date->empty());
-        if (date)
+        const bool isFirst = line.text.data() == bareText.data();
+        if (date && (isFirst || !date->empty())) // an empty one tells nothing of what is above it
             bareText = unread;
-        else if (!property && !isBodyField(line.text) && !isBlankLine(line))
+        else if (!date && !property && !isBodyField(line.text) && !isBlankLine(line))
             break;
     }
     const char *const fieldsEnd = property ? property->name.data() : bareText.data();
