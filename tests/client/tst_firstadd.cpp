@@ -62,7 +62,7 @@ void TestFirstAdd::aFaultIsMadeGoodByTheNextAdd_data()
         {"pwrite64", "error=EIO:when=%1", 83},  {"pwrite64", "error=EDQUOT:when=%1", 97},
         {"write", "error=EIO:when=%1", 3},      {"fdatasync", "error=EIO:when=%1", 3},
         {"fsync", "error=EIO:when=%1", 2},      {"ftruncate", "error=EIO:when=%1", 2},
-        {"pread64", "error=EIO:when=%1", 11},    {"renameat", "error=EIO:when=%1", 1},
+        {"pread64", "error=EIO:when=%1", 11},   {"renameat", "error=EIO:when=%1", 1},
         {"mkdirat", "error=ENOSPC:when=%1", 1},
     };
     for (const auto &kind : kinds) {
