@@ -213,12 +213,12 @@ StoreProblem StoreDirectory::checkMarker(const OwnDirectory &directory) const
     // In this order, since another process may just give the one the name of the other.
     const OwnDirectory complete(directory, NewDatabaseName);
     const OwnDirectory database(directory, DatabaseName);
-    if (database.state() == OwnDirectory::State::Absent) {
-        return complete.state() == OwnDirectory::State::Open ? StoreProblem::None
-                                                             : StoreProblem::LostDatabase;
-    }
+    const bool isNamed = database.state() != OwnDirectory::State::Absent;
+    if (!isNamed && complete.state() != OwnDirectory::State::Open)
+        return StoreProblem::LostDatabase;
+    const OwnDirectory &found = isNamed ? database : complete;
     QVector<Entry> files;
-    if (database.state() != OwnDirectory::State::Open || !database.list(&files))
+    if (found.state() != OwnDirectory::State::Open || !found.list(&files))
         return StoreProblem::NoAccess;
     return areOwn(files) ? StoreConnection::checkFiles(files) : StoreProblem::ForeignFiles;
 }

@@ -50,6 +50,8 @@ private Q_SLOTS:
     void whatAnUnfinishedStoreLinksToIsKept();
     void aFolderThatOnlyLooksUnfinishedIsKept();
     void aFileThatIsAlsoAnUnfinishedMarkerIsKept();
+    void aLinkInADatabaseThatAwaitsItsNameIsRefused_data();
+    void aLinkInADatabaseThatAwaitsItsNameIsRefused();
     void theParentsOfAStoreAreMadeClosed();
     void aReadOnlyDiskIsRefused();
     void aFullDiskFailsTheWrite();
@@ -480,6 +482,29 @@ void TestStoreDirectory::aFileThatIsAlsoAnUnfinishedMarkerIsKept()
     QCOMPARE(::link(qPrintable(thesis), qPrintable(path("korvasync-store.new"))), 0);
     makeStore();
     QCOMPARE(contents(thesis), QByteArray("kept"));
+}
+
+void TestStoreDirectory::aLinkInADatabaseThatAwaitsItsNameIsRefused_data()
+{
+    QTest::addColumn<QString>("name");
+    for (const char *name : {"meta.db", "urn%3Akorvasync%3Ahistory.db", "meta.db-wal"})
+        QTest::newRow(name) << QString::fromLatin1(name);
+}
+
+// A creation that is interrupted at its last step leaves a database that only lacks its name.
+void TestStoreDirectory::aLinkInADatabaseThatAwaitsItsNameIsRefused()
+{
+    QFETCH(QString, name);
+    makeStore();
+    QVERIFY(QDir().rename(path("db"), path("db.new")));
+    const QString linked = path("db.new/") + name;
+    const QString target = m_directory->filePath(QStringLiteral("target"));
+    QVERIFY(QFileInfo::exists(linked) ? QDir().rename(linked, target) : replace(target, "kept"));
+    QVERIFY(QFile::link(target, linked));
+    const QByteArray before = contents(target);
+    expectRefused(QStringLiteral("holds a link"));
+    QCOMPARE(contents(target), before);
+    QVERIFY(QFileInfo::exists(path("db.new")));
 }
 
 void TestStoreDirectory::theParentsOfAStoreAreMadeClosed()
