@@ -42,6 +42,8 @@ private Q_SLOTS:
     void failsWithoutAThread_data();
     void failsWithoutAThread();
     void tellsOfAFileThatMayNotGrow();
+    void claimsNoAbsenceOfWhatCannotBeRead_data();
+    void claimsNoAbsenceOfWhatCannotBeRead();
 
 private:
     static QByteArray many(int count);
@@ -412,6 +414,37 @@ void TestTrouble::tellsOfAFileThatMayNotGrow()
     QCOMPARE(outcome.exitCode, 3);
     verifySentence(outcome.errors);
     QCOMPARE(client.run({text("add"), text("-q"), text("-")}, hello).exitCode, 0);
+}
+
+void TestTrouble::claimsNoAbsenceOfWhatCannotBeRead_data()
+{
+    Trouble::addCommandRows(
+        {"show 1", "modify 1 -", "modify -n 1 -", "delete --yes 1", "delete -n 1"});
+}
+
+// At one look at the database, by which a store is known to be the same, it is gone.
+void TestTrouble::claimsNoAbsenceOfWhatCannotBeRead()
+{
+    QFETCH(QStringList, arguments);
+    constexpr int looks = 3;
+    int refused = 0;
+    for (int look = 1; look <= looks; ++look) {
+        ClientProcess client;
+        client.environment.insert(text("ASAN_OPTIONS"), text("detect_leaks=0"));
+        client.fill(hello);
+        const QString fault = text("inject=newfstatat,stat:error=ENOENT:when=%1").arg(look);
+        const QStringList command{
+            text("-f"),        text("-qq"),   text("-o"),
+            text("/dev/null"), text("-P"),    client.store() + text("/db/meta.db"),
+            text("-e"),        fault,         text(KORVASYNC_CLIENT),
+            text("--store"),   client.store()};
+        const auto outcome = client.runProgram(text("strace"), command + arguments, hello);
+        QVERIFY2(!outcome.output.contains("sms-bad-id"), outcome.output);
+        QVERIFY2(!outcome.errors.contains("there is no message"), outcome.errors);
+        QVERIFY(outcome.exitCode == 0 || outcome.exitCode == 3);
+        refused += outcome.exitCode == 3 ? 1 : 0;
+    }
+    QVERIFY(refused >= 2);
 }
 
 QTEST_GUILESS_MAIN(TestTrouble)

@@ -58,10 +58,20 @@ void Deleting::deleteChunk(const QList<int> &ids)
         else
             others += id;
     }
-    QHash<int, ItemResult> fates = invocation.global.dryRun ? foretell(known) : remove(known);
+    // What could not be read is not absent.
+    const bool isRead = Diagnostics::storeTroubleCount() == 0;
+    if (!isRead)
+        trouble = StoreAccess::complain(invocation.location, Answer::Refused);
+    QHash<int, ItemResult> fates;
+    if (isRead)
+        fates = invocation.global.dryRun ? foretell(known) : remove(known);
     for (const int id : ids) {
         ItemResult left;
         left.refusal = others.contains(id) ? Refusal::SmsChanged : Refusal::SmsBadId;
+        if (!isRead) {
+            left.status = ItemResult::Failed;
+            left.refusal = Refusal::SmsDelete;
+        }
         report(id, fates.contains(id) ? fates.take(id) : left);
     }
     deleted.unite(seen);

@@ -35,13 +35,16 @@ Answer write(MessageStore &store, const StoredMessage &old, SmsInfo message, Ite
     record.messageToken = old.token;
     record.vMessage = VMessageEncoder().encode(message).vMessage;
     const MessageStore::Written written = store.modify(record);
-    const Reason trouble = difference(StoredMessage::fromRecord(store.message(old.id)), message);
+    const StoredMessage now = StoredMessage::fromRecord(store.message(old.id));
+    const Reason trouble = difference(now, message);
     if (trouble.isEmpty()) {
         result.status = ItemResult::Changed;
         return Answer::Finished;
     }
     result.status = ItemResult::Failed;
     result.refusal = Refusal::SmsStore;
+    if (now.id == -1 && Diagnostics::storeTroubleCount() > 0)
+        result.detail = Text::reason("not known, as the store cannot be read back");
     if (written.answer != Answer::Finished)
         return written.answer;
     if (Diagnostics::storeTroubleCount() > 0)
@@ -108,6 +111,8 @@ ExitCode runModify(const Invocation &invocation)
     result.source = path + QLatin1Char(':') + QString::number(given->line);
     result.id = ids->first();
     const StoredMessage old = StoredMessage::fromRecord(store.message(result.id));
+    if (old.id == -1 && Diagnostics::storeTroubleCount() > 0) // not read, so not known to be absent
+        return StoreAccess::complain(invocation.location, Answer::Refused);
     const auto parsed = ParsedMessage::parse(given->bytes);
     SettlingRules rules;
     rules.badTimeIsNow = true;

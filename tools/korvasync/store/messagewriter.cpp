@@ -5,6 +5,7 @@
 
 #include "messages/folder.h"
 #include "messages/parsedmessage.h"
+#include "process/diagnostics.h"
 
 #include <korvasync/vmessageencoder.h>
 
@@ -111,6 +112,9 @@ void MessageWriter::findStored(QList<NewMessage> &messages, Answer failure)
 void MessageWriter::confirm(NewMessage &message)
 {
     noteStored(message.id);
-    message.trouble =
-        difference(StoredMessage::fromRecord(store.message(message.id)), message.message);
+    const int troublesBefore = Diagnostics::storeTroubleCount();
+    const StoredMessage stored = StoredMessage::fromRecord(store.message(message.id));
+    const bool isRead = stored.id != -1 || Diagnostics::storeTroubleCount() == troublesBefore;
+    message.trouble = isRead ? difference(stored, message.message)
+                             : Text::reason("not known, as the store cannot be read back");
 }
