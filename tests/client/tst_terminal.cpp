@@ -235,6 +235,7 @@ void TestTerminal::keepsTheProgressOnOneRow_data()
     QTest::newRow("80") << 80 << done + "(, [0-9]+/s)(, [0-9]+ s left)?";
     QTest::newRow("30") << 30 << done + "(, [0-9]+/s|, [0-9]+ s left)";
     QTest::newRow("20") << 20 << done;
+    QTest::newRow("13") << 13 << QByteArray("[123] done of"); // not "1 done of ab"
     QTest::newRow("10") << 10 << QByteArray("[123] done of");
     QTest::newRow("1") << 1 << QByteArray();
 }

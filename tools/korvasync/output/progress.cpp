@@ -23,7 +23,7 @@ void Progress::end()
 }
 
 // A line that goes on in the next row cannot be rewritten in place. The first of the words tells
-// most, and the last column is left to the cursor.
+// most, a number cut off would be another one, and the last column is left to the cursor.
 static QString fittingLine(QStringList words)
 {
     const QLatin1String separator(", ");
@@ -32,7 +32,10 @@ static QString fittingLine(QStringList words)
         return words.join(separator);
     while (words.size() > 1 && words.join(separator).size() >= width)
         words.removeAt(1);
-    return words.join(separator).left(width - 1);
+    QString line = words.join(separator);
+    if (line.size() >= width)
+        line.truncate(line.lastIndexOf(QLatin1Char(' '), width - 1));
+    return line;
 }
 
 void Progress::show(int items, const std::function<std::optional<double>()> &partDone)
