@@ -360,7 +360,7 @@ void TestRejects::goOnlyIntoAFileOfOnesOwn_data()
 {
     QTest::addColumn<QByteArray>("prepare");
     QTest::addColumn<QByteArray>("reason");
-    const QByteArray noFile("it is no regular file");
+    const QByteArray noFile("it is not a regular file");
     QTest::newRow("pipe") << QByteArray("mkfifo mend.txt") << noFile;
     QTest::newRow("device") << QByteArray("ln -s /dev/full mend.txt") << noFile;
     QTest::newRow("folder") << QByteArray("mkdir mend.txt") << QByteArray("Is a directory");

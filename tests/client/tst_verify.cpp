@@ -230,7 +230,7 @@ void TestVerify::failsWhenThereIsNothingToLookFor()
     QCOMPARE(outcome.exitCode, 1);
     QCOMPARE(outcome.errors,
              told
-                 + "korvasync: there was no message and no call to look for; name the files "
+                 + "korvasync: there were no messages or calls to look for; name the files "
                    "that were added\n");
     QCOMPARE(outcome.output,
              "{\"summary\":{\"read\":0,\"present\":0,\"missing\":0,\"refused\":0,\"failed\":0"

@@ -215,8 +215,8 @@ ExitCode runSend(const Invocation &invocation)
     const bool isFile = invocation.isSet("vmessage");
     const QStringList &arguments = invocation.arguments;
     if (isFile ? !arguments.isEmpty() : !areMessage(arguments)) {
-        Diagnostics::error(Text::tr("send needs number and text, on standard input with the "
-                                    "number in the first line or as two words, or --vmessage "
+        Diagnostics::error(Text::tr("send needs number and text, as two words or on standard "
+                                    "input with the number in the first line; or --vmessage "
                                     "alone"));
         return UsageError;
     }

@@ -59,8 +59,9 @@ Command showCommand()
              text("android-xml")},
             {},
             runShow,
-            {Text::tr("On a terminal the default format is text. Control characters are shown as "
-                      "signs there in each format; into files and pipes all goes as it is."),
+            {Text::tr("On a terminal the default format is text, and control characters become "
+                      "visible signs in each format. In files and pipes they become signs in "
+                      "text alone."),
              {"korvasync show -o text 812", "korvasync list --ids --grep Hello | korvasync show -"},
              Text::tr("Exit codes: 0 shown, 2 usage, 3 the store cannot be read, 4 an id was not "
                       "found, 5 it gave no answer.")},

@@ -59,7 +59,7 @@ ExitCode Verifying::run()
     results.warnOfRefusals();
     const bool foundNothing = isWhole && results.count() == 0;
     if (foundNothing) {
-        Diagnostics::error(Text::tr("there was no message and no call to look for; name the files "
+        Diagnostics::error(Text::tr("there were no messages or calls to look for; name the files "
                                     "that were added"));
     }
     return worse(trouble, foundNothing ? SomeNotDone : results.exitCode());

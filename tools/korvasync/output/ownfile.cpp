@@ -106,7 +106,7 @@ bool OwnFile::mayReplace(const struct stat &found)
     if (S_ISDIR(found.st_mode))
         return fail(EISDIR);
     if (!S_ISREG(found.st_mode))
-        return fail(Text::tr("it is no regular file"));
+        return fail(Text::tr("it is not a regular file"));
     if (found.st_uid != geteuid())
         return fail(Text::tr("it belongs to another user"));
     if ((found.st_mode & S_IWUSR) == 0)

@@ -1022,7 +1022,7 @@ Weitere Aktionen: „calls add“ und „calls wipe“, jede mit eigenem --help.
         <translation>ein Link eines anderen Benutzers führt dorthin</translation>
     </message>
     <message>
-        <source>it is no regular file</source>
+        <source>it is not a regular file</source>
         <translation>es ist keine gewöhnliche Datei</translation>
     </message>
     <message>
@@ -1034,8 +1034,8 @@ Weitere Aktionen: „calls add“ und „calls wipe“, jede mit eigenem --help.
         <translation>%1 bleibt, wie es ist, da manches darin weder gespeichert noch abgelehnt sein kann; das Abgelehnte ist in %2</translation>
     </message>
     <message>
-        <source>there was no message and no call to look for; name the files that were added</source>
-        <translation>es gab keine Nachricht und keinen Anruf zu suchen; die Dateien nennen, die hinzugefügt wurden</translation>
+        <source>there were no messages or calls to look for; name the files that were added</source>
+        <translation>es gab keine Nachrichten oder Anrufe, nach denen zu suchen wäre; die Dateien nennen, die hinzugefügt wurden</translation>
     </message>
     <message>
         <source>Exit codes: 0 everything is there, 1 something is missing or refused, or there was nothing to look for, 2 usage, 3 the store cannot be read, 5 it gave no answer.</source>
@@ -1053,12 +1053,12 @@ Weitere Aktionen: „calls add“ und „calls wipe“, jede mit eigenem --help.
         </translation>
     </message>
     <message>
-        <source>On a terminal the default format is text. Control characters are shown as signs there in each format; into files and pipes all goes as it is.</source>
-        <translation>Am Terminal ist text die Voreinstellung. Dort erscheinen Steuerzeichen in jedem Format als Zeichen; in Dateien und Pipes geht alles, wie es ist.</translation>
+        <source>On a terminal the default format is text, and control characters become visible signs in each format. In files and pipes they become signs in text alone.</source>
+        <translation>Am Terminal ist text die Voreinstellung, und Steuerzeichen werden in jedem Format zu sichtbaren Zeichen. In Dateien und Pipes geschieht das nur in text.</translation>
     </message>
     <message>
-        <source>send needs number and text, on standard input with the number in the first line or as two words, or --vmessage alone</source>
-        <translation>send braucht Nummer und Text, auf der Standardeingabe mit der Nummer in der ersten Zeile oder als zwei Wörter, oder allein --vmessage</translation>
+        <source>send needs number and text, as two words or on standard input with the number in the first line; or --vmessage alone</source>
+        <translation>send braucht Nummer und Text, als zwei Wörter oder auf der Standardeingabe mit der Nummer in der ersten Zeile; oder allein --vmessage</translation>
     </message>
     <message>
         <source>Sends a message and prints its id. Standard input (-) has the number in its first line, then the text; after NUMBER it has the text alone.</source>

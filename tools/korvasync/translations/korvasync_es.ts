@@ -1022,7 +1022,7 @@ Otras acciones: «calls add» y «calls wipe», cada una con su --help.</transla
         <translation>lleva allí un enlace de otro usuario</translation>
     </message>
     <message>
-        <source>it is no regular file</source>
+        <source>it is not a regular file</source>
         <translation>no es un archivo normal</translation>
     </message>
     <message>
@@ -1034,8 +1034,8 @@ Otras acciones: «calls add» y «calls wipe», cada una con su --help.</transla
         <translation>%1 queda como está, pues puede contener algo que ni se guardó ni se rechazó; lo rechazado está en %2</translation>
     </message>
     <message>
-        <source>there was no message and no call to look for; name the files that were added</source>
-        <translation>no había ningún mensaje ni llamada que buscar; indica los archivos que se añadieron</translation>
+        <source>there were no messages or calls to look for; name the files that were added</source>
+        <translation>no había mensajes ni llamadas que buscar; indica los archivos que se añadieron</translation>
     </message>
     <message>
         <source>Exit codes: 0 everything is there, 1 something is missing or refused, or there was nothing to look for, 2 usage, 3 the store cannot be read, 5 it gave no answer.</source>
@@ -1053,12 +1053,12 @@ Otras acciones: «calls add» y «calls wipe», cada una con su --help.</transla
         </translation>
     </message>
     <message>
-        <source>On a terminal the default format is text. Control characters are shown as signs there in each format; into files and pipes all goes as it is.</source>
-        <translation>En un terminal el formato predeterminado es text. Allí los caracteres de control se muestran como signos en todos los formatos; a archivos y tuberías va todo tal cual.</translation>
+        <source>On a terminal the default format is text, and control characters become visible signs in each format. In files and pipes they become signs in text alone.</source>
+        <translation>En un terminal el formato predeterminado es text, y los caracteres de control se convierten en signos visibles en todos los formatos. En archivos y tuberías eso solo ocurre con text.</translation>
     </message>
     <message>
-        <source>send needs number and text, on standard input with the number in the first line or as two words, or --vmessage alone</source>
-        <translation>send necesita número y texto, en la entrada estándar con el número en la primera línea o como dos palabras, o solo --vmessage</translation>
+        <source>send needs number and text, as two words or on standard input with the number in the first line; or --vmessage alone</source>
+        <translation>send necesita número y texto, como dos palabras o en la entrada estándar con el número en la primera línea; o solo --vmessage</translation>
     </message>
     <message>
         <source>Sends a message and prints its id. Standard input (-) has the number in its first line, then the text; after NUMBER it has the text alone.</source>
