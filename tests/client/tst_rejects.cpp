@@ -311,6 +311,10 @@ void TestRejects::leaveAnInputThatTheyDoNotHold_data()
     QTest::addColumn<QByteArray>("reason");
     QTest::newRow("no item") << QByteArray(2000000, 'x')
                              << QByteArray("# in/all.vmg:1: sms-parse: not a whole vMessage\r\n");
+    QTest::newRow("a card") << hello + "BEGIN:VCARD\r\nFN:Ada\r\nEND:VCARD\r\n" + draft
+                            << "# in/all.vmg:19" + draftReason + draft;
+    QTest::newRow("a note at the end") << draft + "Ask Ada.\r\n"
+                                       << "# in/all.vmg:1" + draftReason + draft;
     QTest::newRow("too long")
         << vMessage("INBOX", "20101103T142530Z", "+15550100", QByteArray(34000000, 'x'))
         << QByteArray("# in/all.vmg:1: sms-parse: longer than 32 MiB, so not kept\r\n"

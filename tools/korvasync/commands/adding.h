@@ -77,6 +77,7 @@ private:
     void refuse(const ItemResult &result, Refusal refusal, const QByteArray &bytes);
     void append(Item item, const QByteArray &bytes);
     void hold(Item item, const QByteArray &bytes);
+    void keep(const QByteArray &leftovers);
     void writeChunk();
     void checkStore();
     void settleFates();
@@ -113,9 +114,7 @@ ExitCode Adding<Kind>::run()
     isWholeInput = judging.run([this] { return goesOn(); },
                                [this](const ItemResult &result, const Judged<New> &judged,
                                       const QByteArray &bytes) { take(result, judged, bytes); },
-                               [this](const QByteArray &leftovers) {
-                                   hold(Item{ItemResult(), -1, {}, true}, leftovers);
-                               });
+                               [this](const QByteArray &leftovers) { keep(leftovers); });
     writeChunk();
     return finish();
 }
@@ -229,6 +228,16 @@ void Adding<Kind>::hold(Item item, const QByteArray &bytes)
     if (rejects.isWanted() || item.newIndex != -1)
         bytesHeld += bytes.size();
     items += item;
+}
+
+//! \param leftovers  empty = there are some that only the file in hand has
+template <typename Kind>
+void Adding<Kind>::keep(const QByteArray &leftovers)
+{
+    if (leftovers.isEmpty())
+        rejects.leaveIn(judging.path());
+    else
+        hold(Item{ItemResult(), -1, {}, true}, leftovers);
 }
 
 template <typename Kind>

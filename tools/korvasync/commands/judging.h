@@ -64,7 +64,8 @@ public:
 
     //! \param goesOn  asked before each item
     //! \param take    gets a result with source and detail, the item, and its bytes
-    //! \param keep    gets what is left of an earlier file of rejects, before the next item
+    //! \param keep    gets what is left of an earlier file of rejects, before the next item; empty
+    //!                at the end of a file that holds more than items
     //! \return whether all was read to its end; else nobody knows how much is left, nor what was
     //!         passed over
     template <typename GoesOn, typename Take, typename Keep>
@@ -157,6 +158,8 @@ bool Judging<Kind>::readFile(const FilesAhead::File &file, const GoesOn &goesOn,
     bytesDone = before + reader.bytesRead();
     if (!goesOn())
         return false;
+    if (hasItems && reader.hasPassedOver())
+        keep(QByteArray());
     if (!reader.error().isEmpty()) {
         ItemResult result;
         result.source = path;

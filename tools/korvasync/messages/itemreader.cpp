@@ -156,6 +156,7 @@ bool ItemReader::finish()
             endChatter();
             return true;
         }
+        endChatter();
         if (followsReason)
             closeLeftover(false);
         if (cutIsTold || (!isCutMarker && (!isBackup || root.isEmpty() || rootIsClosed)))
@@ -454,6 +455,8 @@ void ItemReader::endChatter()
         dropLeftover();
         found += InputItem{InputItem::Message, buffer.mid(chatter, position - chatter), chatterLine,
                            false};
+    } else if (chatter >= 0 && !isXml && !followsReason && !somethingIsPassedOver) {
+        somethingIsPassedOver = !buffer.mid(chatter, position - chatter).trimmed().isEmpty();
     }
     chatter = -1;
     isRemains = false;

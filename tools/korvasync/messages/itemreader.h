@@ -66,6 +66,10 @@ public:
     //! them, and what stands there instead.
     QByteArray takeLeftovers();
 
+    //! Whether something was passed over that is neither blank nor among the leftovers. In a file
+    //! that begins with a tag it is not looked for.
+    bool hasPassedOver() const { return somethingIsPassedOver; }
+
     //! For a file that had no item.
     QByteArray passedOver() const; //!< all of it; empty when it is longer than an item may be
     bool isEmpty() const { return !hasContent; } //!< but for blanks and reasons
@@ -144,6 +148,7 @@ private:
     bool isRemains = false;   // it has lines of a message
     bool remainsEnd = false;  // with the line in hand
     bool isCutMarker = false; // the line in hand
+    bool somethingIsPassedOver = false;
 
     // In the buffer, of what belongs to no item: from the start of the file, or a reason.
     std::optional<Size> leftoverBegin = 0;
