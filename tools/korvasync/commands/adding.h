@@ -212,7 +212,7 @@ void Adding<Kind>::refuse(const ItemResult &result, Refusal refusal, const QByte
 template <typename Kind>
 void Adding<Kind>::append(Item item, const QByteArray &bytes)
 {
-    constexpr qint64 mostHeld = 4 * 1024 * 1024;
+    constexpr qint64 mostHeld = qint64(4) * 1024 * 1024;
     item.result.ref = nextRef++;
     hold(item, bytes);
     if (items.size() >= options.chunkSize || bytesHeld >= mostHeld)

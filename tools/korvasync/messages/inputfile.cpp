@@ -177,7 +177,7 @@ QByteArray InputFile::read()
         started = true;
         const bool isLast = piece.isEmpty();
         unread += piece;
-        const QByteArray utf8 = convertUnread(isLast);
+        QByteArray utf8 = convertUnread(isLast);
         if (!utf8.isEmpty() || isLast)
             return utf8;
     }

@@ -87,7 +87,7 @@ Parties::Parties(const QList<StoredMessage> &messages)
 
 QString Parties::of(const QString &number) const
 {
-    const QString party = compact(number);
+    QString party = compact(number);
     if (isInternational(party) || !isNumber(party))
         return party;
     const QString international = internationals.value(Number::significantDigits(party));
