@@ -81,7 +81,6 @@ void TestFirstAdd::aFaultIsMadeGoodByTheNextAdd()
     const QByteArray all = messages();
     for (int n = 1;; n += step) {
         ClientProcess client;
-        client.environment.insert(text("ASAN_OPTIONS"), text("detect_leaks=0"));
         const QStringList again{text("add"), text("-q"), client.write(text("messages.vmsg"), all)};
         ClientProcess::Outcome outcome;
         if (!addWithFault(client, call, fault.arg(n), &outcome))
