@@ -176,6 +176,7 @@ void SendService::refuseCallersThatHaveGone(const QStringList &busNames)
     const auto hasGone = [&](const QDBusMessage &call) {
         return call.isReplyRequired() && !busNames.contains(call.service());
     };
+    QList<Request> stillWaiting;
     for (Request &request : m_waiting) {
         const QList<QDBusMessage> calls = std::exchange(request.calls, {});
         for (const QDBusMessage &call : calls) {
@@ -184,10 +185,10 @@ void SendService::refuseCallersThatHaveGone(const QStringList &busNames)
             else
                 request.calls += call;
         }
+        if (!request.calls.isEmpty())
+            stillWaiting += request;
     }
-    m_waiting.erase(std::remove_if(m_waiting.begin(), m_waiting.end(),
-                                   [](const Request &request) { return request.calls.isEmpty(); }),
-                    m_waiting.end());
+    m_waiting.swap(stillWaiting);
 }
 
 void SendService::serve(const Request &request)

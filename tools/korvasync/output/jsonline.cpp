@@ -10,8 +10,9 @@
 // What a terminal would act on, escaped: to programs it is the same text.
 static QByteArray withoutHarm(const QByteArray &json)
 {
+    const QString text = QString::fromUtf8(json);
     QString escaped;
-    for (const QChar c : QString::fromUtf8(json)) {
+    for (const QChar c : text) {
         if (isHarmless(c))
             escaped += c;
         else

@@ -66,7 +66,7 @@ Fingerprint Fingerprint::of(const Call &call)
                      Number::comparable(call.number).toUtf8(), QByteArray::number(call.duration)});
 }
 
-static const QByteArray exportMark("android");
+static constexpr char exportMark[] = "android";
 
 Fingerprint Fingerprint::ofExport(int folder, const QString &number, const QDateTime &time,
                                   const QString &body)
