@@ -3,15 +3,15 @@
 
 #include "commands/help.h"
 #include "commands/storeaccess.h"
-#include "language/language.h"
-#include "language/text.h"
 #include "messages/filename.h"
 #include "options/arguments.h"
-#include "options/suggestion.h"
 #include "process/descriptors.h"
 #include "process/diagnostics.h"
 #include "process/interrupt.h"
+#include "process/language.h"
 #include "process/localzone.h"
+#include "process/suggestion.h"
+#include "process/text.h"
 #include "process/zonename.h"
 #include "store/boundedcall.h"
 

@@ -4,7 +4,7 @@
 #include "sendservice.h"
 #include "termination.h"
 
-#include "output/terminaltext.h"
+#include "process/terminaltext.h"
 #include "store/boundedcall.h"
 
 #include <QtCore/QCommandLineParser>

@@ -4,8 +4,8 @@
 #pragma once
 
 #include "call.h"
-#include "language/text.h"
 #include "messages/refusal.h"
+#include "process/text.h"
 
 #include <QtCore/QTimeZone>
 

@@ -4,11 +4,11 @@
 #include "addableitems.h"
 #include "command.h"
 
-#include "language/text.h"
 #include "messages/datetext.h"
 #include "messages/inputpaths.h"
 #include "options/arguments.h"
 #include "process/diagnostics.h"
+#include "process/text.h"
 
 #include <unistd.h>
 

@@ -4,8 +4,8 @@
 #include "addablecalls.h"
 
 #include "android/callelement.h"
-#include "language/text.h"
 #include "messages/datetext.h"
+#include "process/text.h"
 
 AddableCalls::AddableCalls(const Invocation &invocation, const QTimeZone &localZone,
                            DuplicateIndex &index)

@@ -3,7 +3,7 @@
 
 #include "addableitems.h"
 
-#include "language/text.h"
+#include "process/text.h"
 
 namespace {
 

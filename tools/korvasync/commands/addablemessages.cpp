@@ -4,8 +4,8 @@
 #include "addablemessages.h"
 
 #include "android/smselement.h"
-#include "language/text.h"
 #include "messages/folder.h"
+#include "process/text.h"
 
 using namespace KorvaSyncIf;
 

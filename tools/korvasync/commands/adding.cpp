@@ -3,8 +3,8 @@
 
 #include "adding.h"
 
-#include "language/text.h"
 #include "options/arguments.h"
+#include "process/text.h"
 
 bool AddingOptions::take(const Invocation &invocation, const char *textForm)
 {

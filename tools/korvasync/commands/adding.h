@@ -4,10 +4,10 @@
 #pragma once
 
 #include "judging.h"
-#include "language/text.h"
-#include "output/progress.h"
 #include "output/rejects.h"
 #include "process/interrupt.h"
+#include "process/progress.h"
+#include "process/text.h"
 #include "store/duplicateindex.h"
 #include "store/storeturn.h"
 #include "storeaccess.h"

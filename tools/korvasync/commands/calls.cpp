@@ -6,12 +6,12 @@
 #include "confirmation.h"
 #include "storeaccess.h"
 
-#include "language/text.h"
 #include "options/arguments.h"
 #include "output/callformats.h"
 #include "output/jsonline.h"
 #include "output/results.h"
 #include "process/diagnostics.h"
+#include "process/text.h"
 #include "store/storeturn.h"
 
 #include <algorithm>

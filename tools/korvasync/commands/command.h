@@ -4,8 +4,8 @@
 #pragma once
 
 #include "options/globaloptions.h"
-#include "output/standardoutput.h"
 #include "process/exitcode.h"
+#include "process/standardoutput.h"
 #include "store/storelocation.h"
 
 #include <QtCore/QByteArrayList>

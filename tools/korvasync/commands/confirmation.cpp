@@ -3,8 +3,8 @@
 
 #include "confirmation.h"
 
-#include "language/text.h"
 #include "process/diagnostics.h"
+#include "process/text.h"
 
 #include <cctype>
 #include <cstdio>

@@ -6,10 +6,10 @@
 #include "deleting.h"
 #include "storeaccess.h"
 
-#include "language/text.h"
 #include "options/arguments.h"
 #include "process/diagnostics.h"
 #include "process/interrupt.h"
+#include "process/text.h"
 #include "store/fingerprint.h"
 #include "store/storeturn.h"
 

@@ -3,9 +3,9 @@
 
 #include "deleting.h"
 
-#include "language/text.h"
 #include "process/diagnostics.h"
 #include "process/interrupt.h"
+#include "process/text.h"
 #include "storeaccess.h"
 
 #include <utility>

@@ -4,8 +4,8 @@
 #pragma once
 
 #include "command.h"
-#include "output/progress.h"
 #include "output/results.h"
+#include "process/progress.h"
 #include "store/messagestore.h"
 
 #include <QtCore/QHash>

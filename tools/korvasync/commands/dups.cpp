@@ -6,13 +6,13 @@
 #include "deleting.h"
 #include "storeaccess.h"
 
-#include "language/text.h"
 #include "messages/folder.h"
 #include "options/arguments.h"
 #include "output/jsonline.h"
 #include "output/messageformats.h"
 #include "process/diagnostics.h"
 #include "process/interrupt.h"
+#include "process/text.h"
 #include "store/duplicateindex.h"
 #include "store/storeturn.h"
 

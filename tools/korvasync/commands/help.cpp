@@ -3,7 +3,7 @@
 
 #include "help.h"
 
-#include "language/text.h"
+#include "process/text.h"
 
 #include <utility>
 

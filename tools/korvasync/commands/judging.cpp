@@ -3,8 +3,8 @@
 
 #include "judging.h"
 
-#include "language/text.h"
 #include "options/arguments.h"
+#include "process/text.h"
 #include "process/zonename.h"
 
 bool ReadingOptions::take(const Invocation &invocation, const char *textForm)

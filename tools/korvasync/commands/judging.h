@@ -4,12 +4,12 @@
 #pragma once
 
 #include "command.h"
-#include "language/text.h"
 #include "messages/filename.h"
 #include "messages/filesahead.h"
 #include "messages/itemreader.h"
 #include "output/results.h"
 #include "process/diagnostics.h"
+#include "process/text.h"
 #include "store/answer.h"
 #include "store/fingerprint.h"
 

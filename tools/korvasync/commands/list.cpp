@@ -4,13 +4,13 @@
 #include "command.h"
 #include "storeaccess.h"
 
-#include "language/text.h"
 #include "messages/folder.h"
 #include "messages/number.h"
 #include "options/arguments.h"
 #include "output/messageformats.h"
 #include "process/diagnostics.h"
 #include "process/interrupt.h"
+#include "process/text.h"
 
 #include <QtCore/QRegularExpression>
 #include <QtCore/QSet>

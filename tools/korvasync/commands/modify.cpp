@@ -4,13 +4,13 @@
 #include "command.h"
 #include "storeaccess.h"
 
-#include "language/text.h"
 #include "messages/folder.h"
 #include "messages/number.h"
 #include "messages/settling.h"
 #include "options/arguments.h"
 #include "output/results.h"
 #include "process/diagnostics.h"
+#include "process/text.h"
 #include "store/messagewriter.h"
 #include "store/storeturn.h"
 

@@ -4,12 +4,12 @@
 #include "command.h"
 #include "storeaccess.h"
 
-#include "language/text.h"
 #include "messages/folder.h"
 #include "messages/numberfindings.h"
 #include "output/jsonline.h"
-#include "output/terminaltext.h"
 #include "process/diagnostics.h"
+#include "process/terminaltext.h"
+#include "process/text.h"
 
 #include <QtCore/QMap>
 

@@ -4,13 +4,13 @@
 #include "command.h"
 #include "storeaccess.h"
 
-#include "language/text.h"
 #include "messages/sendable.h"
 #include "options/arguments.h"
 #include "output/jsonline.h"
-#include "output/terminaltext.h"
 #include "process/diagnostics.h"
 #include "process/interrupt.h"
+#include "process/terminaltext.h"
+#include "process/text.h"
 #include "store/boundedcall.h"
 #include "store/messagesender.h"
 

@@ -4,11 +4,11 @@
 #include "command.h"
 #include "storeaccess.h"
 
-#include "language/text.h"
 #include "options/arguments.h"
 #include "output/messageformats.h"
 #include "process/diagnostics.h"
 #include "process/interrupt.h"
+#include "process/text.h"
 
 namespace {
 

@@ -4,12 +4,12 @@
 #include "command.h"
 #include "storeaccess.h"
 
-#include "language/text.h"
 #include "messages/folder.h"
 #include "messages/number.h"
 #include "options/arguments.h"
 #include "output/countformats.h"
 #include "process/diagnostics.h"
+#include "process/text.h"
 #include "store/callstore.h"
 
 #include <QtCore/QHash>

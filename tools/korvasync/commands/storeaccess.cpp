@@ -3,8 +3,8 @@
 
 #include "storeaccess.h"
 
-#include "language/text.h"
 #include "process/diagnostics.h"
+#include "process/text.h"
 
 namespace StoreAccess {
 

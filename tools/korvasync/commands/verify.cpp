@@ -4,10 +4,10 @@
 #include "addableitems.h"
 #include "command.h"
 
-#include "language/text.h"
 #include "messages/datetext.h"
 #include "messages/inputpaths.h"
 #include "options/arguments.h"
+#include "process/text.h"
 
 namespace {
 

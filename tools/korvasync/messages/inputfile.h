@@ -5,7 +5,7 @@
 
 #include "utf16.h"
 
-#include "language/text.h"
+#include "process/text.h"
 
 #include <QtCore/QByteArray>
 #include <QtCore/QString>

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "language/text.h"
+#include "process/text.h"
 
 #include <QtCore/QString>
 

@@ -3,11 +3,11 @@
 
 #include "arguments.h"
 
-#include "language/text.h"
 #include "messages/folder.h"
 #include "messages/inputfile.h"
 #include "process/diagnostics.h"
 #include "process/interrupt.h"
+#include "process/text.h"
 
 #include <limits>
 

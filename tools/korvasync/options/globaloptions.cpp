@@ -3,7 +3,7 @@
 
 #include "globaloptions.h"
 
-#include "language/text.h"
+#include "process/text.h"
 
 QList<QCommandLineOption> GlobalOptions::declared(const QStringList &formats, int meaning)
 {

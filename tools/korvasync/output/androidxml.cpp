@@ -4,8 +4,8 @@
 #include "androidxml.h"
 
 #include "android/xmltext.h"
-#include "language/text.h"
 #include "process/diagnostics.h"
+#include "process/text.h"
 
 #include <QtCore/QXmlStreamWriter>
 

@@ -4,7 +4,7 @@
 #pragma once
 
 #include "calls/call.h"
-#include "standardoutput.h"
+#include "process/standardoutput.h"
 #include "store/storedmessage.h"
 
 #include <QtCore/QList>

@@ -6,9 +6,9 @@
 #include "androidxml.h"
 #include "calls/callentry.h"
 #include "jsonline.h"
-#include "language/text.h"
 #include "messages/datetext.h"
-#include "terminaltext.h"
+#include "process/terminaltext.h"
+#include "process/text.h"
 
 namespace CallFormats {
 

@@ -5,10 +5,10 @@
 
 #include "callformats.h"
 #include "jsonline.h"
-#include "terminaltext.h"
-#include "terminalwidth.h"
+#include "process/terminaltext.h"
+#include "process/terminalwidth.h"
 
-#include "language/text.h"
+#include "process/text.h"
 
 #include <QtCore/QMap>
 

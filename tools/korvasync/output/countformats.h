@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "standardoutput.h"
+#include "process/standardoutput.h"
 
 #include <QtCore/QList>
 #include <QtCore/QString>

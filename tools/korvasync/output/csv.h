@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "standardoutput.h"
+#include "process/standardoutput.h"
 #include "store/storedmessage.h"
 
 #include <QtCore/QList>

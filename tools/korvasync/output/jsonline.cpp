@@ -3,7 +3,7 @@
 
 #include "jsonline.h"
 
-#include "terminaltext.h"
+#include "process/terminaltext.h"
 
 #include <algorithm>
 

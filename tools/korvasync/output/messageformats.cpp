@@ -5,11 +5,11 @@
 
 #include "androidxml.h"
 #include "csv.h"
-#include "language/text.h"
 #include "mailbox.h"
 #include "messages/datetext.h"
 #include "messages/folder.h"
-#include "terminaltext.h"
+#include "process/terminaltext.h"
+#include "process/text.h"
 
 #include <QtCore/QMap>
 

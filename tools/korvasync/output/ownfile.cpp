@@ -3,8 +3,8 @@
 
 #include "ownfile.h"
 
-#include "language/text.h"
 #include "messages/filename.h"
+#include "process/text.h"
 
 #include <QtCore/QByteArrayList>
 #include <QtCore/QRandomGenerator>

@@ -3,9 +3,9 @@
 
 #include "rejects.h"
 
-#include "language/text.h"
 #include "process/diagnostics.h"
-#include "terminaltext.h"
+#include "process/terminaltext.h"
+#include "process/text.h"
 
 Rejects::Rejects(const QString &path)
     : wanted(path)

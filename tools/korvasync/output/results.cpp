@@ -4,9 +4,9 @@
 #include "results.h"
 
 #include "jsonline.h"
-#include "language/text.h"
 #include "process/diagnostics.h"
-#include "terminaltext.h"
+#include "process/terminaltext.h"
+#include "process/text.h"
 
 static const char *nameOf(ItemResult::Status status)
 {

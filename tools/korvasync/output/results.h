@@ -5,7 +5,7 @@
 
 #include "messages/refusal.h"
 #include "process/exitcode.h"
-#include "standardoutput.h"
+#include "process/standardoutput.h"
 
 #include <QtCore/QMap>
 #include <QtCore/QString>

@@ -3,7 +3,7 @@
 
 #include "diagnostics.h"
 
-#include "output/terminaltext.h"
+#include "terminaltext.h"
 
 #include <QtCore/QLoggingCategory>
 #include <QtCore/QMutex>

@@ -3,8 +3,8 @@
 
 #include "zonename.h"
 
-#include "language/text.h"
-#include "options/suggestion.h"
+#include "suggestion.h"
+#include "text.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>

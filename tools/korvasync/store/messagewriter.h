@@ -8,7 +8,7 @@
 #include "storedmessage.h"
 #include "storelocation.h"
 
-#include "language/text.h"
+#include "process/text.h"
 
 //! A settled message on its way into the store, and what became of it.
 struct NewMessage

@@ -3,7 +3,7 @@
 
 #include "storelocation.h"
 
-#include "language/text.h"
+#include "process/text.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>

@@ -3,9 +3,9 @@
 
 #include "storeturn.h"
 
-#include "language/text.h"
 #include "process/diagnostics.h"
 #include "process/interrupt.h"
+#include "process/text.h"
 
 #include <QtCore/QDeadlineTimer>
 #include <QtCore/QFile>

@@ -3,7 +3,7 @@
 
 #include "suggestion.h"
 
-#include "language/text.h"
+#include "text.h"
 
 #include <algorithm>
 #include <cstdlib>

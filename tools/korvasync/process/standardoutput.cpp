@@ -3,9 +3,9 @@
 
 #include "standardoutput.h"
 
-#include "language/text.h"
-#include "process/interrupt.h"
+#include "interrupt.h"
 #include "terminaltext.h"
+#include "text.h"
 
 #include <cerrno>
 #include <poll.h>
