@@ -10,10 +10,10 @@
 #include <android/smselement.h>
 #include <calls/callentry.h>
 #include <messages/itemreader.h>
-#include <messages/number.h>
-#include <messages/parsedmessage.h>
-#include <messages/refusal.h>
-#include <messages/settling.h>
+#include <model/number.h>
+#include <model/parsedmessage.h>
+#include <model/refusal.h>
+#include <model/settling.h>
 
 #include <korvasync/vmessageencoder.h>
 

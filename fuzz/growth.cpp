@@ -13,7 +13,7 @@
 #include <android/smselement.h>
 #include <calls/callentry.h>
 #include <messages/itemreader.h>
-#include <messages/settling.h>
+#include <model/settling.h>
 
 #include <valgrind/callgrind.h>
 

@@ -5,7 +5,7 @@
 
 #include "sendadaptor.h"
 
-#include "messages/sendable.h"
+#include "model/sendable.h"
 
 #include <messaging/messagingif.h>
 

@@ -5,7 +5,7 @@
 
 #include "elementattributes.h"
 
-#include "messages/datetext.h"
+#include "model/datetext.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 
 #include "elementattributes.h"
 
-#include "xmltext.h"
+#include "model/xmltext.h"
 
 #include <algorithm>
 #include <cctype>

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "messages/parsedmessage.h"
+#include "model/parsedmessage.h"
 
 namespace SmsElement {
 

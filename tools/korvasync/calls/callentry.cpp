@@ -3,7 +3,7 @@
 
 #include "callentry.h"
 
-#include "messages/datetext.h"
+#include "model/datetext.h"
 
 #include <algorithm>
 

@@ -3,8 +3,8 @@
 
 #pragma once
 
-#include "call.h"
-#include "messages/refusal.h"
+#include "model/call.h"
+#include "model/refusal.h"
 #include "process/text.h"
 
 #include <QtCore/QTimeZone>

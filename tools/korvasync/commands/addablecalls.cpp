@@ -4,7 +4,7 @@
 #include "addablecalls.h"
 
 #include "android/callelement.h"
-#include "messages/datetext.h"
+#include "model/datetext.h"
 #include "process/text.h"
 
 AddableCalls::AddableCalls(const Invocation &invocation, const QTimeZone &localZone,

@@ -4,7 +4,7 @@
 #include "addablemessages.h"
 
 #include "android/smselement.h"
-#include "messages/folder.h"
+#include "model/folder.h"
 #include "process/text.h"
 
 using namespace KorvaSyncIf;

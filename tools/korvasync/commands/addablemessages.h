@@ -4,7 +4,7 @@
 #pragma once
 
 #include "adding.h"
-#include "messages/settling.h"
+#include "model/settling.h"
 #include "store/duplicateindex.h"
 #include "store/messagewriter.h"
 

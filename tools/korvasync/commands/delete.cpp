@@ -6,11 +6,11 @@
 #include "deleting.h"
 #include "storeaccess.h"
 
+#include "model/fingerprint.h"
 #include "options/arguments.h"
 #include "process/diagnostics.h"
 #include "process/interrupt.h"
 #include "process/text.h"
-#include "store/fingerprint.h"
 #include "store/storeturn.h"
 
 #include <QtCore/QHash>

@@ -6,7 +6,7 @@
 #include "deleting.h"
 #include "storeaccess.h"
 
-#include "messages/folder.h"
+#include "model/folder.h"
 #include "options/arguments.h"
 #include "output/jsonline.h"
 #include "output/messageformats.h"

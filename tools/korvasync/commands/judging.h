@@ -7,11 +7,11 @@
 #include "messages/filename.h"
 #include "messages/filesahead.h"
 #include "messages/itemreader.h"
+#include "model/fingerprint.h"
 #include "output/results.h"
 #include "process/diagnostics.h"
 #include "process/text.h"
 #include "store/answer.h"
-#include "store/fingerprint.h"
 
 //! How files are read.
 struct ReadingOptions

@@ -4,9 +4,9 @@
 #include "command.h"
 #include "storeaccess.h"
 
-#include "messages/folder.h"
-#include "messages/number.h"
-#include "messages/settling.h"
+#include "model/folder.h"
+#include "model/number.h"
+#include "model/settling.h"
 #include "options/arguments.h"
 #include "output/results.h"
 #include "process/diagnostics.h"

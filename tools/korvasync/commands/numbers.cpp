@@ -4,8 +4,8 @@
 #include "command.h"
 #include "storeaccess.h"
 
-#include "messages/folder.h"
-#include "messages/numberfindings.h"
+#include "model/folder.h"
+#include "model/numberfindings.h"
 #include "output/jsonline.h"
 #include "process/diagnostics.h"
 #include "process/terminaltext.h"

@@ -4,7 +4,7 @@
 #include "command.h"
 #include "storeaccess.h"
 
-#include "messages/sendable.h"
+#include "model/sendable.h"
 #include "options/arguments.h"
 #include "output/jsonline.h"
 #include "process/diagnostics.h"

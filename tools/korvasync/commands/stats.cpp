@@ -4,8 +4,8 @@
 #include "command.h"
 #include "storeaccess.h"
 
-#include "messages/folder.h"
-#include "messages/number.h"
+#include "model/folder.h"
+#include "model/number.h"
 #include "options/arguments.h"
 #include "output/countformats.h"
 #include "process/diagnostics.h"

@@ -4,8 +4,8 @@
 #include "addableitems.h"
 #include "command.h"
 
-#include "messages/datetext.h"
 #include "messages/inputpaths.h"
+#include "model/datetext.h"
 #include "options/arguments.h"
 #include "process/text.h"
 

@@ -3,9 +3,9 @@
 
 #include "itemreader.h"
 
+#include "model/refusal.h"
 #include "objectline.h"
 #include "process/interrupt.h"
-#include "refusal.h"
 
 #include <vmessage/vmessageparser.h>
 

@@ -3,8 +3,8 @@
 
 #include "arguments.h"
 
-#include "messages/folder.h"
 #include "messages/inputfile.h"
+#include "model/folder.h"
 #include "process/diagnostics.h"
 #include "process/interrupt.h"
 #include "process/text.h"

@@ -3,8 +3,8 @@
 
 #pragma once
 
-#include "messages/datetext.h"
 #include "messages/itemreader.h"
+#include "model/datetext.h"
 
 #include <QtCore/QCommandLineParser>
 #include <QtCore/QDateTime>

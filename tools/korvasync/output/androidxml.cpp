@@ -3,7 +3,7 @@
 
 #include "androidxml.h"
 
-#include "android/xmltext.h"
+#include "model/xmltext.h"
 #include "process/diagnostics.h"
 #include "process/text.h"
 

@@ -3,9 +3,9 @@
 
 #pragma once
 
-#include "calls/call.h"
+#include "model/call.h"
+#include "model/storedmessage.h"
 #include "process/standardoutput.h"
-#include "store/storedmessage.h"
 
 #include <QtCore/QList>
 

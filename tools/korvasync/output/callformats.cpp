@@ -6,7 +6,7 @@
 #include "androidxml.h"
 #include "calls/callentry.h"
 #include "jsonline.h"
-#include "messages/datetext.h"
+#include "model/datetext.h"
 #include "process/terminaltext.h"
 #include "process/text.h"
 

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "calls/call.h"
+#include "model/call.h"
 #include "process/standardoutput.h"
 
 #include <QtCore/QList>

@@ -3,8 +3,8 @@
 
 #include "csv.h"
 
-#include "messages/datetext.h"
-#include "messages/folder.h"
+#include "model/datetext.h"
+#include "model/folder.h"
 
 namespace Csv {
 

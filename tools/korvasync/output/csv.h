@@ -3,8 +3,8 @@
 
 #pragma once
 
+#include "model/storedmessage.h"
 #include "process/standardoutput.h"
-#include "store/storedmessage.h"
 
 #include <QtCore/QList>
 

@@ -4,9 +4,9 @@
 #include "mailbox.h"
 
 #include "mailtext.h"
-#include "messages/folder.h"
-#include "messages/number.h"
-#include "store/fingerprint.h"
+#include "model/fingerprint.h"
+#include "model/folder.h"
+#include "model/number.h"
 
 #include <QtCore/QCryptographicHash>
 #include <QtCore/QHash>

@@ -6,8 +6,8 @@
 #include "androidxml.h"
 #include "csv.h"
 #include "mailbox.h"
-#include "messages/datetext.h"
-#include "messages/folder.h"
+#include "model/datetext.h"
+#include "model/folder.h"
 #include "process/terminaltext.h"
 #include "process/text.h"
 

@@ -4,8 +4,8 @@
 #pragma once
 
 #include "jsonline.h"
+#include "model/storedmessage.h"
 #include "process/standardoutput.h"
-#include "store/storedmessage.h"
 
 #include <QtCore/QList>
 #include <QtCore/QString>

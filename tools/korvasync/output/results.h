@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "messages/refusal.h"
+#include "model/refusal.h"
 #include "process/exitcode.h"
 #include "process/standardoutput.h"
 

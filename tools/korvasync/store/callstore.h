@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "calls/call.h"
+#include "model/call.h"
 #include "pendingwait.h"
 
 #include <korvasync/callsyncinterface.h>

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "fingerprint.h"
+#include "model/fingerprint.h"
 
 #include <QtCore/QHash>
 

@@ -3,8 +3,8 @@
 
 #include "messagesender.h"
 
-#include "messages/parsedmessage.h"
-#include "messages/sendable.h"
+#include "model/parsedmessage.h"
+#include "model/sendable.h"
 #include "process/diagnostics.h"
 #include "process/interrupt.h"
 

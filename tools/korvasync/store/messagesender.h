@@ -4,7 +4,7 @@
 #pragma once
 
 #include "messagestore.h"
-#include "storedmessage.h"
+#include "model/storedmessage.h"
 #include "storelocation.h"
 #include "storeturn.h"
 

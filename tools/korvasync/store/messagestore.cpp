@@ -3,7 +3,7 @@
 
 #include "messagestore.h"
 
-#include "messages/folder.h"
+#include "model/folder.h"
 
 #include <utility>
 

@@ -3,8 +3,8 @@
 
 #pragma once
 
+#include "model/storedmessage.h"
 #include "pendingwait.h"
-#include "storedmessage.h"
 
 #include <korvasync/smssyncinterface.h>
 

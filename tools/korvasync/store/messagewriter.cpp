@@ -3,8 +3,8 @@
 
 #include "messagewriter.h"
 
-#include "messages/folder.h"
-#include "messages/parsedmessage.h"
+#include "model/folder.h"
+#include "model/parsedmessage.h"
 #include "process/diagnostics.h"
 
 #include <korvasync/vmessageencoder.h>

@@ -3,9 +3,9 @@
 
 #pragma once
 
-#include "fingerprint.h"
 #include "messagestore.h"
-#include "storedmessage.h"
+#include "model/fingerprint.h"
+#include "model/storedmessage.h"
 #include "storelocation.h"
 
 #include "process/text.h"

@@ -3,8 +3,8 @@
 
 #include "storedmessage.h"
 
-#include "messages/datetext.h"
-#include "messages/parsedmessage.h"
+#include "datetext.h"
+#include "parsedmessage.h"
 
 StoredMessage StoredMessage::fromRecord(const KorvaSyncIf::SyncSmsInfo &record)
 {

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "calls/call.h"
+#include "call.h"
 #include "storedmessage.h"
 
 #include <QtCore/QDateTime>

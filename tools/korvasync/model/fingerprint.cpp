@@ -3,9 +3,9 @@
 
 #include "fingerprint.h"
 
-#include "android/xmltext.h"
-#include "messages/number.h"
-#include "messages/parsedmessage.h"
+#include "number.h"
+#include "parsedmessage.h"
+#include "xmltext.h"
 
 #include <QtCore/QCryptographicHash>
 #include <QtCore/QtEndian>
