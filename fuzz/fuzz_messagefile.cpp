@@ -6,9 +6,9 @@
 #include "fuzzing.h"
 #include "memoryfile.h"
 
-#include <android/callelement.h>
-#include <android/smselement.h>
-#include <calls/callentry.h>
+#include <formats/callelement.h>
+#include <formats/callentry.h>
+#include <formats/smselement.h>
 #include <messages/itemreader.h>
 #include <model/number.h>
 #include <model/parsedmessage.h>

@@ -9,9 +9,9 @@
 
 #include "memoryfile.h"
 
-#include <android/callelement.h>
-#include <android/smselement.h>
-#include <calls/callentry.h>
+#include <formats/callelement.h>
+#include <formats/callentry.h>
+#include <formats/smselement.h>
 #include <messages/itemreader.h>
 #include <model/settling.h>
 

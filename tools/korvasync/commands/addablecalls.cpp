@@ -3,7 +3,7 @@
 
 #include "addablecalls.h"
 
-#include "android/callelement.h"
+#include "formats/callelement.h"
 #include "model/datetext.h"
 #include "process/text.h"
 

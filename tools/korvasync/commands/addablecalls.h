@@ -4,7 +4,7 @@
 #pragma once
 
 #include "adding.h"
-#include "calls/callentry.h"
+#include "formats/callentry.h"
 #include "store/callwriter.h"
 
 //! Calls as what "korvasync calls add" adds; see Adding.

@@ -3,7 +3,7 @@
 
 #include "addablemessages.h"
 
-#include "android/smselement.h"
+#include "formats/smselement.h"
 #include "model/folder.h"
 #include "process/text.h"
 

@@ -6,9 +6,9 @@
 #include "confirmation.h"
 #include "storeaccess.h"
 
+#include "formats/callformats.h"
+#include "formats/jsonline.h"
 #include "options/arguments.h"
-#include "output/callformats.h"
-#include "output/jsonline.h"
 #include "output/results.h"
 #include "process/diagnostics.h"
 #include "process/text.h"

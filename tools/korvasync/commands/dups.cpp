@@ -6,10 +6,10 @@
 #include "deleting.h"
 #include "storeaccess.h"
 
+#include "formats/jsonline.h"
+#include "formats/messageformats.h"
 #include "model/folder.h"
 #include "options/arguments.h"
-#include "output/jsonline.h"
-#include "output/messageformats.h"
 #include "process/diagnostics.h"
 #include "process/interrupt.h"
 #include "process/text.h"

@@ -4,10 +4,10 @@
 #include "command.h"
 #include "storeaccess.h"
 
+#include "formats/messageformats.h"
 #include "model/folder.h"
 #include "model/number.h"
 #include "options/arguments.h"
-#include "output/messageformats.h"
 #include "process/diagnostics.h"
 #include "process/interrupt.h"
 #include "process/text.h"

@@ -4,9 +4,9 @@
 #include "command.h"
 #include "storeaccess.h"
 
+#include "formats/jsonline.h"
 #include "model/folder.h"
 #include "model/numberfindings.h"
-#include "output/jsonline.h"
 #include "process/diagnostics.h"
 #include "process/terminaltext.h"
 #include "process/text.h"

@@ -4,9 +4,9 @@
 #include "command.h"
 #include "storeaccess.h"
 
+#include "formats/jsonline.h"
 #include "model/sendable.h"
 #include "options/arguments.h"
-#include "output/jsonline.h"
 #include "process/diagnostics.h"
 #include "process/interrupt.h"
 #include "process/terminaltext.h"

@@ -4,8 +4,8 @@
 #include "command.h"
 #include "storeaccess.h"
 
+#include "formats/messageformats.h"
 #include "options/arguments.h"
-#include "output/messageformats.h"
 #include "process/diagnostics.h"
 #include "process/interrupt.h"
 #include "process/text.h"

@@ -4,10 +4,10 @@
 #include "command.h"
 #include "storeaccess.h"
 
+#include "formats/countformats.h"
 #include "model/folder.h"
 #include "model/number.h"
 #include "options/arguments.h"
-#include "output/countformats.h"
 #include "process/diagnostics.h"
 #include "process/text.h"
 #include "store/callstore.h"

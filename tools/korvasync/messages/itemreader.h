@@ -3,8 +3,8 @@
 
 #pragma once
 
-#include "android/deadends.h"
-#include "android/elementscanner.h"
+#include "formats/deadends.h"
+#include "formats/elementscanner.h"
 #include "inputfile.h"
 
 #include <vmessage/vmessagescanner.h>

@@ -3,7 +3,7 @@
 
 #include "results.h"
 
-#include "jsonline.h"
+#include "formats/jsonline.h"
 #include "process/diagnostics.h"
 #include "process/terminaltext.h"
 #include "process/text.h"

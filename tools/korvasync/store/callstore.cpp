@@ -3,7 +3,7 @@
 
 #include "callstore.h"
 
-#include "calls/callentry.h"
+#include "formats/callentry.h"
 
 #include <algorithm>
 

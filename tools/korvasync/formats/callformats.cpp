@@ -4,7 +4,7 @@
 #include "callformats.h"
 
 #include "androidxml.h"
-#include "calls/callentry.h"
+#include "callentry.h"
 #include "jsonline.h"
 #include "model/datetext.h"
 #include "process/terminaltext.h"

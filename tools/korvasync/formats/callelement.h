@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "calls/callentry.h"
+#include "callentry.h"
 
 namespace CallElement {
 
