@@ -9,7 +9,7 @@
 #include <formats/callelement.h>
 #include <formats/callentry.h>
 #include <formats/smselement.h>
-#include <messages/itemreader.h>
+#include <input/itemreader.h>
 #include <model/number.h>
 #include <model/parsedmessage.h>
 #include <model/refusal.h>

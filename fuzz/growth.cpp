@@ -12,7 +12,7 @@
 #include <formats/callelement.h>
 #include <formats/callentry.h>
 #include <formats/smselement.h>
-#include <messages/itemreader.h>
+#include <input/itemreader.h>
 #include <model/settling.h>
 
 #include <valgrind/callgrind.h>

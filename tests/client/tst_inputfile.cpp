@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The korvasync developers
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include "messages/filesahead.h"
-#include "messages/inputfile.h"
-#include "messages/inputpaths.h"
+#include "input/filesahead.h"
+#include "input/inputfile.h"
+#include "input/inputpaths.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QTemporaryDir>

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The korvasync developers
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include "messages/inputpaths.h"
-#include "messages/itemreader.h"
+#include "input/inputpaths.h"
+#include "input/itemreader.h"
 #include "process/interrupt.h"
 
 #include <QtCore/QFile>

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The korvasync developers
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include "messages/itemreader.h"
+#include "input/itemreader.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QTemporaryDir>

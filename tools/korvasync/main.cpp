@@ -3,7 +3,7 @@
 
 #include "commands/help.h"
 #include "commands/storeaccess.h"
-#include "messages/filename.h"
+#include "input/filename.h"
 #include "options/arguments.h"
 #include "process/descriptors.h"
 #include "process/diagnostics.h"

@@ -4,9 +4,9 @@
 #pragma once
 
 #include "command.h"
-#include "messages/filename.h"
-#include "messages/filesahead.h"
-#include "messages/itemreader.h"
+#include "input/filename.h"
+#include "input/filesahead.h"
+#include "input/itemreader.h"
 #include "model/fingerprint.h"
 #include "output/results.h"
 #include "process/diagnostics.h"

@@ -4,7 +4,7 @@
 #include "addableitems.h"
 #include "command.h"
 
-#include "messages/inputpaths.h"
+#include "input/inputpaths.h"
 #include "model/datetext.h"
 #include "options/arguments.h"
 #include "process/text.h"

@@ -3,7 +3,7 @@
 
 #include "arguments.h"
 
-#include "messages/inputfile.h"
+#include "input/inputfile.h"
 #include "model/folder.h"
 #include "process/diagnostics.h"
 #include "process/interrupt.h"

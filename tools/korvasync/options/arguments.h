@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "messages/itemreader.h"
+#include "input/itemreader.h"
 #include "model/datetext.h"
 
 #include <QtCore/QCommandLineParser>

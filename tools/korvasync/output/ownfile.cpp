@@ -3,7 +3,7 @@
 
 #include "ownfile.h"
 
-#include "messages/filename.h"
+#include "input/filename.h"
 #include "process/text.h"
 
 #include <QtCore/QByteArrayList>
