@@ -1,15 +1,15 @@
 // SPDX-FileCopyrightText: 2026 The korvasync developers
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include "addablecalls.h"
 #include "command.h"
 #include "confirmation.h"
+#include "import/addablecalls.h"
 #include "storeaccess.h"
 
 #include "formats/callformats.h"
 #include "formats/jsonline.h"
+#include "import/results.h"
 #include "options/arguments.h"
-#include "output/results.h"
 #include "process/diagnostics.h"
 #include "process/text.h"
 #include "store/storeturn.h"

@@ -4,7 +4,7 @@
 #pragma once
 
 #include "command.h"
-#include "output/results.h"
+#include "import/results.h"
 #include "process/progress.h"
 #include "store/messagestore.h"
 

@@ -4,11 +4,11 @@
 #include "command.h"
 #include "storeaccess.h"
 
+#include "import/results.h"
 #include "model/folder.h"
 #include "model/number.h"
 #include "model/settling.h"
 #include "options/arguments.h"
-#include "output/results.h"
 #include "process/diagnostics.h"
 #include "process/text.h"
 #include "store/messagewriter.h"

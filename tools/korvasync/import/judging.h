@@ -3,14 +3,14 @@
 
 #pragma once
 
-#include "command.h"
+#include "commands/command.h"
 #include "input/filename.h"
 #include "input/filesahead.h"
 #include "input/itemreader.h"
 #include "model/fingerprint.h"
-#include "output/results.h"
 #include "process/diagnostics.h"
 #include "process/text.h"
+#include "results.h"
 #include "store/answer.h"
 
 //! How files are read.

@@ -3,14 +3,14 @@
 
 #pragma once
 
+#include "commands/storeaccess.h"
 #include "judging.h"
-#include "output/rejects.h"
 #include "process/interrupt.h"
 #include "process/progress.h"
 #include "process/text.h"
+#include "rejects.h"
 #include "store/duplicateindex.h"
 #include "store/storeturn.h"
-#include "storeaccess.h"
 
 #include <QtCore/QHash>
 
