@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "command.h"
+#include "options/command.h"
 
 //! The question before something is deleted. --yes and a dry run need none.
 namespace Confirmation {

@@ -3,8 +3,8 @@
 
 #pragma once
 
-#include "command.h"
 #include "import/results.h"
+#include "options/command.h"
 #include "process/progress.h"
 #include "store/messagestore.h"
 

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The korvasync developers
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include "command.h"
 #include "confirmation.h"
 #include "deleting.h"
+#include "options/command.h"
 #include "storeaccess.h"
 
 #include "formats/jsonline.h"

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "command.h"
+#include "options/command.h"
 
 //! What --help prints.
 namespace Help {

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The korvasync developers
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include "command.h"
 #include "import/addableitems.h"
+#include "options/command.h"
 
 #include "input/inputpaths.h"
 #include "model/datetext.h"

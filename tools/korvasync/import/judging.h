@@ -3,11 +3,11 @@
 
 #pragma once
 
-#include "commands/command.h"
 #include "input/filename.h"
 #include "input/filesahead.h"
 #include "input/itemreader.h"
 #include "model/fingerprint.h"
+#include "options/command.h"
 #include "process/diagnostics.h"
 #include "process/text.h"
 #include "results.h"

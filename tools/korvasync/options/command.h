@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "options/globaloptions.h"
+#include "globaloptions.h"
 #include "process/exitcode.h"
 #include "process/standardoutput.h"
 #include "store/storelocation.h"
