@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
 #include "commands/help.h"
-#include "commands/storeaccess.h"
 #include "input/filename.h"
 #include "options/arguments.h"
 #include "process/descriptors.h"
@@ -14,6 +13,7 @@
 #include "process/text.h"
 #include "process/zonename.h"
 #include "store/boundedcall.h"
+#include "store/storeaccess.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QRegularExpression>

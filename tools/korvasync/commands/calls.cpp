@@ -4,7 +4,7 @@
 #include "confirmation.h"
 #include "import/addablecalls.h"
 #include "options/command.h"
-#include "storeaccess.h"
+#include "store/storeaccess.h"
 
 #include "formats/callformats.h"
 #include "formats/jsonline.h"

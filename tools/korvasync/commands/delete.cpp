@@ -4,7 +4,7 @@
 #include "confirmation.h"
 #include "deleting.h"
 #include "options/command.h"
-#include "storeaccess.h"
+#include "store/storeaccess.h"
 
 #include "model/fingerprint.h"
 #include "options/arguments.h"

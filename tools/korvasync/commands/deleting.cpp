@@ -6,7 +6,7 @@
 #include "process/diagnostics.h"
 #include "process/interrupt.h"
 #include "process/text.h"
-#include "storeaccess.h"
+#include "store/storeaccess.h"
 
 #include <utility>
 

@@ -4,7 +4,7 @@
 #include "confirmation.h"
 #include "deleting.h"
 #include "options/command.h"
-#include "storeaccess.h"
+#include "store/storeaccess.h"
 
 #include "formats/jsonline.h"
 #include "formats/messageformats.h"

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
 #include "options/command.h"
-#include "storeaccess.h"
+#include "store/storeaccess.h"
 
 #include "formats/jsonline.h"
 #include "model/folder.h"

@@ -3,13 +3,13 @@
 
 #pragma once
 
-#include "commands/storeaccess.h"
 #include "judging.h"
 #include "process/interrupt.h"
 #include "process/progress.h"
 #include "process/text.h"
 #include "rejects.h"
 #include "store/duplicateindex.h"
+#include "store/storeaccess.h"
 #include "store/storeturn.h"
 
 #include <QtCore/QHash>

@@ -3,9 +3,9 @@
 
 #pragma once
 
+#include "messagestore.h"
 #include "process/exitcode.h"
-#include "store/messagestore.h"
-#include "store/storelocation.h"
+#include "storelocation.h"
 
 //! Whether the store is fit for a command that needs one; what is wrong is told on stderr.
 namespace StoreAccess {
