@@ -4,7 +4,8 @@
 #include "announcement_p.h"
 
 #include "eventmarshalling.h"
-#include "logging_p.h"
+
+#include <store/logging.h>
 
 #include <bus/busprobe.h>
 

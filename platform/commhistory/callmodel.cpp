@@ -6,7 +6,8 @@
 #include "eventmodel_p.h"
 #include "historyreading_p.h"
 #include "historywriting_p.h"
-#include "store_p.h"
+
+#include <store/store.h>
 
 namespace CommHistory {
 

@@ -6,7 +6,8 @@
 
 #include "announcement_p.h"
 #include "historywriting_p.h"
-#include "store_p.h"
+
+#include <store/store.h>
 
 #include <QtCore/QPointer>
 

@@ -3,7 +3,7 @@
 
 #include "eventrow_p.h"
 
-#include "storedtext_p.h"
+#include <store/storedtext.h>
 
 namespace CommHistory {
 

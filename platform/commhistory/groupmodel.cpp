@@ -5,7 +5,8 @@
 
 #include "historywriting_p.h"
 #include "mailbox_p.h"
-#include "store_p.h"
+
+#include <store/store.h>
 
 namespace CommHistory {
 

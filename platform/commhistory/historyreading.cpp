@@ -3,7 +3,7 @@
 
 #include "historyreading_p.h"
 
-#include "storeconnection_p.h"
+#include <store/storeconnection.h>
 
 #include <array>
 #include <string_view>

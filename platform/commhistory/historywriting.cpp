@@ -4,8 +4,9 @@
 #include "historywriting_p.h"
 
 #include "eventrow_p.h"
-#include "storeconnection_p.h"
-#include "storedtext_p.h"
+
+#include <store/storeconnection.h>
+#include <store/storedtext.h>
 
 #include <QtCore/QHash>
 #include <QtCore/QSet>

@@ -4,7 +4,8 @@
 #include "trackerio.h"
 
 #include "historyreading_p.h"
-#include "store_p.h"
+
+#include <store/store.h>
 
 namespace CommHistory {
 

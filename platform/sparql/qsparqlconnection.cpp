@@ -7,9 +7,9 @@
 #include "conversationquery_p.h"
 #include "qsparqlresult_p.h"
 
-#include <commhistory/store_p.h>
-#include <commhistory/storeconnection_p.h>
-#include <commhistory/storedtext_p.h>
+#include <store/store.h>
+#include <store/storeconnection.h>
+#include <store/storedtext.h>
 
 #include <functional>
 #include <memory>

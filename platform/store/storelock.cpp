@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The korvasync developers
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include "storelock_p.h"
+#include "storelock.h"
 
-#include "owndirectory_p.h"
+#include "owndirectory.h"
 
 #include <QtCore/QDeadlineTimer>
 #include <QtCore/QThread>

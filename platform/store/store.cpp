@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The korvasync developers
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include "store_p.h"
+#include "store.h"
 
-#include "logging_p.h"
-#include "storeconnection_p.h"
+#include "logging.h"
+#include "storeconnection.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QStandardPaths>

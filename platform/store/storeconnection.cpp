@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The korvasync developers
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include "storeconnection_p.h"
+#include "storeconnection.h"
 
-#include "logging_p.h"
-#include "repeatedcalls_p.h"
-#include "storelock_p.h"
+#include "logging.h"
+#include "repeatedcalls.h"
+#include "storelock.h"
 
 #include <QtCore/QFile>
 

@@ -1,12 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The korvasync developers
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include "storedirectory_p.h"
+#include "storedirectory.h"
 
-#include "logging_p.h"
-#include "owndirectory_p.h"
-#include "storeconnection_p.h"
-#include "storelock_p.h"
+#include "logging.h"
+#include "owndirectory.h"
+#include "storeconnection.h"
+#include "storelock.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>

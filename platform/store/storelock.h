@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "fileplace_p.h"
+#include "fileplace.h"
 
 namespace CommHistory {
 

@@ -3,9 +3,9 @@
 
 #pragma once
 
-#include "fileplace_p.h"
-#include "owndirectory_p.h"
-#include "storedirectory_p.h"
+#include "fileplace.h"
+#include "owndirectory.h"
+#include "storedirectory.h"
 
 #include <QtCore/QByteArray>
 #include <QtCore/QString>

@@ -3,8 +3,8 @@
 
 #pragma once
 
-#include "storedirectory_p.h"
-#include "storelock_p.h"
+#include "storedirectory.h"
+#include "storelock.h"
 
 #include <QtCore/QDeadlineTimer>
 #include <QtCore/QVector>

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The korvasync developers
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include "repeatedcalls_p.h"
+#include "repeatedcalls.h"
 
 #include <sqlite3.h>
 #include <sys/types.h>
