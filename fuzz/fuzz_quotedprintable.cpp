@@ -6,7 +6,7 @@
 #include "fuzzing.h"
 
 #include <korvasync/vmessageencoder.h>
-#include <quotedprintable_p.h>
+#include <base/quotedprintable.h>
 #include <vmessage/textdecoding.h>
 
 using namespace KorvaSyncIf;

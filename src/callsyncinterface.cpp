@@ -3,9 +3,9 @@
 
 #include <korvasync/callsyncinterface.h>
 
+#include "base/datetimetext.h"
+#include "base/logging.h"
 #include "callsyncinterface_p.h"
-#include "datetimetext_p.h"
-#include "logging_p.h"
 #include "syncstorageif/syncstorageif.h"
 #include "syncstorageif/syncstorageifmanager.h"
 

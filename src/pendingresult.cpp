@@ -7,8 +7,8 @@
 
 #include <korvasync/vmessageencoder.h>
 
-#include "datetimetext_p.h"
-#include "logging_p.h"
+#include "base/datetimetext.h"
+#include "base/logging.h"
 #include "syncstorageif/syncstorageif.h"
 #include "syncstorageif/syncstorageifmanager.h"
 

@@ -3,8 +3,8 @@
 
 #include <korvasync/sendsmsinterface.h>
 
-#include "logging_p.h"
-#include "qtversion_p.h"
+#include "base/logging.h"
+#include "base/qtversion.h"
 #include "sendsmsinterface_p.h"
 
 #include <commhistory/event.h>

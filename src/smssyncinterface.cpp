@@ -3,7 +3,7 @@
 
 #include <korvasync/smssyncinterface.h>
 
-#include "logging_p.h"
+#include "base/logging.h"
 #include "smssyncinterface_p.h"
 #include "syncstorageif/syncstorageif.h"
 #include "syncstorageif/syncstorageifmanager.h"

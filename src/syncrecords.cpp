@@ -3,8 +3,8 @@
 
 #include <korvasync/syncrecords.h>
 
-#include "datetimetext_p.h"
-#include "logging_p.h"
+#include "base/datetimetext.h"
+#include "base/logging.h"
 
 #include <QtCore/QDebug>
 

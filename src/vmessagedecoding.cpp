@@ -3,8 +3,8 @@
 
 #include "smssyncinterface_p.h"
 
-#include "datetimetext_p.h"
-#include "logging_p.h"
+#include "base/datetimetext.h"
+#include "base/logging.h"
 
 #include <vmessage/vmessageparser.h>
 

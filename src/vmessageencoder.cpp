@@ -3,9 +3,9 @@
 
 #include <korvasync/vmessageencoder.h>
 
-#include "datetimetext_p.h"
-#include "logging_p.h"
-#include "quotedprintable_p.h"
+#include "base/datetimetext.h"
+#include "base/logging.h"
+#include "base/quotedprintable.h"
 
 #include <QtCore/QDebug>
 #include <QtCore/QStringBuilder>

@@ -4,7 +4,7 @@
 #include "syncstorageif.h"
 #include "syncstorageif_p.h"
 
-#include "logging_p.h"
+#include "base/logging.h"
 
 #include <sparql/qsparqlconnection.h>
 #include <sparql/qsparqlquery.h>

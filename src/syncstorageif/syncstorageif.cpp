@@ -3,7 +3,7 @@
 
 #include "syncstorageif.h"
 
-#include "logging_p.h"
+#include "base/logging.h"
 #include "syncstorageif_p.h"
 
 #include <QtCore/QDebug>

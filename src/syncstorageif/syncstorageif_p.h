@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "qtversion_p.h"
+#include "base/qtversion.h"
 
 #include <korvasync/syncrecords.h>
 

@@ -3,7 +3,7 @@
 
 #include "syncstorageifmanager.h"
 
-#include "logging_p.h"
+#include "base/logging.h"
 #include "syncstorageif.h"
 
 #include <QtCore/QDebug>

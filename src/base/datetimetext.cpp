@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The korvasync developers
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include "datetimetext_p.h"
+#include "datetimetext.h"
 
-#include "qtversion_p.h"
+#include "qtversion.h"
 
 #include <algorithm>
 #include <array>

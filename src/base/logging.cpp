@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The korvasync developers
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include "logging_p.h"
+#include "logging.h"
 
 Q_LOGGING_CATEGORY(lcFacade, "korvasync.facade", QtDebugMsg)
 Q_LOGGING_CATEGORY(lcRecords, "korvasync.records", QtDebugMsg)
