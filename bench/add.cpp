@@ -50,7 +50,7 @@ void addOurs(const Turn &turn, const std::vector<Record> &records)
     });
 }
 
-//! The fixed query for each message whose conversation is not known yet, which is required.
+//! Asks for each conversation that is not known yet, as the library has to.
 void resolveNumbers(DirectStore &store, const std::vector<Record> &records, int first, int end,
                     std::set<std::string> *resolved)
 {

@@ -41,7 +41,7 @@ public:
     int readFolder(int folder);
     int readCalls();
     bool readOne(int id);
-    //! The query that the library makes for each number, whose text is fixed.
+    //! The conversation query, in the text in which the library asks it.
     bool findConversation(const std::string &number);
 
 private:

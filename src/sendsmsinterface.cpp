@@ -167,8 +167,8 @@ void SendSmsInterface::eventsAdded(const QList<CommHistory::Event> &events)
         if (d->pending)
             d->pending->eventId = event.id();
     }
-    // Once set, it makes any later announcement finish any later send: services that hold on
-    // to one object have been built on getting an answer fast.
+    // Once set, it makes any later announcement finish any later send: services that keep one
+    // object for all their messages rely on a fast answer.
     if (!d->sentEventSeen)
         return;
     const bool unsubscribed = unsubscribe();

@@ -44,7 +44,7 @@ void SmsInfo::copy(const SmsInfo &other)
 
 void SmsInfo::print() const
 {
-    // The uneven separators are what readers of old traces search for.
+    // Scripts that read the trace split at these uneven separators.
     qCDebug(lcRecords) << "Id == " << id << " | "
                        << "ParentId == " << parentId << " | "
                        << "Body == " << body << " | "

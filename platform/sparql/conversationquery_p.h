@@ -7,7 +7,7 @@
 
 #include <optional>
 
-//! What the query asks by which all programs on the phone look conversations up.
+//! What the conversation query asks, by which the library looks conversations up.
 struct ConversationQuery
 {
     QString account;

@@ -55,8 +55,8 @@ void appendQuotedPrintable(unsigned char character, QString &text, int &lineLeng
     if (lineLength > lineLimit) {
         text += softLineBreak;
         text += QLatin1Char(char(character));
-        // The character on the new line is not counted; receivers have always been given
-        // these line breaks.
+        // The character on the new line is not counted. Sync clients compare the encoded text
+        // byte by byte to see what has changed, so the line breaks stay where they are.
         lineLength = 0;
     } else if (character == '=' && lineLength + 4 > lineLimit) {
         text += softLineBreak;

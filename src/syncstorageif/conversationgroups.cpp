@@ -74,9 +74,9 @@ int SyncStorageIfPrivate::getGroup(const QString &localUid, const QString &remot
                           "QString&)";
     QSparqlConnection connection(QStringLiteral("QTRACKER_DIRECT"), QSparqlConnectionOptions(),
                                  nullptr);
-    // The number is pasted in as it is: the other programs on the phone look conversations up
-    // with this very text. What is not digits can find a wrong conversation or none; that it does
-    // no more is the platform's part, to which the number is a value.
+    // The number is pasted in as it is, since this text is what a platform recognises: ours reads
+    // the number out of it, and a phone's own runs it. What is not digits can find a wrong
+    // conversation or none. The platform sees to it that it does no more.
     const QString text =
         QStringLiteral("SELECT ?comm WHERE{?comm a nmo:CommunicationChannel; nie:subject '%1'; "
                        "nie:generator ?remoteId. FILTER REGEX(?remoteId, '%2$')}")

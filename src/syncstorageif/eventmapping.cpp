@@ -119,7 +119,7 @@ void SyncStorageIfPrivate::constructCallEvent(const CallInfo &call, Event &event
     } else {
         event.setDirection(Event::Outbound);
     }
-    // Whole seconds without sign, as the call log has always counted them.
+    // Sync clients reckon the start in the same way: whole seconds without sign.
     const uint start = epochSeconds(call.dateTime) - uint(call.duration);
     event.setStartTime(QDateTime::fromSecsSinceEpoch(start));
     event.setEndTime(call.dateTime);

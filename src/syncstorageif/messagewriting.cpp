@@ -34,8 +34,8 @@ void SyncStorageIfPrivate::clearCachedDBIdsAndRefIndexes()
 }
 
 // Removes at positions that were looked up before the first removal, so a later id takes
-// out a message further on than its own. What a modification with unknown parties writes
-// and leaves has always been decided so, and sync clients send one such message a request.
+// out a message further on than its own. Sync clients rely on which messages of a modification
+// with unknown parties are written; those that must be sure send one such message a request.
 void SyncStorageIfPrivate::removeIdsFromPendingMsgs(const QList<int> &ids)
 {
     qCDebug(lcAdapter) << "void KorvaSyncIf::SyncStorageIfPrivate::removeIdsFromPendingMsgs(const "

@@ -17,7 +17,7 @@ constexpr time_t day = 86400;
 constexpr time_t firstMessages = 631152000; // 1990, before which no message is believed
 constexpr time_t lastRules = 2145916800;    // 2038, up to which zones spell their changes out
 
-// The C library alone knows the zone that all programs of this system go by.
+// The C library alone knows the zone that the programs of this system go by.
 int distanceAt(time_t seconds)
 {
     tm shown = {};
