@@ -44,11 +44,17 @@ std::vector<Found> scanned(std::string_view file, size_t chunkSize)
     return result;
 }
 
-// Whether there is a message; what it holds must be whole and UTF-8.
+// Whether there is a message; what it holds must be whole and UTF-8. If there is none, one of the
+// lines is to blame.
 bool isMessage(std::string_view bytes)
 {
     VMessageParser parser;
     const VMessage *message = parser.parseVMessage(bytes.data(), unsigned(bytes.size()));
+    const VMessageProblem problem = parser.problem();
+    require((problem.kind == VMessageProblem::None) == (message != nullptr));
+    require(problem.kind != VMessageProblem::LongText);
+    require((problem.line == 0) == (message != nullptr));
+    require(problem.line <= 1 + std::count(bytes.begin(), bytes.end(), '\n'));
     if (const VMessageBody *body = parser.body(message)) {
         require(body->text && body->text[body->length] == '\0');
         require(TextDecoding::isUtf8({body->text, size_t(body->length)}));

@@ -5,6 +5,7 @@
 
 #include "datelines.h"
 #include "textdecoding.h"
+#include "vmessagediagnosis.h"
 #include "vmessagelines.h"
 
 #include <algorithm>
@@ -446,6 +447,7 @@ class VMessageParserPrivate
 {
 public:
     std::optional<VMessage> message;
+    VMessageProblem problem;
 };
 
 VMessageParser::VMessageParser()
@@ -461,8 +463,12 @@ const VMessage *VMessageParser::parseVMessage(const char *data, unsigned int len
         --length;
     VMessage &message = d->message.emplace();
     message.bytes.assign(data, length);
-    return Reader(&message).read() ? &message : nullptr;
+    const bool isWhole = Reader(&message).read();
+    d->problem = isWhole ? VMessageProblem() : VMessageDiagnosis::diagnose({data, length});
+    return isWhole ? &message : nullptr;
 }
+
+VMessageProblem VMessageParser::problem() const { return d->problem; }
 
 const VMessageHeader *VMessageParser::header(const VMessage *message)
 {

@@ -54,6 +54,23 @@ struct VMessageBody
     int length;           //!< bytes of \a text without the terminating zero
 };
 
+//! Why bytes hold no message that is whole, and the line where it shows.
+struct VMessageProblem
+{
+    enum Kind {
+        None,           //!< there is a message
+        NoBegin,        //!< BEGIN:VMSG is missing; the first line
+        CutHeader,      //!< what stands above the text is cut; its last line that is not blank
+        NoBody,         //!< BEGIN:VBODY is missing; the first line that closes body or envelope
+        OpenBody,       //!< END:VBODY is missing; the line of BEGIN:VBODY
+        LineBehindBody, //!< the first line behind END:VBODY that closes no message
+        LongText        //!< beyond what VMessageBody::length holds; the line of BEGIN:VBODY
+    };
+
+    Kind kind = None;
+    unsigned line = 0; //!< of the bytes, from 1; 0 = no problem
+};
+
 //! Parser for text messages stored as vMessage, in the forms that VMessageEncoder, phones
 //! and backup programs write. One object parses one message after the other; the latest
 //! result replaces the one before.
@@ -72,6 +89,9 @@ public:
     //! \return the message, or null when the bytes hold none or it is cut short. Missing
     //!         END:VENV and END:VMSG lines behind a closed body are no cut.
     const VMessage *parseVMessage(const char *data, unsigned int length);
+
+    //! Why the latest bytes gave no message.
+    VMessageProblem problem() const;
 
     //! Each returns null when the message has no such part.
     const VMessageHeader *header(const VMessage *message);

@@ -86,6 +86,25 @@ QByteArray parsed(const QByteArray &bytes)
     return rendered(parser, parse(parser, bytes));
 }
 
+VMessageProblem problemOf(const QByteArray &bytes)
+{
+    VMessageParser parser;
+    parse(parser, bytes);
+    return parser.problem();
+}
+
+// Parses the bytes. What is refused always has a reason in one of its lines, and nothing else has.
+bool hasProblemOnlyIfRefused(const QByteArray &bytes)
+{
+    VMessageParser parser;
+    const VMessage *message = parse(parser, bytes);
+    const VMessageProblem problem = parser.problem();
+    if (message)
+        return problem.kind == VMessageProblem::None && problem.line == 0;
+    return problem.kind != VMessageProblem::None && problem.kind != VMessageProblem::LongText
+        && problem.line >= 1 && problem.line <= unsigned(bytes.count('\n')) + 1;
+}
+
 // The text of the message, null when there is no message or no body.
 QByteArray textOf(const QByteArray &bytes)
 {
@@ -133,6 +152,9 @@ private Q_SLOTS:
     void endsBehindABareLineFeedWithoutALastLineEnd();
     void countsATerminatingZeroIn();
     void refusesNullAndNothing();
+    void saysWhyAMessageIsRefused_data();
+    void saysWhyAMessageIsRefused();
+    void hasNoProblemBeforeTheFirstMessage();
     void replacesTheResultBefore();
     void handsOutNothingForNoMessage();
 
@@ -169,7 +191,7 @@ void TestVMessageParser::readsEveryPrefix()
     QFETCH(QString, path);
     const QByteArray whole = contents(path);
     for (int length = 0; length < whole.size(); ++length)
-        parsed(whole.left(length));
+        QVERIFY(hasProblemOnlyIfRefused(whole.left(length)));
 }
 
 void TestVMessageParser::readsEveryChangedByte()
@@ -181,7 +203,7 @@ void TestVMessageParser::readsEveryChangedByte()
         for (const char c : {'\0', '\n', '=', ':', ';', '\xFF'}) {
             QByteArray changed = whole;
             changed[i] = c;
-            parsed(changed);
+            QVERIFY(hasProblemOnlyIfRefused(changed));
         }
     }
 }
@@ -285,13 +307,80 @@ void TestVMessageParser::refusesNullAndNothing()
     QVERIFY(!parser.parseVMessage("", 1));
 }
 
+void TestVMessageParser::saysWhyAMessageIsRefused_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<VMessageProblem::Kind>("kind");
+    QTest::addColumn<unsigned>("line");
+    using P = VMessageProblem;
+    const auto row = [](const char *name, const QByteArray &bytes, P::Kind kind, unsigned line) {
+        QTest::newRow(name) << bytes << kind << line;
+    };
+    const QByteArray own = ownMessage("Hello\nthere");
+    const QByteArray lf = withLfOnly(own);
+    const auto without = [](QByteArray message, const char *text) {
+        return message.replace(text, "");
+    };
+
+    row("nothing", "", P::NoBegin, 1);
+    row("a text", "Hello\r\nthere\r\n", P::NoBegin, 1);
+    row("beginning lost", without(own, "BEGIN:VMSG\r\n"), P::NoBegin, 1);
+    row("beginning alone", "BEGIN:VMSG", P::CutHeader, 1);
+    row("cut in the header", own.left(own.indexOf("TEL:")), P::CutHeader, 9);
+    row("cut in a line of the header", own.left(own.indexOf("TEL:") + 6), P::CutHeader, 10);
+    row("cut in the header, LF", lf.left(lf.indexOf("TEL:") + 6), P::CutHeader, 10);
+    row("cut in BEGIN:VBODY", own.left(own.indexOf("BEGIN:VBODY") + 9), P::CutHeader, 13);
+    row("cut and blank lines", own.left(own.indexOf("TEL:")) + "\r\n \r\n\n", P::CutHeader, 9);
+    row("cut header before another", own.left(own.indexOf("TEL:")) + own, P::CutHeader, 9);
+    row("lines around a cut one", "1\r\n2\r\nBEGIN:VMSG\r\nVERSION:1.1\r\n", P::CutHeader, 4);
+    row("no body", without(without(own, "BEGIN:VBODY\r\n"), "END:VMSG\r\n"), P::NoBody, 15);
+    row("closed envelope without a body", "BEGIN:VMSG\r\nBEGIN:VENV\r\nEND:VENV\r\nEND:VENV\r\n",
+        P::NoBody, 3);
+    row("body begins and nothing else", own.left(own.indexOf("X-SMS")), P::OpenBody, 13);
+    row("cut in the text", own.left(own.indexOf("there")), P::OpenBody, 13);
+    row("cut in END:VBODY", own.left(own.indexOf("END:VBODY") + 8), P::OpenBody, 13);
+    row("cut in the text, LF", lf.left(lf.indexOf("there")), P::OpenBody, 13);
+    row("end of the body lost", without(own, "END:VBODY\r\n"), P::OpenBody, 13);
+    row("end of the body lost, LF", without(lf, "END:VBODY\n"), P::OpenBody, 13);
+    row("cut behind a closing line of the own text",
+        without(ownMessage("a\nEND:VBODY\nb"), "\r\nEND:VBODY"), P::OpenBody, 13);
+    row("line behind the body", QByteArray(own).replace("END:VENV", "X-ABC:1\r\nEND:VENV"),
+        P::LineBehindBody, 17);
+    row("line behind the envelope", without(own, "END:VMSG\r\n") + "\r\nHello\r\n",
+        P::LineBehindBody, 19);
+    row("line behind the body, LF", QByteArray(lf).replace("END:VENV", "X-ABC:1\nEND:VENV"),
+        P::LineBehindBody, 17);
+    row("line behind the second of two bodies",
+        QByteArray(lf).replace("END:VBODY\n", "END:VBODY\nb\nEND:VBODY\n\nc\nd\n"),
+        P::LineBehindBody, 20);
+}
+
+void TestVMessageParser::saysWhyAMessageIsRefused()
+{
+    QFETCH(QByteArray, bytes);
+    QFETCH(VMessageProblem::Kind, kind);
+    QFETCH(unsigned, line);
+    QCOMPARE(parsed(bytes), QByteArray("no message\n"));
+    QCOMPARE(problemOf(bytes).kind, kind);
+    QCOMPARE(problemOf(bytes).line, line);
+}
+
+void TestVMessageParser::hasNoProblemBeforeTheFirstMessage()
+{
+    QCOMPARE(VMessageParser().problem().kind, VMessageProblem::None);
+    QCOMPARE(VMessageParser().problem().line, 0U);
+}
+
 void TestVMessageParser::replacesTheResultBefore()
 {
     VMessageParser parser;
     QVERIFY(parse(parser, ownMessage("first")));
     QVERIFY(!parse(parser, "BEGIN:VMSG\r\n"));
+    QCOMPARE(parser.problem().kind, VMessageProblem::CutHeader);
     const VMessage *message = parse(parser, "BEGIN:VMSG\r\nEND:VMSG\r\n");
     QVERIFY(message);
+    QCOMPARE(parser.problem().kind, VMessageProblem::None);
+    QCOMPARE(parser.problem().line, 0U);
     QCOMPARE(rendered(parser, message), QByteArray("[header]\n"));
 }
 
