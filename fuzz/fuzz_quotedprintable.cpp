@@ -6,7 +6,7 @@
 #include "fuzzing.h"
 
 #include <korvasync/vmessageencoder.h>
-#include <base/quotedprintable.h>
+#include <quotedprintable_p.h>
 #include <vmessage/textdecoding.h>
 
 using namespace KorvaSyncIf;

@@ -5,7 +5,7 @@
 
 #include "base/datetimetext.h"
 #include "base/logging.h"
-#include "base/quotedprintable.h"
+#include "quotedprintable_p.h"
 
 #include <QtCore/QDebug>
 #include <QtCore/QStringBuilder>

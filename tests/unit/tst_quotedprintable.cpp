@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The korvasync developers
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include "base/quotedprintable.h"
 #include "messagelog.h"
+#include "quotedprintable_p.h"
 
 #include <korvasync/vmessageencoder.h>
 

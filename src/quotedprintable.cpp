@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The korvasync developers
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include "quotedprintable.h"
+#include "quotedprintable_p.h"
 
-#include "logging.h"
+#include "base/logging.h"
 
 #include <korvasync/vmessageencoder.h>
 

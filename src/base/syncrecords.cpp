@@ -3,8 +3,8 @@
 
 #include <korvasync/syncrecords.h>
 
-#include "base/datetimetext.h"
-#include "base/logging.h"
+#include "datetimetext.h"
+#include "logging.h"
 
 #include <QtCore/QDebug>
 
