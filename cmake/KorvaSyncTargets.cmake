@@ -21,3 +21,17 @@ function(korvasync_target_settings target)
         VISIBILITY_INLINES_HIDDEN ON
         POSITION_INDEPENDENT_CODE ON)
 endfunction()
+
+# Where files are compiled in bundles, a bundle holds files of one folder: its objects then tell
+# which folder uses which.
+function(korvasync_bundle_by_folder target)
+    get_target_property(sources ${target} SOURCES)
+    foreach(source IN LISTS sources)
+        cmake_path(GET source PARENT_PATH folder)
+        if(folder STREQUAL "")
+            set(folder 0)
+        endif()
+        set_source_files_properties(${source} PROPERTIES UNITY_GROUP ${folder})
+    endforeach()
+    set_target_properties(${target} PROPERTIES UNITY_BUILD_MODE GROUP)
+endfunction()
