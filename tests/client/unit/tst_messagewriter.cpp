@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The korvasync developers
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
+#include "import/addablemessages.h"
 #include "process/diagnostics.h"
 #include "store/messagewriter.h"
 
@@ -35,6 +36,8 @@ private Q_SLOTS:
     void endsAReadThatTheStoreWarnsOf();
     void endsAReadAheadThatTheStoreWarnsOf();
     void takesNoCallForAMessage();
+    void indexesWhatIsLookedFor();
+    void keepsNoIndexWhereNobodyLooksIntoIt();
 };
 
 namespace {
@@ -86,6 +89,26 @@ struct Fixture
     MessageStore messages;
     MessageWriter writer{location, messages};
 };
+
+//! How often the index has a message that each of the five folders holds, then with one added.
+QList<int> countsInIndex(AddableMessages::Equals equals)
+{
+    Fixture fixture;
+    fixture.hold({QStringLiteral("one")});
+    const QCommandLineParser options;
+    GlobalOptions global;
+    global.timeout = patience;
+    StandardOutput output;
+    const Invocation invocation{options, {}, global, fixture.location, output};
+    DuplicateIndex index;
+    AddableMessages messages(invocation, SettlingRules(), index, equals);
+    QList<NewMessage> added{fixture.message("one")};
+    const Fingerprint fingerprint = added.first().fingerprint;
+    messages.readStore();
+    const int ofStore = index.storedCount(fingerprint);
+    messages.add(added);
+    return {ofStore, index.storedCount(fingerprint)};
+}
 
 const QString notTaken = QStringLiteral("the store did not take it");
 
@@ -252,6 +275,17 @@ void TestMessageWriter::takesNoCallForAMessage()
     fixture.scripted.eventsById.insert(5, callEvent(5, CommHistory::Event::Inbound));
     QCOMPARE(fixture.messages.message(5).id, -1); // a call is no message
     QCOMPARE(fixture.messages.message(6).id, -1);
+}
+
+void TestMessageWriter::indexesWhatIsLookedFor()
+{
+    QCOMPARE(countsInIndex(AddableMessages::AreFound), QList<int>({5, 6}));
+}
+
+// Of a big file it would take as much memory as nothing else does.
+void TestMessageWriter::keepsNoIndexWhereNobodyLooksIntoIt()
+{
+    QCOMPARE(countsInIndex(AddableMessages::AreAdded), QList<int>({0, 0}));
 }
 
 QTEST_GUILESS_MAIN(TestMessageWriter)
