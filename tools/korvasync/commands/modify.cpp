@@ -129,8 +129,8 @@ ExitCode runModify(const Invocation &invocation)
         answer = global.dryRun ? foresee(store, settled.message, result)
                                : write(store, old, settled.message, result);
     }
-    if (answer == Answer::Interrupted)
-        return StoreAccess::complain(invocation.location, answer);
+    if (answer == Answer::Interrupted || (global.dryRun && answer != Answer::Finished))
+        return StoreAccess::complain(invocation.location, answer); // nothing came of it
     results.report(result);
     if (global.quiet == 0)
         results.printSummary();
