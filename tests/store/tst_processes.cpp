@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The korvasync developers
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include "storelocking.h"
+#include "heldstore.h"
 #include "storeprocess.h"
 
 #include <QtCore/QCoreApplication>
@@ -235,7 +235,7 @@ void TestProcesses::readsOfABusyStoreAreRefusedWithoutWaitingAgain()
     const StoreProcess program(m_store);
     QCOMPARE(program.run({Add, QStringLiteral("1")}).lines.size(), 1);
     {
-        const KeptStoreLock lock(m_store);
+        const HeldStore lock(m_store);
         QVERIFY(lock.isHeld());
         // With a wait for each this would take ten minutes.
         const auto outcome = program.run({QStringLiteral("count-refused"), QStringLiteral("200")});
@@ -254,7 +254,7 @@ void TestProcesses::aReadGivesUpBeforeAWriteDoes()
     QCOMPARE(program.run({Add, QStringLiteral("1")}).lines.size(), 1);
     QProcess writer;
     {
-        const KeptStoreLock lock(m_store);
+        const HeldStore lock(m_store);
         QVERIFY(lock.isHeld());
         program.start(&writer, {Add, QStringLiteral("1")});
         QTRY_VERIFY_WITH_TIMEOUT(lock.isWaitedFor(), 20000);
@@ -270,7 +270,7 @@ void TestProcesses::aReadGivesUpBeforeTheWriteBeforeItDoes()
     QCOMPARE(program.run({Add, QStringLiteral("1")}).lines.size(), 1);
     QProcess process;
     {
-        const KeptStoreLock lock(m_store);
+        const HeldStore lock(m_store);
         QVERIFY(lock.isHeld());
         program.start(&process, {QStringLiteral("read-behind-a-write")});
         QVERIFY(process.waitForReadyRead(60000));

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The korvasync developers
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
+#include "heldstore.h"
 #include "messagelog.h"
-#include "storelocking.h"
 #include "storeprocess.h"
 #include "storetesting.h"
 
@@ -155,7 +155,7 @@ void TestReplacedStore::aWriteThatWaitedWhileTheStoreWasMovedFails()
     EventModel model;
     Reports reports(&model);
     {
-        const KeptStoreLock lock(store());
+        const HeldStore lock(store());
         QVERIFY(lock.isHeld());
         QList<Event> events = messages(1);
         model.addEvents(events, false);

@@ -5,11 +5,7 @@
 
 #include "clientprocess.h"
 
-#include <QtCore/QFile>
 #include <QtTest/QTest>
-
-#include <fcntl.h>
-#include <unistd.h>
 
 // What the tests of stores in trouble share.
 
@@ -29,42 +25,6 @@ inline void addCommandRows(const QList<const char *> &lines)
     for (const char *line : lines)
         QTest::newRow(line) << QString::fromLatin1(line).split(QLatin1Char(' '));
 }
-
-//! Holds the lock of a store, as a process does that writes and does not come to an end. The
-//! first byte of the file is the turn, which the next one who wants the lock takes.
-class HeldStore
-{
-public:
-    explicit HeldStore(const ClientProcess &client)
-        : file(
-            open(QFile::encodeName(client.store() + text("/lock")).constData(), O_RDWR | O_CLOEXEC))
-    {
-        struct flock lock = range(1);
-        isHeld = fcntl(file, F_OFD_SETLKW, &lock) == 0;
-    }
-    ~HeldStore() { close(file); }
-
-    bool isHeld = false;
-
-    bool isWaitedFor() const
-    {
-        struct flock turn = range(0);
-        return fcntl(file, F_OFD_GETLK, &turn) == 0 && turn.l_type != F_UNLCK;
-    }
-
-private:
-    Q_DISABLE_COPY(HeldStore)
-    static struct flock range(off_t byte)
-    {
-        struct flock range = {};
-        range.l_type = F_WRLCK;
-        range.l_whence = SEEK_SET;
-        range.l_start = byte;
-        range.l_len = 1;
-        return range;
-    }
-    int file;
-};
 
 //! Adds, then adds again and removes on a disk that cannot be written, which print their exit
 //! codes, then lists.

@@ -1,7 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The korvasync developers
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
+#include "busyclient.h"
 #include "trouble.h"
+
+#include "heldstore.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
@@ -51,11 +54,9 @@ QByteArray many(int count)
 const QList<const char *> readers{"calls", "calls wipe --yes", "calls wipe -n"};
 const QList<const char *> all = readers + QList<const char *>{"calls add -", "calls add -n -"};
 
-bool readLines(QProcess &process, int count, QByteArray &lines)
+QByteArray lastLines(const QByteArray &output, int count)
 {
-    while (lines.count('\n') < count && process.waitForReadyRead(20000))
-        lines += process.readAllStandardOutput();
-    return lines.count('\n') == count;
+    return output.split('\n').mid(output.count('\n') - count).join('\n');
 }
 
 } // namespace
@@ -131,28 +132,24 @@ void TestCallTrouble::keepsWhatWentInOnAFullDisk()
 void TestCallTrouble::givesUpAddingToAHeldStore()
 {
     ClientProcess client;
-    QProcess process;
-    client.start(process,
-                 {text("calls"), text("add"), text("-o"), text("ndjson"), text("--timeout"),
-                  text("0.5"), text("-")});
-    process.write(many(chunkSize));
-    QVERIFY(process.waitForStarted());
-    QByteArray lines;
-    QVERIFY(readLines(process, chunkSize, lines));
-    const HeldStore holder(client);
-    QVERIFY(holder.isHeld);
-    process.write(callEntry("incoming", "+15550100", 5, "20101103T142530Z"));
-    process.closeWriteChannel();
-    QVERIFY(process.waitForFinished(20000));
-    QCOMPARE(process.exitCode(), 5);
+    // A chunk is written within the patience below on any machine.
+    BusyClient busy(client,
+                    {text("calls"), text("add"), text("-o"), text("ndjson"), text("--timeout"),
+                     text("5"), text("-")},
+                    many(chunkSize), chunkSize);
+    QVERIFY(busy.isBusy());
+    const HeldStore holder(client.store());
+    QVERIFY(holder.isHeld());
+    QVERIFY(busy.finish(callEntry("incoming", "+15550100", 5, "20101103T142530Z")));
+    QCOMPARE(busy.process.exitCode(), 5);
     QCOMPARE(
-        process.readAllStandardOutput(),
+        lastLines(busy.output(), 2),
         QByteArray(
             "{\"ref\":500,\"src\":\"-:3001\",\"status\":\"failed\",\"code\":\"call-store\","
             "\"detail\":\"not known, as the store cannot be read back\"}\n"
             "{\"summary\":{\"read\":501,\"added\":500,\"present\":0,\"refused\":0,\"failed\":1}}"
             "\n"));
-    verifySentence(process.readAllStandardError());
+    verifySentence(busy.process.readAllStandardError());
 }
 
 void TestCallTrouble::givesUpWipingAHeldStore()
@@ -167,8 +164,8 @@ void TestCallTrouble::givesUpWipingAHeldStore()
     process.setReadChannel(QProcess::StandardError);
     QVERIFY(process.waitForReadyRead(20000)); // the question: the store is open by now
     {
-        const HeldStore holder(client);
-        QVERIFY(holder.isHeld);
+        const HeldStore holder(client.store());
+        QVERIFY(holder.isHeld());
         QCOMPARE(write(terminal, "y\n", 2), ssize_t(2));
         QVERIFY(process.waitForFinished(20000));
     }
@@ -182,18 +179,14 @@ void TestCallTrouble::givesUpWipingAHeldStore()
 void TestCallTrouble::endsTruthfullyWhenInterrupted()
 {
     ClientProcess client;
-    QProcess process;
-    client.start(process, {text("calls"), text("add"), text("-o"), text("ndjson"), text("-")});
-    // The input stays open, within an entry: after the first results the client waits for more.
-    process.write(many(chunkSize) + "BEGIN:VCALLHISTENTRY\r\nTYPE:missed\r\n");
-    QVERIFY(process.waitForStarted());
-    QByteArray output;
-    QVERIFY(readLines(process, chunkSize, output));
-    QCOMPARE(kill(static_cast<pid_t>(process.processId()), SIGTERM), 0);
-    QVERIFY(process.waitForFinished(20000));
-    QCOMPARE(process.exitStatus(), QProcess::NormalExit);
-    QCOMPARE(process.exitCode(), 128 + SIGTERM);
-    QCOMPARE(process.readAllStandardOutput(),
+    // It is interrupted within an entry.
+    BusyClient busy(client, {text("calls"), text("add"), text("-o"), text("ndjson"), text("-")},
+                    many(chunkSize) + "BEGIN:VCALLHISTENTRY\r\nTYPE:missed\r\n", chunkSize);
+    QVERIFY(busy.isBusy());
+    QVERIFY(busy.endBySignal(SIGTERM));
+    QCOMPARE(busy.process.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(busy.process.exitCode(), 128 + SIGTERM);
+    QCOMPARE(lastLines(busy.output(), 1),
              QByteArray("{\"summary\":{\"read\":500,\"added\":500,\"present\":0,\"refused\":0,"
                         "\"failed\":0,\"complete\":false}}\n"));
     QCOMPARE(client.run({text("calls")}).output.count('\n'), 500);

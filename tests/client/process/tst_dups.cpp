@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The korvasync developers
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include "clientprocess.h"
+#include "busyclient.h"
 
 #include <QtTest/QTest>
 
@@ -155,17 +155,13 @@ void TestDups::waitsForClientsThatAdd()
 {
     ClientProcess client;
     client.fill(all);
-    QProcess adding;
-    client.start(adding, {text("add"), text("--chunk"), text("1"), text("-")});
-    QVERIFY(adding.waitForStarted());
-    adding.write(vMessage("INBOX", "20101103T142530Z", "+15550177", "Hi"));
-    QVERIFY(adding.waitForReadyRead(20000)); // it has its turn now
+    BusyClient adding(client, vMessage("INBOX", "20101103T142530Z", "+15550177", "Hi"));
+    QVERIFY(adding.isBusy());
     const auto outcome =
         client.run({text("dups"), text("--delete"), text("--yes"), text("--timeout"), text("0.5")});
     QCOMPARE(outcome.exitCode, 5);
     QCOMPARE(outcome.output, QByteArray());
-    adding.closeWriteChannel();
-    QVERIFY(adding.waitForFinished(20000));
+    QVERIFY(adding.finish());
     QCOMPARE(ids(client).count('\n'), 6);
 }
 

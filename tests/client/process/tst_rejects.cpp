@@ -1,7 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The korvasync developers
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include "trouble.h"
+#include "busyclient.h"
+
+#include "heldstore.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
@@ -120,27 +122,16 @@ void TestRejects::replaceTheirInput()
     QVERIFY(QFileInfo(client.filePath(text("link"))).isSymLink());
 }
 
-static bool waitForLines(QProcess &process, int count)
-{
-    QByteArray lines;
-    while (lines.count('\n') < count && process.waitForReadyRead(20000))
-        lines += process.readAllStandardOutput();
-    return lines.count('\n') == count;
-}
-
 //! Ends an "add --rejects" once it has told of \a count items. Behind them it reads standard input,
 //! which does not end.
 static QByteArray endBySignal(const ClientProcess &client, const QStringList &add, int count,
                               int signalNumber)
 {
-    QProcess process;
-    client.start(process, add + QStringList{text("-")});
-    if (!process.waitForStarted() || !waitForLines(process, count)
-        || kill(static_cast<pid_t>(process.processId()), signalNumber) != 0
-        || !process.waitForFinished(20000))
+    BusyClient busy(client, add + QStringList{text("-")}, QByteArray(), count);
+    if (!busy.isBusy() || !busy.endBySignal(signalNumber))
         qFatal("the client does not end");
-    const bool isKilled = process.exitStatus() != QProcess::NormalExit;
-    return isKilled ? "killed" : process.readAllStandardError();
+    const bool isKilled = busy.process.exitStatus() != QProcess::NormalExit;
+    return isKilled ? "killed" : busy.process.readAllStandardError();
 }
 
 void TestRejects::leaveTheirInputWhenInterrupted_data() { addRowsOfNames(); }
@@ -251,8 +242,8 @@ void TestRejects::leaveTheirInputWhenTheStoreGivesNoAnswer()
     ClientProcess client;
     prepare(client, draft + hello);
     client.fill(other);
-    const Trouble::HeldStore holder(client);
-    QVERIFY(holder.isHeld);
+    const HeldStore holder(client.store());
+    QVERIFY(holder.isHeld());
     const auto outcome = client.run(words("add -qq --timeout 0.5 --rejects in/all.vmg in/all.vmg"));
     QCOMPARE(outcome.exitCode, 5);
     QCOMPARE(contentOf(client.filePath(text("in/all.vmg"))), draft + hello);
@@ -290,18 +281,16 @@ void TestRejects::leaveAnInputThatGrew()
 {
     ClientProcess client;
     prepare(client, hello + draft);
-    QProcess process;
-    client.start(process, words("add -qq --chunk 1 --rejects in/all.vmg in/all.vmg -"));
-    QVERIFY(process.waitForStarted());
-    QVERIFY(waitForLines(process, 2));
+    BusyClient busy(client, words("add -qq --chunk 1 --rejects in/all.vmg in/all.vmg -"),
+                    QByteArray(), 2);
+    QVERIFY(busy.isBusy());
     QFile file(client.filePath(text("in/all.vmg")));
     QVERIFY(file.open(QIODevice::Append));
     file.write(other);
     file.close();
-    process.closeWriteChannel();
-    QVERIFY(process.waitForFinished(20000));
-    QCOMPARE(process.exitCode(), 1);
-    QCOMPARE(process.readAllStandardError(), stays("in/all.vmg", "in/all.vmg.1"));
+    QVERIFY(busy.finish());
+    QCOMPARE(busy.process.exitCode(), 1);
+    QCOMPARE(busy.process.readAllStandardError(), stays("in/all.vmg", "in/all.vmg.1"));
     QCOMPARE(contentOf(file.fileName()), hello + draft + other);
 }
 
@@ -424,13 +413,11 @@ void TestRejects::haveNoNameUntilTheyAreWhole()
 {
     ClientProcess client;
     prepare(client, draft.repeated(500));
-    QProcess process;
-    client.start(process, words("add -qq --chunk 1 --rejects in/mend.txt in/all.vmg -"));
-    QVERIFY(process.waitForStarted());
-    QVERIFY(waitForLines(process, 500));
+    BusyClient busy(client, words("add -qq --chunk 1 --rejects in/mend.txt in/all.vmg -"),
+                    QByteArray(), 500);
+    QVERIFY(busy.isBusy());
     QCOMPARE(filesIn(client.filePath(text("in"))), QStringList{text("all.vmg")});
-    process.closeWriteChannel();
-    QVERIFY(process.waitForFinished(20000));
+    QVERIFY(busy.finish());
     QCOMPARE(filesIn(client.filePath(text("in"))),
              (QStringList{text("all.vmg"), text("mend.txt")}));
 }

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The korvasync developers
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include "clientprocess.h"
+#include "busyclient.h"
 
 #include <QtCore/QDir>
 #include <QtTest/QTest>
@@ -49,32 +49,18 @@ Replace replaceWithin(const QString &name)
         [name](const QString &store, const QString &aside) { return restore(store + name, aside); };
 }
 
-bool waitForLine(QProcess &process)
-{
-    while (!process.canReadLine()) {
-        if (!process.waitForReadyRead(60000))
-            return false;
-    }
-    return true;
-}
-
 //! Adds the first message, replaces the store, and adds the second.
 ClientProcess::Outcome addAround(const ClientProcess &client, const QByteArray &first,
                                  const QByteArray &second, const Replace &replace)
 {
-    QProcess process;
-    client.start(process, {text("add"), text("-q"), text("--chunk"), text("1"), text("-")});
-    process.write(first);
+    BusyClient busy(client, first);
     ClientProcess::Outcome outcome;
-    if (!waitForLine(process) || !replace(client.store(), client.filePath(text("aside"))))
+    if (!busy.isBusy() || !replace(client.store(), client.filePath(text("aside")))
+        || !busy.finish(second))
         return outcome;
-    process.write(second);
-    process.closeWriteChannel();
-    if (!process.waitForFinished(60000))
-        return outcome;
-    outcome.exitCode = process.exitCode();
-    outcome.output = process.readAllStandardOutput();
-    outcome.errors = process.readAllStandardError();
+    outcome.exitCode = busy.process.exitCode();
+    outcome.output = busy.output();
+    outcome.errors = busy.process.readAllStandardError();
     return outcome;
 }
 

@@ -1,7 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The korvasync developers
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
+#include "busyclient.h"
 #include "trouble.h"
+
+#include "heldstore.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
@@ -294,30 +297,24 @@ void TestTrouble::givesUpOnAHeldStore()
     // To make a store takes a slow machine longer than the patience below.
     client.write(text("first.vmg"), vMessage("INBOX", "20101103T142529Z", "+15550100", "First"));
     QCOMPARE(client.run({text("add"), client.filePath(text("first.vmg"))}).exitCode, 0);
-    QProcess process;
-    client.start(process,
-                 {text("add"), text("-o"), text("ndjson"), text("--chunk"), text("1"),
-                  text("--timeout"), text("2"), text("-")});
-    process.write(hello);
-    QVERIFY(process.waitForStarted());
-    QVERIFY(process.waitForReadyRead(20000));
-    QCOMPARE(process.readAllStandardOutput(),
-             QByteArray("{\"ref\":0,\"src\":\"-:1\",\"status\":\"added\",\"id\":2}\n"));
-
+    BusyClient busy(client,
+                    {text("add"), text("-o"), text("ndjson"), text("--chunk"), text("1"),
+                     text("--timeout"), text("2"), text("-")},
+                    hello);
+    QVERIFY(busy.isBusy());
     // Now another process writes, and does not come to an end.
-    const HeldStore holder(client);
-    QVERIFY(holder.isHeld);
-    process.write(vMessage("INBOX", "20101103T142531Z", "+15550100", "Hello"));
-    process.closeWriteChannel();
-    QVERIFY(process.waitForFinished(20000));
-    QCOMPARE(process.exitCode(), 5);
+    const HeldStore holder(client.store());
+    QVERIFY(holder.isHeld());
+    QVERIFY(busy.finish(vMessage("INBOX", "20101103T142531Z", "+15550100", "Hello")));
+    QCOMPARE(busy.process.exitCode(), 5);
     QCOMPARE(
-        process.readAllStandardOutput(),
-        QByteArray("{\"ref\":1,\"src\":\"-:16\",\"status\":\"failed\",\"code\":\"sms-store\","
+        busy.output(),
+        QByteArray("{\"ref\":0,\"src\":\"-:1\",\"status\":\"added\",\"id\":2}\n"
+                   "{\"ref\":1,\"src\":\"-:16\",\"status\":\"failed\",\"code\":\"sms-store\","
                    "\"detail\":\"not known, as the store cannot be read back\"}\n"
                    "{\"summary\":{\"read\":2,\"added\":1,\"present\":0,\"refused\":0,\"failed\":1,"
                    "\"complete\":false}}\n"));
-    verifySentence(process.readAllStandardError());
+    verifySentence(busy.process.readAllStandardError());
 }
 
 void TestTrouble::endsTruthfullyWhenInterrupted_data()
@@ -332,27 +329,21 @@ void TestTrouble::endsTruthfullyWhenInterrupted()
 {
     QFETCH(int, signalNumber);
     ClientProcess client;
-    QProcess process;
-    client.start(process,
-                 {text("add"), text("-o"), text("ndjson"), text("--chunk"), text("1"), text("-")});
-    // The input stays open: after the first result the client waits for more.
-    process.write(many(3));
-    QVERIFY(process.waitForStarted());
-    QByteArray output;
-    while (output.count('\n') < 1 && process.waitForReadyRead(20000))
-        output += process.readAllStandardOutput();
-    QCOMPARE(kill(static_cast<pid_t>(process.processId()), signalNumber), 0);
-    QVERIFY(process.waitForFinished(20000));
-    output += process.readAllStandardOutput();
-    QCOMPARE(process.exitStatus(), QProcess::NormalExit);
-    QCOMPARE(process.exitCode(), 128 + signalNumber);
+    BusyClient busy(
+        client, {text("add"), text("-o"), text("ndjson"), text("--chunk"), text("1"), text("-")},
+        many(3));
+    QVERIFY(busy.isBusy());
+    QVERIFY(busy.endBySignal(signalNumber));
+    QCOMPARE(busy.process.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(busy.process.exitCode(), 128 + signalNumber);
+    const QByteArray output = busy.output();
     const int added = static_cast<int>(output.count("\"status\":\"added\""));
     QVERIFY(added > 0);
     const QByteArray count = QByteArray::number(added);
     QVERIFY2(output.endsWith("{\"summary\":{\"read\":" + count + ",\"added\":" + count
                              + ",\"present\":0,\"refused\":0,\"failed\":0,\"complete\":false}}\n"),
              output);
-    QCOMPARE(process.readAllStandardError(),
+    QCOMPARE(busy.process.readAllStandardError(),
              QByteArray("korvasync: the input was not read to its end; add it again\n"));
     QCOMPARE(client.run({text("list"), text("--count")}).output, count + '\n');
 }

@@ -1,7 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The korvasync developers
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
+#include "busyclient.h"
 #include "trouble.h"
+
+#include "heldstore.h"
 
 #include <QtCore/QFile>
 #include <QtTest/QTest>
@@ -42,15 +45,6 @@ static QByteArray messages(int count)
     for (int i = 0; i < count; ++i)
         all += message(10 + i);
     return all;
-}
-
-static bool waitForLine(QProcess &process)
-{
-    while (!process.canReadLine()) {
-        if (!process.waitForReadyRead(20000))
-            return false;
-    }
-    return true;
 }
 
 static void interrupt(const QProcess &process, int signalNumber)
@@ -107,32 +101,24 @@ void TestTurns::deletesNothingTwice()
 void TestTurns::waitsForAClientThatAdds()
 {
     ClientProcess client;
-    QProcess first;
-    client.start(first, {text("add"), text("-q"), text("--chunk"), text("1"), text("-")});
-    first.write(message(10));
-    QVERIFY(first.waitForStarted());
-    QVERIFY(waitForLine(first));
+    BusyClient first(client, message(10));
+    QVERIFY(first.isBusy());
     QProcess second;
     client.start(second, {text("add"), text("-q"), text("-")});
     second.write(message(11));
     second.closeWriteChannel();
     QVERIFY(second.waitForStarted());
-    first.write(message(11));
-    first.closeWriteChannel();
-    QVERIFY(first.waitForFinished(20000));
+    QVERIFY(first.finish(message(11)));
     QVERIFY(second.waitForFinished(20000));
-    QCOMPARE(first.readAllStandardOutput(), QByteArray("added  1  -:1\nadded  2  -:16\n"));
+    QCOMPARE(first.output(), QByteArray("added  1  -:1\nadded  2  -:16\n"));
     QCOMPARE(second.readAllStandardOutput(), QByteArray("present  2  -:1\n"));
 }
 
 void TestTurns::givesUpOnAClientThatAdds()
 {
     ClientProcess client;
-    QProcess first;
-    client.start(first, {text("add"), text("-q"), text("--chunk"), text("1"), text("-")});
-    first.write(message(10));
-    QVERIFY(first.waitForStarted());
-    QVERIFY(waitForLine(first));
+    BusyClient first(client, message(10));
+    QVERIFY(first.isBusy());
     const auto outcome =
         client.run({text("add"), text("--timeout"), text("0.5"), text("-")}, message(11));
     QCOMPARE(outcome.exitCode, 5);
@@ -141,23 +127,18 @@ void TestTurns::givesUpOnAClientThatAdds()
     // A dry run and a look at the store need no turn.
     QCOMPARE(client.run({text("add"), text("-n"), text("-")}, message(11)).exitCode, 0);
     QCOMPARE(client.run({text("list"), text("--ids")}).output, QByteArray("1\n"));
-    first.closeWriteChannel();
-    QVERIFY(first.waitForFinished(20000));
+    QVERIFY(first.finish());
 }
 
 void TestTurns::addsAgainWithoutATurn()
 {
     ClientProcess client;
-    QProcess first;
-    client.start(first, {text("add"), text("-q"), text("--chunk"), text("1"), text("-")});
-    first.write(message(10));
-    QVERIFY(first.waitForStarted());
-    QVERIFY(waitForLine(first));
+    BusyClient first(client, message(10));
+    QVERIFY(first.isBusy());
     const auto outcome = client.run(
         {text("add"), text("-q"), text("--on-duplicate"), text("add"), text("-")}, message(10));
     QCOMPARE(outcome.output, QByteArray("added  2  -:1\n"));
-    first.closeWriteChannel();
-    QVERIFY(first.waitForFinished(20000));
+    QVERIFY(first.finish());
 }
 
 void TestTurns::leavesNoFolderWithoutAStore()
@@ -181,8 +162,8 @@ void TestTurns::givesUpOnAHeldStore()
     QFETCH(QStringList, arguments);
     ClientProcess client;
     client.fill(message(10));
-    const Trouble::HeldStore holder(client);
-    QVERIFY(holder.isHeld);
+    const HeldStore holder(client.store());
+    QVERIFY(holder.isHeld());
     const auto outcome =
         client.run(QStringList{text("--timeout"), text("0.5")} + arguments, message(11));
     QCOMPARE(outcome.exitCode, 5);
@@ -201,8 +182,8 @@ void TestTurns::endsAtOnceWhenInterruptedOnAHeldStore()
     QFETCH(QStringList, arguments);
     ClientProcess client;
     client.fill(message(10));
-    const Trouble::HeldStore holder(client);
-    QVERIFY(holder.isHeld);
+    const HeldStore holder(client.store());
+    QVERIFY(holder.isHeld());
     QProcess process;
     client.start(process, arguments);
     QVERIFY(process.waitForStarted());
@@ -219,42 +200,34 @@ void TestTurns::endsAtOnceWhenInterruptedOnAHeldStore()
 void TestTurns::endsAWriteThatIsHeldWhenInterrupted()
 {
     ClientProcess client;
-    QProcess process;
-    client.start(process, {text("add"), text("--chunk"), text("1"), text("-")});
-    process.write(message(10));
-    QVERIFY(process.waitForStarted());
-    QVERIFY(waitForLine(process));
-    QCOMPARE(process.readLine(), QByteArray("added  1  -:1\n"));
+    BusyClient busy(client, {text("add"), text("--chunk"), text("1"), text("-")}, message(10));
+    QVERIFY(busy.isBusy());
     {
-        const Trouble::HeldStore holder(client);
-        QVERIFY(holder.isHeld);
-        process.write(message(11));
-        QVERIFY(process.waitForBytesWritten());
+        const HeldStore holder(client.store());
+        QVERIFY(holder.isHeld());
+        busy.process.write(message(11));
+        QVERIFY(busy.process.waitForBytesWritten());
         QTRY_VERIFY_WITH_TIMEOUT(holder.isWaitedFor(), 20000);
-        interrupt(process, SIGINT);
-        QVERIFY(process.waitForFinished(20000)); // the library waits for half a minute
+        QVERIFY(busy.endBySignal(SIGINT));
     }
-    QCOMPARE(process.exitCode(), 130);
-    QCOMPARE(process.readAllStandardOutput(),
-             QByteArray("failed  -:16  sms-store: not known, as the store cannot be read back\n"
+    QCOMPARE(busy.process.exitCode(), 130);
+    QCOMPARE(busy.output(),
+             QByteArray("added  1  -:1\n"
+                        "failed  -:16  sms-store: not known, as the store cannot be read back\n"
                         "2 read, 1 added, 0 present, 0 refused, 1 failed\n"));
 }
 
 void TestTurns::closesNoStoreThatIsHeld()
 {
     ClientProcess client;
-    QProcess process;
-    client.start(process, {text("add"), text("-q"), text("--chunk"), text("1"), text("-")});
-    process.write(message(10));
-    QVERIFY(process.waitForStarted());
-    QVERIFY(waitForLine(process));
+    BusyClient busy(client, message(10));
+    QVERIFY(busy.isBusy());
     {
-        const Trouble::HeldStore holder(client);
-        QVERIFY(holder.isHeld);
-        process.closeWriteChannel();
-        QVERIFY(process.waitForFinished(20000)); // the library waits for half a minute
+        const HeldStore holder(client.store());
+        QVERIFY(holder.isHeld());
+        QVERIFY(busy.finish());
     }
-    QCOMPARE(process.exitCode(), 0);
+    QCOMPARE(busy.process.exitCode(), 0);
     QCOMPARE(client.run({text("list"), text("--ids")}).output, QByteArray("1\n"));
 }
 

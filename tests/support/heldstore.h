@@ -8,18 +8,19 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-//! Keeps the lock of a store, as another process that writes would.
-class KeptStoreLock
+//! Holds the lock of a store, as another process does that writes and does not come to an end.
+//! The first byte of the file is the turn, which the next one who wants the lock takes.
+class HeldStore
 {
 public:
-    explicit KeptStoreLock(const QString &store)
+    explicit HeldStore(const QString &store)
         : m_file(::open(QFile::encodeName(store + QStringLiteral("/lock")).constData(),
                         O_RDWR | O_CLOEXEC))
     {
         struct flock lock = byte(Lock, F_WRLCK);
-        m_isHeld = ::fcntl(m_file, F_OFD_SETLK, &lock) == 0;
+        m_isHeld = ::fcntl(m_file, F_OFD_SETLKW, &lock) == 0;
     }
-    ~KeptStoreLock() { ::close(m_file); }
+    ~HeldStore() { ::close(m_file); }
 
     bool isHeld() const { return m_isHeld; }
     //! Whether another one waits for the lock.
@@ -30,7 +31,7 @@ public:
     }
 
 private:
-    Q_DISABLE_COPY(KeptStoreLock)
+    Q_DISABLE_COPY(HeldStore)
     enum : off_t { Turn = 0, Lock = 1 };
     static struct flock byte(off_t at, short type)
     {
