@@ -4,13 +4,12 @@
 // The call log of the real store, through the library. Run with "list", "add" or "wipe", the
 // program is a process of its own on the store of KORVASYNC_STORE and prints what came of it.
 
+#include "callloghelpers.h"
 #include "messagelog.h"
 #include "storeprocess.h"
-#include "storetesting.h"
 #include "timezone.h"
 #include "vmessagetext.h"
 
-#include <korvasync/callsyncinterface.h>
 #include <korvasync/smssyncinterface.h>
 
 #include <commhistory/trackerio.h>
@@ -19,6 +18,7 @@
 
 #include <cstdio>
 
+using namespace CallLog;
 using namespace KorvaSyncIf;
 using CommHistory::Event;
 using CommHistory::TrackerIO;
@@ -36,14 +36,6 @@ private Q_SLOTS:
     void sinceGoesByTheStartAndIncludesIt();
     void equalCallsAreKeptApart();
     void theEntriesAroundABrokenOneAreStored();
-    void aCallThatWasReadIsAddedWithoutItsTime();
-    void anOutgoingCallComesBackWithItsStart();
-    void anOutgoingCallComesBackWithItsStartBeforeAClockChange();
-    void everyHalfHourComesBack_data();
-    void everyHalfHourComesBack();
-    void aMomentIsReadInTheReadersZone();
-    void callsWithoutTimeComeBack();
-    void callsBefore1970ComeBack();
     void oddNumbersComeBack();
     void oddDurationsComeBack();
     void deletionRemovesCallsAndNothingElse();
@@ -53,78 +45,6 @@ private Q_SLOTS:
 };
 
 namespace {
-
-constexpr CallType AllCalls = CallType(3);
-
-QString entry(const QString &type, const QString &number, int duration, const QString &time)
-{
-    return QStringLiteral("BEGIN:VCALLHISTENTRY\r\nTYPE:%1\r\nTEL:").arg(type) + number
-        + QStringLiteral("\r\nDURATION:%1\r\nCALL-DATETIME:%2\r\nEND:VCALLHISTENTRY\r\n")
-              .arg(QString::number(duration), time);
-}
-
-QString incoming(const QString &number, const QString &time, int duration = 60)
-{
-    return entry(QStringLiteral("incoming"), number, duration, time);
-}
-
-QString outgoing(const QString &number, const QString &time, int duration = 60)
-{
-    return entry(QStringLiteral("outgoing"), number, duration, time);
-}
-
-QString missed(const QString &number, const QString &time)
-{
-    return entry(QStringLiteral("missed"), number, 0, time);
-}
-
-//! Error flag, then the result of each entry; or that finished() did not come.
-QString add(const QStringList &entries)
-{
-    CallSyncInterface facade;
-    PendingStatus *const pending = facade.addNewCalls(entries);
-    if (pending->isError())
-        return QStringLiteral("refused");
-    QString result = QStringLiteral("no answer");
-    QSignalSpy finished(pending, &PendingStatus::finished);
-    QObject::connect(pending, &PendingStatus::finished, &facade, [&result](PendingStatus *ended) {
-        result = ended->isError() ? QStringLiteral("failed") : QStringLiteral("added");
-        const QList<CallSyncError> errors = ended->statusCallMsgs();
-        for (const CallSyncError error : errors)
-            result += QStringLiteral(" %1").arg(int(error));
-        if (!ended->status().isEmpty())
-            result += QStringLiteral(", results of messages");
-    });
-    finished.wait(Patience);
-    return result;
-}
-
-QStringList read(CallType type = AllCalls, const QDateTime &since = QDateTime())
-{
-    CallSyncInterface facade;
-    PendingMsgs *const pending = facade.calls(type, since);
-    if (pending->isError())
-        return {QStringLiteral("refused")};
-    QStringList entries{QStringLiteral("no answer")};
-    QSignalSpy finished(pending, &PendingMsgs::finished);
-    QObject::connect(pending, &PendingMsgs::finished, &facade,
-                     [&entries](PendingMsgs *ended) { entries = ended->callLogs(); });
-    finished.wait(Patience);
-    return entries;
-}
-
-//! The numbers of the calls, in order; or why there are none.
-QString numbers(CallType type = AllCalls, const QDateTime &since = QDateTime())
-{
-    QStringList result;
-    const QStringList entries = read(type, since);
-    for (const QString &text : entries) {
-        if (!text.startsWith(QLatin1String("BEGIN:")))
-            return text;
-        result.append(text.section(QStringLiteral("\r\nTEL:"), 1).section(QLatin1Char('\r'), 0, 0));
-    }
-    return result.join(QLatin1Char(' '));
-}
 
 //! Database id of a new message from +15550100; -1 when it was not stored.
 int addMessage()
@@ -146,14 +66,6 @@ Event stored(int id)
     Event event;
     TrackerIO::instance()->getEvent(id, event);
     return event;
-}
-
-QString stamp(const QDate &day, int minute)
-{
-    return day.addDays(minute / 1440).toString(QStringLiteral("yyyyMMdd"))
-        + QStringLiteral("T%1%2")
-              .arg(minute % 1440 / 60, 2, 10, QLatin1Char('0'))
-              .arg(minute % 60, 2, 10, QLatin1Char('0'));
 }
 
 StoreProcess otherProcess() { return StoreProcess(QFile::decodeName(qgetenv("KORVASYNC_STORE"))); }
@@ -273,127 +185,6 @@ void TestCallLog::theEntriesAroundABrokenOneAreStored()
     QCOMPARE(add({QStringLiteral("BEGIN:VCARD")}), QStringLiteral("refused"));
     QCOMPARE(add({}), QStringLiteral("refused"));
     QCOMPARE(numbers(), QStringLiteral("3 1"));
-}
-
-void TestCallLog::aCallThatWasReadIsAddedWithoutItsTime()
-{
-    add({incoming(QStringLiteral("1"), QStringLiteral("20260301T120000"), 7)});
-    const QStringList got = read();
-    QCOMPARE(got,
-             QStringList(incoming(QStringLiteral("1"), QStringLiteral("20260301T1200000"), 7)));
-    QCOMPARE(add(got), QStringLiteral("added 0"));
-    QVERIFY(read().contains(incoming(QStringLiteral("1"), QString(), 7)));
-}
-
-void TestCallLog::anOutgoingCallComesBackWithItsStart()
-{
-    add({outgoing(QStringLiteral("1"), QStringLiteral("20260301T120100"), 60),
-         incoming(QStringLiteral("2"), QStringLiteral("20260301T120200"), 60)});
-    QCOMPARE(read(),
-             (QStringList{incoming(QStringLiteral("2"), QStringLiteral("20260301T1202000"), 60),
-                          outgoing(QStringLiteral("1"), QStringLiteral("20260301T1200000"), 60)}));
-}
-
-void TestCallLog::anOutgoingCallComesBackWithItsStartBeforeAClockChange()
-{
-    const TimeZone zone("America/St_Johns");
-    // In the spring the clock jumps from 02:00 to 03:00, in the autumn back to 01:00.
-    add({outgoing(QStringLiteral("1"), QStringLiteral("20260308T031500"), 1800),
-         outgoing(QStringLiteral("2"), QStringLiteral("20261101T021500"), 7200)});
-    QCOMPARE(
-        read(),
-        (QStringList{outgoing(QStringLiteral("2"), QStringLiteral("20261101T0115000"), 7200),
-                     outgoing(QStringLiteral("1"), QStringLiteral("20260308T0145000"), 1800)}));
-}
-
-// A clock reading that is skipped or comes twice is no moment; these alone are left out.
-void TestCallLog::everyHalfHourComesBack_data()
-{
-    QTest::addColumn<QByteArray>("zone");
-    QTest::addColumn<QDate>("day");
-    QTest::addColumn<int>("leftOutFrom"); // minute of the day
-    QTest::addColumn<int>("leftOutTo");   // not included
-    const auto row = [](const char *zone, const QDate &day, int from = 0, int to = 0) {
-        QTest::addRow("%s-%d-%d", zone, day.year(), day.month())
-            << QByteArray(zone) << day << from << to;
-    };
-    row("Asia/Kathmandu", {2026, 3, 1});
-    row("Asia/Kathmandu", {1986, 1, 1}, 0, 15);
-    row("Asia/Kolkata", {2026, 3, 1});
-    row("Pacific/Marquesas", {2026, 3, 1});
-    row("America/St_Johns", {2026, 3, 8}, 120, 180);
-    row("America/St_Johns", {2026, 11, 1}, 60, 120);
-    row("Australia/Lord_Howe", {2026, 10, 4}, 120, 150);
-    row("Australia/Lord_Howe", {2026, 4, 5}, 90, 120);
-    row("Australia/Adelaide", {2026, 10, 4}, 120, 180);
-    row("Australia/Adelaide", {2026, 4, 5}, 120, 180);
-    row("Pacific/Chatham", {2026, 9, 27}, 165, 225);
-    row("Pacific/Chatham", {2026, 4, 5}, 165, 225);
-    row("America/Caracas", {2016, 5, 1}, 150, 180);
-    row("America/Caracas", {2007, 12, 9}, 150, 180);
-    row("Europe/Helsinki", {2026, 3, 29}, 180, 240);
-    row("UTC", {2026, 3, 29});
-}
-
-void TestCallLog::everyHalfHourComesBack()
-{
-    QFETCH(QByteArray, zone);
-    QFETCH(QDate, day);
-    QFETCH(int, leftOutFrom);
-    QFETCH(int, leftOutTo);
-    const TimeZone here(zone);
-    QStringList given;
-    QStringList expected;
-    // From the day before to the day after.
-    for (int minute = -1440; minute < 2880; minute += 30) {
-        if (minute >= leftOutFrom && minute < leftOutTo)
-            continue;
-        const QString time = stamp(day.addDays(-1), minute + 1440);
-        given.append(incoming(QStringLiteral("1"), time + QStringLiteral("30Z"), 45));
-        expected.prepend(incoming(QStringLiteral("1"), time + QStringLiteral("300"), 45));
-    }
-    QVERIFY(add(given).startsWith(QLatin1String("added ")));
-    const QStringList got = read();
-    QCOMPARE(int(got.size()), int(expected.size()));
-    for (int i = 0; i < got.size(); ++i)
-        QCOMPARE(got.at(i), expected.at(i));
-}
-
-void TestCallLog::aMomentIsReadInTheReadersZone()
-{
-    {
-        const TimeZone zone("Asia/Kathmandu");
-        add({missed(QStringLiteral("1"), QStringLiteral("20260301T001500"))});
-    }
-    const TimeZone zone("America/St_Johns");
-    QCOMPARE(read(), QStringList(missed(QStringLiteral("1"), QStringLiteral("20260228T1500000"))));
-}
-
-// A missing end counts as the last second that 32 bits hold.
-void TestCallLog::callsWithoutTimeComeBack()
-{
-    const TimeZone zone("UTC");
-    QCOMPARE(add({QString(), incoming(QStringLiteral("1"), QString(), 30),
-                  outgoing(QStringLiteral("2"), QStringLiteral("soon"), 31)}),
-             QStringLiteral("added 0 0 0"));
-    const QStringList expected{
-        outgoing(QString(), QStringLiteral("21060207T0628150"), 0),
-        incoming(QStringLiteral("1"), QString(), 30),
-        outgoing(QStringLiteral("2"), QStringLiteral("21060207T0627440"), 31)};
-    QCOMPARE(read(), expected);
-    QCOMPARE(read(AllCalls, QDateTime(QDate(2026, 3, 1), QTime(0, 0))), expected);
-}
-
-void TestCallLog::callsBefore1970ComeBack()
-{
-    const TimeZone zone("UTC");
-    add({incoming(QStringLiteral("1"), QStringLiteral("19601103T142530"), 30),
-         outgoing(QStringLiteral("2"), QStringLiteral("19601103T142530"), 31),
-         incoming(QStringLiteral("3"), QStringLiteral("19700101T000010"), 60)});
-    QCOMPARE(read(),
-             (QStringList{incoming(QStringLiteral("1"), QStringLiteral("19601103T1425300"), 30),
-                          outgoing(QStringLiteral("2"), QStringLiteral("21060207T0627440"), 31),
-                          incoming(QStringLiteral("3"), QStringLiteral("19700101T0000100"), 60)}));
 }
 
 void TestCallLog::oddNumbersComeBack()

@@ -1,23 +1,17 @@
 // SPDX-FileCopyrightText: 2026 The korvasync developers
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include "storeprocess.h"
+#include "storedirectoryfixture.h"
 
 #include <QtCore/QCoreApplication>
-#include <QtCore/QDir>
-#include <QtCore/QTemporaryDir>
-#include <QtTest/QTest>
-
-#include <memory>
-#include <unistd.h>
 
 //! Directories that are no store, or no longer a whole one: never a crash, never a fresh
 //! store in the place of a lost one, and one sentence that says what to do.
-class TestStoreDirectory : public QObject
+class TestStoreDirectory : public QObject, private StoreDirectoryFixture
 {
     Q_OBJECT
 private Q_SLOTS:
-    void init();
+    void init() { begin(); }
     void anAbsentStoreIsMadeByTheFirstWrite_data();
     void anAbsentStoreIsMadeByTheFirstWrite();
     void anAbsentStoreIsLookedUpInSilence();
@@ -38,63 +32,13 @@ private Q_SLOTS:
     void noIdIsGivenBeyondTheRange_data();
     void noIdIsGivenBeyondTheRange();
     void theLastIdIsGiven();
-    void aStoreOfAnotherUserIsRefused();
-    void rootRefusesTheStoreOfAUser();
-    void anEmptyDirectoryOfAnotherUserIsRefused();
-    void aLinkOfAnotherUserIsRefused();
-    void aLinkWithinTheStoreIsRefused_data();
-    void aLinkWithinTheStoreIsRefused();
-    void aFileOfAnotherUserWithinTheStoreIsRefused_data();
-    void aFileOfAnotherUserWithinTheStoreIsRefused();
-    void whatAnUnfinishedStoreLinksToIsKept_data();
-    void whatAnUnfinishedStoreLinksToIsKept();
-    void aFolderThatOnlyLooksUnfinishedIsKept();
-    void aFileThatIsAlsoAnUnfinishedMarkerIsKept();
-    void aLinkInADatabaseThatAwaitsItsNameIsRefused_data();
-    void aLinkInADatabaseThatAwaitsItsNameIsRefused();
     void theParentsOfAStoreAreMadeClosed();
     void aReadOnlyDiskIsRefused();
     void aFullDiskFailsTheWrite();
     void aStoreMadeOnAFullDiskIsMadeLater();
-
-private:
-    void makeStore(int count = 1);
-    void expectRefused(const QString &words);
-    QString path(const char *name) const
-    {
-        return m_store + QLatin1Char('/') + QLatin1String(name);
-    }
-
-    std::unique_ptr<QTemporaryDir> m_directory;
-    QString m_store;
 };
 
 namespace {
-
-const QString Add = QStringLiteral("add");
-const QString List = QStringLiteral("list");
-constexpr char History[] = "db/urn%3Akorvasync%3Ahistory.db";
-constexpr char Meta[] = "db/meta.db";
-
-QByteArray contents(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-bool replace(const QString &path, const QByteArray &contents)
-{
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(contents) == contents.size();
-}
-
-//! Makes another user the owner, of a link itself.
-void giveToNobody(const QString &path)
-{
-    QCOMPARE(QProcess::execute(QStringLiteral("chown"),
-                               {QStringLiteral("-h"), QStringLiteral("nobody"), path}),
-             0);
-}
 
 void setLastId(const QString &database, const QString &last)
 {
@@ -114,35 +58,6 @@ QStringList withMount(const QString &mount)
 }
 
 } // namespace
-
-void TestStoreDirectory::init()
-{
-    m_directory = std::make_unique<QTemporaryDir>();
-    m_store = m_directory->filePath(QStringLiteral("store"));
-}
-
-void TestStoreDirectory::makeStore(int count)
-{
-    QCOMPARE(StoreProcess(m_store).run({Add, QString::number(count)}).lines.size(), count);
-}
-
-//! A read is refused and a write reported as failed, both with one sentence that has these
-//! words and the directory.
-void TestStoreDirectory::expectRefused(const QString &words)
-{
-    const StoreProcess program(m_store);
-    for (const QString &verb : {List, Add}) {
-        const auto outcome = program.run({verb, QStringLiteral("1")});
-        QVERIFY(outcome.ended);
-        QCOMPARE(outcome.first(),
-                 verb == List ? QStringLiteral("refused") : QStringLiteral("failed"));
-        QVERIFY2(outcome.errors.contains(words), qPrintable(outcome.errors));
-        QVERIFY2(outcome.errors.contains(m_store), qPrintable(outcome.errors));
-        QVERIFY2(outcome.errors.startsWith(QLatin1String("korvasync.store: ")),
-                 qPrintable(outcome.errors));
-        QCOMPARE(outcome.errors.count(QLatin1Char('\n')), 1);
-    }
-}
 
 void TestStoreDirectory::anAbsentStoreIsMadeByTheFirstWrite_data()
 {
@@ -353,158 +268,6 @@ void TestStoreDirectory::theLastIdIsGiven()
     setLastId(path(History), QStringLiteral("2147483646"));
     QCOMPARE(StoreProcess(m_store).run({Add, QStringLiteral("1")}).first(),
              QStringLiteral("2147483647 text00"));
-}
-
-void TestStoreDirectory::aStoreOfAnotherUserIsRefused()
-{
-    makeStore();
-    QFile::setPermissions(m_directory->path(), QFile::Permissions(0x7755));
-    const StoreProcess nobody(m_store,
-                              {QStringLiteral("setpriv"), QStringLiteral("--reuid=nobody"),
-                               QStringLiteral("--clear-groups")});
-    for (const QString &verb : {List, Add}) {
-        const auto outcome = nobody.run({verb, QStringLiteral("1")});
-        QCOMPARE(outcome.first(),
-                 verb == List ? QStringLiteral("refused") : QStringLiteral("failed"));
-        QVERIFY2(outcome.errors.contains(QLatin1String("belongs to another user")),
-                 qPrintable(outcome.errors));
-    }
-}
-
-void TestStoreDirectory::rootRefusesTheStoreOfAUser()
-{
-    makeStore();
-    giveToNobody(m_store);
-    QVERIFY(QDir().rename(path("lock"), path("old")));
-    QVERIFY(QFile::link(m_directory->filePath(QStringLiteral("elsewhere")), path("lock")));
-    expectRefused(QStringLiteral("belongs to another user"));
-    QVERIFY(!QFileInfo::exists(m_directory->filePath(QStringLiteral("elsewhere"))));
-}
-
-void TestStoreDirectory::anEmptyDirectoryOfAnotherUserIsRefused()
-{
-    QVERIFY(QDir().mkpath(m_store));
-    giveToNobody(m_store);
-    expectRefused(QStringLiteral("belongs to another user"));
-    QVERIFY(QDir(m_store).isEmpty());
-}
-
-void TestStoreDirectory::aLinkOfAnotherUserIsRefused()
-{
-    const QString target = m_directory->filePath(QStringLiteral("target"));
-    QVERIFY(QDir().mkpath(target));
-    QVERIFY(QFile::link(target, m_store));
-    giveToNobody(m_store);
-    expectRefused(QStringLiteral("or the link to it does"));
-    QVERIFY(QDir(target).isEmpty());
-}
-
-void TestStoreDirectory::aLinkWithinTheStoreIsRefused_data()
-{
-    QTest::addColumn<QString>("name");
-    for (const char *name :
-         {"lock", "korvasync-store", "db", Meta, History, "db/meta.db-wal",
-          "db/urn%3Akorvasync%3Ahistory.db-shm", "db/ontologies.gvdb", "db.new", "else"})
-        QTest::newRow(name) << QString::fromLatin1(name);
-}
-
-// Each is moved aside and linked to, or the link leads to a file that is open to others.
-void TestStoreDirectory::aLinkWithinTheStoreIsRefused()
-{
-    QFETCH(QString, name);
-    makeStore();
-    const QString linked = path(qPrintable(name));
-    const QString target = m_directory->filePath(QStringLiteral("target"));
-    if (QFileInfo::exists(linked))
-        QVERIFY(QDir().rename(linked, target));
-    else
-        QVERIFY(replace(target, "kept"));
-    QVERIFY(QFile::link(target, linked));
-    const bool isFile = QFileInfo(target).isFile();
-    QFile::setPermissions(target, QFile::Permissions(0x7755));
-    const QByteArray before = contents(target);
-    expectRefused(QStringLiteral("holds a link"));
-    QVERIFY(QFile::permissions(target) & QFile::ReadOther);
-    QVERIFY(!isFile || contents(target) == before);
-}
-
-void TestStoreDirectory::aFileOfAnotherUserWithinTheStoreIsRefused_data()
-{
-    QTest::addColumn<QString>("name");
-    for (const char *name : {"lock", "korvasync-store", "db", Meta, History})
-        QTest::newRow(name) << QString::fromLatin1(name);
-}
-
-void TestStoreDirectory::aFileOfAnotherUserWithinTheStoreIsRefused()
-{
-    QFETCH(QString, name);
-    makeStore();
-    giveToNobody(path(qPrintable(name)));
-    expectRefused(QStringLiteral("another user's file"));
-}
-
-void TestStoreDirectory::whatAnUnfinishedStoreLinksToIsKept_data()
-{
-    QTest::addColumn<QString>("name");
-    for (const char *name : {"db.new", "db.new/meta.db", "db.new/sub", "lock", "korvasync-store.x"})
-        QTest::newRow(name) << QString::fromLatin1(name);
-}
-
-// What a first write leaves that was interrupted, but with a link where the remains are.
-void TestStoreDirectory::whatAnUnfinishedStoreLinksToIsKept()
-{
-    QFETCH(QString, name);
-    const QString precious = m_directory->filePath(QStringLiteral("precious"));
-    QVERIFY(QDir().mkpath(precious) && QDir().mkpath(path("db.new/sub")));
-    QVERIFY(QDir(path("db.new")).rmdir(QStringLiteral("sub")));
-    QVERIFY(replace(precious + QStringLiteral("/thesis"), "kept"));
-    QVERIFY(name == QLatin1String("lock") || replace(path("lock"), QByteArray()));
-    QVERIFY(name != QLatin1String("db.new") || QDir(m_store).rmdir(name));
-    QVERIFY(QFile::link(precious, path(qPrintable(name))));
-    expectRefused(QStringLiteral("is not a store and not empty"));
-    QCOMPARE(contents(precious + QStringLiteral("/thesis")), QByteArray("kept"));
-}
-
-void TestStoreDirectory::aFolderThatOnlyLooksUnfinishedIsKept()
-{
-    QVERIFY(QDir().mkpath(path("db.new")));
-    QVERIFY(replace(path("lock"), QByteArray()) && replace(path("db.new/letter"), "kept"));
-    expectRefused(QStringLiteral("is not a store and not empty"));
-    QCOMPARE(contents(path("db.new/letter")), QByteArray("kept"));
-}
-
-// A hard link is no link that could be refused.
-void TestStoreDirectory::aFileThatIsAlsoAnUnfinishedMarkerIsKept()
-{
-    const QString thesis = m_directory->filePath(QStringLiteral("thesis"));
-    QVERIFY(QDir().mkpath(m_store));
-    QVERIFY(replace(path("lock"), QByteArray()) && replace(thesis, "kept"));
-    QCOMPARE(::link(qPrintable(thesis), qPrintable(path("korvasync-store.new"))), 0);
-    makeStore();
-    QCOMPARE(contents(thesis), QByteArray("kept"));
-}
-
-void TestStoreDirectory::aLinkInADatabaseThatAwaitsItsNameIsRefused_data()
-{
-    QTest::addColumn<QString>("name");
-    for (const char *name : {"meta.db", "urn%3Akorvasync%3Ahistory.db", "meta.db-wal"})
-        QTest::newRow(name) << QString::fromLatin1(name);
-}
-
-// A creation that is interrupted at its last step leaves a database that only lacks its name.
-void TestStoreDirectory::aLinkInADatabaseThatAwaitsItsNameIsRefused()
-{
-    QFETCH(QString, name);
-    makeStore();
-    QVERIFY(QDir().rename(path("db"), path("db.new")));
-    const QString linked = path("db.new/") + name;
-    const QString target = m_directory->filePath(QStringLiteral("target"));
-    QVERIFY(QFileInfo::exists(linked) ? QDir().rename(linked, target) : replace(target, "kept"));
-    QVERIFY(QFile::link(target, linked));
-    const QByteArray before = contents(target);
-    expectRefused(QStringLiteral("holds a link"));
-    QCOMPARE(contents(target), before);
-    QVERIFY(QFileInfo::exists(path("db.new")));
 }
 
 void TestStoreDirectory::theParentsOfAStoreAreMadeClosed()

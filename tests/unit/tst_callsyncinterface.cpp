@@ -2,12 +2,10 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
 #include "adaptersignals.h"
+#include "callfixture.h"
 #include "eventloop.h"
 #include "messagelog.h"
-#include "platformfixture.h"
 #include "samplerecords.h"
-
-#include <korvasync/callsyncinterface.h>
 
 #include <QtCore/QMetaObject>
 #include <QtCore/QPointer>
@@ -19,52 +17,6 @@
 using namespace KorvaSyncIf;
 using CommHistory::Event;
 
-namespace {
-
-using CallErrors = QList<CallSyncError>;
-
-QString entry(const QString &type, const QString &number = QStringLiteral("+15550100"))
-{
-    return QStringLiteral("BEGIN:VCALLHISTENTRY\r\nTYPE:%1\r\nTEL:%2\r\nDURATION:60\r\n"
-                          "CALL-DATETIME:20101103T142530Z\r\nEND:VCALLHISTENTRY\r\n")
-        .arg(type, number);
-}
-
-const auto incoming = entry(QStringLiteral("incoming"));
-const auto outgoing = entry(QStringLiteral("outgoing"));
-const auto broken = entry(QStringLiteral("unknown"));
-
-const auto emptyListWarning = QStringLiteral("Empty smsInfo List");
-
-//! The facade on a scripted store, and what its writes showed inside the slots of finished().
-struct Fixture : PlatformFixture
-{
-    PendingStatus *add(const QList<QString> &entries)
-    {
-        PendingStatus *const pending = facade->addNewCalls(entries);
-        QObject::connect(pending, &PendingStatus::finished, &parent, [this](PendingStatus *ended) {
-            ++finishedCount;
-            callStatus = ended->statusCallMsgs();
-            status = ended->status();
-            isError = ended->isError();
-        });
-        return pending;
-    }
-
-    std::unique_ptr<CallSyncInterface> facade{new CallSyncInterface(nullptr)};
-    int finishedCount = 0;
-    CallErrors callStatus;
-    QList<SMSSyncError> status;
-    bool isError = false;
-};
-
-QDateTime local(int hour, int minute, int second)
-{
-    return QDateTime(QDate(2010, 11, 3), QTime(hour, minute, second));
-}
-
-} // namespace
-
 class TestCallSyncInterface : public QObject
 {
     Q_OBJECT
@@ -73,20 +25,6 @@ private Q_SLOTS:
     void theTraceOfItsLife();
     void theTraceOfItsCalls();
     void destructionEmptiesThePool();
-
-    void entriesAreStoredInOneRequest();
-    void theEntrysTimeIsTheEndOfTheCall();
-    void aBrokenEntryIsReportedAndTheOthersAreStored();
-    void onlyBrokenEntriesAreAnErrorAtOnce();
-    void noEntriesAreAnErrorAtOnce();
-    void anEmptyEntryIsStoredAsADefaultCall();
-    void anEntryWithoutReadableTimeIsStored();
-    void referencesAreThoseOfTheWholeList();
-    void callsReportedLateInPartsFinishOnce();
-    void aFailedStoreShowsInTheErrorFlagAlone();
-    void aFailureAfterAPartialReportFailsTheRequest();
-    void refusedCallsLiveUntilTheFacadeGoes();
-    void addsSideBySideFinishEachOnce();
 
     void theKindOfCallReachesTheStore_data();
     void theKindOfCallReachesTheStore();
@@ -142,7 +80,7 @@ void TestCallSyncInterface::theTraceOfItsLife()
 
 void TestCallSyncInterface::theTraceOfItsCalls()
 {
-    Fixture f;
+    CallFixture f;
     MessageLog log;
     f.facade->addNewCalls({incoming});
     QCOMPARE(log.lines(QtDebugMsg).value(0),
@@ -175,7 +113,7 @@ void TestCallSyncInterface::theTraceOfItsCalls()
 
 void TestCallSyncInterface::destructionEmptiesThePool()
 {
-    Fixture f;
+    CallFixture f;
     f.store.react(Request::AddEvents, Reaction::silent());
     const QPointer<SyncStorageIf> busy = f.adapter();
     f.facade->addNewCalls({incoming});
@@ -188,222 +126,6 @@ void TestCallSyncInterface::destructionEmptiesThePool()
     MessageLog log;
     QVERIFY(f.adapter());
     QVERIFY(log.lines(QtDebugMsg).contains(QStringLiteral("Creating StorageIf")));
-}
-
-void TestCallSyncInterface::entriesAreStoredInOneRequest()
-{
-    Fixture f;
-    const PendingStatus *const pending =
-        f.add({incoming, entry(QStringLiteral("missed")), outgoing});
-    QCOMPARE(pending->parent(), f.facade.get());
-    QCOMPARE(int(f.store.calls.filter(QStringLiteral("addEvents")).size()), 1);
-    QCOMPARE(f.finishedCount, 0);
-    settle();
-    QCOMPARE(f.finishedCount, 1);
-    QCOMPARE(f.callStatus, (CallErrors{CallNoError, CallNoError, CallNoError}));
-    QVERIFY(f.status.isEmpty());
-    QVERIFY(!f.isError);
-    QCOMPARE(int(f.store.addedEvents.size()), 3);
-    for (const Event &event : qAsConst(f.store.addedEvents)) {
-        QCOMPARE(event.type(), Event::CallEvent);
-        QCOMPARE(event.remoteUid(), QStringLiteral("+15550100"));
-    }
-    QCOMPARE(f.store.addedEvents.at(0).direction(), Event::Inbound);
-    QVERIFY(!f.store.addedEvents.at(0).isMissedCall());
-    QCOMPARE(f.store.addedEvents.at(1).direction(), Event::Inbound);
-    QVERIFY(f.store.addedEvents.at(1).isMissedCall());
-    QCOMPARE(f.store.addedEvents.at(2).direction(), Event::Outbound);
-}
-
-void TestCallSyncInterface::theEntrysTimeIsTheEndOfTheCall()
-{
-    Fixture f;
-    f.add({incoming, outgoing});
-    QCOMPARE(int(f.store.addedEvents.size()), 2);
-    for (const Event &event : qAsConst(f.store.addedEvents)) {
-        QCOMPARE(event.startTime(), local(14, 24, 30));
-        QCOMPARE(event.endTime(), local(14, 25, 30));
-    }
-}
-
-void TestCallSyncInterface::aBrokenEntryIsReportedAndTheOthersAreStored()
-{
-    Fixture f;
-    const AdapterSignals heard(f.adapter());
-    MessageLog log;
-    PendingStatus *const pending =
-        f.add({incoming, broken, entry(QStringLiteral("missed"), QStringLiteral("2"))});
-    QCOMPARE(log.lines(QtWarningMsg),
-             QStringList(QStringLiteral("idx  1 with error  1 stored in PendingStatus")));
-    QCOMPARE(pending->statusCallMsgs(), (CallErrors{CallNoError, CallParseError, CallNoError}));
-    QVERIFY(!pending->isError());
-    settle();
-    QCOMPARE(heard.heard, QStringList(QStringLiteral("eventsCommitted(0 2; 101 102)")));
-    QCOMPARE(f.finishedCount, 1);
-    QCOMPARE(f.callStatus, (CallErrors{CallNoError, CallParseError, CallNoError}));
-    QVERIFY(!f.isError);
-    QCOMPARE(int(f.store.addedEvents.size()), 2);
-    QCOMPARE(f.store.addedEvents.at(1).remoteUid(), QStringLiteral("2"));
-}
-
-void TestCallSyncInterface::onlyBrokenEntriesAreAnErrorAtOnce()
-{
-    Fixture f;
-    MessageLog log;
-    const QPointer<PendingStatus> pending = f.add({broken, QStringLiteral("BEGIN")});
-    QVERIFY(pending->isError());
-    QCOMPARE(pending->statusCallMsgs(), (CallErrors{CallParseError, CallParseError}));
-    QCOMPARE(log.lines(QtWarningMsg),
-             (QStringList{QStringLiteral("idx  0 with error  1 stored in PendingStatus"),
-                          QStringLiteral("idx  1 with error  1 stored in PendingStatus"),
-                          emptyListWarning}));
-    settle();
-    QCOMPARE(f.finishedCount, 0);
-    QVERIFY(f.store.addedEvents.isEmpty());
-    QVERIFY(!f.adapter()->inUse());
-    QVERIFY(pending);
-    f.facade.reset();
-    QVERIFY(pending.isNull());
-}
-
-void TestCallSyncInterface::noEntriesAreAnErrorAtOnce()
-{
-    Fixture f;
-    MessageLog log;
-    const QPointer<PendingStatus> pending = f.add({});
-    QVERIFY(pending->isError());
-    QVERIFY(pending->statusCallMsgs().isEmpty());
-    QVERIFY(pending->status().isEmpty());
-    QCOMPARE(log.lines(QtWarningMsg), QStringList(emptyListWarning));
-    QVERIFY(log.lines(QtDebugMsg).filter(QStringLiteral("setStatusCallIds")).isEmpty());
-    settle();
-    QCOMPARE(f.finishedCount, 0);
-    QVERIFY(pending);
-}
-
-void TestCallSyncInterface::anEmptyEntryIsStoredAsADefaultCall()
-{
-    Fixture f;
-    const AdapterSignals heard(f.adapter());
-    MessageLog log;
-    f.add({incoming, QString()});
-    QVERIFY(log.lines(QtWarningMsg).isEmpty());
-    settle();
-    QCOMPARE(heard.heard, QStringList(QStringLiteral("eventsCommitted(0 1; 101 102)")));
-    QCOMPARE(f.callStatus, (CallErrors{CallNoError, CallNoError}));
-    const Event event = f.store.addedEvents.value(1);
-    QCOMPARE(event.direction(), Event::Outbound); // whatever is not inbound
-    QVERIFY(event.remoteUid().isEmpty());
-    QVERIFY(event.endTime().isNull());
-    QCOMPARE(event.startTime().toSecsSinceEpoch(), qint64(4294967295));
-}
-
-void TestCallSyncInterface::anEntryWithoutReadableTimeIsStored()
-{
-    Fixture f;
-    f.add({QStringLiteral("BEGIN:VCALLHISTENTRY\nTYPE:missed\nDURATION:30\nCALL-DATETIME:soon\n")});
-    settle();
-    QCOMPARE(f.callStatus, CallErrors{CallNoError});
-    const Event event = f.store.addedEvents.value(0);
-    QCOMPARE(event.direction(), Event::Inbound);
-    QVERIFY(event.endTime().isNull());
-    QCOMPARE(event.startTime().toSecsSinceEpoch(), qint64(4294967265));
-}
-
-void TestCallSyncInterface::referencesAreThoseOfTheWholeList()
-{
-    Fixture f;
-    const AdapterSignals heard(f.adapter());
-    f.add({broken, incoming, broken, broken, outgoing, incoming, broken});
-    settle();
-    QCOMPARE(heard.heard, QStringList(QStringLiteral("eventsCommitted(1 4 5; 101 102 103)")));
-    QCOMPARE(f.callStatus,
-             (CallErrors{CallParseError, CallNoError, CallParseError, CallParseError, CallNoError,
-                         CallNoError, CallParseError}));
-}
-
-void TestCallSyncInterface::callsReportedLateInPartsFinishOnce()
-{
-    Fixture f;
-    f.store.react(Request::AddEvents,
-                  Reaction::reporting({{{101, 102}}, {{103}}}, Reaction::WhenReleased));
-    MessageLog log;
-    const QPointer<PendingStatus> pending = f.add({incoming, incoming, outgoing});
-    f.store.release();
-    settle();
-    QCOMPARE(f.finishedCount, 0);
-    QVERIFY(log.lines(QtDebugMsg)
-                .contains(QStringLiteral(
-                    "Waiting for remaining indexes: recvd events count 2 Expected  3")));
-    f.store.release();
-    settle();
-    QCOMPARE(f.finishedCount, 1);
-    QVERIFY(!f.isError);
-    QVERIFY(log.lines(QtDebugMsg)
-                .contains(QStringLiteral("Finished getting all expected events, resetting "
-                                         "indexAdded and inUse counters")));
-    QVERIFY(pending.isNull());
-}
-
-void TestCallSyncInterface::aFailedStoreShowsInTheErrorFlagAlone()
-{
-    Fixture f;
-    f.store.react(Request::AddEvents, Reaction::failed());
-    MessageLog log;
-    f.add({incoming, broken, outgoing});
-    log.clear();
-    settle();
-    QCOMPARE(f.finishedCount, 1);
-    QVERIFY(f.isError);
-    QCOMPARE(f.callStatus, (CallErrors{CallNoError, CallParseError, CallNoError}));
-    QVERIFY(f.status.isEmpty());
-    QVERIFY(log.lines(QtWarningMsg).isEmpty());
-    QVERIFY(log.lines(QtCriticalMsg).isEmpty());
-    QVERIFY(log.lines(QtDebugMsg).contains(QStringLiteral("Committing db ids failed")));
-}
-
-void TestCallSyncInterface::aFailureAfterAPartialReportFailsTheRequest()
-{
-    Fixture f;
-    const AdapterSignals heard(f.adapter());
-    f.store.react(Request::AddEvents, Reaction::reporting({{{101}}, {{}, false}}));
-    f.add({incoming, outgoing});
-    settle();
-    QCOMPARE(heard.heard, QStringList(QStringLiteral("eventsCommitFailed(0 1)")));
-    QCOMPARE(f.finishedCount, 1);
-    QVERIFY(f.isError);
-}
-
-void TestCallSyncInterface::refusedCallsLiveUntilTheFacadeGoes()
-{
-    Fixture f;
-    f.store.react(Request::AddEvents, Reaction::refused());
-    const QPointer<PendingStatus> pending = f.add({incoming});
-    QVERIFY(pending->isError());
-    QCOMPARE(pending->statusCallMsgs(), CallErrors{CallNoError});
-    settle();
-    QCOMPARE(f.finishedCount, 0);
-    QVERIFY(pending);
-    f.facade.reset();
-    QVERIFY(pending.isNull());
-}
-
-void TestCallSyncInterface::addsSideBySideFinishEachOnce()
-{
-    Fixture f;
-    f.store.react(Request::AddEvents, Reaction::reporting({{{31}}}, Reaction::WhenReleased));
-    f.store.react(Request::AddEvents, Reaction::failed());
-    f.add({incoming});
-    f.add({outgoing, broken});
-    settle();
-    QCOMPARE(f.finishedCount, 1);
-    QVERIFY(f.isError);
-    QCOMPARE(f.callStatus, (CallErrors{CallNoError, CallParseError}));
-    f.store.release();
-    settle();
-    QCOMPARE(f.finishedCount, 2);
-    QVERIFY(!f.isError);
-    QCOMPARE(f.callStatus, CallErrors{CallNoError});
 }
 
 void TestCallSyncInterface::theKindOfCallReachesTheStore_data()
@@ -422,7 +144,7 @@ void TestCallSyncInterface::theKindOfCallReachesTheStore()
     QFETCH(int, type);
     QFETCH(QString, text);
     QFETCH(int, value);
-    Fixture f;
+    CallFixture f;
     MessageLog log;
     const PendingMsgs *const pending =
         f.facade->calls(CallType(type), QDateTime(QDate(2010, 11, 1), QTime(0, 0), Qt::UTC));
@@ -440,7 +162,7 @@ void TestCallSyncInterface::theKindOfCallReachesTheStore()
 
 void TestCallSyncInterface::callsComeAsEntries()
 {
-    Fixture f;
+    CallFixture f;
     Event late = callEvent(22, Event::Inbound);
     late.setEndTime(QDateTime(QDate(2010, 11, 3), QTime(12, 0, 59, 42), Qt::UTC));
     Event odd = callEvent(20, Event::UnknownDirection);
@@ -475,7 +197,7 @@ void TestCallSyncInterface::callsComeAsEntries()
 
 void TestCallSyncInterface::aRefusedReadLivesUntilTheFacadeGoes()
 {
-    Fixture f;
+    CallFixture f;
     f.store.react(Request::ReadCalls, Reaction::refused());
     const QPointer<PendingMsgs> pending = f.facade->calls(MissedCall, QDateTime());
     QVERIFY(pending->isError());
@@ -487,7 +209,7 @@ void TestCallSyncInterface::aRefusedReadLivesUntilTheFacadeGoes()
 
 void TestCallSyncInterface::everyReadTakesANewAdapter()
 {
-    Fixture f;
+    CallFixture f;
     MessageLog log;
     const auto inUse = QStringLiteral(
         "StorageIf in use, saving it in for later deletion, creating a new storageIf");
@@ -501,7 +223,7 @@ void TestCallSyncInterface::everyReadTakesANewAdapter()
 
 void TestCallSyncInterface::allCallsAreDeletedAtOnce()
 {
-    Fixture f;
+    CallFixture f;
     QVERIFY(f.facade->deleteAllCalls());
     QCOMPARE(int(f.store.calls.count(QStringLiteral("CallModel::deleteAll()"))), 1);
     QVERIFY(f.facade->children().isEmpty());
@@ -510,7 +232,7 @@ void TestCallSyncInterface::allCallsAreDeletedAtOnce()
 
 void TestCallSyncInterface::aDeletionThatTheStoreRefusesIsFalse()
 {
-    Fixture f;
+    CallFixture f;
     f.store.callsCanBeDeleted = false;
     MessageLog log;
     QVERIFY(!f.facade->deleteAllCalls());
@@ -521,7 +243,7 @@ void TestCallSyncInterface::aDeletionThatTheStoreRefusesIsFalse()
 
 void TestCallSyncInterface::aDeletionAfterAReadUsesANewAdapter()
 {
-    Fixture f;
+    CallFixture f;
     f.facade->calls(MissedCall, QDateTime());
     settle();
     QVERIFY(f.facade->deleteAllCalls());
@@ -531,7 +253,7 @@ void TestCallSyncInterface::aDeletionAfterAReadUsesANewAdapter()
 void TestCallSyncInterface::aReceiverMayDeleteTheFacade()
 {
     for (const bool fails : {false, true}) {
-        Fixture f;
+        CallFixture f;
         if (fails)
             f.store.react(Request::AddEvents, Reaction::failed());
         const QPointer<PendingStatus> pending = f.facade->addNewCalls({incoming});
@@ -540,7 +262,7 @@ void TestCallSyncInterface::aReceiverMayDeleteTheFacade()
         QVERIFY(!f.facade);
         QVERIFY(pending.isNull());
     }
-    Fixture f;
+    CallFixture f;
     const QPointer<PendingMsgs> pending = f.facade->calls(MissedCall, QDateTime());
     connect(pending.data(), &PendingMsgs::finished, &f.parent, [&f] { f.facade.reset(); });
     settle();
@@ -550,7 +272,7 @@ void TestCallSyncInterface::aReceiverMayDeleteTheFacade()
 
 void TestCallSyncInterface::aReceiverMayStartTheNextRequest()
 {
-    Fixture f;
+    CallFixture f;
     f.store.callRows = {callEvent(21, Event::Inbound)};
     int entriesRead = 0;
     connect(f.add({incoming}), &PendingStatus::finished, &f.parent, [&] {
@@ -568,7 +290,7 @@ void TestCallSyncInterface::aReceiverMayStartTheNextRequest()
 
 void TestCallSyncInterface::theFacadeMayGoWhileRequestsRun()
 {
-    Fixture f;
+    CallFixture f;
     const QPointer<PendingStatus> write = f.add({incoming});
     const QPointer<PendingMsgs> read = f.facade->calls(MissedCall, QDateTime());
     f.facade.reset();
