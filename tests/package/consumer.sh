@@ -69,5 +69,8 @@ END
 $(cat "$work/first.vmsg")
 added as 2"
     is "$("$prefix/bin/korvasync" list --number +15550101 --count)" 1
+    is "$("$work/build/inbox")" \
+        "1
+2"
     ;;
 esac
