@@ -102,37 +102,38 @@ void TestLanguages::helps()
     ClientProcess client;
     setLocale(client, locale(german));
     const QByteArray overview = client.run({text("--help")}).output;
-    QVERIFY2(overview.contains("\nBefehle („korvasync BEFEHL --help“ sagt mehr):\n"
-                               "  list     Nachrichten des Speichers, die ältesten zuerst.\n"),
+    QVERIFY2(overview.contains("\nBefehle („korvasync BEFEHL --help“ zeigt mehr):\n"
+                               "  list     Listet Nachrichten auf, die ältesten zuerst.\n"),
              overview);
     QVERIFY2(overview.contains("\nOptionen:\n  --store <DIR> "), overview);
-    QVERIFY2(overview.endsWith("141 niemand\nliest die Ausgabe mehr.\n"), overview);
+    QVERIFY2(overview.endsWith("141 die\nAusgabe hat keinen Leser mehr.\n"), overview);
     setLocale(client, locale(spanish));
-    QCOMPARE(client.run({text("calls"), text("wipe"), text("--help")}).output,
-             QByteArray("Uso: korvasync [OPCIONES] calls wipe\n"
-                        "Borra todas las llamadas.\n"
-                        "\n"
-                        "Opciones:\n"
-                        "  --yes          No preguntar.\n"
-                        "  --store <DIR>  El almacén (predeterminado: $KORVASYNC_STORE; si no, "
-                        "korvasync\n"
-                        "                 en la carpeta de datos).\n"
-                        "  -o <FORMAT>    Formato de salida: text (predeterminado), ndjson.\n"
-                        "  -n, --dry-run  Decir qué pasaría, sin escribir nada.\n"
-                        "  -q             Sin resumen; -qq: tampoco avisos.\n"
-                        "  -v             La traza de la biblioteca, que muestra números y "
-                        "textos.\n"
-                        "  --timeout <S>  Segundos que se espera una respuesta del almacén, hasta\n"
-                        "                 1000000 (predeterminado: 60).\n"
-                        "  -h, --help     Esta ayuda.\n"
-                        "  --version      La versión.\n"
-                        "\n"
-                        "Ejemplo:\n"
-                        "  korvasync calls wipe --dry-run\n"
-                        "\n"
-                        "Códigos de salida: 0 borradas, 1 algunas no, 2 uso incorrecto, 3 no se "
-                        "puede\n"
-                        "escribir en el almacén, 5 no respondió.\n"));
+    QCOMPARE(
+        client.run({text("calls"), text("wipe"), text("--help")}).output,
+        QByteArray("Uso: korvasync [OPCIONES] calls wipe\n"
+                   "Borra todas las llamadas.\n"
+                   "\n"
+                   "Opciones:\n"
+                   "  --yes          No preguntar.\n"
+                   "  --store <DIR>  Carpeta del almacén (predeterminado: $KORVASYNC_STORE; si "
+                   "no,\n"
+                   "                 korvasync en la carpeta de datos).\n"
+                   "  -o <FORMAT>    Formato de salida: text (predeterminado), ndjson.\n"
+                   "  -n, --dry-run  Mostrar qué pasaría, sin escribir nada.\n"
+                   "  -q             Sin resumen; -qq: tampoco avisos.\n"
+                   "  -v             Mostrar los mensajes de depuración de la biblioteca, con\n"
+                   "                 números y textos.\n"
+                   "  --timeout <S>  Segundos que se espera una respuesta del almacén, hasta\n"
+                   "                 1000000 (predeterminado: 60).\n"
+                   "  -h, --help     Esta ayuda.\n"
+                   "  --version      La versión.\n"
+                   "\n"
+                   "Ejemplo:\n"
+                   "  korvasync calls wipe --dry-run\n"
+                   "\n"
+                   "Códigos de salida: 0 borradas, 1 algunas no, 2 uso incorrecto, 3 no se "
+                   "puede\n"
+                   "escribir en el almacén, 5 no respondió.\n"));
 }
 
 void TestLanguages::keepsToTheWidthOfATerminal()

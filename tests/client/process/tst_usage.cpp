@@ -251,8 +251,8 @@ void TestUsage::helpsWithWhatAVerbTakes_data()
     row("list", "vmsg, csv", "--dry-run");
     row("list", "Exit codes: ", "--progress");
     row("add", "--dry-run", "csv");
-    row("add", "drafts: refused", "entries");
-    row("add", "auto (default: only on a terminal)", "mbox");
+    row("add", "drafts are refused", "entries");
+    row("add", "auto (default: on a", "mbox");
     row("modify", "--dry-run", "--progress");
     row("delete", "--progress", "csv");
     row("calls list", "entries", "--rejects");

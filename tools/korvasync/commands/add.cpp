@@ -59,18 +59,22 @@ Command addCommand()
     const auto text = [](const char *latin1) { return QString::fromLatin1(latin1); };
     const QList<QCommandLineOption> options{
         {text("folder"),
-         Text::tr("For messages that name no folder: inbox, outbox, sent or my (drafts: refused)."),
+         Text::tr(
+             "Folder for messages that name none: inbox, outbox, sent or my (drafts are refused)."),
          text("F")},
-        {text("on-bad-time"), Text::tr("No time, or none that can be: refuse (default) or now."),
+        {text("on-bad-time"),
+         Text::tr("Messages without a time that can be true: refuse (default), or now to take the "
+                  "clock's."),
          text("WHAT"), text("refuse")},
-        {text("mark-read"), Text::tr("Add all as read.")},
-        {text("chunk"), Text::tr("Messages a write (default: 500, at most 1000)."), text("N")},
+        {text("mark-read"), Text::tr("Mark all messages as read.")},
+        {text("chunk"), Text::tr("Messages per write (default: 500, at most 1000)."), text("N")},
     };
     return {
         "add",
         "[FILE|DIR|-]...",
-        Text::tr("Adds the messages of vMessage files (.vmg, .vmsg, .txt) and the messages and "
-                 "calls of Android backups (.xml); a folder stands for all such files below it."),
+        Text::tr(
+            "Adds messages from vMessage files (.vmg, .vmsg, .txt), and messages and calls from "
+            "Android backups (.xml). A folder stands for all such files in it, at any depth."),
         {text("text"), text("ndjson")},
         AddingOptions::declared(ReadingOptions::MessageForm) + options,
         runAdd,

@@ -178,18 +178,19 @@ Command listAction()
     return {
         "list",
         "",
-        Text::tr("Calls by their start, oldest first."),
+        Text::tr("Lists calls by their start, oldest first."),
         {text("text"), text("ndjson"), text("entries"), text("android-xml")},
         {
-            {text("type"), Text::tr("That came in, went out or were missed."),
+            {text("type"), Text::tr("Only incoming, outgoing or missed calls."),
              text("in|out|missed")},
             {text("since"),
-             Text::tr("From this start on: 2024-05-01T10:00:00Z, 2024-05-01 or @seconds."),
+             Text::tr("Calls that began at this time or later: 2024-05-01T10:00:00Z, 2024-05-01 or "
+                      "@seconds."),
              text("T")},
         },
         list,
-        {Text::tr("Without a word behind it, \"korvasync calls\" lists as well.\n\nOther actions: "
-                  "\"calls add\" and \"calls wipe\", each with a --help."),
+        {Text::tr("\"korvasync calls\" alone lists as well.\n\nOther actions: \"calls add\" and "
+                  "\"calls wipe\", each with its own --help."),
          {"korvasync calls --type missed --since 2024-01-01",
           "korvasync calls list -o entries > calls.txt"},
          Text::tr(
@@ -200,7 +201,7 @@ Command addAction()
 {
     return {"add",
             "[FILE|-]...",
-            Text::tr("Adds call-history entries and the calls of Android backups."),
+            Text::tr("Adds calls from call-history entries and Android backups."),
             {text("text"), text("ndjson")},
             AddingOptions::declared(ReadingOptions::CallForm),
             add,
@@ -232,7 +233,7 @@ Command callsCommand()
 {
     return {"calls",
             "[list] | add [FILE|-]... | wipe",
-            Text::tr("The call log: lists it, adds to it, or deletes it all."),
+            Text::tr("Lists the call log, adds to it, or deletes all of it."),
             {},
             {},
             nullptr,

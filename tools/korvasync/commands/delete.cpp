@@ -71,7 +71,7 @@ Command deleteCommand()
 {
     return {"delete",
             "ID...",
-            Text::tr("Deletes messages by id (- reads ids from standard input)."),
+            Text::tr("Deletes messages by id; - reads ids from standard input."),
             {QStringLiteral("text"), QStringLiteral("ndjson")},
             {{QStringLiteral("yes"), Text::tr("Do not ask.")}},
             runDelete,

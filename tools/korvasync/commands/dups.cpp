@@ -189,14 +189,14 @@ Command dupsCommand()
         {
             {text("delete"), Text::tr("Delete all but one of each group.")},
             {text("keep"),
-             Text::tr("The one that stays: oldest (default), the first added, or newest."),
+             Text::tr("Which one stays: oldest (default), the one added first, or newest."),
              text("WHICH"), text("oldest")},
             {text("yes"), Text::tr("Do not ask.")},
         },
         runDups,
         {Text::tr("Messages are equal by the rule of \"korvasync add\": the same folder, number "
-                  "(its last 7 digits), second and text. A text that was truly sent twice within a "
-                  "second is in a group as well: look at the list first."),
+                  "(its last 7 digits), second and text. A text that really was sent twice within "
+                  "a second is in a group as well, so look at the list first."),
          {"korvasync dups", "korvasync dups --delete --keep newest --dry-run",
           "korvasync dups --delete --yes"},
          Text::tr(

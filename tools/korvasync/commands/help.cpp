@@ -75,7 +75,7 @@ QByteArray overview(const QList<Command> &commands)
     QString text = wrapped(Text::tr("Usage: korvasync [OPTIONS] COMMAND [ARGUMENTS]"))
         + wrapped(Text::tr("Reads and writes the text messages and calls of a phone's store."))
         + QLatin1Char('\n')
-        + wrapped(Text::tr("Commands (\"korvasync COMMAND --help\" tells more):"));
+        + wrapped(Text::tr("Commands (\"korvasync COMMAND --help\" shows more):"));
     for (const Command &command : commands) {
         text += QLatin1String("  ") + QString::fromLatin1(command.name).leftJustified(column - 2)
             + wrapped(command.summary, column);
@@ -88,7 +88,7 @@ QByteArray overview(const QList<Command> &commands)
         Text::tr("Exit codes: 0 all done, 1 some items refused or failed and the rest done, 2 "
                  "usage, 3 the store cannot be used, 4 an id was not found, 5 the store gave no "
                  "answer in time, 8 not sent, 9 not known whether sent, 129, 130 and 143 "
-                 "interrupted, 141 nobody reads the output any more.")};
+                 "interrupted, 141 the reader of the output has gone.")};
     return (text + QLatin1Char('\n') + optionsOf(parser) + textOf(notes)).toUtf8();
 }
 

@@ -142,18 +142,18 @@ ExitCode runModify(const Invocation &invocation)
 
 Command modifyCommand()
 {
-    return {
-        "modify",
-        "ID FILE|-",
-        Text::tr("Replaces a message by the one vMessage given; its time and token stay."),
-        {QStringLiteral("text"), QStringLiteral("ndjson")},
-        {},
-        runModify,
-        {Text::tr(
-             "The other party must have messages already. A dry run goes by those that are there: "
-             "one whose messages have all been deleted is refused by it, and would be taken."),
-         {"korvasync show 812 | sed s/Hallo/Hello/ | korvasync modify 812 -"},
-         Text::tr("Exit codes: 0 changed, 1 refused or failed, 2 usage, 3 the store cannot be "
-                  "written, 4 the id was not found, 5 it gave no answer.")},
-        GlobalOptions::DryRun};
+    return {"modify",
+            "ID FILE|-",
+            Text::tr("Replaces a message with the one in a vMessage. The time and token of the "
+                     "stored message stay."),
+            {QStringLiteral("text"), QStringLiteral("ndjson")},
+            {},
+            runModify,
+            {Text::tr("The other party must have a conversation. A dry run looks for messages "
+                      "instead: it refuses a party whose messages have all been deleted, which "
+                      "modify itself would take."),
+             {"korvasync show 812 | sed s/Hallo/Hello/ | korvasync modify 812 -"},
+             Text::tr("Exit codes: 0 changed, 1 refused or failed, 2 usage, 3 the store cannot be "
+                      "written, 4 the id was not found, 5 it gave no answer.")},
+            GlobalOptions::DryRun};
 }

@@ -111,20 +111,20 @@ Command numbersCommand()
     return {
         "numbers",
         "",
-        Text::tr("Tells which numbers share a conversation, and which of them should not."),
+        Text::tr("Shows which numbers share a conversation, and which of them should not."),
         {QStringLiteral("text"), QStringLiteral("ndjson")},
         {},
         runNumbers,
         {Text::tr("A message joins the conversation of the last 7 digits of its number, or of its "
-                  "word. While there is none, it joins the first whose number ends with them. "
-                  "Findings, the doubtful ones first:\n"
-                  "  different-numbers  two parties, perhaps, whose numbers end alike\n"
-                  "  end-of-others      a short code or word that longer ones end with: where one\n"
-                  "                     of them has a conversation first, that gets its messages\n"
-                  "  pattern            a word with a dot, ^ or $, which can stand for others\n"
+                  "alphanumeric sender. While there is none, it joins the first whose number ends "
+                  "with them. Findings, the doubtful ones first:\n"
+                  "  different-numbers  perhaps two parties, whose numbers end alike\n"
+                  "  end-of-others      a short code or sender with which longer ones end: if a\n"
+                  "                     longer one came first, it gets the messages of the short\n"
+                  "  pattern            a sender with a dot, ^ or $, which can match others\n"
                   "  spellings          one number with and without its prefix: as it should be"),
          {"korvasync numbers",
           "korvasync numbers -q -o ndjson | grep -v '\"finding\":\"spellings\"'"},
-         Text::tr("Exit codes: 0 told, also when there is a finding, 2 usage, 3 the store cannot "
-                  "be read, 5 it gave no answer.")}};
+         Text::tr("Exit codes: 0 done, with or without findings, 2 usage, 3 the store cannot be "
+                  "read, 5 it gave no answer.")}};
 }

@@ -262,14 +262,14 @@ Command sendCommand()
     return {
         "send",
         "[-] | NUMBER -|TEXT",
-        Text::tr("Sends a message and prints its id. Standard input (-) has the number in its "
-                 "first line, then the text; after NUMBER it has the text alone."),
+        Text::tr("Sends a message and prints its id. With -, the first line of standard input is "
+                 "the number and the rest is the text. With NUMBER -, standard input is the text."),
         {QStringLiteral("text"), QStringLiteral("ndjson")},
-        {{QStringLiteral("vmessage"), Text::tr("Sends the only message of a file to its receiver."),
+        {{QStringLiteral("vmessage"), Text::tr("Send the only message of a file to its recipient."),
           QStringLiteral("FILE")}},
         runSend,
-        {Text::tr("All users of the machine can see the words of a command line while it runs, so "
-                  "scripts give number and text on standard input."),
+        {Text::tr("While a command runs, all users of the machine can see the words of its command "
+                  "line. Scripts should give number and text on standard input."),
          {"korvasync send < message.txt", "fortune | korvasync send +15550100 -",
           "korvasync send +15550100 Hello"},
          Text::tr("Exit codes: 0 sent, 1 refused, 2 usage, 3 the store cannot be used, 5 it gave "

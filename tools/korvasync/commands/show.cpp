@@ -54,14 +54,13 @@ Command showCommand()
     const auto text = [](const char *latin1) { return QString::fromLatin1(latin1); };
     return {"show",
             "ID...",
-            Text::tr("Messages by id (- reads ids from standard input)."),
+            Text::tr("Shows messages by id; - reads ids from standard input."),
             {text("vmsg"), text("text"), text("ndjson"), text("csv"), text("mbox"),
              text("android-xml")},
             {},
             runShow,
             {Text::tr("On a terminal the default format is text, and control characters become "
-                      "visible signs in each format. In files and pipes they become signs in "
-                      "text alone."),
+                      "visible signs in every format. In files and pipes they do so only in text."),
              {"korvasync show -o text 812", "korvasync list --ids --grep Hello | korvasync show -"},
              Text::tr("Exit codes: 0 shown, 2 usage, 3 the store cannot be read, 4 an id was not "
                       "found, 5 it gave no answer.")},

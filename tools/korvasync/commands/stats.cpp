@@ -148,7 +148,7 @@ Command statsCommand()
             {text("since"),
              Text::tr("From this time on: 2024-05-01T10:00:00Z, 2024-05-01 or @seconds."),
              text("T")},
-            {text("limit"), Text::tr("The N numbers that have most (text: 10, ndjson: all)."),
+            {text("limit"), Text::tr("The N most frequent numbers (text: 10, ndjson: all)."),
              text("N")},
         },
         runStats,

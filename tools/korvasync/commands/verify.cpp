@@ -122,19 +122,20 @@ Command verifyCommand()
     const auto text = [](const char *latin1) { return QString::fromLatin1(latin1); };
     const QList<QCommandLineOption> options{
         {text("folder"),
-         Text::tr("For messages that name no folder: inbox, outbox, sent or my (drafts: refused)."),
+         Text::tr(
+             "Folder for messages that name none: inbox, outbox, sent or my (drafts are refused)."),
          text("F")},
     };
     return {
         "verify",
         "FILE|DIR|-...",
-        Text::tr("Tells whether all messages and calls of files are in the store; adds nothing."),
+        Text::tr("Checks that all messages and calls of files are in the store. Adds nothing."),
         {text("text"), text("ndjson")},
         ReadingOptions::declared(ReadingOptions::MessageForm) + options,
         runVerify,
-        {Text::tr("Files are read, and equal items found, as by \"korvasync add\"; call-history "
-                  "entries are read as well. Each item that is missing or refused is told. Give "
-                  "the --from, --assume-tz and --folder with which they were added."),
+        {Text::tr("Items are read and compared as \"korvasync add\" does it; call-history entries "
+                  "are read as well. Each missing or refused item is listed. Give the same --from, "
+                  "--assume-tz and --folder as for adding."),
          {"korvasync verify old-phone/",
           "korvasync calls list -o entries | korvasync verify --store /media/store -"},
          Text::tr("Exit codes: 0 everything is there, 1 something is missing or refused, or there "

@@ -25,10 +25,12 @@ QList<QCommandLineOption> AddingOptions::declared(const char *textForm)
     const auto text = [](const char *latin1) { return QString::fromLatin1(latin1); };
     return ReadingOptions::declared(textForm)
         + QList<QCommandLineOption>{
-            {text("on-duplicate"), Text::tr("What is there already: skip (default), add or fail."),
+            {text("on-duplicate"),
+             Text::tr("Items that are in the store already: skip (default), add or fail."),
              text("WHAT"), text("skip")},
             {text("rejects"),
-             Text::tr("Collect what is refused or fails here, to be mended and added again."),
+             Text::tr(
+                 "Collect refused and failed items in this file, to be corrected and added again."),
              text("FILE")},
         };
 }

@@ -30,11 +30,11 @@ QList<QCommandLineOption> ReadingOptions::declared(const char *textForm)
     const auto text = [](const char *latin1) { return QString::fromLatin1(latin1); };
     return {
         {text("from"),
-         Text::tr("The form of the files: auto, %1 or android-xml; auto (default) looks.")
+         Text::tr("Form of the files: auto (default: told by their content), %1 or android-xml.")
              .arg(QLatin1String(textForm)),
          text("FORM"), text("auto")},
         {text("assume-tz"),
-         Text::tr("Zone of times that name none (default: the system's), as Europe/Helsinki."),
+         Text::tr("Time zone for times without one, e.g. Europe/Helsinki (default: the system's)."),
          text("ZONE")},
     };
 }

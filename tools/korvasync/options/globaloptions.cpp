@@ -16,26 +16,27 @@ QList<QCommandLineOption> GlobalOptions::declared(const QStringList &formats, in
         forms.replace(0, formats.first().size(), Text::tr("%1 (default)").arg(formats.first()));
     }
     QCommandLineOption dryRun({text("n"), text("dry-run")},
-                              Text::tr("Say what would happen, write nothing."));
+                              Text::tr("Show what would happen; write nothing."));
     QCommandLineOption progress(
         text("progress"),
-        Text::tr("On stderr: auto (default: only on a terminal), always or never."), text("WHEN"),
-        text("auto"));
+        Text::tr("Show progress on stderr: auto (default: on a terminal), always or never."),
+        text("WHEN"), text("auto"));
     if ((meaning & DryRun) == 0)
         dryRun.setFlags(QCommandLineOption::HiddenFromHelp);
     if ((meaning & ShowsProgress) == 0)
         progress.setFlags(QCommandLineOption::HiddenFromHelp);
     return {
         {text("store"),
-         Text::tr("The store (default: $KORVASYNC_STORE, else the data folder's korvasync)."),
+         Text::tr(
+             "Folder of the store (default: $KORVASYNC_STORE, else korvasync in the data folder)."),
          text("DIR")},
         {text("o"), Text::tr("Output format: %1.").arg(forms), text("FORMAT")},
         dryRun,
         {text("q"), Text::tr("No summary; -qq: no warnings either.")},
-        {text("v"), Text::tr("The library's own trace, which shows numbers and texts.")},
+        {text("v"), Text::tr("Show the library's debug messages, with numbers and texts.")},
         progress,
         {text("timeout"),
-         Text::tr("Seconds to wait for an answer of the store, up to 1000000 (default: 60)."),
+         Text::tr("Seconds to wait for an answer from the store, up to 1000000 (default: 60)."),
          text("S"), text("60")},
         {{text("h"), text("help")}, Text::tr("This help.")},
         {text("version"), Text::tr("The version.")},

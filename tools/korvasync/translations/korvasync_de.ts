@@ -141,23 +141,23 @@
         <translation>add braucht eine Datei, einen Ordner oder - für die Standardeingabe</translation>
     </message>
     <message>
-        <source>Adds the messages of vMessage files (.vmg, .vmsg, .txt) and the messages and calls of Android backups (.xml); a folder stands for all such files below it.</source>
-        <translation>Fügt die Nachrichten aus vMessage-Dateien (.vmg, .vmsg, .txt) und die Nachrichten und Anrufe aus Android-Sicherungen (.xml) hinzu; ein Ordner steht für alle solchen Dateien darunter.</translation>
+        <source>Adds messages from vMessage files (.vmg, .vmsg, .txt), and messages and calls from Android backups (.xml). A folder stands for all such files in it, at any depth.</source>
+        <translation>Fügt Nachrichten aus vMessage-Dateien (.vmg, .vmsg, .txt) hinzu, und Nachrichten und Anrufe aus Android-Sicherungen (.xml). Ein Ordner steht für alle solchen Dateien darin, in jeder Tiefe.</translation>
     </message>
     <message>
-        <source>For messages that name no folder: inbox, outbox, sent or my (drafts: refused).</source>
-        <translation>Für Nachrichten, die keinen Ordner nennen: inbox, outbox, sent oder my (drafts: abgelehnt).</translation>
+        <source>Folder for messages that name none: inbox, outbox, sent or my (drafts are refused).</source>
+        <translation>Ordner für Nachrichten, die keinen nennen: inbox, outbox, sent oder my (drafts werden abgelehnt).</translation>
     </message>
     <message>
-        <source>No time, or none that can be: refuse (default) or now.</source>
-        <translation>Keine oder eine unmögliche Zeit: refuse (Vorgabe: ablehnen) oder now (jetzt).</translation>
+        <source>Messages without a time that can be true: refuse (default), or now to take the clock&apos;s.</source>
+        <translation>Nachrichten ohne eine mögliche Zeit: refuse (Vorgabe: ablehnen), oder now für die Zeit der Uhr.</translation>
     </message>
     <message>
-        <source>Add all as read.</source>
-        <translation>Alle als gelesen hinzufügen.</translation>
+        <source>Mark all messages as read.</source>
+        <translation>Alle Nachrichten als gelesen hinzufügen.</translation>
     </message>
     <message>
-        <source>Messages a write (default: 500, at most 1000).</source>
+        <source>Messages per write (default: 500, at most 1000).</source>
         <translation>Nachrichten je Schreibvorgang (Vorgabe: 500, höchstens 1000).</translation>
     </message>
     <message>
@@ -193,8 +193,8 @@
         <translation>eine E-Mail, keine SMS</translation>
     </message>
     <message>
-        <source>What is there already: skip (default), add or fail.</source>
-        <translation>Was schon da ist: skip (Vorgabe: auslassen), add (hinzufügen) oder fail (ablehnen).</translation>
+        <source>Items that are in the store already: skip (default), add or fail.</source>
+        <translation>Einträge, die schon im Speicher sind: skip (Vorgabe: auslassen), add (hinzufügen) oder fail (ablehnen).</translation>
     </message>
     <message>
         <source>%1 cannot be written: %2; name another with --rejects</source>
@@ -227,22 +227,22 @@
         </translation>
     </message>
     <message>
-        <source>Calls by their start, oldest first.</source>
-        <translation>Anrufe nach ihrem Beginn, die ältesten zuerst.</translation>
+        <source>Lists calls by their start, oldest first.</source>
+        <translation>Listet Anrufe nach ihrem Beginn auf, die ältesten zuerst.</translation>
     </message>
     <message>
-        <source>That came in, went out or were missed.</source>
-        <translation>Nur eingegangene (in), ausgegangene (out) oder verpasste (missed).</translation>
+        <source>Only incoming, outgoing or missed calls.</source>
+        <translation>Nur eingegangene (in), ausgegangene (out) oder verpasste Anrufe (missed).</translation>
     </message>
     <message>
-        <source>From this start on: 2024-05-01T10:00:00Z, 2024-05-01 or @seconds.</source>
-        <translation>Ab diesem Beginn: 2024-05-01T10:00:00Z, 2024-05-01 oder @Sekunden.</translation>
+        <source>Calls that began at this time or later: 2024-05-01T10:00:00Z, 2024-05-01 or @seconds.</source>
+        <translation>Anrufe, die zu dieser Zeit oder später begannen: 2024-05-01T10:00:00Z, 2024-05-01 oder @Sekunden.</translation>
     </message>
     <message>
-        <source>Without a word behind it, &quot;korvasync calls&quot; lists as well.
+        <source>&quot;korvasync calls&quot; alone lists as well.
 
-Other actions: &quot;calls add&quot; and &quot;calls wipe&quot;, each with a --help.</source>
-        <translation>Auch „korvasync calls“ ohne weiteres Wort listet auf.
+Other actions: &quot;calls add&quot; and &quot;calls wipe&quot;, each with its own --help.</source>
+        <translation>Auch „korvasync calls“ allein listet auf.
 
 Weitere Aktionen: „calls add“ und „calls wipe“, jede mit eigenem --help.</translation>
     </message>
@@ -251,8 +251,8 @@ Weitere Aktionen: „calls add“ und „calls wipe“, jede mit eigenem --help.
         <translation>Exit-Codes: 0 aufgelistet, 2 Aufruf falsch, 3 der Speicher ist nicht lesbar, 5 er antwortet nicht.</translation>
     </message>
     <message>
-        <source>Adds call-history entries and the calls of Android backups.</source>
-        <translation>Fügt Einträge der Anrufliste und die Anrufe aus Android-Sicherungen hinzu.</translation>
+        <source>Adds calls from call-history entries and Android backups.</source>
+        <translation>Fügt Anrufe aus Einträgen der Anrufliste und aus Android-Sicherungen hinzu.</translation>
     </message>
     <message>
         <source>Deletes all calls.</source>
@@ -267,16 +267,16 @@ Weitere Aktionen: „calls add“ und „calls wipe“, jede mit eigenem --help.
         <translation>Exit-Codes: 0 gelöscht, 1 manche nicht, 2 Aufruf falsch, 3 der Speicher ist nicht beschreibbar, 5 er antwortet nicht.</translation>
     </message>
     <message>
-        <source>The call log: lists it, adds to it, or deletes it all.</source>
-        <translation>Die Anrufliste: zeigt sie, ergänzt sie oder löscht sie ganz.</translation>
+        <source>Lists the call log, adds to it, or deletes all of it.</source>
+        <translation>Zeigt die Anrufliste, ergänzt sie oder löscht sie ganz.</translation>
     </message>
     <message>
         <source>delete needs an id; &quot;korvasync list&quot; shows them</source>
         <translation>delete braucht eine ID; „korvasync list“ zeigt sie</translation>
     </message>
     <message>
-        <source>Deletes messages by id (- reads ids from standard input).</source>
-        <translation>Löscht Nachrichten nach ID (- liest IDs von der Standardeingabe).</translation>
+        <source>Deletes messages by id; - reads ids from standard input.</source>
+        <translation>Löscht Nachrichten nach ID; - liest IDs von der Standardeingabe.</translation>
     </message>
     <message>
         <source>Exit codes: 0 deleted, 1 some were not, 2 usage, 3 the store cannot be written, 4 an id was not found, 5 it gave no answer.</source>
@@ -298,11 +298,11 @@ Weitere Aktionen: „calls add“ und „calls wipe“, jede mit eigenem --help.
         <translation>Aus jeder Gruppe alle bis auf eine löschen.</translation>
     </message>
     <message>
-        <source>The one that stays: oldest (default), the first added, or newest.</source>
+        <source>Which one stays: oldest (default), the one added first, or newest.</source>
         <translation>Welche bleibt: oldest (Vorgabe), die zuerst hinzugefügte, oder newest, die zuletzt hinzugefügte.</translation>
     </message>
     <message>
-        <source>Messages are equal by the rule of &quot;korvasync add&quot;: the same folder, number (its last 7 digits), second and text. A text that was truly sent twice within a second is in a group as well: look at the list first.</source>
+        <source>Messages are equal by the rule of &quot;korvasync add&quot;: the same folder, number (its last 7 digits), second and text. A text that really was sent twice within a second is in a group as well, so look at the list first.</source>
         <translation>Nachrichten sind gleich nach der Regel von „korvasync add“: gleicher Ordner, gleiche Nummer (ihre letzten 7 Ziffern), gleiche Sekunde, gleicher Text. Auch ein Text, der wirklich zweimal in einer Sekunde gesendet wurde, steht in einer Gruppe: zuerst die Liste ansehen.</translation>
     </message>
     <message>
@@ -326,24 +326,24 @@ Weitere Aktionen: „calls add“ und „calls wipe“, jede mit eigenem --help.
         <translation>Liest und schreibt die SMS und Anrufe im Speicher eines Telefons.</translation>
     </message>
     <message>
-        <source>Commands (&quot;korvasync COMMAND --help&quot; tells more):</source>
-        <translation>Befehle („korvasync BEFEHL --help“ sagt mehr):</translation>
+        <source>Commands (&quot;korvasync COMMAND --help&quot; shows more):</source>
+        <translation>Befehle („korvasync BEFEHL --help“ zeigt mehr):</translation>
     </message>
     <message>
-        <source>Exit codes: 0 all done, 1 some items refused or failed and the rest done, 2 usage, 3 the store cannot be used, 4 an id was not found, 5 the store gave no answer in time, 8 not sent, 9 not known whether sent, 129, 130 and 143 interrupted, 141 nobody reads the output any more.</source>
-        <translation>Exit-Codes: 0 alles erledigt, 1 manches abgelehnt oder gescheitert und der Rest erledigt, 2 Aufruf falsch, 3 der Speicher ist nicht benutzbar, 4 eine ID wurde nicht gefunden, 5 der Speicher hat nicht rechtzeitig geantwortet, 8 nicht gesendet, 9 unbekannt, ob gesendet, 129, 130 und 143 unterbrochen, 141 niemand liest die Ausgabe mehr.</translation>
+        <source>Exit codes: 0 all done, 1 some items refused or failed and the rest done, 2 usage, 3 the store cannot be used, 4 an id was not found, 5 the store gave no answer in time, 8 not sent, 9 not known whether sent, 129, 130 and 143 interrupted, 141 the reader of the output has gone.</source>
+        <translation>Exit-Codes: 0 alles erledigt, 1 manches abgelehnt oder gescheitert und der Rest erledigt, 2 Aufruf falsch, 3 der Speicher ist nicht benutzbar, 4 eine ID wurde nicht gefunden, 5 der Speicher hat nicht rechtzeitig geantwortet, 8 nicht gesendet, 9 unbekannt, ob gesendet, 129, 130 und 143 unterbrochen, 141 die Ausgabe hat keinen Leser mehr.</translation>
     </message>
     <message>
         <source>Usage: korvasync [OPTIONS] %1</source>
         <translation>Aufruf: korvasync [OPTIONEN] %1</translation>
     </message>
     <message>
-        <source>The form of the files: auto, %1 or android-xml; auto (default) looks.</source>
-        <translation>Die Form der Dateien: auto, %1 oder android-xml; auto (Vorgabe) sieht nach.</translation>
+        <source>Form of the files: auto (default: told by their content), %1 or android-xml.</source>
+        <translation>Form der Dateien: auto (Vorgabe: am Inhalt erkannt), %1 oder android-xml.</translation>
     </message>
     <message>
-        <source>Zone of times that name none (default: the system&apos;s), as Europe/Helsinki.</source>
-        <translation>Zeitzone für Zeiten, die keine nennen (Vorgabe: die des Systems), etwa Europe/Helsinki.</translation>
+        <source>Time zone for times without one, e.g. Europe/Helsinki (default: the system&apos;s).</source>
+        <translation>Zeitzone für Zeiten ohne eine, z. B. Europe/Helsinki (Vorgabe: die des Systems).</translation>
     </message>
     <message>
         <source>%1 is empty</source>
@@ -389,8 +389,8 @@ Weitere Aktionen: „calls add“ und „calls wipe“, jede mit eigenem --help.
         </translation>
     </message>
     <message>
-        <source>Messages of the store, oldest first.</source>
-        <translation>Nachrichten des Speichers, die ältesten zuerst.</translation>
+        <source>Lists messages, oldest first.</source>
+        <translation>Listet Nachrichten auf, die ältesten zuerst.</translation>
     </message>
     <message>
         <source>inbox, outbox, drafts, sent, my or all (default).</source>
@@ -405,23 +405,23 @@ Weitere Aktionen: „calls add“ und „calls wipe“, jede mit eigenem --help.
         <translation>Nach dieser Zeit hinzugefügt oder geändert.</translation>
     </message>
     <message>
-        <source>To or from this number (its last 7 digits) or word.</source>
-        <translation>An oder von dieser Nummer (ihre letzten 7 Ziffern) oder diesem Wort.</translation>
+        <source>To or from this number (its last 7 digits) or alphanumeric sender.</source>
+        <translation>An oder von dieser Nummer (ihre letzten 7 Ziffern) oder diesem Namen als Absender.</translation>
     </message>
     <message>
-        <source>With a text that this regular expression matches.</source>
+        <source>With a text that matches this regular expression.</source>
         <translation>Deren Text zu diesem regulären Ausdruck passt.</translation>
     </message>
     <message>
-        <source>The newest N.</source>
-        <translation>Die neuesten N.</translation>
+        <source>Only the newest N.</source>
+        <translation>Nur die neuesten N.</translation>
     </message>
     <message>
-        <source>Print the ids alone.</source>
+        <source>Print only the ids.</source>
         <translation>Nur die IDs ausgeben.</translation>
     </message>
     <message>
-        <source>Print their number alone.</source>
+        <source>Print only how many there are.</source>
         <translation>Nur ihre Anzahl ausgeben.</translation>
     </message>
     <message>
@@ -437,12 +437,12 @@ Weitere Aktionen: „calls add“ und „calls wipe“, jede mit eigenem --help.
         <translation>modify braucht eine ID und eine Datei</translation>
     </message>
     <message>
-        <source>Replaces a message by the one vMessage given; its time and token stay.</source>
-        <translation>Ersetzt eine Nachricht durch die eine angegebene vMessage; Zeit und Token bleiben.</translation>
+        <source>Replaces a message with the one in a vMessage. The time and token of the stored message stay.</source>
+        <translation>Ersetzt eine Nachricht durch die in einer vMessage. Zeit und Token der gespeicherten bleiben.</translation>
     </message>
     <message>
-        <source>The other party must have messages already. A dry run goes by those that are there: one whose messages have all been deleted is refused by it, and would be taken.</source>
-        <translation>Die Gegenseite muss schon Nachrichten haben. Ein Probelauf richtet sich nach denen, die da sind: Wurden alle einer Gegenseite gelöscht, lehnt er ab, was angenommen würde.</translation>
+        <source>The other party must have a conversation. A dry run looks for messages instead: it refuses a party whose messages have all been deleted, which modify itself would take.</source>
+        <translation>Die Gegenseite muss schon eine Unterhaltung haben. Ein Probelauf sucht stattdessen nach Nachrichten: Wurden alle einer Gegenseite gelöscht, lehnt er sie ab, obwohl modify selbst sie annähme.</translation>
     </message>
     <message>
         <source>Exit codes: 0 changed, 1 refused or failed, 2 usage, 3 the store cannot be written, 4 the id was not found, 5 it gave no answer.</source>
@@ -468,12 +468,12 @@ Weitere Aktionen: „calls add“ und „calls wipe“, jede mit eigenem --help.
         </translation>
     </message>
     <message>
-        <source>Tells which numbers share a conversation, and which of them should not.</source>
-        <translation>Sagt, welche Nummern eine Unterhaltung teilen und welche davon es nicht sollten.</translation>
+        <source>Shows which numbers share a conversation, and which of them should not.</source>
+        <translation>Zeigt, welche Nummern eine Unterhaltung teilen und welche davon es nicht sollten.</translation>
     </message>
     <message>
-        <source>Exit codes: 0 told, also when there is a finding, 2 usage, 3 the store cannot be read, 5 it gave no answer.</source>
-        <translation>Exit-Codes: 0 gesagt, auch wenn es einen Befund gibt, 2 Aufruf falsch, 3 der Speicher ist nicht lesbar, 5 er antwortet nicht.</translation>
+        <source>Exit codes: 0 done, with or without findings, 2 usage, 3 the store cannot be read, 5 it gave no answer.</source>
+        <translation>Exit-Codes: 0 erledigt, mit oder ohne Befund, 2 Aufruf falsch, 3 der Speicher ist nicht lesbar, 5 er antwortet nicht.</translation>
     </message>
     <message>
         <source>the message was not sent, as the session bus does not answer</source>
@@ -524,8 +524,8 @@ Weitere Aktionen: „calls add“ und „calls wipe“, jede mit eigenem --help.
         <translation>eine Nachricht kann diese Nummer oder diesen Text nicht tragen; Steuerzeichen weglassen</translation>
     </message>
     <message>
-        <source>Sends the only message of a file to its receiver.</source>
-        <translation>Sendet die einzige Nachricht einer Datei an ihren Empfänger.</translation>
+        <source>Send the only message of a file to its recipient.</source>
+        <translation>Die einzige Nachricht einer Datei an ihren Empfänger senden.</translation>
     </message>
     <message>
         <source>Exit codes: 0 sent, 1 refused, 2 usage, 3 the store cannot be used, 5 it gave no answer, 8 not sent, 9 not known whether sent.</source>
@@ -540,8 +540,8 @@ Weitere Aktionen: „calls add“ und „calls wipe“, jede mit eigenem --help.
         <translation>es gibt keine Nachricht %1</translation>
     </message>
     <message>
-        <source>Messages by id (- reads ids from standard input).</source>
-        <translation>Nachrichten nach ID (- liest IDs von der Standardeingabe).</translation>
+        <source>Shows messages by id; - reads ids from standard input.</source>
+        <translation>Zeigt Nachrichten nach ID; - liest IDs von der Standardeingabe.</translation>
     </message>
     <message>
         <source>Exit codes: 0 shown, 2 usage, 3 the store cannot be read, 4 an id was not found, 5 it gave no answer.</source>
@@ -552,8 +552,8 @@ Weitere Aktionen: „calls add“ und „calls wipe“, jede mit eigenem --help.
         <translation>Zählt Nachrichten nach Ordner, Jahr (in UTC) und Nummer und Anrufe nach Art, Jahr und Nummer.</translation>
     </message>
     <message>
-        <source>The N numbers that have most (text: 10, ndjson: all).</source>
-        <translation>Die N Nummern mit den meisten (text: 10, ndjson: alle).</translation>
+        <source>The N most frequent numbers (text: 10, ndjson: all).</source>
+        <translation>Die N häufigsten Nummern (text: 10, ndjson: alle).</translation>
     </message>
     <message>
         <source>Numbers whose last 7 digits are alike count as one. On a terminal each row has a bar.</source>
@@ -588,12 +588,12 @@ Weitere Aktionen: „calls add“ und „calls wipe“, jede mit eigenem --help.
         <translation>verify braucht eine Datei, einen Ordner oder -</translation>
     </message>
     <message>
-        <source>Tells whether all messages and calls of files are in the store; adds nothing.</source>
-        <translation>Sagt, ob alle Nachrichten und Anrufe aus Dateien im Speicher sind; fügt nichts hinzu.</translation>
+        <source>Checks that all messages and calls of files are in the store. Adds nothing.</source>
+        <translation>Prüft, ob alle Nachrichten und Anrufe aus Dateien im Speicher sind. Fügt nichts hinzu.</translation>
     </message>
     <message>
-        <source>Files are read, and equal items found, as by &quot;korvasync add&quot;; call-history entries are read as well. Each item that is missing or refused is told. Give the --from, --assume-tz and --folder with which they were added.</source>
-        <translation>Dateien werden gelesen und gleiche Einträge gefunden wie von „korvasync add“; auch Einträge der Anrufliste werden gelesen. Jeder fehlende oder abgelehnte Eintrag wird genannt. Dieselben --from, --assume-tz und --folder angeben wie beim Hinzufügen.</translation>
+        <source>Items are read and compared as &quot;korvasync add&quot; does it; call-history entries are read as well. Each missing or refused item is listed. Give the same --from, --assume-tz and --folder as for adding.</source>
+        <translation>Einträge werden gelesen und verglichen wie von „korvasync add“; auch Einträge der Anrufliste werden gelesen. Jeder fehlende oder abgelehnte Eintrag wird genannt. Dieselben --from, --assume-tz und --folder angeben wie beim Hinzufügen.</translation>
     </message>
     <message>
         <source>TZ names no zone that is known here; times without a zone are read with today&apos;s distance, %1: name a zone such as Europe/Helsinki</source>
@@ -732,16 +732,16 @@ Weitere Aktionen: „calls add“ und „calls wipe“, jede mit eigenem --help.
         <translation>%1 (Vorgabe)</translation>
     </message>
     <message>
-        <source>Say what would happen, write nothing.</source>
-        <translation>Sagen, was geschehen würde; nichts schreiben.</translation>
+        <source>Show what would happen; write nothing.</source>
+        <translation>Zeigen, was geschehen würde; nichts schreiben.</translation>
     </message>
     <message>
-        <source>On stderr: auto (default: only on a terminal), always or never.</source>
-        <translation>Fortschritt auf stderr: auto (Vorgabe: nur am Terminal), always (immer) oder never (nie).</translation>
+        <source>Show progress on stderr: auto (default: on a terminal), always or never.</source>
+        <translation>Fortschritt auf stderr zeigen: auto (Vorgabe: am Terminal), always (immer) oder never (nie).</translation>
     </message>
     <message>
-        <source>The store (default: $KORVASYNC_STORE, else the data folder&apos;s korvasync).</source>
-        <translation>Der Speicher (Vorgabe: $KORVASYNC_STORE, sonst korvasync im Datenordner).</translation>
+        <source>Folder of the store (default: $KORVASYNC_STORE, else korvasync in the data folder).</source>
+        <translation>Ordner des Speichers (Vorgabe: $KORVASYNC_STORE, sonst korvasync im Datenordner).</translation>
     </message>
     <message>
         <source>Output format: %1.</source>
@@ -752,11 +752,11 @@ Weitere Aktionen: „calls add“ und „calls wipe“, jede mit eigenem --help.
         <translation>Ohne Zusammenfassung; -qq: auch ohne Warnungen.</translation>
     </message>
     <message>
-        <source>The library&apos;s own trace, which shows numbers and texts.</source>
-        <translation>Das Protokoll der Bibliothek, das Nummern und Texte zeigt.</translation>
+        <source>Show the library&apos;s debug messages, with numbers and texts.</source>
+        <translation>Die Debug-Meldungen der Bibliothek zeigen, mit Nummern und Texten.</translation>
     </message>
     <message>
-        <source>Seconds to wait for an answer of the store, up to 1000000 (default: 60).</source>
+        <source>Seconds to wait for an answer from the store, up to 1000000 (default: 60).</source>
         <translation>Sekunden, die auf eine Antwort des Speichers gewartet wird, bis 1000000 (Vorgabe: 60).</translation>
     </message>
     <message>
@@ -1000,22 +1000,22 @@ Weitere Aktionen: „calls add“ und „calls wipe“, jede mit eigenem --help.
         <translation>Zeichen darin gelten als Muster; andere können ihre Nachrichten bekommen</translation>
     </message>
     <message>
-        <source>A message joins the conversation of the last 7 digits of its number, or of its word. While there is none, it joins the first whose number ends with them. Findings, the doubtful ones first:
-  different-numbers  two parties, perhaps, whose numbers end alike
-  end-of-others      a short code or word that longer ones end with: where one
-                     of them has a conversation first, that gets its messages
-  pattern            a word with a dot, ^ or $, which can stand for others
+        <source>A message joins the conversation of the last 7 digits of its number, or of its alphanumeric sender. While there is none, it joins the first whose number ends with them. Findings, the doubtful ones first:
+  different-numbers  perhaps two parties, whose numbers end alike
+  end-of-others      a short code or sender with which longer ones end: if a
+                     longer one came first, it gets the messages of the short
+  pattern            a sender with a dot, ^ or $, which can match others
   spellings          one number with and without its prefix: as it should be</source>
-        <translation>Eine Nachricht kommt in die Unterhaltung der letzten 7 Ziffern ihrer Nummer oder ihres Wortes. Solange es keine gibt, kommt sie in die erste, deren Nummer damit endet. Befunde, die zweifelhaften zuerst:
+        <translation>Eine Nachricht kommt in die Unterhaltung der letzten 7 Ziffern ihrer Nummer oder in die ihres Namens als Absender. Solange es keine gibt, kommt sie in die erste, deren Nummer damit endet. Befunde, die zweifelhaften zuerst:
   different-numbers  vielleicht zwei Gegenseiten, deren Nummern gleich enden
-  end-of-others      eine Kurzwahl oder ein Wort, womit längere enden: die SMS
+  end-of-others      eine Kurzwahl oder ein Name, womit längere enden: die SMS
                      kommen zur längeren, wenn deren Unterhaltung zuerst da war
-  pattern            ein Wort mit Punkt, ^ oder $, die für andere stehen können
+  pattern            ein Name mit Punkt, ^ oder $, der zu anderen passen kann
   spellings          eine Nummer mit und ohne Vorwahl: so soll es sein</translation>
     </message>
     <message>
-        <source>Collect what is refused or fails here, to be mended and added again.</source>
-        <translation>Abgelehntes und Gescheitertes hier sammeln, um es zu berichtigen und erneut hinzuzufügen.</translation>
+        <source>Collect refused and failed items in this file, to be corrected and added again.</source>
+        <translation>Abgelehnte und gescheiterte Einträge in dieser Datei sammeln, um sie zu berichtigen und erneut hinzuzufügen.</translation>
     </message>
     <message>
         <source>a link of another user leads there</source>
@@ -1053,7 +1053,7 @@ Weitere Aktionen: „calls add“ und „calls wipe“, jede mit eigenem --help.
         </translation>
     </message>
     <message>
-        <source>On a terminal the default format is text, and control characters become visible signs in each format. In files and pipes they become signs in text alone.</source>
+        <source>On a terminal the default format is text, and control characters become visible signs in every format. In files and pipes they do so only in text.</source>
         <translation>Am Terminal ist text die Voreinstellung, und Steuerzeichen werden in jedem Format zu sichtbaren Zeichen. In Dateien und Pipes geschieht das nur in text.</translation>
     </message>
     <message>
@@ -1061,12 +1061,12 @@ Weitere Aktionen: „calls add“ und „calls wipe“, jede mit eigenem --help.
         <translation>send braucht Nummer und Text, als zwei Wörter oder auf der Standardeingabe mit der Nummer in der ersten Zeile; oder allein --vmessage</translation>
     </message>
     <message>
-        <source>Sends a message and prints its id. Standard input (-) has the number in its first line, then the text; after NUMBER it has the text alone.</source>
-        <translation>Sendet eine Nachricht und gibt ihre ID aus. Die Standardeingabe (-) enthält in der ersten Zeile die Nummer, danach den Text; nach NUMBER enthält sie nur den Text.</translation>
+        <source>Sends a message and prints its id. With -, the first line of standard input is the number and the rest is the text. With NUMBER -, standard input is the text.</source>
+        <translation>Sendet eine Nachricht und gibt ihre ID aus. Mit - ist die erste Zeile der Standardeingabe die Nummer und der Rest der Text. Mit NUMBER - ist die Standardeingabe der Text.</translation>
     </message>
     <message>
-        <source>All users of the machine can see the words of a command line while it runs, so scripts give number and text on standard input.</source>
-        <translation>Alle Benutzer des Rechners können die Wörter einer Befehlszeile sehen, solange sie läuft; Skripte übergeben Nummer und Text deshalb auf der Standardeingabe.</translation>
+        <source>While a command runs, all users of the machine can see the words of its command line. Scripts should give number and text on standard input.</source>
+        <translation>Solange ein Befehl läuft, können alle Benutzer des Rechners die Wörter seiner Befehlszeile sehen. Skripte sollten Nummer und Text auf der Standardeingabe übergeben.</translation>
     </message>
     <message>
         <source>%1 names no time zone: %2</source>

@@ -141,23 +141,23 @@
         <translation>add necesita un archivo, una carpeta o - para la entrada estándar</translation>
     </message>
     <message>
-        <source>Adds the messages of vMessage files (.vmg, .vmsg, .txt) and the messages and calls of Android backups (.xml); a folder stands for all such files below it.</source>
-        <translation>Añade los mensajes de archivos vMessage (.vmg, .vmsg, .txt) y los mensajes y llamadas de copias de seguridad de Android (.xml); una carpeta representa todos esos archivos que contiene.</translation>
+        <source>Adds messages from vMessage files (.vmg, .vmsg, .txt), and messages and calls from Android backups (.xml). A folder stands for all such files in it, at any depth.</source>
+        <translation>Añade mensajes de archivos vMessage (.vmg, .vmsg, .txt), y mensajes y llamadas de copias de seguridad de Android (.xml). Una carpeta representa todos esos archivos que contiene, a cualquier nivel.</translation>
     </message>
     <message>
-        <source>For messages that name no folder: inbox, outbox, sent or my (drafts: refused).</source>
-        <translation>Para mensajes que no indican carpeta: inbox, outbox, sent o my (drafts: se rechazan).</translation>
+        <source>Folder for messages that name none: inbox, outbox, sent or my (drafts are refused).</source>
+        <translation>Carpeta para los mensajes que no indican ninguna: inbox, outbox, sent o my (drafts se rechazan).</translation>
     </message>
     <message>
-        <source>No time, or none that can be: refuse (default) or now.</source>
-        <translation>Sin hora, o con una imposible: refuse (predeterminado: rechazar) o now (ahora).</translation>
+        <source>Messages without a time that can be true: refuse (default), or now to take the clock&apos;s.</source>
+        <translation>Mensajes sin una hora posible: refuse (predeterminado: rechazar), o now para tomar la del reloj.</translation>
     </message>
     <message>
-        <source>Add all as read.</source>
-        <translation>Añadir todos como leídos.</translation>
+        <source>Mark all messages as read.</source>
+        <translation>Añadir todos los mensajes como leídos.</translation>
     </message>
     <message>
-        <source>Messages a write (default: 500, at most 1000).</source>
+        <source>Messages per write (default: 500, at most 1000).</source>
         <translation>Mensajes por escritura (predeterminado: 500, como máximo 1000).</translation>
     </message>
     <message>
@@ -193,8 +193,8 @@
         <translation>un correo electrónico, no un mensaje de texto</translation>
     </message>
     <message>
-        <source>What is there already: skip (default), add or fail.</source>
-        <translation>Lo que ya está: skip (predeterminado: omitir), add (añadir) o fail (rechazar).</translation>
+        <source>Items that are in the store already: skip (default), add or fail.</source>
+        <translation>Elementos que ya están en el almacén: skip (predeterminado: omitir), add (añadir) o fail (rechazar).</translation>
     </message>
     <message>
         <source>%1 cannot be written: %2; name another with --rejects</source>
@@ -227,22 +227,22 @@
         </translation>
     </message>
     <message>
-        <source>Calls by their start, oldest first.</source>
-        <translation>Llamadas por su comienzo, las más antiguas primero.</translation>
+        <source>Lists calls by their start, oldest first.</source>
+        <translation>Muestra las llamadas por su comienzo, las más antiguas primero.</translation>
     </message>
     <message>
-        <source>That came in, went out or were missed.</source>
-        <translation>Solo las entrantes (in), salientes (out) o perdidas (missed).</translation>
+        <source>Only incoming, outgoing or missed calls.</source>
+        <translation>Solo llamadas entrantes (in), salientes (out) o perdidas (missed).</translation>
     </message>
     <message>
-        <source>From this start on: 2024-05-01T10:00:00Z, 2024-05-01 or @seconds.</source>
-        <translation>A partir de este comienzo: 2024-05-01T10:00:00Z, 2024-05-01 o @segundos.</translation>
+        <source>Calls that began at this time or later: 2024-05-01T10:00:00Z, 2024-05-01 or @seconds.</source>
+        <translation>Llamadas que empezaron a esta hora o después: 2024-05-01T10:00:00Z, 2024-05-01 o @segundos.</translation>
     </message>
     <message>
-        <source>Without a word behind it, &quot;korvasync calls&quot; lists as well.
+        <source>&quot;korvasync calls&quot; alone lists as well.
 
-Other actions: &quot;calls add&quot; and &quot;calls wipe&quot;, each with a --help.</source>
-        <translation>Sin más palabras, «korvasync calls» también muestra la lista.
+Other actions: &quot;calls add&quot; and &quot;calls wipe&quot;, each with its own --help.</source>
+        <translation>«korvasync calls» a secas también muestra la lista.
 
 Otras acciones: «calls add» y «calls wipe», cada una con su --help.</translation>
     </message>
@@ -251,8 +251,8 @@ Otras acciones: «calls add» y «calls wipe», cada una con su --help.</transla
         <translation>Códigos de salida: 0 lista mostrada, 2 uso incorrecto, 3 no se puede leer el almacén, 5 no respondió.</translation>
     </message>
     <message>
-        <source>Adds call-history entries and the calls of Android backups.</source>
-        <translation>Añade entradas del registro de llamadas y las llamadas de copias de seguridad de Android.</translation>
+        <source>Adds calls from call-history entries and Android backups.</source>
+        <translation>Añade llamadas de entradas del registro de llamadas y de copias de seguridad de Android.</translation>
     </message>
     <message>
         <source>Deletes all calls.</source>
@@ -267,16 +267,16 @@ Otras acciones: «calls add» y «calls wipe», cada una con su --help.</transla
         <translation>Códigos de salida: 0 borradas, 1 algunas no, 2 uso incorrecto, 3 no se puede escribir en el almacén, 5 no respondió.</translation>
     </message>
     <message>
-        <source>The call log: lists it, adds to it, or deletes it all.</source>
-        <translation>El registro de llamadas: lo muestra, le añade llamadas o lo borra entero.</translation>
+        <source>Lists the call log, adds to it, or deletes all of it.</source>
+        <translation>Muestra el registro de llamadas, le añade llamadas o lo borra entero.</translation>
     </message>
     <message>
         <source>delete needs an id; &quot;korvasync list&quot; shows them</source>
         <translation>delete necesita un id; «korvasync list» los muestra</translation>
     </message>
     <message>
-        <source>Deletes messages by id (- reads ids from standard input).</source>
-        <translation>Borra mensajes por id (- lee los id de la entrada estándar).</translation>
+        <source>Deletes messages by id; - reads ids from standard input.</source>
+        <translation>Borra mensajes por id; - lee los id de la entrada estándar.</translation>
     </message>
     <message>
         <source>Exit codes: 0 deleted, 1 some were not, 2 usage, 3 the store cannot be written, 4 an id was not found, 5 it gave no answer.</source>
@@ -298,11 +298,11 @@ Otras acciones: «calls add» y «calls wipe», cada una con su --help.</transla
         <translation>Borrar todos menos uno de cada grupo.</translation>
     </message>
     <message>
-        <source>The one that stays: oldest (default), the first added, or newest.</source>
+        <source>Which one stays: oldest (default), the one added first, or newest.</source>
         <translation>El que se queda: oldest (predeterminado), el primero que se añadió, o newest, el último.</translation>
     </message>
     <message>
-        <source>Messages are equal by the rule of &quot;korvasync add&quot;: the same folder, number (its last 7 digits), second and text. A text that was truly sent twice within a second is in a group as well: look at the list first.</source>
+        <source>Messages are equal by the rule of &quot;korvasync add&quot;: the same folder, number (its last 7 digits), second and text. A text that really was sent twice within a second is in a group as well, so look at the list first.</source>
         <translation>Los mensajes son iguales según la regla de «korvasync add»: misma carpeta, mismo número (sus últimas 7 cifras), mismo segundo y mismo texto. Un texto que de verdad se envió dos veces en un segundo también forma un grupo: mira primero la lista.</translation>
     </message>
     <message>
@@ -326,24 +326,24 @@ Otras acciones: «calls add» y «calls wipe», cada una con su --help.</transla
         <translation>Lee y escribe los mensajes de texto y las llamadas del almacén de un teléfono.</translation>
     </message>
     <message>
-        <source>Commands (&quot;korvasync COMMAND --help&quot; tells more):</source>
-        <translation>Órdenes («korvasync ORDEN --help» dice más):</translation>
+        <source>Commands (&quot;korvasync COMMAND --help&quot; shows more):</source>
+        <translation>Órdenes («korvasync ORDEN --help» muestra más):</translation>
     </message>
     <message>
-        <source>Exit codes: 0 all done, 1 some items refused or failed and the rest done, 2 usage, 3 the store cannot be used, 4 an id was not found, 5 the store gave no answer in time, 8 not sent, 9 not known whether sent, 129, 130 and 143 interrupted, 141 nobody reads the output any more.</source>
-        <translation>Códigos de salida: 0 todo hecho, 1 algo se rechazó o falló y el resto está hecho, 2 uso incorrecto, 3 no se puede usar el almacén, 4 no se encontró un id, 5 el almacén no respondió a tiempo, 8 no enviado, 9 no se sabe si se envió, 129, 130 y 143 interrumpido, 141 ya nadie lee la salida.</translation>
+        <source>Exit codes: 0 all done, 1 some items refused or failed and the rest done, 2 usage, 3 the store cannot be used, 4 an id was not found, 5 the store gave no answer in time, 8 not sent, 9 not known whether sent, 129, 130 and 143 interrupted, 141 the reader of the output has gone.</source>
+        <translation>Códigos de salida: 0 todo hecho, 1 algo se rechazó o falló y el resto está hecho, 2 uso incorrecto, 3 no se puede usar el almacén, 4 no se encontró un id, 5 el almacén no respondió a tiempo, 8 no enviado, 9 no se sabe si se envió, 129, 130 y 143 interrumpido, 141 la salida ya no tiene lector.</translation>
     </message>
     <message>
         <source>Usage: korvasync [OPTIONS] %1</source>
         <translation>Uso: korvasync [OPCIONES] %1</translation>
     </message>
     <message>
-        <source>The form of the files: auto, %1 or android-xml; auto (default) looks.</source>
-        <translation>La forma de los archivos: auto, %1 o android-xml; auto (predeterminado) la averigua.</translation>
+        <source>Form of the files: auto (default: told by their content), %1 or android-xml.</source>
+        <translation>Forma de los archivos: auto (predeterminado: según su contenido), %1 o android-xml.</translation>
     </message>
     <message>
-        <source>Zone of times that name none (default: the system&apos;s), as Europe/Helsinki.</source>
-        <translation>Zona de las horas que no indican ninguna (predeterminado: la del sistema), como Europe/Helsinki.</translation>
+        <source>Time zone for times without one, e.g. Europe/Helsinki (default: the system&apos;s).</source>
+        <translation>Zona horaria para las horas sin ella, p. ej. Europe/Helsinki (predeterminado: la del sistema).</translation>
     </message>
     <message>
         <source>%1 is empty</source>
@@ -389,8 +389,8 @@ Otras acciones: «calls add» y «calls wipe», cada una con su --help.</transla
         </translation>
     </message>
     <message>
-        <source>Messages of the store, oldest first.</source>
-        <translation>Mensajes del almacén, los más antiguos primero.</translation>
+        <source>Lists messages, oldest first.</source>
+        <translation>Muestra la lista de mensajes, los más antiguos primero.</translation>
     </message>
     <message>
         <source>inbox, outbox, drafts, sent, my or all (default).</source>
@@ -405,23 +405,23 @@ Otras acciones: «calls add» y «calls wipe», cada una con su --help.</transla
         <translation>Añadidos o cambiados después de esta hora.</translation>
     </message>
     <message>
-        <source>To or from this number (its last 7 digits) or word.</source>
-        <translation>Para o de este número (sus últimas 7 cifras) o palabra.</translation>
+        <source>To or from this number (its last 7 digits) or alphanumeric sender.</source>
+        <translation>Para o de este número (sus últimas 7 cifras) o remitente alfanumérico.</translation>
     </message>
     <message>
-        <source>With a text that this regular expression matches.</source>
+        <source>With a text that matches this regular expression.</source>
         <translation>Cuyo texto coincide con esta expresión regular.</translation>
     </message>
     <message>
-        <source>The newest N.</source>
-        <translation>Los N más recientes.</translation>
+        <source>Only the newest N.</source>
+        <translation>Solo los N más recientes.</translation>
     </message>
     <message>
-        <source>Print the ids alone.</source>
+        <source>Print only the ids.</source>
         <translation>Mostrar solo los id.</translation>
     </message>
     <message>
-        <source>Print their number alone.</source>
+        <source>Print only how many there are.</source>
         <translation>Mostrar solo cuántos son.</translation>
     </message>
     <message>
@@ -437,12 +437,12 @@ Otras acciones: «calls add» y «calls wipe», cada una con su --help.</transla
         <translation>modify necesita un id y un archivo</translation>
     </message>
     <message>
-        <source>Replaces a message by the one vMessage given; its time and token stay.</source>
-        <translation>Sustituye un mensaje por el único vMessage dado; su hora y su token se conservan.</translation>
+        <source>Replaces a message with the one in a vMessage. The time and token of the stored message stay.</source>
+        <translation>Sustituye un mensaje por el de un vMessage. La hora y el token del guardado se conservan.</translation>
     </message>
     <message>
-        <source>The other party must have messages already. A dry run goes by those that are there: one whose messages have all been deleted is refused by it, and would be taken.</source>
-        <translation>La otra parte ya debe tener mensajes. Un ensayo se guía por los que hay: si se borraron todos los de una parte, rechaza lo que sí se aceptaría.</translation>
+        <source>The other party must have a conversation. A dry run looks for messages instead: it refuses a party whose messages have all been deleted, which modify itself would take.</source>
+        <translation>La otra parte ya debe tener una conversación. Un ensayo busca mensajes en su lugar: si se borraron todos los de una parte, la rechaza, aunque modify mismo la aceptaría.</translation>
     </message>
     <message>
         <source>Exit codes: 0 changed, 1 refused or failed, 2 usage, 3 the store cannot be written, 4 the id was not found, 5 it gave no answer.</source>
@@ -468,12 +468,12 @@ Otras acciones: «calls add» y «calls wipe», cada una con su --help.</transla
         </translation>
     </message>
     <message>
-        <source>Tells which numbers share a conversation, and which of them should not.</source>
-        <translation>Dice qué números comparten una conversación, y cuáles no deberían.</translation>
+        <source>Shows which numbers share a conversation, and which of them should not.</source>
+        <translation>Muestra qué números comparten una conversación, y cuáles no deberían.</translation>
     </message>
     <message>
-        <source>Exit codes: 0 told, also when there is a finding, 2 usage, 3 the store cannot be read, 5 it gave no answer.</source>
-        <translation>Códigos de salida: 0 informado, también si hay un hallazgo, 2 uso incorrecto, 3 no se puede leer el almacén, 5 no respondió.</translation>
+        <source>Exit codes: 0 done, with or without findings, 2 usage, 3 the store cannot be read, 5 it gave no answer.</source>
+        <translation>Códigos de salida: 0 hecho, con o sin hallazgos, 2 uso incorrecto, 3 no se puede leer el almacén, 5 no respondió.</translation>
     </message>
     <message>
         <source>the message was not sent, as the session bus does not answer</source>
@@ -524,8 +524,8 @@ Otras acciones: «calls add» y «calls wipe», cada una con su --help.</transla
         <translation>un mensaje no puede llevar este número o texto; quita los caracteres de control</translation>
     </message>
     <message>
-        <source>Sends the only message of a file to its receiver.</source>
-        <translation>Envía el único mensaje de un archivo a su destinatario.</translation>
+        <source>Send the only message of a file to its recipient.</source>
+        <translation>Enviar el único mensaje de un archivo a su destinatario.</translation>
     </message>
     <message>
         <source>Exit codes: 0 sent, 1 refused, 2 usage, 3 the store cannot be used, 5 it gave no answer, 8 not sent, 9 not known whether sent.</source>
@@ -540,8 +540,8 @@ Otras acciones: «calls add» y «calls wipe», cada una con su --help.</transla
         <translation>no hay ningún mensaje %1</translation>
     </message>
     <message>
-        <source>Messages by id (- reads ids from standard input).</source>
-        <translation>Mensajes por id (- lee los id de la entrada estándar).</translation>
+        <source>Shows messages by id; - reads ids from standard input.</source>
+        <translation>Muestra mensajes por id; - lee los id de la entrada estándar.</translation>
     </message>
     <message>
         <source>Exit codes: 0 shown, 2 usage, 3 the store cannot be read, 4 an id was not found, 5 it gave no answer.</source>
@@ -552,8 +552,8 @@ Otras acciones: «calls add» y «calls wipe», cada una con su --help.</transla
         <translation>Cuenta los mensajes por carpeta, año (en UTC) y número, y las llamadas por tipo, año y número.</translation>
     </message>
     <message>
-        <source>The N numbers that have most (text: 10, ndjson: all).</source>
-        <translation>Los N números que más tienen (text: 10, ndjson: todos).</translation>
+        <source>The N most frequent numbers (text: 10, ndjson: all).</source>
+        <translation>Los N números más frecuentes (text: 10, ndjson: todos).</translation>
     </message>
     <message>
         <source>Numbers whose last 7 digits are alike count as one. On a terminal each row has a bar.</source>
@@ -588,12 +588,12 @@ Otras acciones: «calls add» y «calls wipe», cada una con su --help.</transla
         <translation>verify necesita un archivo, una carpeta o -</translation>
     </message>
     <message>
-        <source>Tells whether all messages and calls of files are in the store; adds nothing.</source>
-        <translation>Dice si todos los mensajes y llamadas de unos archivos están en el almacén; no añade nada.</translation>
+        <source>Checks that all messages and calls of files are in the store. Adds nothing.</source>
+        <translation>Comprueba que todos los mensajes y llamadas de unos archivos están en el almacén. No añade nada.</translation>
     </message>
     <message>
-        <source>Files are read, and equal items found, as by &quot;korvasync add&quot;; call-history entries are read as well. Each item that is missing or refused is told. Give the --from, --assume-tz and --folder with which they were added.</source>
-        <translation>Los archivos se leen, y los elementos iguales se encuentran, como con «korvasync add»; también se leen entradas del registro de llamadas. Se nombra cada elemento que falta o se rechaza. Indica los mismos --from, --assume-tz y --folder con que se añadieron.</translation>
+        <source>Items are read and compared as &quot;korvasync add&quot; does it; call-history entries are read as well. Each missing or refused item is listed. Give the same --from, --assume-tz and --folder as for adding.</source>
+        <translation>Los elementos se leen y se comparan como con «korvasync add»; también se leen entradas del registro de llamadas. Se nombra cada elemento que falta o se rechaza. Indica los mismos --from, --assume-tz y --folder que al añadirlos.</translation>
     </message>
     <message>
         <source>TZ names no zone that is known here; times without a zone are read with today&apos;s distance, %1: name a zone such as Europe/Helsinki</source>
@@ -732,16 +732,16 @@ Otras acciones: «calls add» y «calls wipe», cada una con su --help.</transla
         <translation>%1 (predeterminado)</translation>
     </message>
     <message>
-        <source>Say what would happen, write nothing.</source>
-        <translation>Decir qué pasaría, sin escribir nada.</translation>
+        <source>Show what would happen; write nothing.</source>
+        <translation>Mostrar qué pasaría, sin escribir nada.</translation>
     </message>
     <message>
-        <source>On stderr: auto (default: only on a terminal), always or never.</source>
-        <translation>Progreso en stderr: auto (predeterminado: solo en un terminal), always (siempre) o never (nunca).</translation>
+        <source>Show progress on stderr: auto (default: on a terminal), always or never.</source>
+        <translation>Mostrar el progreso en stderr: auto (predeterminado: en un terminal), always (siempre) o never (nunca).</translation>
     </message>
     <message>
-        <source>The store (default: $KORVASYNC_STORE, else the data folder&apos;s korvasync).</source>
-        <translation>El almacén (predeterminado: $KORVASYNC_STORE; si no, korvasync en la carpeta de datos).</translation>
+        <source>Folder of the store (default: $KORVASYNC_STORE, else korvasync in the data folder).</source>
+        <translation>Carpeta del almacén (predeterminado: $KORVASYNC_STORE; si no, korvasync en la carpeta de datos).</translation>
     </message>
     <message>
         <source>Output format: %1.</source>
@@ -752,11 +752,11 @@ Otras acciones: «calls add» y «calls wipe», cada una con su --help.</transla
         <translation>Sin resumen; -qq: tampoco avisos.</translation>
     </message>
     <message>
-        <source>The library&apos;s own trace, which shows numbers and texts.</source>
-        <translation>La traza de la biblioteca, que muestra números y textos.</translation>
+        <source>Show the library&apos;s debug messages, with numbers and texts.</source>
+        <translation>Mostrar los mensajes de depuración de la biblioteca, con números y textos.</translation>
     </message>
     <message>
-        <source>Seconds to wait for an answer of the store, up to 1000000 (default: 60).</source>
+        <source>Seconds to wait for an answer from the store, up to 1000000 (default: 60).</source>
         <translation>Segundos que se espera una respuesta del almacén, hasta 1000000 (predeterminado: 60).</translation>
     </message>
     <message>
@@ -1000,22 +1000,22 @@ Otras acciones: «calls add» y «calls wipe», cada una con su --help.</transla
         <translation>sus signos se leen como un patrón; otros pueden recibir sus mensajes</translation>
     </message>
     <message>
-        <source>A message joins the conversation of the last 7 digits of its number, or of its word. While there is none, it joins the first whose number ends with them. Findings, the doubtful ones first:
-  different-numbers  two parties, perhaps, whose numbers end alike
-  end-of-others      a short code or word that longer ones end with: where one
-                     of them has a conversation first, that gets its messages
-  pattern            a word with a dot, ^ or $, which can stand for others
+        <source>A message joins the conversation of the last 7 digits of its number, or of its alphanumeric sender. While there is none, it joins the first whose number ends with them. Findings, the doubtful ones first:
+  different-numbers  perhaps two parties, whose numbers end alike
+  end-of-others      a short code or sender with which longer ones end: if a
+                     longer one came first, it gets the messages of the short
+  pattern            a sender with a dot, ^ or $, which can match others
   spellings          one number with and without its prefix: as it should be</source>
-        <translation>Un mensaje va a la conversación de las últimas 7 cifras de su número, o de su palabra. Mientras no la haya, va a la primera cuyo número acaba así. Hallazgos, los dudosos primero:
+        <translation>Un mensaje va a la conversación de las últimas 7 cifras de su número, o de su remitente alfanumérico. Mientras no la haya, va a la primera cuyo número acaba así. Hallazgos, los dudosos primero:
   different-numbers  quizá dos partes cuyos números acaban igual
-  end-of-others      un número corto o palabra en que acaban otros más largos:
+  end-of-others      un número o remitente corto en que acaban otros más largos:
                      si uno tiene antes una conversación, recibe sus mensajes
-  pattern            una palabra con un punto, ^ o $, que pueden valer por otros
+  pattern            un remitente con punto, ^ o $, que puede valer por otros
   spellings          un número con y sin prefijo: como debe ser</translation>
     </message>
     <message>
-        <source>Collect what is refused or fails here, to be mended and added again.</source>
-        <translation>Reunir aquí lo rechazado o fallido, para corregirlo y añadirlo de nuevo.</translation>
+        <source>Collect refused and failed items in this file, to be corrected and added again.</source>
+        <translation>Reunir en este archivo los elementos rechazados o fallidos, para corregirlos y añadirlos de nuevo.</translation>
     </message>
     <message>
         <source>a link of another user leads there</source>
@@ -1053,7 +1053,7 @@ Otras acciones: «calls add» y «calls wipe», cada una con su --help.</transla
         </translation>
     </message>
     <message>
-        <source>On a terminal the default format is text, and control characters become visible signs in each format. In files and pipes they become signs in text alone.</source>
+        <source>On a terminal the default format is text, and control characters become visible signs in every format. In files and pipes they do so only in text.</source>
         <translation>En un terminal el formato predeterminado es text, y los caracteres de control se convierten en signos visibles en todos los formatos. En archivos y tuberías eso solo ocurre con text.</translation>
     </message>
     <message>
@@ -1061,12 +1061,12 @@ Otras acciones: «calls add» y «calls wipe», cada una con su --help.</transla
         <translation>send necesita número y texto, como dos palabras o en la entrada estándar con el número en la primera línea; o solo --vmessage</translation>
     </message>
     <message>
-        <source>Sends a message and prints its id. Standard input (-) has the number in its first line, then the text; after NUMBER it has the text alone.</source>
-        <translation>Envía un mensaje y muestra su id. La entrada estándar (-) tiene el número en la primera línea y después el texto; tras NUMBER tiene solo el texto.</translation>
+        <source>Sends a message and prints its id. With -, the first line of standard input is the number and the rest is the text. With NUMBER -, standard input is the text.</source>
+        <translation>Envía un mensaje y muestra su id. Con -, la primera línea de la entrada estándar es el número y el resto es el texto. Con NUMBER -, la entrada estándar es el texto.</translation>
     </message>
     <message>
-        <source>All users of the machine can see the words of a command line while it runs, so scripts give number and text on standard input.</source>
-        <translation>Todos los usuarios del equipo pueden ver las palabras de una línea de órdenes mientras se ejecuta; por eso los scripts pasan número y texto por la entrada estándar.</translation>
+        <source>While a command runs, all users of the machine can see the words of its command line. Scripts should give number and text on standard input.</source>
+        <translation>Mientras se ejecuta una orden, todos los usuarios del equipo pueden ver las palabras de su línea de órdenes. Los scripts deberían pasar número y texto por la entrada estándar.</translation>
     </message>
     <message>
         <source>%1 names no time zone: %2</source>
