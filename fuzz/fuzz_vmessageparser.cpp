@@ -4,45 +4,16 @@
 // The bytes as a file of messages, and as the text of one message.
 
 #include "fuzzing.h"
+#include "scannedmessages.h"
 
 #include <vmessage/textdecoding.h>
 #include <vmessage/vmessageparser.h>
-#include <vmessage/vmessagescanner.h>
 
 #include <algorithm>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace {
-
-struct Found
-{
-    std::string bytes;
-    bool complete;
-
-    bool operator==(const Found &other) const
-    {
-        return bytes == other.bytes && complete == other.complete;
-    }
-};
-
-std::vector<Found> scanned(std::string_view file, size_t chunkSize)
-{
-    std::vector<Found> result;
-    VMessageScanner scanner;
-    VMessageScanner::Message message;
-    while (!file.empty()) {
-        scanner.add(file.substr(0, chunkSize));
-        file.remove_prefix(std::min(chunkSize, file.size()));
-        while (scanner.next(&message))
-            result.push_back({std::string(message.bytes), message.complete});
-    }
-    scanner.finish();
-    while (scanner.next(&message))
-        result.push_back({std::string(message.bytes), message.complete});
-    return result;
-}
 
 // Whether there is a message; what it holds must be whole and UTF-8. If there is none, one of the
 // lines is to blame.
@@ -65,12 +36,11 @@ bool isMessage(std::string_view bytes)
 void checkFile(std::string_view bytes)
 {
     isMessage(bytes);
-    const std::vector<Found> whole = scanned(bytes, bytes.size());
-    require(scanned(bytes, 1) == whole);
-    require(scanned(bytes, 7) == whole);
-    for (const Found &message : whole) {
+    for (const ScannedMessage &message : scannedMessages(bytes)) {
         require(isMessage(message.bytes) || !message.complete);
-        require(scanned(message.bytes, message.bytes.size()) == std::vector<Found>{message});
+        const auto again = scannedMessages(message.bytes);
+        require(again.size() == 1 && again[0].bytes == message.bytes);
+        require(again[0].complete == message.complete);
     }
 }
 
@@ -82,8 +52,10 @@ void checkText(std::string text, size_t cut)
     const std::string message = "BEGIN:VMSG\r\nVERSION:1.1\r\nBEGIN:VENV\r\nBEGIN:VBODY\r\n"
                                 "X-SMS;TYPE=TEXT;CHARSET=UTF-8:"
         + text + "\r\nEND:VBODY\r\nEND:VENV\r\nEND:VMSG\r\n";
-    require(scanned(message + message, 1000)
-            == std::vector<Found>{{message, true}, {message, true}});
+    const std::string file = message + message;
+    const auto both = scannedMessages(file);
+    require(both.size() == 2 && both[0].bytes == message && both[1].bytes == message);
+    require(both[0].complete && both[1].complete);
     require(isMessage(message));
     for (const size_t length : {message.size(), cut % message.size()}) {
         VMessageParser parser;

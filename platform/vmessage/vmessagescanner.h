@@ -5,25 +5,21 @@
 
 #include <platformexport.h>
 
-#include <QtCore/QScopedPointer>
-
 #include <string_view>
 
-class VMessageScannerPrivate;
+namespace VMessageLines {
+struct Line;
+}
 
-//! Finds the vMessages in a UTF-8 file that is read piece by piece:
+//! Finds the end of one vMessage in a UTF-8 file, line by line from its BEGIN:VMSG line:
 //! \code
-//! while (read(&chunk)) {
-//!     scanner.add(chunk);
-//!     while (scanner.next(&message))
-//!         parse(message.bytes);
-//! }
-//! scanner.finish();
-//! while (scanner.next(&message)) ...
+//! VMessageScanner scanner;
+//! VMessageScanner::Taken taken;
+//! do {
+//!     taken = scanner.take(nextLine());
+//! } while (taken.verdict == VMessageScanner::Unfinished);
 //! \endcode
-//! What stands before, between and behind the messages is passed over. The size of the
-//! pieces makes no difference, and no byte is looked at more often for being in a long
-//! message. The scanner keeps what it has not handed out.
+//! It keeps no bytes, and hands back those that belong to the next message.
 //!
 //! In the form of VMessageEncoder, whose lines end in CR LF, what stands behind a bare line feed
 //! is text and never ends a message: so no text that it wrote can pass for another message.
@@ -33,13 +29,16 @@ class VMessageScannerPrivate;
 class KORVAPLATFORM_EXPORT VMessageScanner
 {
 public:
-    struct Message
+    enum Verdict {
+        Unfinished,
+        Whole, //!< it ends on this line, in END:VMSG
+        Cut    //!< before this line, on which the next one begins; the parser tells what is missing
+    };
+
+    struct Taken
     {
-        std::string_view bytes; //!< from BEGIN:VMSG on; for VMessageParser::parseVMessage()
-        quint64 offset = 0;     //!< of the first byte in the file
-        quint64 line = 0;       //!< of BEGIN:VMSG in the file, from 1
-        bool complete = false;  //!< ends in END:VMSG; if not, the parser tells whether it was cut
-        bool isJoined = false;  //!< the next one begins on the line on which this one ends
+        Verdict verdict = Unfinished;
+        std::string_view unused; //!< the end of the line, where the next message begins; or empty
     };
 
     //! Whether a message begins with this line.
@@ -49,20 +48,26 @@ public:
     //! Whether the line opens or closes a message, an envelope or a body.
     static bool isStructure(std::string_view line);
 
-    VMessageScanner();
-    ~VMessageScanner();
-
-    //! Adds the next bytes of the file. Ends the life of all bytes handed out so far.
-    void add(std::string_view bytes);
-    //! Says that the file has ended, so that its last lines count as whole.
-    void finish();
-    //! Whether the line that begins behind all bytes so far may be structure: by the rule
-    //! above it is no text of the open message.
-    bool nextLineCanBeStructure() const;
-    //! \return false when the next message is not there as a whole; after finish(): no more
-    bool next(Message *message);
+    //! \param line  the next one, with its line end, which the last line of a file may lack
+    Taken take(std::string_view line);
+    //! Whether the next line may be structure: by the rule above it is no text of the message.
+    bool nextLineCanBeStructure() const { return !crLf || !isBehindFeed; }
 
 private:
-    Q_DISABLE_COPY(VMessageScanner)
-    QScopedPointer<VMessageScannerPrivate> d;
+    enum Place {
+        Start,
+        Header, // and the vCards
+        Body,
+        Closing, // behind an END:VBODY line that closes the body unless text follows
+    };
+
+    Verdict takeInHeader(const VMessageLines::Line &line);
+    Verdict takeInBody(const VMessageLines::Line &line);
+
+    Place place = Start;
+    bool crLf = true;    // the lines up to the body end in CR LF
+    bool atText = false; // the next line is the first of the body
+    bool ownText = false;
+    bool mayBeClosed = false;  // the line before was END:VBODY behind a bare line feed
+    bool isBehindFeed = false; // the line before ended in a bare line feed
 };

@@ -17,6 +17,8 @@ private Q_SLOTS:
     void takesAFileApart();
     void readsOnAcrossPieces();
     void findsMixedItemsWhereverPiecesEnd();
+    void findsMessagesWhereverPiecesEnd_data();
+    void findsMessagesWhereverPiecesEnd();
     void findsWhatIsWholeBeforeACut();
     void endsACutItemAtTheNextReason_data();
     void endsACutItemAtTheNextReason();
@@ -25,6 +27,7 @@ private Q_SLOTS:
     void readsAgainWhatBeginsInABrokenItem();
     void takesWhatATextSaysForText();
     void keepsNoItemThatIsTooLong();
+    void tellsWhereAMessageBeginsThatIsTooLong();
     void readsUtf16();
 
 private:
@@ -132,6 +135,33 @@ void TestItemReader::findsMixedItemsWhereverPiecesEnd()
     for (int shift = 0; shift < all.size(); ++shift) {
         ItemReader reader(write(QByteArray(65536 - shift - 1, 'x') + '\n' + all));
         QCOMPARE(itemsOf(reader), mixedItems());
+    }
+}
+
+void TestItemReader::findsMessagesWhereverPiecesEnd_data()
+{
+    QTest::addColumn<QList<QByteArray>>("parts");
+    const QByteArray own("BEGIN:VMSG\r\nBEGIN:VBODY\r\nX-SMS:one\nEND:VBODY\nEND:VENV\nEND:VMSG\n\n"
+                         "\xF0\x9F\x98\x80\r\nEND:VBODY\r\nEND:VMSG\r\n");
+    const QByteArray phone("BEGIN:VMSG\nBEGIN:VBODY\ntwo\nEND:VBODY\nEND:VENV\nEND:VMSG\n");
+    const QByteArray unended = own.left(own.size() - 2);
+    QTest::newRow("own") << QList<QByteArray>{own, own};
+    QTest::newRow("lf") << QList<QByteArray>{QByteArray(phone).replace("two", "one"), phone};
+    QTest::newRow("joined") << QList<QByteArray>{unended, unended, phone};
+    QTest::newRow("joined-with-signs-between")
+        << QList<QByteArray>{unended + " ", "\x1A\xEF\xBB\xBF" + unended, phone};
+    QTest::newRow("cut") << QList<QByteArray>{own.left(own.size() / 2) + "\r\n",
+                                              own.left(own.size() - 4)};
+}
+
+// The file is read in pieces of 64 KiB.
+void TestItemReader::findsMessagesWhereverPiecesEnd()
+{
+    QFETCH(QList<QByteArray>, parts);
+    const QByteArray all = parts.join();
+    for (int shift = 0; shift < all.size(); ++shift) {
+        ItemReader reader(write(QByteArray(65536 - shift - 1, 'x') + '\n' + all));
+        QCOMPARE(itemsOf(reader), parts);
     }
 }
 
@@ -251,6 +281,18 @@ void TestItemReader::keepsNoItemThatIsTooLong()
     QCOMPARE(second->bytes, entry);
     QCOMPARE(second->line, quint64(6000002));
     QCOMPARE(reader.error().english, QString());
+}
+
+void TestItemReader::tellsWhereAMessageBeginsThatIsTooLong()
+{
+    const QByteArray lines = QByteArray("TEL:1\n").repeated(6000000);
+    ItemReader reader(write("BEGIN:VMSG\nVERSION:1.1\nBEGIN:VMSG\n" + lines));
+    const auto cut = reader.next();
+    const auto tooLong = reader.next();
+    QVERIFY(cut && tooLong);
+    QCOMPARE(cut->line, quint64(1));
+    QVERIFY(tooLong->isTooLong);
+    QCOMPARE(tooLong->line, quint64(3));
 }
 
 void TestItemReader::readsUtf16()

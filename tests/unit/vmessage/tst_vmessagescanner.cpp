@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The korvasync developers
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
+#include "scannedmessages.h"
 #include "vmessagesupport.h"
 
 #include <vmessage/vmessageparser.h>
@@ -20,36 +21,16 @@ struct Found
     quint64 line;
     bool complete;
     bool isJoined;
-
-    bool operator==(const Found &other) const
-    {
-        return bytes == other.bytes && offset == other.offset && line == other.line
-            && complete == other.complete && isJoined == other.isJoined;
-    }
 };
 
-QList<Found> scanned(const QByteArray &file, int chunkSize)
+QList<Found> scanned(const QByteArray &file)
 {
     QList<Found> result;
-    VMessageScanner scanner;
-    VMessageScanner::Message message;
-    const auto takeAll = [&] {
-        while (scanner.next(&message)) {
-            result.append({QByteArray(message.bytes.data(), int(message.bytes.size())),
-                           message.offset, message.line, message.complete, message.isJoined});
-        }
-    };
-    for (int i = 0; i < file.size(); i += chunkSize) {
-        const QByteArray chunk = file.mid(i, chunkSize);
-        scanner.add({chunk.constData(), size_t(chunk.size())});
-        takeAll();
-    }
-    scanner.finish();
-    takeAll();
+    for (const ScannedMessage &message : scannedMessages({file.constData(), size_t(file.size())}))
+        result.append({QByteArray(message.bytes.data(), int(message.bytes.size())), message.offset,
+                       message.line, message.complete, message.isJoined});
     return result;
 }
-
-QList<Found> scanned(const QByteArray &file) { return scanned(file, int(file.size()) + 1); }
 
 QList<QByteArray> bytesOf(const QList<Found> &messages)
 {
@@ -99,11 +80,10 @@ private Q_SLOTS:
     void findsTheMessageAfterACutOne_data();
     void findsTheMessageAfterACutOne();
     void handsOutTheCutMessageAtTheEndOfTheFile();
-    void waitsForMore();
+    void endsWithTheLineThatClosesTheMessage();
+    void handsBackWhatBeginsTheNextMessage();
     void findsMessagesBehindByteOrderMarks();
     void findsNothingInOtherFiles();
-    void findsTheSameInPiecesOfAnySize_data();
-    void findsTheSameInPiecesOfAnySize();
     void survivesHostileInput();
 };
 
@@ -327,20 +307,39 @@ void TestVMessageScanner::handsOutTheCutMessageAtTheEndOfTheFile()
     QVERIFY(scanned(whole.left(withoutLineEnd))[0].complete);
 }
 
-void TestVMessageScanner::waitsForMore()
+void TestVMessageScanner::endsWithTheLineThatClosesTheMessage()
 {
-    const QByteArray bytes = ownMessage("Hello");
+    const QByteArray message = ownMessage("Hello");
     VMessageScanner scanner;
-    VMessageScanner::Message message;
-    QVERIFY(!scanner.next(&message));
-    scanner.add({bytes.constData(), size_t(bytes.size()) - 1});
-    QVERIFY(!scanner.next(&message));
-    scanner.add("\n");
-    QVERIFY(scanner.next(&message));
-    QCOMPARE(QByteArray(message.bytes.data(), int(message.bytes.size())), bytes);
-    QVERIFY(!scanner.next(&message));
-    scanner.finish();
-    QVERIFY(!scanner.next(&message));
+    int start = 0;
+    while (start < message.lastIndexOf("END:VMSG")) {
+        const int end = int(message.indexOf('\n', start)) + 1;
+        const auto taken = scanner.take({message.constData() + start, size_t(end - start)});
+        QCOMPARE(taken.verdict, VMessageScanner::Unfinished);
+        QVERIFY(taken.unused.empty());
+        start = end;
+    }
+    const auto last = scanner.take("END:VMSG\r\n");
+    QCOMPARE(last.verdict, VMessageScanner::Whole);
+    QVERIFY(last.unused.empty());
+}
+
+void TestVMessageScanner::handsBackWhatBeginsTheNextMessage()
+{
+    VMessageScanner joined;
+    joined.take("BEGIN:VMSG\r\n");
+    const auto whole = joined.take("END:VMSG \xEF\xBB\xBF"
+                                   "BEGIN:VMSG\r\n");
+    QCOMPARE(whole.verdict, VMessageScanner::Whole);
+    QCOMPARE(QByteArray(whole.unused.data(), int(whole.unused.size())),
+             QByteArray("\xEF\xBB\xBF"
+                        "BEGIN:VMSG\r\n"));
+
+    VMessageScanner open;
+    open.take("BEGIN:VMSG\r\n");
+    const auto cut = open.take("begin:vmsg\n");
+    QCOMPARE(cut.verdict, VMessageScanner::Cut);
+    QCOMPARE(QByteArray(cut.unused.data(), int(cut.unused.size())), QByteArray("begin:vmsg\n"));
 }
 
 void TestVMessageScanner::findsMessagesBehindByteOrderMarks()
@@ -358,33 +357,14 @@ void TestVMessageScanner::findsNothingInOtherFiles()
         QVERIFY(scanned(file).isEmpty());
 }
 
-void TestVMessageScanner::findsTheSameInPiecesOfAnySize_data()
-{
-    QTest::addColumn<QByteArray>("file");
-    const QByteArray own = ownMessage("one\nEND:VBODY\nEND:VENV\nEND:VMSG\n\n\xF0\x9F\x98\x80");
-    QTest::newRow("own") << own + own;
-    QTest::newRow("lf") << withLfOnly(own) + phoneMessage("two");
-    QTest::newRow("mixed with rubbish") << "x\r\ny\n" + own + "z\n\n" + phoneMessage("two") + "end";
-    QTest::newRow("cut") << own.left(own.size() / 2) + "\r\n" + own.left(own.size() - 4);
-}
-
-void TestVMessageScanner::findsTheSameInPiecesOfAnySize()
-{
-    QFETCH(QByteArray, file);
-    const QList<Found> whole = scanned(file);
-    QVERIFY(!whole.isEmpty());
-    for (int size = 1; size <= 100; ++size)
-        QVERIFY(scanned(file, size) == whole);
-}
-
 void TestVMessageScanner::survivesHostileInput()
 {
     constexpr int mebi = 1 << 20;
     const QByteArray own = ownMessage(QByteArray("END:VBODY\n").repeated(mebi / 10));
-    QCOMPARE(scanned(own, 1).size(), 1);
+    QCOMPARE(scanned(own).size(), 1);
     QCOMPARE(scanned(QByteArray("BEGIN:VMSG\n").repeated(mebi / 10)).size(), mebi / 10);
-    QCOMPARE(scanned(QByteArray(mebi, 'x'), 1).size(), 0);
-    QCOMPARE(scanned("BEGIN:VMSG\nBEGIN:VBODY\n" + QByteArray(mebi, ' '), 1).size(), 1);
+    QCOMPARE(scanned(QByteArray(mebi, 'x')).size(), 0);
+    QCOMPARE(scanned("BEGIN:VMSG\nBEGIN:VBODY\n" + QByteArray(mebi, ' ')).size(), 1);
 }
 
 QTEST_APPLESS_MAIN(TestVMessageScanner)

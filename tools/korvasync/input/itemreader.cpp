@@ -64,10 +64,10 @@ size_t nextBeginning(std::string_view broken)
 
 quint64 lineCount(const QByteArray &bytes) { return static_cast<quint64>(bytes.count('\n')); }
 
-bool isMessage(const QByteArray &bytes)
+bool isMessage(std::string_view bytes)
 {
     VMessageParser parser;
-    return parser.parseVMessage(bytes.constData(), static_cast<unsigned int>(bytes.size()));
+    return parser.parseVMessage(bytes.data(), static_cast<unsigned int>(bytes.size()));
 }
 
 } // namespace
@@ -100,7 +100,7 @@ std::optional<InputItem> ItemReader::next()
 //!         not its all then
 bool ItemReader::fill()
 {
-    const bool isOpen = place == Object || place == Element || place == BrokenElement;
+    const bool isOpen = place != Between && place != PassedLine && place != PassedSection;
     if (position - leftoverBegin.value_or(position) > longestItem)
         leftoverBegin.reset();
     const Size unread = isOpen ? begin : chatter >= 0 ? chatter : position;
@@ -109,6 +109,9 @@ bool ItemReader::fill()
     discarded += static_cast<quint64>(done);
     position -= done;
     begin -= done;
+    messageLine -= done;
+    if (otherObject)
+        otherObject->position -= done;
     if (chatter >= 0)
         chatter -= done;
     if (leftoverBegin)
@@ -294,10 +297,7 @@ void ItemReader::noteContent(std::string_view head)
 bool ItemReader::openObject(std::string_view head)
 {
     if (VMessageScanner::isBegin(head)) {
-        open(VMessage, InputItem::Message);
-        messages = std::make_unique<VMessageScanner>();
-        messageLength = 0;
-        otherObject = 0;
+        openMessage();
         return true;
     }
     std::string_view name = ObjectLine::beginOf(head);
@@ -345,6 +345,14 @@ bool ItemReader::stepObject()
     return true;
 }
 
+void ItemReader::openMessage()
+{
+    open(VMessage, InputItem::Message);
+    messageScanner = VMessageScanner();
+    messageLine = position;
+    otherObject.reset();
+}
+
 bool ItemReader::stepVMessage()
 {
     if (atLineStart) {
@@ -353,28 +361,21 @@ bool ItemReader::stepVMessage()
             return false;
         // What began in a message that was none ends where that one could not: else each that
         // seems to begin in it would be read to the same end.
-        if (otherObject != 0 && offset() < brokenUpTo && VMessageScanner::isBegin(*head)) {
+        const bool wasRead = otherObject && offset() < brokenUpTo;
+        const bool canBeStructure = messageScanner.nextLineCanBeStructure();
+        if ((wasRead && VMessageScanner::isBegin(*head))
+            || (canBeStructure && isReasonLine(*head))) {
             closeMessage();
             return true;
         }
-        if (messages->nextLineCanBeStructure()) {
-            if (isReasonLine(*head)) {
-                closeMessage();
-                return true;
-            }
-            const bool isText =
-                head->empty() || std::isspace(static_cast<unsigned char>((*head)[0]));
-            if (otherObject == 0 && !isText && !ObjectLine::beginOf(*head).empty())
-                otherObject = messageLength;
-        }
+        if (canBeStructure)
+            noteOtherObject(*head);
+        messageLine = position;
     }
-    const Size start = position;
-    takeLine();
-    messages->add(view(start, position));
-    messageLength += position - start;
-    takeMessages();
-    if (place == VMessage && messageLength > longestItem) {
-        if (otherObject != 0)
+    if (takeLine())
+        takeMessageLine();
+    if (place == VMessage && position - begin > longestItem) {
+        if (otherObject)
             closeMessage();
         else
             emitTooLong();
@@ -382,53 +383,55 @@ bool ItemReader::stepVMessage()
     return true;
 }
 
+void ItemReader::noteOtherObject(std::string_view head)
+{
+    const bool isText = head.empty() || std::isspace(static_cast<unsigned char>(head.front()));
+    if (!otherObject && !isText && !ObjectLine::beginOf(head).empty())
+        otherObject = Mark{position, line};
+}
+
 //! Ends the open message here, whether it is whole or not.
 void ItemReader::closeMessage()
 {
-    messages->finish();
-    takeMessages();
-    place = Between;
+    const bool hasLastLine = !atLineStart && position > messageLine; // without its line end
+    if (!hasLastLine || !takeMessageLine())
+        emitMessage(position, false);
 }
 
-void ItemReader::takeMessages()
+//! Hands the line in hand to the message, and takes back what is not the message's.
+//! \return whether the message has ended
+bool ItemReader::takeMessageLine()
 {
-    VMessageScanner::Message message;
-    while (place == VMessage && messages->next(&message))
-        takeMessage(message);
-}
-
-// A message that lacks its end is found when the next one begins, which is open then. Another
-// object that begins in a message is its text, unless the message is cut or broken.
-void ItemReader::takeMessage(const VMessageScanner::Message &message)
-{
-    const QByteArray bytes = toBytes(message.bytes);
-    const quint64 firstLine = beginLine + message.line - 1;
-    const bool isWhole = otherObject == 0 || (message.complete && isMessage(bytes));
-    const Size next = isWhole ? 0 : otherObject;
-    found += InputItem{InputItem::Message, next == 0 ? bytes : bytes.left(next), firstLine, false};
-    messageLength -= bytes.size(); // what is left belongs to the next one
-    otherObject = 0;
-    if (message.complete && !message.isJoined)
-        place = Between;
-    if (next == 0)
-        return;
-    readAgain(bytes, next, offset() - static_cast<quint64>(messageLength));
-    line = firstLine + lineCount(bytes.left(next));
-    atLineStart = true;
-    place = Between;
-}
-
-//! Goes back into a message.
-//! \param end  where it ends in the file
-void ItemReader::readAgain(const QByteArray &message, Size from, quint64 end)
-{
-    brokenUpTo = qMax(brokenUpTo, end);
-    const quint64 start = end - static_cast<quint64>(message.size() - from);
-    if (start < discarded) {
-        buffer.prepend(message.mid(from, static_cast<Size>(discarded - start)));
-        discarded = start;
+    const VMessageScanner::Taken taken = messageScanner.take(view(messageLine, position));
+    if (taken.verdict == VMessageScanner::Unfinished)
+        return false;
+    const Size next = position - static_cast<Size>(taken.unused.size());
+    if (emitMessage(next, taken.verdict == VMessageScanner::Whole) && !taken.unused.empty()) {
+        goBackTo({next, atLineStart ? line - 1 : line});
+        openMessage();
     }
-    position = static_cast<Size>(start - discarded);
+    return true;
+}
+
+// Another object that begins in a message is its text, unless the message is cut or broken. It
+// is read by itself then.
+bool ItemReader::emitMessage(Size end, bool isComplete)
+{
+    if (!otherObject || (isComplete && isMessage(view(begin, end)))) {
+        emitItem(end);
+        return true;
+    }
+    brokenUpTo = qMax(brokenUpTo, discarded + static_cast<quint64>(end));
+    emitItem(otherObject->position);
+    goBackTo(*otherObject);
+    return false;
+}
+
+void ItemReader::goBackTo(const Mark &mark)
+{
+    position = mark.position;
+    line = mark.line;
+    atLineStart = true;
 }
 
 // ---- what stands between items

@@ -11,7 +11,6 @@
 
 #include <QtCore/QList>
 
-#include <memory>
 #include <optional>
 #include <string_view>
 
@@ -78,6 +77,11 @@ public:
 
 private:
     using Size = decltype(QByteArray().size());
+    struct Mark
+    {
+        Size position;
+        quint64 line;
+    };
     enum Place { Between, PassedLine, PassedSection, Object, VMessage, Element, BrokenElement };
 
     bool fill();
@@ -105,10 +109,12 @@ private:
     bool openSection(std::string_view text, std::string_view start, const char *end);
     bool openRoot(std::string_view name);
     void open(Place itemPlace, InputItem::Kind itemKind);
+    void openMessage();
+    void noteOtherObject(std::string_view head);
     void closeMessage();
-    void takeMessages();
-    void takeMessage(const VMessageScanner::Message &message);
-    void readAgain(const QByteArray &message, Size from, quint64 end);
+    bool takeMessageLine();
+    bool emitMessage(Size end, bool isComplete);
+    void goBackTo(const Mark &mark);
     void noteChatter(std::string_view head);
     void endChatter();
     void boundChatter();
@@ -136,10 +142,10 @@ private:
     std::string_view objectName;      // of an open object
     bool objectEnds = false;          // with the line in hand
     const char *sectionEnd = nullptr; // of a comment or CDATA section
-    std::unique_ptr<VMessageScanner> messages;
-    Size messageLength = 0;
-    Size otherObject = 0;   // where in the open message one seems to begin, 0 = nowhere
-    quint64 brokenUpTo = 0; // in the file, the end of the latest message that was none
+    VMessageScanner messageScanner;   // of the open message
+    Size messageLine = 0;             // its line in hand
+    std::optional<Mark> otherObject;  // which seems to begin in it
+    quint64 brokenUpTo = 0;           // in the file, the end of the latest message that was none
     ElementScanner element;
     DeadEnds deadEnds;
 
