@@ -79,7 +79,7 @@ Command addCommand()
         AddingOptions::declared(ReadingOptions::MessageForm) + options,
         runAdd,
         {{},
-         {"korvasync add --rejects mend.txt old-phone/ sms.xml",
+         {"korvasync add --rejects rejects.txt old-phone/ sms.xml",
           "korvasync add --assume-tz Europe/Helsinki --dry-run sms.vmsg"},
          Text::tr("Exit codes: 0 all there now, 1 some refused or failed, 2 usage, 3 the store "
                   "cannot be written, 5 it gave no answer.")},

@@ -206,7 +206,7 @@ Command addAction()
             AddingOptions::declared(ReadingOptions::CallForm),
             add,
             {{},
-             {"korvasync calls add --rejects mend.txt calls.txt calls.xml"},
+             {"korvasync calls add --rejects rejects.txt calls.txt calls.xml"},
              Text::tr("Exit codes: 0 all there now, 1 some refused or failed, 2 usage, 3 the store "
                       "cannot be written, 5 it gave no answer.")},
             GlobalOptions::DryRun | GlobalOptions::ShowsProgress};
