@@ -264,12 +264,12 @@ QString matrix()
         "<!-- Made by tests/unit/tst_faultmatrix.cpp; KORVASYNC_WRITE_FAULT_MATRIX=1 rewrites it. "
         "-->\n\n"
         "# What a sync client sees of a store's faults\n\n"
-        "Each request is for three items and meets a store that does what the first column says. "
-        "An adapter that stays busy is set aside by the pool and goes with the facades; the next "
-        "request gets a fresh one and is served, which the test makes sure of for every line. A "
-        "request without `finished` stays so: callers that must know set a time limit of their "
-        "own. One that still listens to an adapter that is free hears the next request's result, "
-        "so destroy it first. A read's status is not looked at: it delivers the rows that the "
+        "Each request is for three items, and meets a store that does what the first column says. "
+        "The pool sets an adapter aside that stays busy, and it goes with the facades. The next "
+        "request gets a fresh adapter and is served; the test checks this for every line. A "
+        "request without `finished` never gets it: callers that must know set a time limit of "
+        "their own. A request that still listens to a free adapter hears the next request's "
+        "result, so destroy it first. A read ignores the status: it delivers the rows that the "
         "model holds. Status 0 is no error, 6 `SmsDatabaseError`, 7 `SmsDeleteFailed`; id -1 is "
         "none.\n");
     const QList<Operation> all = operations();
