@@ -66,6 +66,14 @@ struct Fixture
         return added;
     }
 
+    Answer add(QList<NewCall> &added)
+    {
+        QList<NewCall *> all;
+        for (NewCall &each : added)
+            all += &each;
+        return writer.add(all);
+    }
+
     QTemporaryDir folder;
     ScriptedStore scripted;
     StoreLocation location{folder.path()};
@@ -126,7 +134,7 @@ void TestCallWriter::confirmsWhatWasAdded()
     Fixture fixture;
     fixture.scripted.callRows = {callEvent(102, Event::Outbound), callEvent(101, Event::Inbound)};
     QList<NewCall> added{Fixture::call("incoming"), Fixture::call("outgoing")};
-    QCOMPARE(fixture.writer.add(added), Answer::Finished);
+    QCOMPARE(fixture.add(added), Answer::Finished);
     QCOMPARE(added.at(0).trouble.english + added.at(1).trouble.english, QString());
     QCOMPARE(fixture.index.storedCount(added.at(1).fingerprint), 1);
 }
@@ -136,7 +144,7 @@ void TestCallWriter::tellsOfACallThatIsNotThere()
     Fixture fixture;
     fixture.scripted.callRows = {callEvent(101, Event::Inbound)};
     QList<NewCall> added{Fixture::call(), Fixture::call()};
-    QCOMPARE(fixture.writer.add(added), Answer::Refused);
+    QCOMPARE(fixture.add(added), Answer::Refused);
     QCOMPARE(added.at(0).trouble.english, QString());
     QCOMPARE(added.at(1).trouble.english, notTaken);
 }
@@ -147,7 +155,7 @@ void TestCallWriter::tellsOfANumberStoredOtherwise()
     fixture.scripted.callRows = {callEvent(101, Event::Inbound)};
     fixture.scripted.callRows[0].setRemoteUid(QStringLiteral("5550100"));
     QList<NewCall> added{Fixture::call()};
-    fixture.writer.add(added);
+    fixture.add(added);
     QCOMPARE(added.at(0).trouble.english, QStringLiteral("stored, but with another number"));
     QCOMPARE(fixture.index.storedCount(added.at(0).fingerprint), 1);
 }
@@ -158,7 +166,7 @@ void TestCallWriter::findsWhatAFailedCommitStoredAllTheSame()
     fixture.scripted.react(Request::AddEvents, Reaction::failed());
     fixture.scripted.callRows = {callEvent(101, Event::Outbound)};
     QList<NewCall> added{Fixture::call("incoming"), Fixture::call("outgoing")};
-    QCOMPARE(fixture.writer.add(added), Answer::Refused);
+    QCOMPARE(fixture.add(added), Answer::Refused);
     QCOMPARE(added.at(0).trouble.english, notTaken);
     QCOMPARE(added.at(1).trouble.english, QString());
 }
@@ -170,7 +178,7 @@ void TestCallWriter::takesNoOlderEqualCallForItsOwn()
     QList<NewCall> added{Fixture::call()};
     fixture.index.addStored(added.at(0).fingerprint, NewCall::id);
     fixture.scripted.react(Request::AddEvents, Reaction::failed());
-    QCOMPARE(fixture.writer.add(added), Answer::Refused);
+    QCOMPARE(fixture.add(added), Answer::Refused);
     QCOMPARE(added.at(0).trouble.english, notTaken);
 }
 
@@ -179,7 +187,7 @@ void TestCallWriter::doesNotKnowWhatItCannotReadBack()
     Fixture fixture;
     fixture.scripted.react(Request::ReadCalls, Reaction::refused());
     QList<NewCall> added{Fixture::call()};
-    QCOMPARE(fixture.writer.add(added), Answer::Refused);
+    QCOMPARE(fixture.add(added), Answer::Refused);
     QCOMPARE(added.at(0).trouble.english,
              QStringLiteral("not known, as the store cannot be read back"));
 }
@@ -189,7 +197,7 @@ void TestCallWriter::tellsOfAStoreThatRefuses()
     Fixture fixture;
     fixture.scripted.react(Request::AddEvents, Reaction::refused());
     QList<NewCall> added{Fixture::call()};
-    QCOMPARE(fixture.writer.add(added), Answer::Refused);
+    QCOMPARE(fixture.add(added), Answer::Refused);
     QCOMPARE(added.at(0).trouble.english, notTaken);
 }
 
@@ -198,7 +206,7 @@ void TestCallWriter::givesUpWhenNoAnswerComes()
     Fixture fixture(shortly);
     fixture.scripted.react(Request::AddEvents, Reaction::silent());
     QList<NewCall> added{Fixture::call()};
-    QCOMPARE(fixture.writer.add(added), Answer::TimedOut);
+    QCOMPARE(fixture.add(added), Answer::TimedOut);
     QCOMPARE(added.at(0).trouble.english, QStringLiteral("no answer in time; not stored so far"));
 }
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The korvasync developers
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include "import/addablemessages.h"
+#include "import/importstore.h"
 #include "process/diagnostics.h"
 #include "store/messagewriter.h"
 
@@ -83,6 +83,14 @@ struct Fixture
         return added;
     }
 
+    Answer add(QList<NewMessage> &added)
+    {
+        QList<NewMessage *> all;
+        for (NewMessage &each : added)
+            all += &each;
+        return writer.add(all);
+    }
+
     QTemporaryDir folder;
     ScriptedStore scripted;
     StoreLocation location{folder.path()};
@@ -91,7 +99,7 @@ struct Fixture
 };
 
 //! How often the index has a message that each of the five folders holds, then with one added.
-QList<int> countsInIndex(AddableMessages::Equals equals)
+QList<int> countsInIndex(ImportStore::Equals equals)
 {
     Fixture fixture;
     fixture.hold({QStringLiteral("one")});
@@ -100,14 +108,16 @@ QList<int> countsInIndex(AddableMessages::Equals equals)
     global.timeout = patience;
     StandardOutput output;
     const Invocation invocation{options, {}, global, fixture.location, output};
-    DuplicateIndex index;
-    AddableMessages messages(invocation, SettlingRules(), index, equals);
-    QList<NewMessage> added{fixture.message("one")};
-    const Fingerprint fingerprint = added.first().fingerprint;
-    messages.readStore();
-    const int ofStore = index.storedCount(fingerprint);
-    messages.add(added);
-    return {ofStore, index.storedCount(fingerprint)};
+    const ItemJudge judge(ItemJudge::Messages, SettlingRules());
+    ImportStore store(invocation, judge, equals);
+    const NewMessage message = fixture.message("one");
+    std::vector<NewItem> added(1);
+    added.front().content = message;
+    added.front().stored.append(message.fingerprint);
+    store.read();
+    const int ofStore = store.index.storedCount(message.fingerprint);
+    store.add(added);
+    return {ofStore, store.index.storedCount(message.fingerprint)};
 }
 
 const QString notTaken = QStringLiteral("the store did not take it");
@@ -119,7 +129,7 @@ void TestMessageWriter::confirmsWhatWasAdded()
     Fixture fixture;
     fixture.hold({QStringLiteral("one"), QStringLiteral("two")});
     QList<NewMessage> added{fixture.message("one"), fixture.message("two")};
-    QCOMPARE(fixture.writer.add(added), Answer::Finished);
+    QCOMPARE(fixture.add(added), Answer::Finished);
     QCOMPARE(added.at(0).id, 101);
     QCOMPARE(added.at(1).id, 102);
     QCOMPARE(added.at(0).trouble.english + added.at(1).trouble.english, QString());
@@ -131,7 +141,7 @@ void TestMessageWriter::tellsOfAMessageStoredOtherwise()
     fixture.hold({QStringLiteral("on")});
     fixture.scripted.eventsById[101].setIsRead(false);
     QList<NewMessage> added{fixture.message("one")};
-    QCOMPARE(fixture.writer.add(added), Answer::Finished);
+    QCOMPARE(fixture.add(added), Answer::Finished);
     QCOMPARE(added.at(0).id, 101);
     QCOMPARE(added.at(0).trouble.english,
              QStringLiteral("stored, but with another read status and text"));
@@ -141,7 +151,7 @@ void TestMessageWriter::tellsOfAMessageThatIsNotThere()
 {
     Fixture fixture;
     QList<NewMessage> added{fixture.message("one")};
-    fixture.writer.add(added);
+    fixture.add(added);
     QCOMPARE(added.at(0).trouble.english, QStringLiteral("the store does not have it"));
 }
 
@@ -151,7 +161,7 @@ void TestMessageWriter::findsWhatAFailedCommitStoredAllTheSame()
     fixture.hold({QStringLiteral("two")});
     fixture.scripted.react(Request::AddEvents, Reaction::failed());
     QList<NewMessage> added{fixture.message("one"), fixture.message("two")};
-    QCOMPARE(fixture.writer.add(added), Answer::Refused);
+    QCOMPARE(fixture.add(added), Answer::Refused);
     QCOMPARE(added.at(0).id, -1);
     QCOMPARE(added.at(0).trouble.english, notTaken);
     QCOMPARE(added.at(1).id, 101);
@@ -163,7 +173,7 @@ void TestMessageWriter::believesAFailedCommitThatStoredNothing()
     Fixture fixture;
     fixture.scripted.react(Request::AddEvents, Reaction::failed());
     QList<NewMessage> added{fixture.message("one")};
-    QCOMPARE(fixture.writer.add(added), Answer::Refused);
+    QCOMPARE(fixture.add(added), Answer::Refused);
     QCOMPARE(added.at(0).trouble.english, notTaken);
 }
 
@@ -174,7 +184,7 @@ void TestMessageWriter::takesNoOlderEqualMessageForItsOwn()
     QList<NewMessage> added{fixture.message("one")};
     fixture.writer.noteStored(101);
     fixture.scripted.react(Request::AddEvents, Reaction::failed());
-    QCOMPARE(fixture.writer.add(added), Answer::Refused);
+    QCOMPARE(fixture.add(added), Answer::Refused);
     QCOMPARE(added.at(0).id, -1);
 }
 
@@ -183,11 +193,11 @@ void TestMessageWriter::takesNoMessageOfItsOwnTwice()
     Fixture fixture;
     fixture.hold({QStringLiteral("one")});
     QList<NewMessage> added{fixture.message("one")};
-    QCOMPARE(fixture.writer.add(added), Answer::Finished);
+    QCOMPARE(fixture.add(added), Answer::Finished);
     QCOMPARE(added.at(0).id, 101);
     fixture.scripted.react(Request::AddEvents, Reaction::failed());
     QList<NewMessage> again{fixture.message("one")};
-    QCOMPARE(fixture.writer.add(again), Answer::Refused);
+    QCOMPARE(fixture.add(again), Answer::Refused);
     QCOMPARE(again.at(0).id, -1);
 }
 
@@ -197,7 +207,7 @@ void TestMessageWriter::doesNotKnowWhatItCannotReadBack()
     fixture.scripted.react(Request::AddEvents, Reaction::failed());
     fixture.scripted.react(Request::ReadMessages, Reaction::refused());
     QList<NewMessage> added{fixture.message("one")};
-    QCOMPARE(fixture.writer.add(added), Answer::Refused);
+    QCOMPARE(fixture.add(added), Answer::Refused);
     QCOMPARE(added.at(0).trouble.english,
              QStringLiteral("not known, as the store cannot be read back"));
 }
@@ -208,7 +218,7 @@ void TestMessageWriter::givesUpWhenNoAnswerComes()
         Fixture fixture(shortly);
         fixture.scripted.react(Request::AddEvents, reaction);
         QList<NewMessage> added{fixture.message("one")};
-        QCOMPARE(fixture.writer.add(added), Answer::TimedOut);
+        QCOMPARE(fixture.add(added), Answer::TimedOut);
         QCOMPARE(added.at(0).trouble.english,
                  QStringLiteral("no answer in time; not stored so far"));
     }
@@ -219,7 +229,7 @@ void TestMessageWriter::doesNotWaitForConversationsThatCannotBeMade()
     Fixture fixture(patience);
     fixture.scripted.react(Request::AddGroups, Reaction::failed());
     QList<NewMessage> added{fixture.message("one"), fixture.message("two", "+15550199")};
-    QCOMPARE(fixture.writer.add(added), Answer::Refused);
+    QCOMPARE(fixture.add(added), Answer::Refused);
     QCOMPARE(added.at(0).trouble.english, notTaken);
     QCOMPARE(added.at(1).trouble.english, notTaken);
     QVERIFY(fixture.scripted.addedEvents.isEmpty());
@@ -230,10 +240,10 @@ void TestMessageWriter::addsAgainAfterConversationsCouldNotBeMade()
     Fixture fixture;
     fixture.scripted.react(Request::AddGroups, Reaction::failed());
     QList<NewMessage> lost{fixture.message("one", "+15550199")};
-    fixture.writer.add(lost);
+    fixture.add(lost);
     fixture.hold({QStringLiteral("two")});
     QList<NewMessage> added{fixture.message("two")};
-    QCOMPARE(fixture.writer.add(added), Answer::Finished);
+    QCOMPARE(fixture.add(added), Answer::Finished);
     QCOMPARE(added.at(0).id, 101);
     QCOMPARE(lost.at(0).id, -1);
 }
@@ -279,13 +289,13 @@ void TestMessageWriter::takesNoCallForAMessage()
 
 void TestMessageWriter::indexesWhatIsLookedFor()
 {
-    QCOMPARE(countsInIndex(AddableMessages::AreFound), QList<int>({5, 6}));
+    QCOMPARE(countsInIndex(ImportStore::AreFound), QList<int>({5, 6}));
 }
 
 // Of a big file it would take as much memory as nothing else does.
 void TestMessageWriter::keepsNoIndexWhereNobodyLooksIntoIt()
 {
-    QCOMPARE(countsInIndex(AddableMessages::AreAdded), QList<int>({0, 0}));
+    QCOMPARE(countsInIndex(ImportStore::AreAdded), QList<int>({0, 0}));
 }
 
 QTEST_GUILESS_MAIN(TestMessageWriter)

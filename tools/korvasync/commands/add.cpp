@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The korvasync developers
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include "import/addableitems.h"
+#include "import/importrun.h"
 #include "options/command.h"
 
 #include "input/inputpaths.h"
@@ -14,9 +14,9 @@
 
 namespace {
 
-bool takeOptions(const Invocation &invocation, AddingOptions &options, SettlingRules &rules)
+bool takeOptions(const Invocation &invocation, ImportOptions &options, SettlingRules &rules)
 {
-    if (!options.take(invocation, ReadingOptions::MessageForm))
+    if (!options.take(invocation, ImportOptions::MessageForm))
         return false;
     const auto onBadTime = Arguments::takeChoice(invocation.options, "on-bad-time",
                                                  {QStringLiteral("refuse"), QStringLiteral("now")});
@@ -33,7 +33,7 @@ bool takeOptions(const Invocation &invocation, AddingOptions &options, SettlingR
 
 ExitCode runAdd(const Invocation &invocation)
 {
-    AddingOptions options;
+    ImportOptions options;
     SettlingRules rules;
     if (!takeOptions(invocation, options, rules))
         return UsageError;
@@ -44,12 +44,8 @@ ExitCode runAdd(const Invocation &invocation)
     }
     if (arguments.isEmpty())
         arguments = QStringList{QStringLiteral("-")};
-    DuplicateIndex index;
-    const auto equals = options.onDuplicate == AddingOptions::AddAgain ? AddableMessages::AreAdded
-                                                                       : AddableMessages::AreFound;
-    AddableItems items(invocation, rules, index, equals);
-    FilesAhead files([&] { return messageFiles(arguments); });
-    return Adding(invocation, options, items, files).run();
+    const ItemJudge judge(ItemJudge::Messages | ItemJudge::BackupCalls, rules);
+    return ImportRun(invocation, options, judge, [&] { return messageFiles(arguments); }).run();
 }
 
 } // namespace
@@ -76,7 +72,7 @@ Command addCommand()
             "Adds messages from vMessage files (.vmg, .vmsg, .txt), and messages and calls from "
             "Android backups (.xml). A folder stands for all such files in it, at any depth."),
         {text("text"), text("ndjson")},
-        AddingOptions::declared(ReadingOptions::MessageForm) + options,
+        ImportOptions::declared(ImportOptions::Add, ImportOptions::MessageForm) + options,
         runAdd,
         {{},
          {"korvasync add --rejects rejects.txt old-phone/ sms.xml",

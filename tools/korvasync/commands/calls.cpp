@@ -2,13 +2,14 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
 #include "confirmation.h"
-#include "import/addablecalls.h"
+#include "import/importrun.h"
 #include "options/command.h"
 #include "store/storeaccess.h"
 
 #include "formats/callformats.h"
 #include "formats/jsonline.h"
 #include "import/results.h"
+#include "model/datetext.h"
 #include "options/arguments.h"
 #include "process/diagnostics.h"
 #include "process/text.h"
@@ -66,8 +67,8 @@ ExitCode list(const Invocation &invocation)
 
 ExitCode add(const Invocation &invocation)
 {
-    AddingOptions options;
-    if (!options.take(invocation, ReadingOptions::CallForm))
+    ImportOptions options;
+    if (!options.take(invocation, ImportOptions::CallForm))
         return UsageError;
     QStringList arguments = invocation.arguments;
     if (arguments.isEmpty() && isatty(STDIN_FILENO)) {
@@ -76,10 +77,11 @@ ExitCode add(const Invocation &invocation)
     }
     if (arguments.isEmpty())
         arguments = QStringList{QStringLiteral("-")};
-    DuplicateIndex index;
-    AddableCalls calls(invocation, options.localZone, index);
-    FilesAhead files([&] { return InputPaths{arguments, {}}; });
-    return Adding(invocation, options, calls, files).run();
+    SettlingRules rules;
+    rules.localZone = options.localZone;
+    rules.now = DateText::now();
+    const ItemJudge judge(ItemJudge::BackupCalls | ItemJudge::CallEntries, rules);
+    return ImportRun(invocation, options, judge, [&] { return InputPaths{arguments, {}}; }).run();
 }
 
 // ---- wipe
@@ -203,7 +205,7 @@ Command addAction()
             "[FILE|-]...",
             Text::tr("Adds calls from call-history entries and Android backups."),
             {text("text"), text("ndjson")},
-            AddingOptions::declared(ReadingOptions::CallForm),
+            ImportOptions::declared(ImportOptions::Add, ImportOptions::CallForm),
             add,
             {{},
              {"korvasync calls add --rejects rejects.txt calls.txt calls.xml"},

@@ -12,50 +12,50 @@ CallWriter::CallWriter(StoreLocation &location, CallStore &store, DuplicateIndex
 {
 }
 
-Answer CallWriter::add(QList<NewCall> &calls)
+Answer CallWriter::add(const QList<NewCall *> &calls)
 {
     QList<Call> records;
     records.reserve(calls.size());
-    for (NewCall &call : calls) {
-        records += call.call;
-        call.trouble = Text::reason("the store did not take it");
+    for (NewCall *const call : calls) {
+        records += call->call;
+        call->trouble = Text::reason("the store did not take it");
     }
     const Answer written = store.add(records);
     if (written == Answer::TimedOut) { // it can still come
-        for (NewCall &call : calls)
-            call.trouble = Text::reason("no answer in time; not stored so far");
+        for (NewCall *const call : calls)
+            call->trouble = Text::reason("no answer in time; not stored so far");
     }
     if (location.state() != StoreLocation::Absent) // else it was not even made
         readBack(calls);
     const bool allStored = std::all_of(calls.cbegin(), calls.cend(),
-                                       [](const NewCall &call) { return call.trouble.isEmpty(); });
+                                       [](const NewCall *call) { return call->trouble.isEmpty(); });
     if (allStored)
         return Answer::Finished;
     return written == Answer::Finished ? Answer::Refused : written;
 }
 
 // What the store holds now and did not hold before is ours.
-void CallWriter::readBack(QList<NewCall> &calls)
+void CallWriter::readBack(const QList<NewCall *> &calls)
 {
-    QDateTime since = calls.first().call.start;
-    for (const NewCall &call : std::as_const(calls))
-        since = qMin(since, call.call.start);
+    QDateTime since = calls.first()->call.start;
+    for (const NewCall *const call : calls)
+        since = qMin(since, call->call.start);
     const CallStore::Read read = store.calls(CallStore::AllCalls, since);
     if (read.answer != Answer::Finished) {
-        for (NewCall &call : calls)
-            call.trouble = Text::reason("not known, as the store cannot be read back");
+        for (NewCall *const call : calls)
+            call->trouble = Text::reason("not known, as the store cannot be read back");
         return;
     }
     QHash<Fingerprint, QStringList> numbers; // of equal calls, in the order of their adding
     for (const Call &call : read.calls)
         numbers[Fingerprint::of(call)] += call.number;
-    for (NewCall &call : calls) {
-        const QStringList equal = numbers.value(call.fingerprint);
-        const int before = index.storedCount(call.fingerprint);
+    for (NewCall *const call : calls) {
+        const QStringList equal = numbers.value(call->fingerprint);
+        const int before = index.storedCount(call->fingerprint);
         if (before >= equal.size())
             continue;
-        index.addStored(call.fingerprint, NewCall::id);
-        call.trouble = equal.at(before) == call.call.number
+        index.addStored(call->fingerprint, NewCall::id);
+        call->trouble = equal.at(before) == call->call.number
             ? Reason()
             : Text::reason("stored, but with another %1").arg(Text::reason("number"));
     }

@@ -14,9 +14,8 @@ struct NewCall
 {
     Call call;
     Fingerprint fingerprint;
-    static constexpr std::optional<Fingerprint> exported{}; //!< a new call is whole in any form
-    static constexpr int id = -1;                           //!< the library gives calls no ids
-    Reason trouble;                                         //!< why it is not stored; empty = it is
+    static constexpr int id = -1; //!< the library gives calls no ids
+    Reason trouble;               //!< why it is not stored; empty = it is
 };
 
 //! Adds calls and makes sure of what became of each, whatever the store reported.
@@ -26,12 +25,12 @@ public:
     //! \param index  what the store holds; calls that were added are entered
     CallWriter(StoreLocation &location, CallStore &store, DuplicateIndex &index);
 
-    //! Adds one chunk.
+    //! Adds one chunk, and tells each call what became of it.
     //! \return Finished when every call is stored, else how the store failed
-    Answer add(QList<NewCall> &calls);
+    Answer add(const QList<NewCall *> &calls);
 
 private:
-    void readBack(QList<NewCall> &calls);
+    void readBack(const QList<NewCall *> &calls);
 
     StoreLocation &location;
     CallStore &store;

@@ -40,15 +40,15 @@ MessageWriter::MessageWriter(StoreLocation &location, MessageStore &store)
 {
 }
 
-Answer MessageWriter::add(QList<NewMessage> &messages)
+Answer MessageWriter::add(const QList<NewMessage *> &messages)
 {
     VMessageEncoder encoder;
     QList<SyncSmsInfo> records;
     records.reserve(messages.size());
-    for (const NewMessage &message : std::as_const(messages)) {
+    for (const NewMessage *const message : messages) {
         SyncSmsInfo record;
         record.parentId = Folder::None; // the vMessage names its folder
-        record.vMessage = encoder.encode(message.message).vMessage;
+        record.vMessage = encoder.encode(message->message).vMessage;
         records += record;
     }
     const MessageStore::Written written = store.add(records);
@@ -58,25 +58,25 @@ Answer MessageWriter::add(QList<NewMessage> &messages)
                        [](SMSSyncError error) { return error == SmsNoError; });
     if (committed) {
         for (int i = 0; i < messages.size(); ++i)
-            messages[i].id = written.ids.at(i);
+            messages.at(i)->id = written.ids.at(i);
     } else {
         findStored(messages, failure);
     }
-    for (NewMessage &message : messages) {
-        if (message.id != -1)
-            confirm(message);
+    for (NewMessage *const message : messages) {
+        if (message->id != -1)
+            confirm(*message);
     }
     const bool allStored = std::all_of(messages.cbegin(), messages.cend(),
-                                       [](const NewMessage &message) { return message.id != -1; });
+                                       [](const NewMessage *message) { return message->id != -1; });
     return allStored ? Answer::Finished : failure;
 }
 
 // A failed commit names the whole chunk, and one that was never reported may have happened:
 // what the store holds now and did not hold before is ours.
-void MessageWriter::findStored(QList<NewMessage> &messages, Answer failure)
+void MessageWriter::findStored(const QList<NewMessage *> &messages, Answer failure)
 {
-    for (NewMessage &message : messages) {
-        message.trouble = failure == Answer::TimedOut
+    for (NewMessage *const message : messages) {
+        message->trouble = failure == Answer::TimedOut
             ? Text::reason("no answer in time; not stored so far") // it can still come
             : Text::reason("the store did not take it");
     }
@@ -84,17 +84,17 @@ void MessageWriter::findStored(QList<NewMessage> &messages, Answer failure)
         return;
     for (const LocationId folder : Folder::all()) {
         QDateTime since;
-        for (const NewMessage &message : std::as_const(messages)) {
-            const QDateTime time = message.message.time;
-            if (message.message.parentId == folder && (since.isNull() || time < since))
+        for (const NewMessage *const message : messages) {
+            const QDateTime time = message->message.time;
+            if (message->message.parentId == folder && (since.isNull() || time < since))
                 since = time;
         }
         if (since.isNull())
             continue;
         const MessageStore::Read read = store.messages(since, folder);
         if (read.answer != Answer::Finished) {
-            for (NewMessage &message : messages)
-                message.trouble = Text::reason("not known, as the store cannot be read back");
+            for (NewMessage *const message : messages)
+                message->trouble = Text::reason("not known, as the store cannot be read back");
             return;
         }
         QMultiHash<Fingerprint, int> newIds;
@@ -102,9 +102,9 @@ void MessageWriter::findStored(QList<NewMessage> &messages, Answer failure)
             if (record.id > highestId)
                 newIds.insert(Fingerprint::of(StoredMessage::fromRecord(record)), record.id);
         }
-        for (NewMessage &message : messages) {
-            if (message.message.parentId == folder && newIds.contains(message.fingerprint))
-                message.id = newIds.take(message.fingerprint);
+        for (NewMessage *const message : messages) {
+            if (message->message.parentId == folder && newIds.contains(message->fingerprint))
+                message->id = newIds.take(message->fingerprint);
         }
     }
 }

@@ -15,9 +15,8 @@ struct NewMessage
 {
     KorvaSyncIf::SmsInfo message;
     Fingerprint fingerprint;
-    std::optional<Fingerprint> exported; //!< as Fingerprint::ofLossyExport() has it
-    int id = -1;                         //!< database id once it is stored
-    Reason trouble;                      //!< why it is not, or not as it was given; empty = none
+    int id = -1;    //!< database id once it is stored
+    Reason trouble; //!< why it is not, or not as it was given; empty = none
 
     QString number() const
     {
@@ -35,13 +34,13 @@ public:
     //! gives an id twice.
     void noteStored(int id) { highestId = qMax(highestId, id); }
 
-    //! Adds one chunk.
+    //! Adds one chunk, and tells each message what became of it.
     //! \return Finished when every message is stored, else how the store failed; what is
     //!         stored all the same has its id
-    Answer add(QList<NewMessage> &messages);
+    Answer add(const QList<NewMessage *> &messages);
 
 private:
-    void findStored(QList<NewMessage> &messages, Answer failure);
+    void findStored(const QList<NewMessage *> &messages, Answer failure);
     void confirm(NewMessage &message);
 
     StoreLocation &location;

@@ -1,13 +1,30 @@
 // SPDX-FileCopyrightText: 2026 The korvasync developers
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include "judging.h"
+#include "importoptions.h"
 
 #include "options/arguments.h"
+#include "process/diagnostics.h"
 #include "process/text.h"
 #include "process/zonename.h"
 
-bool ReadingOptions::take(const Invocation &invocation, const char *textForm)
+bool ImportOptions::take(const Invocation &invocation, const char *textForm)
+{
+    if (!takeReading(invocation, textForm))
+        return false;
+    if (purpose == Verify)
+        return true;
+    const auto choice = Arguments::takeChoice(
+        invocation.options, "on-duplicate",
+        {QStringLiteral("skip"), QStringLiteral("add"), QStringLiteral("fail")});
+    if (!choice)
+        return false;
+    onDuplicate = static_cast<OnDuplicate>(*choice);
+    rejects = invocation.value("rejects");
+    return true;
+}
+
+bool ImportOptions::takeReading(const Invocation &invocation, const char *textForm)
 {
     const auto from = Arguments::takeChoice(
         invocation.options, "from",
@@ -25,10 +42,10 @@ bool ReadingOptions::take(const Invocation &invocation, const char *textForm)
     return localZone.isValid();
 }
 
-QList<QCommandLineOption> ReadingOptions::declared(const char *textForm)
+QList<QCommandLineOption> ImportOptions::declared(Purpose purpose, const char *textForm)
 {
     const auto text = [](const char *latin1) { return QString::fromLatin1(latin1); };
-    return {
+    QList<QCommandLineOption> options{
         {text("from"),
          Text::tr("Form of the files: auto (default: told by their content), %1 or android-xml.")
              .arg(QLatin1String(textForm)),
@@ -37,4 +54,16 @@ QList<QCommandLineOption> ReadingOptions::declared(const char *textForm)
          Text::tr("Time zone for times without one, e.g. Europe/Helsinki (default: the system's)."),
          text("ZONE")},
     };
+    if (purpose == Add) {
+        options += QList<QCommandLineOption>{
+            {text("on-duplicate"),
+             Text::tr("Items that are in the store already: skip (default), add or fail."),
+             text("WHAT"), text("skip")},
+            {text("rejects"),
+             Text::tr(
+                 "Collect refused and failed items in this file, to be corrected and added again."),
+             text("FILE")},
+        };
+    }
+    return options;
 }

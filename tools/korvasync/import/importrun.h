@@ -1,0 +1,79 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#pragma once
+
+#include "importoptions.h"
+#include "importstore.h"
+#include "input/filesahead.h"
+#include "process/progress.h"
+#include "rejects.h"
+#include "store/storeturn.h"
+
+#include <QtCore/QHash>
+
+#include <functional>
+
+//! Adds the new items of files, or only looks whether they are in the store.
+//!
+//! Adding goes in chunks. A chunk is so many items of the input, whether new or not, or fewer where
+//! they are long, so that results come in the order of the input and memory stays bounded. A look
+//! holds no items.
+class ImportRun
+{
+public:
+    //! \param find  gives the files, as for FilesAhead
+    ImportRun(const Invocation &invocation, const ImportOptions &options, const ItemJudge &judge,
+              std::function<InputPaths()> find);
+
+    ExitCode run();
+
+private:
+    bool verifies() const { return options.purpose == ImportOptions::Verify; }
+    bool goesOn() const;
+
+    ExitCode openStore();
+    bool readFiles();
+    bool readFile(const FilesAhead::File &file);
+    void noteFileWithoutItems(const ItemReader &reader);
+    std::optional<double> partDone();
+
+    void take(const InputItem &input);
+    void take(NewItem &&item);
+    void keep(const QByteArray &leftovers);
+    void lookUp(NewItem &item);
+    std::optional<int> idOfEqual(const NewItem &item);
+    bool isDuplicate(const Fingerprint &fingerprint, int countInFile);
+
+    void hold(NewItem &&item);
+    void writeChunk();
+    void writeItems();
+    void settle(NewItem &item) const;
+    void report(const NewItem &item);
+    void showProgress();
+
+    ExitCode tellOfRejects(ExitCode code) const;
+    ExitCode finish();
+
+    const Invocation &invocation;
+    const ImportOptions options;
+    const ItemJudge &judge;
+    ImportStore store;
+    FilesAhead files;
+    Results results;
+    StoreTurn turn;
+    Rejects rejects;
+    Progress progress;
+
+    QString path; // of the file in hand
+    qint64 bytesDone = 0;
+    std::optional<qint64> bytesTotal; // of all files, once somebody asked; 0 = not known
+
+    std::vector<NewItem> items; // the chunk in hand
+    QHash<Fingerprint, int> newCounts;
+    qint64 bytesHeld = 0; // of the chunk, about
+    int nextRef = 0;
+    bool hasStore = false;
+    ExitCode storeCode = AllDone;
+    bool isWholeInput = true;
+};

@@ -1,0 +1,50 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#pragma once
+
+#include "itemjudge.h"
+#include "options/command.h"
+#include "store/duplicateindex.h"
+
+#include <optional>
+#include <vector>
+
+//! The store of an import: finds what it holds already, and adds what is new.
+class ImportStore
+{
+public:
+    enum Equals {
+        AreFound, //!< which takes a few bytes for each item of the store
+        AreAdded  //!< messages like all others, and the index has none of them
+    };
+
+    //! \param judge  tells what is added
+    ImportStore(const Invocation &invocation, const ItemJudge &judge, Equals equals);
+
+    //! Reads the messages, or the calls where they alone are added.
+    Answer read();
+    //! Has the calls read as well when the first one turns up: most files hold none.
+    Answer readCallsOnce();
+    Answer probe();
+
+    //! Adds the new ones of the items and tells each what became of it.
+    //! \return Finished when all are stored, else how the store failed
+    Answer add(std::vector<NewItem> &items);
+
+    DuplicateIndex index;
+
+private:
+    Answer readMessages();
+    Answer readCalls();
+    void enter(const NewItem &item);
+
+    StoreLocation &location;
+    const ItemJudge &judge;
+    const Equals equals;
+    std::optional<MessageStore> messages; // none where only calls are added
+    std::optional<MessageWriter> messageWriter;
+    CallStore calls;
+    CallWriter callWriter;
+    bool callsAreRead = false;
+};
