@@ -59,8 +59,8 @@ Command addCommand()
              "Folder for messages that name none: inbox, outbox, sent or my (drafts are refused)."),
          text("F")},
         {text("on-bad-time"),
-         Text::tr("Messages without a time that can be true: refuse (default), or now to take the "
-                  "clock's."),
+         Text::tr(
+             "Messages without a plausible time: refuse (default), or now to take the clock's."),
          text("WHAT"), text("refuse")},
         {text("mark-read"), Text::tr("Mark all messages as read.")},
         {text("chunk"), Text::tr("Messages per write (default: 500, at most 1000)."), text("N")},
@@ -77,7 +77,7 @@ Command addCommand()
         {{},
          {"korvasync add --rejects rejects.txt old-phone/ sms.xml",
           "korvasync add --assume-tz Europe/Helsinki --dry-run sms.vmsg"},
-         Text::tr("Exit codes: 0 all there now, 1 some refused or failed, 2 usage, 3 the store "
-                  "cannot be written, 5 it gave no answer.")},
+         Text::tr("Exit codes: 0 all items are in the store, 1 some refused or failed, 2 usage, 3 "
+                  "the store cannot be written, 5 it gave no answer.")},
         GlobalOptions::DryRun | GlobalOptions::ShowsProgress};
 }

@@ -209,8 +209,8 @@ Command addAction()
             add,
             {{},
              {"korvasync calls add --rejects rejects.txt calls.txt calls.xml"},
-             Text::tr("Exit codes: 0 all there now, 1 some refused or failed, 2 usage, 3 the store "
-                      "cannot be written, 5 it gave no answer.")},
+             Text::tr("Exit codes: 0 all items are in the store, 1 some refused or failed, 2 "
+                      "usage, 3 the store cannot be written, 5 it gave no answer.")},
             GlobalOptions::DryRun | GlobalOptions::ShowsProgress};
 }
 

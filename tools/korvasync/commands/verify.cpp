@@ -54,8 +54,8 @@ Command verifyCommand()
                   "--assume-tz and --folder as for adding."),
          {"korvasync verify old-phone/",
           "korvasync calls list -o entries | korvasync verify --store /media/store -"},
-         Text::tr("Exit codes: 0 everything is there, 1 something is missing or refused, or there "
-                  "was nothing to look for, 2 usage, 3 the store cannot be read, 5 it gave no "
-                  "answer.")},
+         Text::tr(
+             "Exit codes: 0 all items are in the store, 1 some are missing or refused, or there "
+             "was nothing to look for, 2 usage, 3 the store cannot be read, 5 it gave no answer.")},
         GlobalOptions::ShowsProgress};
 }

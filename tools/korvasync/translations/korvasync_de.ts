@@ -149,8 +149,8 @@
         <translation>Ordner für Nachrichten, die keinen nennen: inbox, outbox, sent oder my (drafts werden abgelehnt).</translation>
     </message>
     <message>
-        <source>Messages without a time that can be true: refuse (default), or now to take the clock&apos;s.</source>
-        <translation>Nachrichten ohne eine mögliche Zeit: refuse (Vorgabe: ablehnen), oder now für die Zeit der Uhr.</translation>
+        <source>Messages without a plausible time: refuse (default), or now to take the clock&apos;s.</source>
+        <translation>Nachrichten ohne eine plausible Zeit: refuse (Vorgabe: ablehnen), oder now für die Zeit der Uhr.</translation>
     </message>
     <message>
         <source>Mark all messages as read.</source>
@@ -161,8 +161,8 @@
         <translation>Nachrichten je Schreibvorgang (Vorgabe: 500, höchstens 1000).</translation>
     </message>
     <message>
-        <source>Exit codes: 0 all there now, 1 some refused or failed, 2 usage, 3 the store cannot be written, 5 it gave no answer.</source>
-        <translation>Exit-Codes: 0 alles ist nun da, 1 manches abgelehnt oder gescheitert, 2 Aufruf falsch, 3 der Speicher ist nicht beschreibbar, 5 er antwortet nicht.</translation>
+        <source>Exit codes: 0 all items are in the store, 1 some refused or failed, 2 usage, 3 the store cannot be written, 5 it gave no answer.</source>
+        <translation>Exit-Codes: 0 alle Einträge sind im Speicher, 1 manche abgelehnt oder gescheitert, 2 Aufruf falsch, 3 der Speicher ist nicht beschreibbar, 5 er antwortet nicht.</translation>
     </message>
     <message>
         <source>a message, which korvasync add takes</source>
@@ -1038,8 +1038,8 @@ Weitere Aktionen: „calls add“ und „calls wipe“, jede mit eigenem --help.
         <translation>es gab keine Nachrichten oder Anrufe, nach denen zu suchen wäre; die Dateien nennen, die hinzugefügt wurden</translation>
     </message>
     <message>
-        <source>Exit codes: 0 everything is there, 1 something is missing or refused, or there was nothing to look for, 2 usage, 3 the store cannot be read, 5 it gave no answer.</source>
-        <translation>Exit-Codes: 0 alles ist da, 1 etwas fehlt oder wurde abgelehnt, oder es gab nichts zu suchen, 2 Aufruf falsch, 3 der Speicher ist nicht lesbar, 5 er antwortet nicht.</translation>
+        <source>Exit codes: 0 all items are in the store, 1 some are missing or refused, or there was nothing to look for, 2 usage, 3 the store cannot be read, 5 it gave no answer.</source>
+        <translation>Exit-Codes: 0 alle Einträge sind im Speicher, 1 manche fehlen oder wurden abgelehnt, oder es gab nichts zu suchen, 2 Aufruf falsch, 3 der Speicher ist nicht lesbar, 5 er antwortet nicht.</translation>
     </message>
     <message>
         <source>passed over: %1</source>

@@ -149,8 +149,8 @@
         <translation>Carpeta para los mensajes que no indican ninguna: inbox, outbox, sent o my (drafts se rechazan).</translation>
     </message>
     <message>
-        <source>Messages without a time that can be true: refuse (default), or now to take the clock&apos;s.</source>
-        <translation>Mensajes sin una hora posible: refuse (predeterminado: rechazar), o now para tomar la del reloj.</translation>
+        <source>Messages without a plausible time: refuse (default), or now to take the clock&apos;s.</source>
+        <translation>Mensajes sin una hora plausible: refuse (predeterminado: rechazar), o now para tomar la del reloj.</translation>
     </message>
     <message>
         <source>Mark all messages as read.</source>
@@ -161,8 +161,8 @@
         <translation>Mensajes por escritura (predeterminado: 500, como máximo 1000).</translation>
     </message>
     <message>
-        <source>Exit codes: 0 all there now, 1 some refused or failed, 2 usage, 3 the store cannot be written, 5 it gave no answer.</source>
-        <translation>Códigos de salida: 0 ahora está todo, 1 algo se rechazó o falló, 2 uso incorrecto, 3 no se puede escribir en el almacén, 5 no respondió.</translation>
+        <source>Exit codes: 0 all items are in the store, 1 some refused or failed, 2 usage, 3 the store cannot be written, 5 it gave no answer.</source>
+        <translation>Códigos de salida: 0 todos los elementos están en el almacén, 1 algo se rechazó o falló, 2 uso incorrecto, 3 no se puede escribir en el almacén, 5 no respondió.</translation>
     </message>
     <message>
         <source>a message, which korvasync add takes</source>
@@ -1038,8 +1038,8 @@ Otras acciones: «calls add» y «calls wipe», cada una con su --help.</transla
         <translation>no había mensajes ni llamadas que buscar; indica los archivos que se añadieron</translation>
     </message>
     <message>
-        <source>Exit codes: 0 everything is there, 1 something is missing or refused, or there was nothing to look for, 2 usage, 3 the store cannot be read, 5 it gave no answer.</source>
-        <translation>Códigos de salida: 0 está todo, 1 falta o se rechazó algo, o no había nada que buscar, 2 uso incorrecto, 3 no se puede leer el almacén, 5 no respondió.</translation>
+        <source>Exit codes: 0 all items are in the store, 1 some are missing or refused, or there was nothing to look for, 2 usage, 3 the store cannot be read, 5 it gave no answer.</source>
+        <translation>Códigos de salida: 0 todos los elementos están en el almacén, 1 falta o se rechazó alguno, o no había nada que buscar, 2 uso incorrecto, 3 no se puede leer el almacén, 5 no respondió.</translation>
     </message>
     <message>
         <source>passed over: %1</source>
