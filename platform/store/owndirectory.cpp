@@ -36,6 +36,8 @@ OwnDirectory::OwnDirectory(const QByteArray &path)
         m_state = State::OtherOwner;
     else
         open(AT_FDCWD, path.constData(), isLink ? 0 : O_NOFOLLOW);
+    if (isLink && m_state == State::Absent)
+        m_state = State::NoAccess;
 }
 
 OwnDirectory::OwnDirectory(const OwnDirectory &parent, const char *name)
@@ -53,9 +55,10 @@ void OwnDirectory::open(int parent, const char *path, int flags)
 {
     struct stat status;
     m_descriptor = ::openat(parent, path, O_RDONLY | O_DIRECTORY | O_CLOEXEC | flags);
-    if (m_descriptor < 0 && errno == ENOENT)
+    m_error = m_descriptor < 0 ? errno : 0;
+    if (m_error == ENOENT)
         m_state = State::Absent;
-    else if (m_descriptor < 0 && (errno == ENOTDIR || errno == ELOOP))
+    else if (m_error == ENOTDIR || m_error == ELOOP)
         m_state = State::NotADirectory;
     // The owner tells more than the refusal.
     else if ((m_descriptor < 0 ? ::fstatat(parent, path, &status, 0)
@@ -132,12 +135,6 @@ bool OwnDirectory::sync() const
         return isSynced;
     });
     return areSynced && ::fsync(m_descriptor) == 0;
-}
-
-void makeParents(const QByteArray &path)
-{
-    for (auto end = path.indexOf('/', 1); end > 0; end = path.indexOf('/', end + 1))
-        ::mkdir(path.left(end).constData(), S_IRWXU);
 }
 
 } // namespace CommHistory

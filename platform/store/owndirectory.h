@@ -27,14 +27,17 @@ public:
     };
 
     //! Its last part may be a link that the user owns, so that a store can lie on another disk.
+    //! One to nothing is no access: that disk may be away.
     explicit OwnDirectory(const QByteArray &path);
     OwnDirectory(const OwnDirectory &parent, const char *name);
     ~OwnDirectory();
 
     State state() const { return m_state; }
     int descriptor() const { return m_descriptor; }
+    //! Why it is not open, as errno has it.
+    int error() const { return m_error; }
 
-    //! Gives all entries. False when they cannot be read.
+    //! Gives all entries. False when they cannot be read; errno tells why.
     bool list(QVector<Entry> *entries) const;
     //! Removes an entry, and all that is in it if it is a directory. A link goes, what it points
     //! to stays. True when it is gone.
@@ -49,10 +52,8 @@ private:
     void open(int parent, const char *path, int flags);
 
     int m_descriptor = -1;
+    int m_error = 0;
     State m_state = State::NoAccess;
 };
-
-//! Makes the directories above a path that are absent, closed to other users.
-void makeParents(const QByteArray &path);
 
 } // namespace CommHistory

@@ -6,14 +6,9 @@
 #include "logging.h"
 #include "storeconnection.h"
 
-#include <QtCore/QDir>
-#include <QtCore/QStandardPaths>
-
 #include <chrono>
 #include <future>
 #include <system_error>
-
-#include <unistd.h>
 
 namespace CommHistory {
 
@@ -21,16 +16,6 @@ namespace {
 
 constexpr int ReadPatienceMsecs = 3000;
 constexpr int BusyMemoryMsecs = 10000; // for which reads do not try again
-
-QString storeLocation()
-{
-    QString path = qEnvironmentVariable("KORVASYNC_STORE");
-    if (path.isEmpty())
-        path = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
-            + QLatin1String("/korvasync");
-    // Absolute, since the process may change its working directory later.
-    return QDir::cleanPath(QDir::current().absoluteFilePath(path));
-}
 
 } // namespace
 
@@ -45,7 +30,7 @@ Store &Store::instance()
 }
 
 Store::Store()
-    : m_directory(storeLocation())
+    : m_directory(StorePlace().absolute()) // the process may change its working directory later
 {
 }
 
@@ -88,7 +73,7 @@ void Store::wake()
     }
     m_changed.notify_one();
     if (!failed.empty())
-        warnAbout(StoreProblem::NoThread, m_directory.path());
+        m_directory.place().warnAbout(StoreProblem::NoThread);
     for (const Entry &entry : failed)
         entry.request(nullptr);
 }
@@ -145,7 +130,7 @@ bool Store::isReadable(Access access)
         if (!m_isHeldUp)
             continue; // opening takes its time
         m_refusing.setRemainingTime(BusyMemoryMsecs);
-        warnAbout(StoreProblem::Busy, m_directory.path());
+        m_directory.place().warnAbout(StoreProblem::Busy);
         break;
     }
     return m_isOpen;
@@ -205,7 +190,7 @@ StoreConnection *Store::connection(Access access)
         close();
         setOpen(false);
         m_lastProblem = StoreProblem::Replaced;
-        warnAbout(StoreProblem::Replaced, m_directory.path());
+        m_directory.place().warnAbout(StoreProblem::Replaced);
         return nullptr;
     }
     if (!m_connection) {
@@ -215,7 +200,7 @@ StoreConnection *Store::connection(Access access)
         const bool isTold = problem == m_lastProblem
             || (problem == StoreProblem::Absent && access == Access::LookUp);
         if (!isTold && problem != StoreProblem::None)
-            warnAbout(problem, m_directory.path());
+            m_directory.place().warnAbout(problem);
         if (!isTold)
             m_lastProblem = problem;
         setOpen(problem == StoreProblem::None);
@@ -241,7 +226,7 @@ void Store::close()
 
 StoreProblem Store::open(Access access)
 {
-    StoreProblem problem = m_directory.check();
+    StoreProblem problem = m_directory.place().look().problem;
     if (problem == StoreProblem::Absent && access != Access::Write)
         return problem;
     if (problem != StoreProblem::None && problem != StoreProblem::Absent)
@@ -263,7 +248,7 @@ StoreProblem Store::open(Access access)
         return StoreProblem::Busy;
     }
     // Another process may have been faster, or killed on the way.
-    problem = m_directory.check();
+    problem = m_directory.place().look().problem;
     if (problem == StoreProblem::Absent)
         problem = m_directory.create();
     else if (problem == StoreProblem::None)

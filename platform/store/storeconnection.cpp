@@ -5,6 +5,7 @@
 
 #include "logging.h"
 #include "repeatedcalls.h"
+#include "storefiles.h"
 #include "storelock.h"
 
 #include <QtCore/QFile>
@@ -22,11 +23,6 @@ namespace {
 constexpr int BusyMsecs = 10000;
 
 constexpr char OntologyUri[] = "resource:///org/korvasync/ontology";
-
-//! The database library keeps each graph in a file of its own. A transaction reaches the
-//! main file first: what a crash can leave is an unused name, never an event without one.
-constexpr const char *DatabaseFiles[] = {"meta.db", "urn%3Akorvasync%3Ahistory.db"};
-constexpr const char *OtherFiles[] = {"ontologies.gvdb", ".meta.isrunning"};
 
 //! An error that is out parameter and owner in one.
 class Error
@@ -115,31 +111,10 @@ QString filePath(const QString &databasePath, const char *name)
 
 QByteArray eventUri(int id) { return "event:" + QByteArray::number(id); }
 
-StoreProblem StoreConnection::checkFiles(const QVector<OwnDirectory::Entry> &files)
-{
-    for (const char *name : DatabaseFiles) {
-        const auto file =
-            std::find_if(files.cbegin(), files.cend(),
-                         [name](const OwnDirectory::Entry &entry) { return entry.name == name; });
-        if (file == files.cend())
-            return StoreProblem::LostDatabase;
-        if (file->status.st_size == 0)
-            return StoreProblem::Damaged;
-    }
-    return StoreProblem::None;
-}
-
-bool StoreConnection::isDatabaseFile(const QByteArray &name)
-{
-    const auto isPrefix = [&](const char *file) { return name.startsWith(file); };
-    return std::any_of(std::begin(DatabaseFiles), std::end(DatabaseFiles), isPrefix)
-        || std::any_of(std::begin(OtherFiles), std::end(OtherFiles), isPrefix);
-}
-
 StoreProblem StoreConnection::probeFiles(const QString &databasePath)
 {
     StoreProblem problem = StoreProblem::None;
-    for (const char *name : DatabaseFiles) {
+    for (const char *name : StoreFiles::DatabaseFiles) {
         if (problem == StoreProblem::None)
             problem = probe(filePath(databasePath, name));
     }
@@ -188,7 +163,7 @@ StoreConnection::StoreConnection(const StoreDirectory &directory, StoreLock &loc
     : m_directory(directory)
     , m_lock(lock)
 {
-    for (const char *name : DatabaseFiles)
+    for (const char *name : StoreFiles::DatabaseFiles)
         m_files.emplace_back(QFile::encodeName(filePath(directory.databasePath(), name)));
 }
 
@@ -265,7 +240,7 @@ bool StoreConnection::isInPlace() const
 
 void StoreConnection::warnAbout(StoreProblem problem) const
 {
-    CommHistory::warnAbout(problem, m_directory.path());
+    m_directory.place().warnAbout(problem);
 }
 
 //! The database library leaves a committed transaction to the system's caches, where a
@@ -273,7 +248,7 @@ void StoreConnection::warnAbout(StoreProblem problem) const
 //! files, which the library does with care.
 bool StoreConnection::syncToDisk() const
 {
-    for (const char *name : DatabaseFiles) {
+    for (const char *name : StoreFiles::DatabaseFiles) {
         const QString path = filePath(m_directory.databasePath(), name) + QLatin1String("-wal");
         const int file =
             ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NOFOLLOW | O_CLOEXEC);

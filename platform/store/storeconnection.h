@@ -4,7 +4,6 @@
 #pragma once
 
 #include "fileplace.h"
-#include "owndirectory.h"
 #include "storedirectory.h"
 
 #include <QtCore/QByteArray>
@@ -43,11 +42,6 @@ class StoreConnection
 public:
     enum class Step { Row, End, Failed };
 
-    //! What check() says of the files of a database: a missing or empty one would be taken
-    //! for a fresh database.
-    static StoreProblem checkFiles(const QVector<OwnDirectory::Entry> &files);
-    //! Whether the database library makes files of this name.
-    static bool isDatabaseFile(const QByteArray &name);
     //! Whether the files can be opened now. The lock must be held.
     static StoreProblem probeFiles(const QString &databasePath);
     static bool createDatabase(const QString &databasePath);

@@ -19,6 +19,8 @@ private Q_SLOTS:
     void aRelativePathIsMeantFromTheStart();
     void aForeignDirectoryIsRefused();
     void aForeignFolderOfOurNameIsLeftAlone();
+    void aFolderWithAnotherProgramsLockIsLeftAlone();
+    void aLinkToNothingIsRefused();
     void aLinkedStoreIsClosedToOthers();
     void aFileIsRefused();
     void anUnknownFormatIsRefused_data();
@@ -132,6 +134,28 @@ void TestStoreDirectory::aForeignFolderOfOurNameIsLeftAlone()
     QVERIFY(replace(path("db.new/letter"), "kept"));
     expectRefused(QStringLiteral("is not a store and not empty"));
     QCOMPARE(contents(path("db.new/letter")), QByteArray("kept"));
+}
+
+// A store's own lock is always empty.
+void TestStoreDirectory::aFolderWithAnotherProgramsLockIsLeftAlone()
+{
+    QVERIFY(QDir().mkpath(m_store));
+    QVERIFY(replace(path("lock"), "123\n"));
+    QFile::setPermissions(m_store, QFile::Permissions(0x7755));
+    expectRefused(QStringLiteral("is not a store and not empty"));
+    QCOMPARE(contents(path("lock")), QByteArray("123\n"));
+    QCOMPARE(QDir(m_store).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+             QStringList{QStringLiteral("lock")});
+    QVERIFY(QFile::permissions(m_store) & QFile::ReadOther);
+}
+
+// To a disk that is away: nothing is made on this one, and reading says so, too.
+void TestStoreDirectory::aLinkToNothingIsRefused()
+{
+    const QString target = m_directory->filePath(QStringLiteral("disk"));
+    QVERIFY(QFile::link(target, m_store));
+    expectRefused(QStringLiteral("cannot be accessed"));
+    QVERIFY(!QFileInfo::exists(target));
 }
 
 void TestStoreDirectory::aLinkedStoreIsClosedToOthers()

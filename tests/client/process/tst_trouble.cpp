@@ -27,6 +27,8 @@ private Q_SLOTS:
     void leavesAFolderOfOtherThingsAlone();
     void leavesAFolderThatOnlyLooksUnfinishedAlone_data();
     void leavesAFolderThatOnlyLooksUnfinishedAlone();
+    void leavesALetterAmongItsOwnFilesAlone_data();
+    void leavesALetterAmongItsOwnFilesAlone();
     void refusesALinkToNothing_data();
     void refusesALinkToNothing();
     void makesNoFreshStoreForALostDatabase_data();
@@ -137,6 +139,22 @@ void TestTrouble::leavesAFolderThatOnlyLooksUnfinishedAlone()
         verifySentence(outcome.errors);
         QVERIFY(QFile::exists(folder + text("/first")));
     }
+}
+
+void TestTrouble::leavesALetterAmongItsOwnFilesAlone_data() { addCommandRows(commands); }
+
+void TestTrouble::leavesALetterAmongItsOwnFilesAlone()
+{
+    QFETCH(QStringList, arguments);
+    ClientProcess client;
+    client.write(text("store/lock"), QByteArray());
+    const QString letter = client.write(text("store/db.new/letter"), "Dear Ann");
+    const auto outcome = client.run(arguments, hello);
+    QCOMPARE(outcome.exitCode, 3);
+    QCOMPARE(outcome.output, QByteArray());
+    verifySentence(outcome.errors);
+    QVERIFY2(outcome.errors.contains(" is no store, and not empty"), outcome.errors);
+    QVERIFY(QFile::exists(letter));
 }
 
 void TestTrouble::refusesALinkToNothing_data() { addCommandRows(commands); }

@@ -3,10 +3,12 @@
 
 #pragma once
 
+#include <store/storeplace.h>
+
 #include <QtCore/QString>
 
-//! Where the store is, and whether there is one. Only its marker file is looked at; the
-//! database is the platform's own.
+//! What the commands ask before they open the store: whether there is one at the place that was
+//! chosen. What is wrong with one that is there, the store says itself when it is asked.
 class StoreLocation
 {
 public:
@@ -18,16 +20,21 @@ public:
     };
 
     //! \param chosen  the --store option; empty = the environment's, else the default place
-    explicit StoreLocation(const QString &chosen);
+    explicit StoreLocation(const QString &chosen)
+        : place(chosen)
+    {
+    }
 
-    QString path() const { return folder; }
+    QString path() const { return place.path(); }
     State state();
     QString errorText() const { return error; }
 
+    //! Makes the folder, closed to others. True when it was not there.
+    bool makeFolder() const { return place.makeFolder(); }
     //! Makes this place the one that the platform uses. It looks once, at its first use.
-    void select() const;
+    void select() const { place.select(); }
 
 private:
-    QString folder;
+    CommHistory::StorePlace place;
     QString error;
 };

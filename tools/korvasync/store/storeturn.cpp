@@ -17,13 +17,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-// Closed to others, as the store itself is.
-static void makeParents(const QByteArray &path)
-{
-    for (auto end = path.indexOf('/', 1); end > 0; end = path.indexOf('/', end + 1))
-        mkdir(path.left(end).constData(), S_IRWXU);
-}
-
 StoreTurn::~StoreTurn()
 {
     if (hasMadeFolder && location.state() == StoreLocation::Absent)
@@ -41,11 +34,10 @@ void StoreTurn::close()
 bool StoreTurn::open()
 {
     close();
-    const QByteArray path = QFile::encodeName(location.path());
-    makeParents(path);
-    if (mkdir(path.constData(), S_IRWXU) == 0)
+    if (location.makeFolder())
         hasMadeFolder = true;
-    folder = ::open(path.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    folder =
+        ::open(QFile::encodeName(location.path()).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     return folder >= 0;
 }
 
