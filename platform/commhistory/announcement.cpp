@@ -7,9 +7,8 @@
 
 #include <store/logging.h>
 
-#include <bus/busprobe.h>
+#include <bus/messagebus.h>
 
-#include <QtCore/QFile>
 #include <QtDBus/QDBusConnection>
 #include <QtDBus/QDBusMessage>
 #include <QtDBus/QDBusMetaType>
@@ -68,62 +67,27 @@ void send(const QDBusConnection &bus, const QList<Event> &events)
     bus.send(signal);
 }
 
+constexpr int LongPatience = 5000; // milliseconds
+constexpr int ShortPatience = 200;
+
 //! Others wait for the store meanwhile, so a bus that did not answer in time gets less of it
 //! until it does.
-bool answers(const QDBusConnection &bus, const QDBusMessage &question)
+int currentPatience = LongPatience;
+
+bool hasAnswered(MessageBus::State bus)
 {
-    constexpr int longPatience = 5000; // milliseconds
-    constexpr int shortPatience = 200;
-    static int patience = longPatience;
-    const bool hasAnswered = !BusProbe::isUnanswered(bus.call(question, QDBus::Block, patience));
-    if (!hasAnswered && bus.isConnected() && patience == longPatience)
+    if (bus == MessageBus::State::Silent && currentPatience == LongPatience)
         qCWarning(lcAnnouncement) << "The session bus does not answer.";
-    patience = hasAnswered ? longPatience : shortPatience;
-    return hasAnswered;
-}
-
-//! Where the bus library finds the bus as well.
-QString address()
-{
-    QString chosen = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
-    if (!chosen.isEmpty())
-        return chosen;
-    const QByteArray ofUser = qgetenv("XDG_RUNTIME_DIR") + "/bus";
-    if (!QFile::exists(QFile::decodeName(ofUser)))
-        return QStringLiteral("autolaunch:");
-    return QStringLiteral("unix:path=") + QString::fromLatin1(ofUser.toPercentEncoding("/", "~"));
-}
-
-bool canBeOpened()
-{
-    static bool hasAnswered = false; // from then on the bus library has the bus open
-    if (!hasAnswered) {
-        const QDBusConnection probe =
-            BusProbe::connection(QStringLiteral("korvasync-session-bus-probe"), address());
-        hasAnswered = answers(probe, BusProbe::greeting());
-        if (hasAnswered)
-            QDBusConnection::disconnectFromPeer(probe.name());
-    }
-    return hasAnswered;
-}
-
-//! An answer from the bus shows that it has read what was sent before: the process may end
-//! right after a report.
-void flush(const QDBusConnection &bus)
-{
-    answers(bus,
-            QDBusMessage::createMethodCall(
-                QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
-                QStringLiteral("org.freedesktop.DBus"), QStringLiteral("GetId")));
+    currentPatience = bus == MessageBus::State::Open ? LongPatience : ShortPatience;
+    return bus == MessageBus::State::Open;
 }
 
 void announce(const QList<Event> &events)
 {
-    if (!canBeOpened())
+    MessageBus &sessionBus = MessageBus::session();
+    if (!sessionBus.isOpen() && !hasAnswered(sessionBus.open(currentPatience)))
         return;
     const QDBusConnection bus = QDBusConnection::sessionBus();
-    if (!bus.isConnected())
-        return;
     qDBusRegisterMetaType<MessagePart>();
     qDBusRegisterMetaType<QList<MessagePart>>();
     qDBusRegisterMetaType<Event::Contact>();
@@ -147,7 +111,8 @@ void announce(const QList<Event> &events)
     }
     if (!portion.isEmpty())
         send(bus, portion);
-    flush(bus);
+    // The process may end right after a report.
+    hasAnswered(sessionBus.flush(currentPatience));
 }
 
 } // namespace

@@ -6,9 +6,8 @@
 #include "historyentry_p.h"
 #include "modemmanagersubmission_p.h"
 #include "ofonosubmission_p.h"
-#include "systembus_p.h"
 
-#include <bus/busprobe.h>
+#include <bus/messagebus.h>
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QLoggingCategory>
@@ -22,6 +21,8 @@
 namespace {
 
 Q_LOGGING_CATEGORY(lcMessaging, "korvasync.messaging", QtWarningMsg)
+
+constexpr int BusPatienceMsecs = 5000; // for each answer of the system bus
 
 template <typename Backend>
 Submission *makeSubmission(const QString &daemon, const QString &modemPath,
@@ -59,10 +60,23 @@ QString toDial(const QString &number)
     return dialled.match(digits).hasMatch() ? digits : QString();
 }
 
+QString describe(MessageBus::State bus)
+{
+    switch (bus) {
+    case MessageBus::State::Open:
+        break;
+    case MessageBus::State::Absent:
+        return QStringLiteral("There is no system bus.");
+    case MessageBus::State::Silent:
+        return QStringLiteral("The system bus does not answer.");
+    }
+    return QString();
+}
+
 QString describeOfBus(const QDBusError &error)
 {
-    return BusProbe::isUnanswered(error)
-        ? SystemBus::doesNotAnswer()
+    return MessageBus::isUnanswered(error)
+        ? describe(MessageBus::State::Silent)
         : QStringLiteral("The system bus reports: %1").arg(wordsOf(error, {}));
 }
 
@@ -102,11 +116,11 @@ void MessageSending::begin()
     using Outcome = Submission::Outcome;
     if (toDial(m_number).isEmpty())
         return keep(Outcome::NotSent, QStringLiteral("The number cannot be dialled."));
-    SystemBus::open(this, [this](const QString &problem) {
-        if (problem.isEmpty())
+    MessageBus::system().open(BusPatienceMsecs, this, [this](MessageBus::State bus) {
+        if (bus == MessageBus::State::Open)
             lookFor(std::begin(Daemons));
         else
-            keep(Outcome::NotSent, problem);
+            keep(Outcome::NotSent, describe(bus));
     });
 }
 
@@ -126,7 +140,7 @@ void MessageSending::lookFor(const Daemon *daemon)
         QStringLiteral("org.freedesktop.DBus"), QStringLiteral("GetNameOwner"));
     question << QString::fromLatin1(daemon->busName);
     auto *answer = new QDBusPendingCallWatcher(
-        QDBusConnection::systemBus().asyncCall(question, SystemBus::Limit), this);
+        QDBusConnection::systemBus().asyncCall(question, BusPatienceMsecs), this);
     connect(answer, &QDBusPendingCallWatcher::finished, this, [=] {
         answer->deleteLater();
         const QDBusPendingReply<QString> reply(*answer);

@@ -6,7 +6,7 @@
 #include "ofonoproxies.h"
 #include "problem_p.h"
 
-#include <bus/busprobe.h>
+#include <bus/messagebus.h>
 
 #include <QtDBus/QDBusMetaType>
 
@@ -167,7 +167,7 @@ void OfonoSubmission::send()
 
 void OfonoSubmission::judge(const QDBusError &error)
 {
-    if (BusProbe::isUnanswered(error))
+    if (MessageBus::isUnanswered(error))
         finishUnknown(describe(error));
     else if (error.name() != QLatin1String("org.ofono.Error.InvalidFormat"))
         finishNotSent(describe(error));

@@ -5,31 +5,23 @@
 #include "termination.h"
 
 #include "process/terminaltext.h"
-#include "store/boundedcall.h"
+
+#include <bus/messagebus.h>
 
 #include <QtCore/QCommandLineParser>
 #include <QtCore/QCoreApplication>
 #include <QtCore/QLoggingCategory>
 
-#include <QtDBus/QDBusConnection>
-
 #include <csignal>
 #include <cstdio>
-#include <cstdlib>
 #include <system_error>
 
 namespace {
 
-//! The bus library itself would wait without limit for a bus that does not answer.
-void openSessionBus()
+bool isSessionBusSilent()
 {
-    constexpr std::chrono::milliseconds limit(5000);
-    BoundedCall::onGivingUp([](Answer) {
-        std::fputs("korvasyncd: the session bus does not answer\n", stderr);
-        std::_Exit(1);
-    });
-    const BoundedCall call(BoundedCall::Read, limit);
-    QDBusConnection::sessionBus();
+    constexpr int limitMsecs = 5000;
+    return MessageBus::session().open(limitMsecs) == MessageBus::State::Silent;
 }
 
 //! The journal gets warnings, one a line. The library's trace has numbers and texts, which are not
@@ -62,7 +54,10 @@ int serve(int argc, char *argv[])
         std::fputs("korvasyncd: --idle-time is a number of seconds\n", stderr);
         return 2;
     }
-    openSessionBus();
+    if (isSessionBusSilent()) {
+        std::fputs("korvasyncd: the session bus does not answer\n", stderr);
+        return 1;
+    }
     SendService service{std::chrono::seconds(seconds)};
     const Termination termination;
     QObject::connect(&termination, &Termination::requested, &service, &SendService::finish);

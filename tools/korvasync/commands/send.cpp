@@ -14,9 +14,8 @@
 #include "store/boundedcall.h"
 #include "store/messagesender.h"
 
+#include <bus/messagebus.h>
 #include <korvasync/pendingsmsid.h>
-
-#include <QtDBus/QDBusConnection>
 
 #include <cstdlib>
 #include <unistd.h>
@@ -169,12 +168,13 @@ void tellWhenGivingUp(const Invocation &invocation, MessageSender::Outcome outco
     });
 }
 
-// The library would wait without limit for a bus that does not answer.
+// The library would wait without limit for a bus that does not answer. Here the wait ends by the
+// time or a signal.
 void openSessionBus(const Invocation &invocation)
 {
     tellWhenGivingUp(invocation, MessageSender::NotSent, MessageSender::SessionBus);
     const BoundedCall call(BoundedCall::Read, invocation.global.timeout);
-    QDBusConnection::sessionBus();
+    MessageBus::session().open(MessageBus::Unlimited);
 }
 
 ExitCode send(const Invocation &invocation, const SmsInfo &message)
