@@ -87,7 +87,7 @@ void TestAdd::refusesWhatIsCutAndGoesOn()
         outcome.output,
         QByteArray(
             "{\"ref\":0,\"src\":\"-:1\",\"status\":\"refused\",\"code\":\"sms-parse\","
-            "\"detail\":\"not a whole vMessage\"}\n"
+            "\"detail\":\"END:VBODY is missing; BEGIN:VBODY is in line 11\"}\n"
             "{\"ref\":1,\"src\":\"-:13\",\"status\":\"added\",\"id\":1}\n"
             "{\"summary\":{\"read\":2,\"added\":1,\"present\":0,\"refused\":1,\"failed\":0}}\n"));
 }
@@ -248,7 +248,7 @@ void TestAdd::keepsRejectsThatCanBeMended()
     QFile file(rejects);
     QVERIFY(file.open(QIODevice::ReadOnly));
     QCOMPARE(file.readAll(),
-             "# -:16: sms-parse: not a whole vMessage\r\n" + cut
+             "# -:16: sms-parse: END:VBODY is missing; BEGIN:VBODY is in line 26\r\n" + cut
                  + "\r\n"
                    "# -:28: sms-no-folder: no known folder; --folder names one\r\n"
                  + unplaced

@@ -257,7 +257,7 @@ void TestAndroidBackups::findsMendedRejectsBehindCutOnes()
     QCOMPARE(
         outcome.output,
         QByteArray("{\"ref\":0,\"src\":\"-:2\",\"status\":\"refused\",\"code\":\"sms-parse\","
-                   "\"detail\":\"not a whole vMessage\"}\n"
+                   "\"detail\":\"END:VBODY is missing; BEGIN:VBODY is in line 12\"}\n"
                    "{\"ref\":1,\"src\":\"-:15\",\"status\":\"added\",\"id\":1}\n"
                    "{\"ref\":2,\"src\":\"-:17\",\"status\":\"refused\",\"code\":\"sms-parse\","
                    "\"detail\":\"not a whole sms element\"}\n"
@@ -266,7 +266,7 @@ void TestAndroidBackups::findsMendedRejectsBehindCutOnes()
                    "\"detail\":\"a call, which korvasync calls add takes\"}\n"
                    "{\"ref\":5,\"src\":\"-:37\",\"status\":\"added\"}\n"
                    "{\"ref\":6,\"src\":\"-:39\",\"status\":\"refused\",\"code\":\"sms-parse\","
-                   "\"detail\":\"not a whole vMessage\"}\n"
+                   "\"detail\":\"END:VBODY is missing; BEGIN:VBODY is in line 49\"}\n"
                    "{\"ref\":7,\"src\":\"-:52\",\"status\":\"added\"}\n")
             + summary(8, 4, 0, 4));
 }

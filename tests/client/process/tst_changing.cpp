@@ -114,7 +114,9 @@ void TestChanging::refusesAReplacement_data()
 {
     QTest::addColumn<QByteArray>("message");
     QTest::addColumn<QByteArray>("code");
-    QTest::newRow("cut") << first.left(first.indexOf("END:VBODY")) << QByteArray("sms-parse");
+    QTest::newRow("cut") << first.left(first.indexOf("END:VBODY"))
+                         << QByteArray("sms-parse\",\"detail\":\"END:VBODY is missing; "
+                                       "BEGIN:VBODY is in line 11\"");
     QTest::newRow("draft") << vMessage("DRAFTS", "", "+15550100", "x") << QByteArray("sms-draft");
     QTest::newRow("no-folder") << vMessage("", "", "+15550100", "x") << QByteArray("sms-no-folder");
     QTest::newRow("no-number") << vMessage("INBOX", "", "", "x") << QByteArray("sms-no-number");

@@ -23,6 +23,8 @@ private Q_SLOTS:
     void translatesErrors_data();
     void translatesErrors();
     void translatesWhatIsRefused();
+    void translatesWhatIsWrongWithAMessage_data();
+    void translatesWhatIsWrongWithAMessage();
     void translatesTables();
     void asksAndUnderstands_data();
     void asksAndUnderstands();
@@ -206,6 +208,48 @@ void TestLanguages::translatesWhatIsRefused()
                         "refused  -:16  foreign-object: no es un mensaje de texto, sino un objeto "
                         "que empieza por BEGIN:VNOTE\n"
                         "2 leídos, 0 añadidos, 1 presente, 1 rechazado, 0 fallidos\n"));
+}
+
+void TestLanguages::translatesWhatIsWrongWithAMessage_data()
+{
+    QTest::addColumn<QByteArray>("refused");
+    QTest::newRow("C") << QByteArray(
+        "refused  -:1  sms-parse: BEGIN:VMSG is missing\n"
+        "refused  -:3  sms-parse: cut in the header, behind line 4\n"
+        "refused  -:5  sms-parse: BEGIN:VBODY is missing above line 7\n"
+        "refused  -:8  sms-parse: END:VBODY is missing; BEGIN:VBODY is in line 9\n"
+        "refused  -:11  sms-parse: END:VBODY is followed by line 15, which is neither END:VENV nor "
+        "END:VMSG\n");
+    QTest::newRow(german) << QByteArray(
+        "refused  -:1  sms-parse: BEGIN:VMSG fehlt\n"
+        "refused  -:3  sms-parse: im Kopf abgeschnitten, hinter Zeile 4\n"
+        "refused  -:5  sms-parse: BEGIN:VBODY fehlt vor Zeile 7\n"
+        "refused  -:8  sms-parse: END:VBODY fehlt; BEGIN:VBODY steht in Zeile 9\n"
+        "refused  -:11  sms-parse: auf END:VBODY folgt Zeile 15, die weder END:VENV noch END:VMSG "
+        "ist\n");
+    QTest::newRow(spanish) << QByteArray(
+        "refused  -:1  sms-parse: falta BEGIN:VMSG\n"
+        "refused  -:3  sms-parse: cortado en la cabecera, tras la línea 4\n"
+        "refused  -:5  sms-parse: falta BEGIN:VBODY antes de la línea 7\n"
+        "refused  -:8  sms-parse: falta END:VBODY; BEGIN:VBODY está en la línea 9\n"
+        "refused  -:11  sms-parse: a END:VBODY le sigue la línea 15, que no es END:VENV ni "
+        "END:VMSG\n");
+}
+
+void TestLanguages::translatesWhatIsWrongWithAMessage()
+{
+    QFETCH(QByteArray, refused);
+    ClientProcess client;
+    setLocale(client, locale(QTest::currentDataTag()));
+    const auto outcome =
+        client.run({text("add"), text("-qq")},
+                   "END:VBODY\nEND:VMSG\n"
+                   "BEGIN:VMSG\nVERSION:1.1\n"
+                   "BEGIN:VMSG\nBEGIN:VENV\nEND:VENV\n"
+                   "BEGIN:VMSG\nBEGIN:VBODY\nHello\n"
+                   "BEGIN:VMSG\nBEGIN:VBODY\nHello\nEND:VBODY\nX-ABC:1\nEND:VMSG\n");
+    QCOMPARE(outcome.output, refused);
+    QCOMPARE(outcome.exitCode, 1);
 }
 
 void TestLanguages::translatesTables()

@@ -307,7 +307,7 @@ void TestRejects::leaveAnInputThatTheyDoNotHold_data()
     QTest::newRow("too long")
         << vMessage("INBOX", "20101103T142530Z", "+15550100", QByteArray(34000000, 'x'))
         << QByteArray("# in/all.vmg:1: sms-parse: longer than 32 MiB, so not kept\r\n"
-                      "# in/all.vmg:13: sms-parse: not a whole vMessage\r\n"
+                      "# in/all.vmg:13: sms-parse: BEGIN:VMSG is missing\r\n"
                       "END:VBODY\r\nEND:VENV\r\nEND:VMSG\r\n");
 }
 

@@ -121,6 +121,9 @@ void TestSend::refusesFilesThatAreNotOneMessage_data()
     QTest::newRow("two messages") << toOne + toOne << 2
                                   << QByteArray("korvasync: send takes exactly one message, and - "
                                                 "has more\n");
+    QTest::newRow("a cut message") << toOne.left(toOne.indexOf("END:VBODY")) << 1
+                                   << QByteArray("korvasync: not sent (sms-parse): END:VBODY is "
+                                                 "missing; BEGIN:VBODY is in line 10\n");
     QTest::newRow("two receivers")
         << messageTo(party("+15550100") + party("+15550101")) << 1
         << QByteArray("korvasync: not sent (too-many-recipients): more than one "

@@ -125,6 +125,8 @@ ExitCode runModify(const Invocation &invocation)
         result.refusal = parsed ? settled.refusal : Refusal::SmsParse;
     if (result.refusal == Refusal::SmsNoFolder)
         result.refusal = Refusal::SmsNoFolderToReplace; // --folder is for what is added
+    if (result.refusal == Refusal::SmsParse)
+        result.detail = parseErrorIn(given->bytes, given->line);
     if (result.refusal == Refusal::None) {
         answer = global.dryRun ? foresee(store, settled.message, result)
                                : write(store, old, settled.message, result);

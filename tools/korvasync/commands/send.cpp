@@ -221,11 +221,14 @@ ExitCode runSend(const Invocation &invocation)
         return UsageError;
     }
     std::optional<ParsedMessage> given;
+    Reason parseError;
     if (isFile) {
         const auto message = Arguments::onlyMessage("send", invocation.value("vmessage"));
         if (!message)
             return UsageError;
         given = ParsedMessage::parse(message->bytes);
+        if (!given)
+            parseError = parseErrorIn(message->bytes, message->line);
     } else {
         given = typedMessage(arguments);
         if (!given)
@@ -238,8 +241,9 @@ ExitCode runSend(const Invocation &invocation)
         return UsageError;
     }
     if (settled.refusal != Refusal::None) {
-        Diagnostics::error(Text::tr("not sent (%1): %2")
-                               .arg(codeOf(settled.refusal), reasonOf(settled.refusal).translated));
+        const Reason reason = given ? reasonOf(settled.refusal) : parseError;
+        Diagnostics::error(
+            Text::tr("not sent (%1): %2").arg(codeOf(settled.refusal), reason.translated));
         return SomeNotDone;
     }
     if (!isCarriedWhole(settled.message)) {

@@ -55,7 +55,8 @@ void ItemJudge::takeMessage(const InputItem &input, NewItem &item) const
         isElement ? SmsElement::parse(input.bytes) : ParsedMessage::parse(input.bytes);
     if (!parsed) {
         return item.refuse(Refusal::SmsParse,
-                           isElement ? Text::reason("not a whole sms element") : Reason());
+                           isElement ? Text::reason("not a whole sms element")
+                                     : parseErrorIn(input.bytes, input.line));
     }
     const SettledMessage settled = settle(*parsed, rules);
     if (settled.refusal == Refusal::ForeignObject)

@@ -3,6 +3,8 @@
 
 #include "refusal.h"
 
+#include <vmessage/vmessageparser.h>
+
 namespace {
 
 struct Wording
@@ -68,11 +70,46 @@ Wording wordingOf(Refusal refusal)
     Q_UNREACHABLE();
 }
 
+const char *wordingOf(VMessageProblem::Kind problem)
+{
+    switch (problem) {
+    case VMessageProblem::None:
+        return "";
+    case VMessageProblem::NoBegin:
+        return QT_TRANSLATE_NOOP("Text", "BEGIN:VMSG is missing");
+    case VMessageProblem::CutHeader:
+        return QT_TRANSLATE_NOOP("Text", "cut in the header, behind line %1");
+    case VMessageProblem::NoBody:
+        return QT_TRANSLATE_NOOP("Text", "BEGIN:VBODY is missing above line %1");
+    case VMessageProblem::OpenBody:
+        return QT_TRANSLATE_NOOP("Text", "END:VBODY is missing; BEGIN:VBODY is in line %1");
+    case VMessageProblem::LineBehindBody:
+        return QT_TRANSLATE_NOOP(
+            "Text", "END:VBODY is followed by line %1, which is neither END:VENV nor END:VMSG");
+    case VMessageProblem::LongText:
+        return QT_TRANSLATE_NOOP("Text", "the text below line %1 is longer than 2 GiB");
+    }
+    Q_UNREACHABLE();
+}
+
 } // namespace
 
 QString codeOf(Refusal refusal) { return QLatin1String(wordingOf(refusal).code); }
 
 Reason reasonOf(Refusal refusal) { return Text::reason(wordingOf(refusal).reason); }
+
+Reason parseErrorIn(const QByteArray &vMessage, quint64 firstLine)
+{
+    if (vMessage.isEmpty()) // too long to be kept
+        return reasonOf(Refusal::SmsParse);
+    VMessageParser parser;
+    parser.parseVMessage(vMessage.constData(), static_cast<unsigned int>(vMessage.size()));
+    const VMessageProblem problem = parser.problem();
+    const Reason reason = Text::reason(wordingOf(problem.kind));
+    if (!reason.english.contains(QLatin1String("%1")))
+        return reason;
+    return reason.arg(QString::number(firstLine + problem.line - 1));
+}
 
 QByteArray reasonLine(const QString &source, Refusal refusal, const QString &reason)
 {

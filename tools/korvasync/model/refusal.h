@@ -37,6 +37,9 @@ enum class Refusal {
 QString codeOf(Refusal refusal);
 //! The same in words, as the end of a sentence.
 Reason reasonOf(Refusal refusal);
+//! For SmsParse instead: what is wrong with a vMessage that cannot be parsed, and in which line.
+//! \param firstLine  of the message in its file
+Reason parseErrorIn(const QByteArray &vMessage, quint64 firstLine);
 
 //! The line without its end that a file of rejects has in front of an item.
 QByteArray reasonLine(const QString &source, Refusal refusal, const QString &reason);

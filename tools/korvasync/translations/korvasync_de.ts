@@ -1100,5 +1100,29 @@ Weitere Aktionen: „calls add“ und „calls wipe“, jede mit eigenem --help.
         <source>the system gives this program no thread: %1; end other programs, or raise the limit of processes</source>
         <translation>das System gibt diesem Programm keinen Thread: %1; andere Programme beenden oder die Grenze für Prozesse anheben</translation>
     </message>
+    <message>
+        <source>BEGIN:VMSG is missing</source>
+        <translation>BEGIN:VMSG fehlt</translation>
+    </message>
+    <message>
+        <source>cut in the header, behind line %1</source>
+        <translation>im Kopf abgeschnitten, hinter Zeile %1</translation>
+    </message>
+    <message>
+        <source>BEGIN:VBODY is missing above line %1</source>
+        <translation>BEGIN:VBODY fehlt vor Zeile %1</translation>
+    </message>
+    <message>
+        <source>END:VBODY is missing; BEGIN:VBODY is in line %1</source>
+        <translation>END:VBODY fehlt; BEGIN:VBODY steht in Zeile %1</translation>
+    </message>
+    <message>
+        <source>END:VBODY is followed by line %1, which is neither END:VENV nor END:VMSG</source>
+        <translation>auf END:VBODY folgt Zeile %1, die weder END:VENV noch END:VMSG ist</translation>
+    </message>
+    <message>
+        <source>the text below line %1 is longer than 2 GiB</source>
+        <translation>der Text unter Zeile %1 ist länger als 2 GiB</translation>
+    </message>
 </context>
 </TS>

@@ -1100,5 +1100,29 @@ Otras acciones: «calls add» y «calls wipe», cada una con su --help.</transla
         <source>the system gives this program no thread: %1; end other programs, or raise the limit of processes</source>
         <translation>el sistema no da ningún hilo a este programa: %1; cierra otros programas o sube el límite de procesos</translation>
     </message>
+    <message>
+        <source>BEGIN:VMSG is missing</source>
+        <translation>falta BEGIN:VMSG</translation>
+    </message>
+    <message>
+        <source>cut in the header, behind line %1</source>
+        <translation>cortado en la cabecera, tras la línea %1</translation>
+    </message>
+    <message>
+        <source>BEGIN:VBODY is missing above line %1</source>
+        <translation>falta BEGIN:VBODY antes de la línea %1</translation>
+    </message>
+    <message>
+        <source>END:VBODY is missing; BEGIN:VBODY is in line %1</source>
+        <translation>falta END:VBODY; BEGIN:VBODY está en la línea %1</translation>
+    </message>
+    <message>
+        <source>END:VBODY is followed by line %1, which is neither END:VENV nor END:VMSG</source>
+        <translation>a END:VBODY le sigue la línea %1, que no es END:VENV ni END:VMSG</translation>
+    </message>
+    <message>
+        <source>the text below line %1 is longer than 2 GiB</source>
+        <translation>el texto bajo la línea %1 supera 2 GiB</translation>
+    </message>
 </context>
 </TS>
