@@ -264,7 +264,7 @@ void ImportRun::writeChunk()
             rejects.keep(item.bytes);
             continue;
         }
-        settle(item);
+        setOutcome(item);
         report(item);
         if (item.result.status == ItemResult::Refused || item.result.status == ItemResult::Failed)
             rejects.add(item.result, item.bytes);
@@ -290,24 +290,24 @@ void ImportRun::writeItems()
     }
 }
 
-//! Gives the item its outcome, now that the chunk is written.
-void ImportRun::settle(NewItem &item) const
+//! Now that the chunk is written.
+void ImportRun::setOutcome(NewItem &item) const
 {
     ItemResult &result = item.result;
-    const auto become = [&result](int id, const Reason &trouble, Refusal refusal) {
+    const auto set = [&result](int id, const Reason &failure, Refusal refusal) {
         result.id = id;
-        result.status = trouble.isEmpty() ? ItemResult::Added : ItemResult::Failed;
-        if (!trouble.isEmpty()) {
+        result.status = failure.isEmpty() ? ItemResult::Added : ItemResult::Failed;
+        if (!failure.isEmpty()) {
             result.refusal = refusal;
-            result.detail = trouble;
+            result.detail = failure;
         }
     };
     if (const auto *const message = std::get_if<NewMessage>(&item.content))
-        become(message->id, message->trouble, Refusal::SmsStore);
+        set(message->id, message->trouble, Refusal::SmsStore);
     else if (const auto *const call = std::get_if<NewCall>(&item.content))
-        become(NewCall::id, call->trouble, Refusal::CallStore);
+        set(NewCall::id, call->trouble, Refusal::CallStore);
     else if (result.status == ItemResult::Present && storeCode != AllDone)
-        become(-1, Text::reason("not known, as the store cannot be read back"), judge.notStored());
+        set(-1, Text::reason("not known, as the store cannot be read back"), judge.notStored());
 }
 
 void ImportRun::report(const NewItem &item)

@@ -48,7 +48,7 @@ private:
     void hold(NewItem &&item);
     void writeChunk();
     void writeItems();
-    void settle(NewItem &item) const;
+    void setOutcome(NewItem &item) const;
     void report(const NewItem &item);
     void showProgress();
 
