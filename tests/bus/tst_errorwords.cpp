@@ -4,11 +4,9 @@
 // What a modem daemon says of an error reaches people and logs, but nothing that a terminal acts
 // on, nor number or text of a message, whatever modem and network have made it say.
 
-#include "bustesting.h"
 #include "messagelog.h"
-#include "scriptedmodem.h"
+#include "modemtest.h"
 #include "senderservice.h"
-#include "storetesting.h"
 
 #include <messaging/messagingif.h>
 
@@ -29,14 +27,11 @@ const QString Hostile =
 
 } // namespace
 
-class TestErrorWords : public QObject
+class TestErrorWords : public ModemTest
 {
     Q_OBJECT
 public:
-    explicit TestErrorWords(const PrivateBus &systemBus)
-        : systemBus(systemBus)
-    {
-    }
+    using ModemTest::ModemTest;
 
 private Q_SLOTS:
     void initTestCase() { QVERIFY(StoreTesting::makeStore()); }
@@ -52,7 +47,6 @@ private:
     //! What became of the message when the modem answers so.
     QString outcome(const QString &text, const QString &errorName, const QString &errorText);
 
-    const PrivateBus &systemBus;
     std::unique_ptr<ScriptedModem> modem;
 };
 
@@ -150,14 +144,5 @@ void TestErrorWords::areToldInTheJournalOfTheService()
                         "korvasyncd: Error in sendSms request\n"));
 }
 
-int main(int argc, char *argv[])
-{
-    const QTemporaryDir directory;
-    qputenv("KORVASYNC_STORE", QFile::encodeName(directory.filePath(QStringLiteral("store"))));
-    const PrivateBus systemBus("DBUS_SYSTEM_BUS_ADDRESS");
-    const PrivateBus sessionBus("DBUS_SESSION_BUS_ADDRESS");
-    QCoreApplication application(argc, argv);
-    TestErrorWords test(systemBus);
-    return QTest::qExec(&test, argc, argv);
-}
+MODEM_TEST_MAIN(TestErrorWords)
 #include "tst_errorwords.moc"

@@ -5,6 +5,7 @@
 
 #include "bustesting.h"
 #include "exchange.h"
+#include "fullevent.h"
 
 #include <QtCore/QProcess>
 #include <QtTest/QSignalSpy>
@@ -16,7 +17,8 @@ namespace {
 
 QDateTime utc(const QTime &time) { return QDateTime(QDate(2010, 11, 3), time, Qt::UTC); }
 
-Event fullEvent()
+//! With what the bus carries besides, and times to the millisecond.
+Event wholeEvent()
 {
     CommHistory::MessagePart part;
     part.contentId = QStringLiteral("part1");
@@ -27,24 +29,10 @@ Event fullEvent()
     part.contentLocation = QStringLiteral("part1.txt");
     CommHistory::MessagePart secondPart;
     secondPart.contentId = QStringLiteral("part2");
-    Event event;
+    Event event = fullEvent();
     event.setId(42);
-    event.setType(Event::SmsEvent);
     event.setStartTime(utc(QTime(10, 0, 1, 7)));
     event.setEndTime(utc(QTime(11, 0, 2, 250)));
-    event.setDirection(Event::Outbound);
-    event.setIsRead(true);
-    event.setIsMissedCall(true);
-    event.setStatus(Event::FailedStatus);
-    event.setLocalUid(QStringLiteral("ring/tel/account0"));
-    event.setRemoteUid(QStringLiteral("+15550100"));
-    event.setParentId(4101);
-    event.setGroupId(7);
-    event.setFreeText(QStringLiteral("H\u00e9llo\n\U0001F600"));
-    event.setMessageToken(QStringLiteral("token"));
-    event.setEncoding(QStringLiteral("QUOTED-PRINTABLE"));
-    event.setCharacterSet(QStringLiteral("UTF-8"));
-    event.setLanguage(QStringLiteral("en"));
     event.setLastModified(utc(QTime(12, 0, 3, 999)));
     event.setMessageParts({part, secondPart});
     event.setContacts({{5, QStringLiteral("Ann")}, {6, QStringLiteral("Bob")}});
@@ -95,7 +83,7 @@ void TestExchange::bothQtVersionsUnderstandEachOther()
 
     QSignalSpy spy(this, &TestExchange::taken);
     bus.send(QDBusMessage::createSignal(QStringLiteral("/"), Exchange::Interface, Exchange::Given)
-             << QVariant::fromValue(QList<Event>{fullEvent(), Event()}));
+             << QVariant::fromValue(QList<Event>{wholeEvent(), Event()}));
     const bool isTaken = spy.wait(Patience);
     peer.kill();
     QVERIFY(peer.waitForFinished(Patience));

@@ -3,9 +3,7 @@
 
 // Whatever a modem daemon answers, a message has one outcome, and it is true.
 
-#include "bustesting.h"
-#include "scriptedmodem.h"
-#include "storetesting.h"
+#include "modemtest.h"
 
 #include <messaging/messagingif.h>
 
@@ -39,23 +37,17 @@ Interfaces withState(const QVariant &state)
 Q_DECLARE_METATYPE(Interfaces)
 Q_DECLARE_METATYPE(Objects)
 
-class TestHostileDaemon : public QObject
+class TestHostileDaemon : public ModemTest
 {
     Q_OBJECT
 public:
-    explicit TestHostileDaemon(const PrivateBus &systemBus)
-        : systemBus(systemBus)
-    {
-    }
+    using ModemTest::ModemTest;
 
 private Q_SLOTS:
     void initTestCase() { QVERIFY(StoreTesting::makeStore()); }
     void isNotHandedAMessage_data();
     void isNotHandedAMessage();
     void isBelievedWhenItTakesTheMessage();
-
-private:
-    const PrivateBus &systemBus;
 };
 
 void TestHostileDaemon::isNotHandedAMessage_data()
@@ -123,14 +115,5 @@ void TestHostileDaemon::isBelievedWhenItTakesTheMessage()
     QVERIFY(!isError);
 }
 
-int main(int argc, char *argv[])
-{
-    const QTemporaryDir directory;
-    qputenv("KORVASYNC_STORE", QFile::encodeName(directory.filePath(QStringLiteral("store"))));
-    const PrivateBus systemBus("DBUS_SYSTEM_BUS_ADDRESS");
-    const PrivateBus sessionBus("DBUS_SESSION_BUS_ADDRESS");
-    QCoreApplication application(argc, argv);
-    TestHostileDaemon test(systemBus);
-    return QTest::qExec(&test, argc, argv);
-}
+MODEM_TEST_MAIN(TestHostileDaemon)
 #include "tst_hostiledaemon.moc"

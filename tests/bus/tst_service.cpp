@@ -18,17 +18,6 @@ using StoreTesting::Patience;
 
 namespace {
 
-constexpr int Outbox = 4099;
-
-int idInOutbox(const QString &text)
-{
-    for (const CommHistory::Event &event : StoreTesting::read(Outbox)) {
-        if (event.freeText() == text)
-            return event.id();
-    }
-    return -1;
-}
-
 //! Of the service's process; 0 when it does not run.
 uint servicePid()
 {
@@ -63,13 +52,13 @@ void TestService::isStartedByACallAndEndsWhenIdle()
     const QList<int> result = answer(call(vMessage(first)));
     const uint pid = servicePid(); // at once, before it ends
     QVERIFY(pid != 0);
-    QCOMPARE(result, (QList<int>{idInOutbox(first), 0}));
+    QCOMPARE(result, (QList<int>{StoreTesting::idIn(StoreTesting::Outbox, first), 0}));
     QVERIFY(result.first() > 0);
     QTRY_VERIFY_WITH_TIMEOUT(hasEnded(pid), Patience);
     QCOMPARE(servicePid(), 0U);
     const QString second = QStringLiteral("second");
     const QList<int> secondResult = answer(call(vMessage(second)));
-    QCOMPARE(secondResult, (QList<int>{idInOutbox(second), 0}));
+    QCOMPARE(secondResult, (QList<int>{StoreTesting::idIn(StoreTesting::Outbox, second), 0}));
     QVERIFY(servicePid() != pid);
 }
 
@@ -98,7 +87,7 @@ void TestService::keepsALongTextWhole()
     const QString text = QStringLiteral("абвгдежз").repeated(1 << 16);
     QCOMPARE(text.toUtf8().size(), 1 << 20);
     QVERIFY(!answer(call(vMessage(text))).isEmpty());
-    QTRY_VERIFY_WITH_TIMEOUT(idInOutbox(text) > 0, Patience);
+    QTRY_VERIFY_WITH_TIMEOUT(StoreTesting::idIn(StoreTesting::Outbox, text) > 0, Patience);
 }
 
 void TestService::servesAThousandQueuedCalls()
@@ -121,10 +110,10 @@ void TestService::seesTheMessageOfAVanishedCallerThrough()
         BusTesting::roundTrip(bus); // the bus has got the call
     }
     QDBusConnection::disconnectFromBus(name);
-    QTRY_VERIFY_WITH_TIMEOUT(idInOutbox(text) > 0, Patience);
+    QTRY_VERIFY_WITH_TIMEOUT(StoreTesting::idIn(StoreTesting::Outbox, text) > 0, Patience);
     const QString next = QStringLiteral("of the next caller");
     const QList<int> result = answer(call(vMessage(next)));
-    QCOMPARE(result, (QList<int>{idInOutbox(next), 0}));
+    QCOMPARE(result, (QList<int>{StoreTesting::idIn(StoreTesting::Outbox, next), 0}));
 }
 
 //! The buses hand the environment on to the service that they start.

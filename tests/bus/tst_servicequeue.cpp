@@ -4,11 +4,9 @@
 // What becomes of the calls that come while the modem is slow: a program that was not told that
 // its message went out asks again, and it must not go out twice.
 
-#include "bustesting.h"
-#include "scriptedmodem.h"
+#include "modemtest.h"
 #include "senderservice.h"
 #include "sendservice.h"
-#include "storetesting.h"
 
 #include <messaging/messagingif.h>
 
@@ -27,19 +25,9 @@ using StoreTesting::Patience;
 
 namespace {
 
-constexpr int Outbox = 4099;
 constexpr std::chrono::minutes Long(10);
 constexpr std::chrono::milliseconds Short(200); //!< below the two seconds of a served call
 const QList<int> Unknown{-1, 5};
-
-int idInSent(const QString &text)
-{
-    for (const CommHistory::Event &event : StoreTesting::read(StoreTesting::Sent)) {
-        if (event.freeText() == text)
-            return event.id();
-    }
-    return -1;
-}
 
 QDBusMessage request(const QString &text)
 {
@@ -60,14 +48,11 @@ QString refusal(const QDBusPendingCall &call)
 
 } // namespace
 
-class TestServiceQueue : public QObject
+class TestServiceQueue : public ModemTest
 {
     Q_OBJECT
 public:
-    explicit TestServiceQueue(const PrivateBus &systemBus)
-        : systemBus(systemBus)
-    {
-    }
+    using ModemTest::ModemTest;
 
 private Q_SLOTS:
     void initTestCase();
@@ -100,7 +85,6 @@ private:
     bool waitForMessages(int count);
     bool waitUntilNoneIsUnderWay();
 
-    const PrivateBus &systemBus;
     std::unique_ptr<ScriptedModem> modem;
     std::unique_ptr<SendService> service;
     QDBusConnection caller{QString()};
@@ -353,33 +337,25 @@ void TestServiceQueue::refusesNumbersThatTheClientRefuses()
 {
     QFETCH(QString, number);
     QFETCH(QString, error);
-    const auto stored = StoreTesting::read(Outbox).size();
+    const auto stored = StoreTesting::read(StoreTesting::Outbox).size();
     const QDBusPendingCall refused = call(vMessage(QStringLiteral("Hello"), number), caller);
     if (error.isEmpty())
         QCOMPARE(answer(refused), (QList<int>{-1, 3}));
     else
         QCOMPARE(refusal(refused), error);
     QCOMPARE(modem->messages().size(), 0);
-    QCOMPARE(StoreTesting::read(Outbox).size(), stored);
+    QCOMPARE(StoreTesting::read(StoreTesting::Outbox).size(), stored);
 }
 
 void TestServiceQueue::sendsATextWithoutItsByteOrderMark()
 {
     modem->accept(true);
     const QList<int> result = answer(call(vMessage(QStringLiteral("\uFEFF\uFEFFmarked")), caller));
-    QCOMPARE(result, (QList<int>{idInSent(QStringLiteral("marked")), 0}));
+    QCOMPARE(result,
+             (QList<int>{StoreTesting::idIn(StoreTesting::Sent, QStringLiteral("marked")), 0}));
     QVERIFY(result.first() > 0);
     QCOMPARE(modem->texts(), QStringList{QStringLiteral("marked")});
 }
 
-int main(int argc, char *argv[])
-{
-    const QTemporaryDir directory;
-    qputenv("KORVASYNC_STORE", QFile::encodeName(directory.filePath(QStringLiteral("store"))));
-    const PrivateBus systemBus("DBUS_SYSTEM_BUS_ADDRESS");
-    const PrivateBus sessionBus("DBUS_SESSION_BUS_ADDRESS");
-    QCoreApplication application(argc, argv);
-    TestServiceQueue test(systemBus);
-    return QTest::qExec(&test, argc, argv);
-}
+MODEM_TEST_MAIN(TestServiceQueue)
 #include "tst_servicequeue.moc"

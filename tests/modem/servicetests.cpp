@@ -20,15 +20,6 @@ QString textOf(const QJsonObject &message)
     return message.value(QLatin1String("text")).toString();
 }
 
-int idInSent(const QString &text)
-{
-    for (const CommHistory::Event &event : StoreTesting::read(StoreTesting::Sent)) {
-        if (event.freeText() == text)
-            return event.id();
-    }
-    return -1;
-}
-
 } // namespace
 
 bool ServiceTests::start(const QStringList &options)
@@ -74,7 +65,7 @@ void ServiceTests::sendsOneAfterTheOther()
     for (const char *word : {"first", "second", "third"}) {
         const QString text = QString::fromLatin1(word);
         const QList<int> result = answer(call(vMessage(text)));
-        QCOMPARE(result, (QList<int>{idInSent(text), 0}));
+        QCOMPARE(result, (QList<int>{StoreTesting::idIn(StoreTesting::Sent, text), 0}));
         QVERIFY(result.first() > 0);
     }
     QCOMPARE(stack.takeMessages().size(), 3);
@@ -90,7 +81,7 @@ void ServiceTests::servesTenQuickCalls()
     }
     for (int i = 0; i < calls.size(); ++i) {
         const QList<int> result = answer(calls.at(i));
-        QCOMPARE(result, (QList<int>{idInSent(texts.at(i)), 0}));
+        QCOMPARE(result, (QList<int>{StoreTesting::idIn(StoreTesting::Sent, texts.at(i)), 0}));
         QVERIFY(result.first() > 0);
     }
     QStringList received;
@@ -103,7 +94,7 @@ void ServiceTests::sendsWhole(const QString &text)
 {
     QCOMPARE(answer(call(vMessage(text))).value(1), 0);
     QCOMPARE(textOf(stack.takeMessages().value(0)), text);
-    QVERIFY(idInSent(text) > 0);
+    QVERIFY(StoreTesting::idIn(StoreTesting::Sent, text) > 0);
 }
 
 void ServiceTests::sendsAnyScriptWhole() { sendsWhole(QStringLiteral("абвгдежзик").repeated(16)); }
@@ -113,12 +104,13 @@ void ServiceTests::outlivesTheModemDaemon()
     QCOMPARE(answer(call(vMessage(QStringLiteral("before")))).value(1), 0);
     stack.stop();
     const QList<int> failed = answer(call(vMessage(QStringLiteral("meanwhile"))));
-    const QList<CommHistory::Event> outbox = StoreTesting::read(Outbox);
+    const QList<CommHistory::Event> outbox = StoreTesting::read(StoreTesting::Outbox);
     QCOMPARE(outbox.size(), 1);
     QCOMPARE(failed, (QList<int>{outbox.first().id(), 0}));
     QVERIFY(provideModem());
     const QList<int> sent = answer(call(vMessage(QStringLiteral("after"))));
-    QCOMPARE(sent, (QList<int>{idInSent(QStringLiteral("after")), 0}));
+    QCOMPARE(sent,
+             (QList<int>{StoreTesting::idIn(StoreTesting::Sent, QStringLiteral("after")), 0}));
     QVERIFY(sent.first() > 0);
 }
 
@@ -127,7 +119,8 @@ void ServiceTests::tellsWhatIsNotKnownInTime()
 {
     QVERIFY(stack.order("delay 5000"));
     QCOMPARE(answer(call(vMessage(QStringLiteral("late")))), (QList<int>{-1, 5}));
-    QTRY_VERIFY_WITH_TIMEOUT(idInSent(QStringLiteral("late")) > 0, StoreTesting::Patience);
+    QTRY_VERIFY_WITH_TIMEOUT(StoreTesting::idIn(StoreTesting::Sent, QStringLiteral("late")) > 0,
+                             StoreTesting::Patience);
 }
 
 //! Also when the first one's outcome comes after its answer: until then they are one.
@@ -144,8 +137,8 @@ void ServiceTests::tellsEqualMessagesApart()
         return second.value(0) != -1;
     };
     QVERIFY(QTest::qWaitFor(isAnotherMessage, StoreTesting::Patience));
-    QVERIFY(idInSent(text) > 0);
-    const QList<CommHistory::Event> outbox = StoreTesting::read(Outbox);
+    QVERIFY(StoreTesting::idIn(StoreTesting::Sent, text) > 0);
+    const QList<CommHistory::Event> outbox = StoreTesting::read(StoreTesting::Outbox);
     QCOMPARE(outbox.size(), 1);
     QCOMPARE(second, (QList<int>{outbox.first().id(), 0}));
     QCOMPARE(stack.takeMessages().size(), 1);
@@ -168,7 +161,7 @@ void ServiceTests::seesItsMessageThroughWhenTerminated()
                             StoreTesting::Patience));
     QCOMPARE(service.exitStatus(), QProcess::NormalExit);
     QCOMPARE(service.exitCode(), 0);
-    QVERIFY(idInSent(QStringLiteral("first")) > 0);
+    QVERIFY(StoreTesting::idIn(StoreTesting::Sent, QStringLiteral("first")) > 0);
     QCOMPARE(stack.takeMessages().size(), 1);
 }
 
@@ -183,5 +176,5 @@ void ServiceTests::endsWhenIdle()
                             StoreTesting::Patience));
     QCOMPARE(service.exitStatus(), QProcess::NormalExit);
     QCOMPARE(service.exitCode(), 0);
-    QVERIFY(idInSent(QStringLiteral("late")) > 0);
+    QVERIFY(StoreTesting::idIn(StoreTesting::Sent, QStringLiteral("late")) > 0);
 }

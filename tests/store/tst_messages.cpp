@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The korvasync developers
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
+#include "fullevent.h"
 #include "storetesting.h"
 
 #include <commhistory/trackerio.h>
@@ -36,23 +37,8 @@ private Q_SLOTS:
 
 void TestMessages::everyFieldComesBack()
 {
-    Event event;
-    event.setType(Event::SmsEvent);
-    event.setStartTime(utc(2026, 3, 1, 12));
-    event.setEndTime(utc(2026, 3, 1, 13));
-    event.setDirection(Event::Outbound);
-    event.setIsRead(true);
-    event.setIsMissedCall(true);
-    event.setStatus(Event::SentStatus);
-    event.setLocalUid(QStringLiteral("account"));
-    event.setRemoteUid(QStringLiteral("+15550101"));
-    event.setParentId(5001);
-    event.setGroupId(17);
-    event.setFreeText(QStringLiteral("text"));
-    event.setMessageToken(QStringLiteral("token"));
-    event.setEncoding(QStringLiteral("8BIT"));
-    event.setCharacterSet(QStringLiteral("UTF-8"));
-    event.setLanguage(QStringLiteral("fi"));
+    Event event = fullEvent();
+    event.setParentId(5001); // where nothing else is
     const int id = add({event}).value(0, -1);
     QVERIFY(id > 0);
 
@@ -64,23 +50,23 @@ void TestMessages::everyFieldComesBack()
         QVERIFY(e.isValid());
         QCOMPARE(e.id(), id);
         QCOMPARE(e.type(), Event::SmsEvent);
-        QCOMPARE(e.startTime(), utc(2026, 3, 1, 12));
-        QCOMPARE(e.endTime(), utc(2026, 3, 1, 13));
+        QCOMPARE(e.startTime(), utc(2010, 11, 3, 10, 0, 1));
+        QCOMPARE(e.endTime(), utc(2010, 11, 3, 11, 0, 2));
         QCOMPARE(e.startTime().timeSpec(), Qt::LocalTime);
         QCOMPARE(e.endTime().timeSpec(), Qt::LocalTime);
         QCOMPARE(e.direction(), Event::Outbound);
         QCOMPARE(e.isRead(), true);
         QCOMPARE(e.isMissedCall(), true);
-        QCOMPARE(e.status(), Event::SentStatus);
-        QCOMPARE(e.localUid(), QStringLiteral("account"));
-        QCOMPARE(e.remoteUid(), QStringLiteral("+15550101"));
+        QCOMPARE(e.status(), Event::FailedStatus);
+        QCOMPARE(e.localUid(), QStringLiteral("ring/tel/account0"));
+        QCOMPARE(e.remoteUid(), QStringLiteral("+15550100"));
         QCOMPARE(e.parentId(), 5001);
-        QCOMPARE(e.groupId(), 17);
-        QCOMPARE(e.freeText(), QStringLiteral("text"));
+        QCOMPARE(e.groupId(), 7);
+        QCOMPARE(e.freeText(), QStringLiteral("H\u00e9llo\n\U0001F600"));
         QCOMPARE(e.messageToken(), QStringLiteral("token"));
-        QCOMPARE(e.encoding(), QStringLiteral("8BIT"));
+        QCOMPARE(e.encoding(), QStringLiteral("QUOTED-PRINTABLE"));
         QCOMPARE(e.characterSet(), QStringLiteral("UTF-8"));
-        QCOMPARE(e.language(), QStringLiteral("fi"));
+        QCOMPARE(e.language(), QStringLiteral("en"));
         QVERIFY(e.lastModified().isValid());
     }
 }

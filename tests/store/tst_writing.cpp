@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The korvasync developers
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
+#include "fullevent.h"
 #include "storetesting.h"
 
 #include <commhistory/callmodel.h>
@@ -131,12 +132,8 @@ void TestWriting::requestsOfManyModelsKeepTheirOrder()
 
 void TestWriting::modifyingWritesOnlyTheFieldsThatWereSet()
 {
-    Event event = message(QStringLiteral("before"), 5106);
-    event.setIsRead(true);
-    event.setMessageToken(QStringLiteral("token"));
-    event.setEncoding(QStringLiteral("8BIT"));
-    event.setStatus(Event::SentStatus);
-    event.setGroupId(3);
+    Event event = fullEvent();
+    event.setParentId(5106); // where nothing else is
     const int id = add({event}).value(0, -1);
     Event before;
     QVERIFY(TrackerIO::instance()->getEvent(id, before));

@@ -31,6 +31,7 @@ namespace StoreTesting {
 
 constexpr int Patience = 60000; //!< milliseconds that a report may take at most, on a busy machine
 constexpr int Inbox = 4098;
+constexpr int Outbox = 4099;
 constexpr int Sent = 4101;
 
 inline QDateTime utc(int year, int month, int day, int hour = 0, int minute = 0, int second = 0)
@@ -140,6 +141,16 @@ inline QList<CommHistory::Event> read(int folder, const QDateTime &since = QDate
     if (!model.getEvents() || !ready.wait(Patience))
         return {};
     return eventsOf(model);
+}
+
+//! Database id of the message with this text; -1 when the folder has none.
+inline int idIn(int folder, const QString &text)
+{
+    for (const CommHistory::Event &event : read(folder)) {
+        if (event.freeText() == text)
+            return event.id();
+    }
+    return -1;
 }
 
 } // namespace StoreTesting

@@ -3,26 +3,16 @@
 
 // Deleting messages through the adapter.
 
-#include "adaptersignals.h"
+#include "adapterfixture.h"
 #include "eventloop.h"
 #include "messagelog.h"
 #include "samplerecords.h"
-#include "scriptedstore.h"
 
 #include <QtTest/QTest>
 
 using namespace KorvaSyncIf;
 
 namespace {
-
-struct Fixture
-{
-    Fixture() { store.calls.clear(); } // those of the adapter's making
-
-    ScriptedStore store;
-    SyncStorageIf adapter{nullptr};
-    AdapterSignals signalsOf{&adapter};
-};
 
 QList<SmsInfo> threeStoredMessages()
 {
@@ -49,7 +39,7 @@ private Q_SLOTS:
 
 void TestDeletions::messagesAreDeletedOneByOne()
 {
-    Fixture f;
+    AdapterFixture f;
     MessageLog log;
     QVERIFY(f.adapter.deleteSms(threeStoredMessages()));
     QVERIFY(f.adapter.inUse());
@@ -70,15 +60,14 @@ void TestDeletions::messagesAreDeletedOneByOne()
 
 void TestDeletions::aDeletionReportedInTwoPartsEndsOnce()
 {
-    Fixture f;
+    AdapterFixture f;
     f.store.react(Request::DeleteEvents,
                   Reaction::reporting({{{11, 12}}, {{13}}}, Reaction::WhenReleased));
     f.adapter.deleteSms(threeStoredMessages());
     settle();
     f.store.release();
     settle();
-    QVERIFY(f.signalsOf.heard.isEmpty());
-    QVERIFY(f.adapter.inUse());
+    QVERIFY(f.isWaiting());
     f.store.release();
     settle();
     QCOMPARE(f.signalsOf.heard, QStringList(QStringLiteral("deletedIdsStatus(4 2 9; 1 1 1)")));
@@ -86,7 +75,7 @@ void TestDeletions::aDeletionReportedInTwoPartsEndsOnce()
 
 void TestDeletions::failedDeletionsAreMarkedInReportOrder()
 {
-    Fixture f;
+    AdapterFixture f;
     // The flags go by the order of the reports, not by the ids.
     f.store.react(Request::DeleteEvents, Reaction::reporting({{{13}, false}, {{11, 12}, true}}));
     f.adapter.deleteSms(threeStoredMessages());
@@ -96,39 +85,36 @@ void TestDeletions::failedDeletionsAreMarkedInReportOrder()
 
 void TestDeletions::aDeletionReportedBeyondItsCountIsNotFinished()
 {
-    Fixture f;
+    AdapterFixture f;
     f.store.react(Request::DeleteEvents, Reaction::reporting({{{11, 12, 13, 14}}}));
     f.adapter.deleteSms(threeStoredMessages());
     settle();
-    QVERIFY(f.signalsOf.heard.isEmpty());
-    QVERIFY(f.adapter.inUse());
+    QVERIFY(f.isWaiting());
 }
 
 void TestDeletions::aDeletionThatIsNeverReportedLeavesTheAdapterBusy()
 {
-    Fixture f;
+    AdapterFixture f;
     f.store.react(Request::DeleteEvents, Reaction::silent());
     f.adapter.deleteSms(threeStoredMessages());
     settle();
-    QVERIFY(f.signalsOf.heard.isEmpty());
-    QVERIFY(f.adapter.inUse());
+    QVERIFY(f.isWaiting());
 }
 
 void TestDeletions::anEmptyDeletionLeavesTheAdapterBusy()
 {
-    Fixture f;
+    AdapterFixture f;
     MessageLog log;
     f.adapter.deleteSms({});
     settle();
     QVERIFY(f.store.calls.isEmpty());
-    QVERIFY(f.signalsOf.heard.isEmpty());
-    QVERIFY(f.adapter.inUse());
+    QVERIFY(f.isWaiting());
     QVERIFY(log.lines(QtWarningMsg).contains(QStringLiteral("Empty list for deletion")));
 }
 
 void TestDeletions::deletionStatusStartsAnewWithEachDeletion()
 {
-    Fixture f;
+    AdapterFixture f;
     f.adapter.deleteSms(threeStoredMessages());
     settle();
     f.signalsOf.heard.clear();
@@ -140,7 +126,7 @@ void TestDeletions::deletionStatusStartsAnewWithEachDeletion()
 
 void TestDeletions::aSecondDeletionReportedInTwoPartsEndsOnce()
 {
-    Fixture f;
+    AdapterFixture f;
     f.adapter.deleteSms({storedMessage(11, 0)});
     settle();
     f.signalsOf.heard.clear();
@@ -152,7 +138,7 @@ void TestDeletions::aSecondDeletionReportedInTwoPartsEndsOnce()
 
 void TestDeletions::aDeletionReportedInsideTheCallIsDeliveredOnALaterTurn()
 {
-    Fixture f;
+    AdapterFixture f;
     f.store.react(Request::DeleteEvents, Reaction::reporting({{{11}}}, Reaction::WhenReleased));
     f.adapter.deleteSms({storedMessage(11, 0)});
     settle();
@@ -164,7 +150,7 @@ void TestDeletions::aDeletionReportedInsideTheCallIsDeliveredOnALaterTurn()
 
 void TestDeletions::deletionsShareOneEventModel()
 {
-    Fixture f;
+    AdapterFixture f;
     for (int i = 0; i < 2; ++i) {
         f.adapter.deleteSms({storedMessage(11 + i, 0)});
         settle();

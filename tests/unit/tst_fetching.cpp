@@ -3,11 +3,10 @@
 
 // Reading and call-log writes through the adapter.
 
-#include "adaptersignals.h"
+#include "adapterfixture.h"
 #include "eventloop.h"
 #include "messagelog.h"
 #include "samplerecords.h"
-#include "scriptedstore.h"
 
 #include <QtTest/QTest>
 
@@ -22,15 +21,6 @@ QDateTime utc(int hour, int minute, int second = 0)
 {
     return QDateTime(QDate(2010, 11, 3), QTime(hour, minute, second), Qt::UTC);
 }
-
-struct Fixture
-{
-    Fixture() { store.calls.clear(); } // those of the adapter's making
-
-    ScriptedStore store;
-    SyncStorageIf adapter{nullptr};
-    AdapterSignals signalsOf{&adapter};
-};
 
 } // namespace
 
@@ -83,7 +73,7 @@ void TestFetching::aReadSetsFilterAndModeAndFetches()
     QFETCH(int, parentId);
     QFETCH(bool, modified);
     QFETCH(QString, filter);
-    Fixture f;
+    AdapterFixture f;
     QVERIFY(f.adapter.fetchSmsMessages(time, parentId, modified));
     QVERIFY(f.adapter.inUse());
     QCOMPARE(f.store.calls,
@@ -94,7 +84,7 @@ void TestFetching::aReadSetsFilterAndModeAndFetches()
 
 void TestFetching::rowsComeInOrderWithoutInvalidOnes()
 {
-    Fixture f;
+    AdapterFixture f;
     f.store.messageRows = {messageEvent(13, LocInbox), Event(), messageEvent(11, LocSent),
                            messageEvent(-1, LocInbox), messageEvent(12, LocMyFolder)};
     f.adapter.fetchSmsMessages(since, LocInbox, false);
@@ -112,7 +102,7 @@ void TestFetching::rowsComeInOrderWithoutInvalidOnes()
 
 void TestFetching::theModifiedFlagReachesTheRecords()
 {
-    Fixture f;
+    AdapterFixture f;
     f.store.messageRows = {messageEvent(13, LocInbox)};
     f.adapter.fetchSmsMessages(since, LocInbox, true);
     settle();
@@ -124,7 +114,7 @@ void TestFetching::theModifiedFlagReachesTheRecords()
 
 void TestFetching::aReadWithoutRowsDeliversAnEmptyListAndLeavesTheAdapterIdle()
 {
-    Fixture f;
+    AdapterFixture f;
     f.adapter.fetchSmsMessages(since, LocInbox, false);
     settle();
     QCOMPARE(f.signalsOf.heard, QStringList(QStringLiteral("dataReadyInModel(0)")));
@@ -133,7 +123,7 @@ void TestFetching::aReadWithoutRowsDeliversAnEmptyListAndLeavesTheAdapterIdle()
 
 void TestFetching::aReadIsDeliveredOnALaterTurn()
 {
-    Fixture f;
+    AdapterFixture f;
     f.store.react(Request::ReadMessages, Reaction::reporting({{}}, Reaction::AtOnce));
     f.adapter.fetchSmsMessages(since, LocInbox, false);
     QVERIFY(f.signalsOf.heard.isEmpty());
@@ -143,27 +133,25 @@ void TestFetching::aReadIsDeliveredOnALaterTurn()
 
 void TestFetching::aRefusedReadAnswersFalse()
 {
-    Fixture f;
+    AdapterFixture f;
     f.store.react(Request::ReadMessages, Reaction::refused());
     QVERIFY(!f.adapter.fetchSmsMessages(since, LocInbox, false));
     settle();
-    QVERIFY(f.signalsOf.heard.isEmpty());
-    QVERIFY(f.adapter.inUse());
+    QVERIFY(f.isWaiting());
 }
 
 void TestFetching::aReadThatIsNeverReadyLeavesTheAdapterBusy()
 {
-    Fixture f;
+    AdapterFixture f;
     f.store.react(Request::ReadMessages, Reaction::silent());
     QVERIFY(f.adapter.fetchSmsMessages(since, LocInbox, false));
     settle();
-    QVERIFY(f.signalsOf.heard.isEmpty());
-    QVERIFY(f.adapter.inUse());
+    QVERIFY(f.isWaiting());
 }
 
 void TestFetching::aModelThatIsReadyTwiceDeliversOnce()
 {
-    Fixture f;
+    AdapterFixture f;
     f.store.react(Request::ReadMessages, Reaction::reporting({{}, {}}, Reaction::WhenReleased));
     f.store.react(Request::ReadCalls, Reaction::reporting({{}, {}}, Reaction::WhenReleased));
     f.adapter.fetchSmsMessages(since, LocInbox, false);
@@ -179,7 +167,7 @@ void TestFetching::aModelThatIsReadyTwiceDeliversOnce()
 
 void TestFetching::anUnsuccessfulModelIsReadAllTheSame()
 {
-    Fixture f;
+    AdapterFixture f;
     f.store.messageRows = {messageEvent(13, LocInbox)};
     f.store.react(Request::ReadMessages, Reaction::reporting({{{}, false}}));
     f.adapter.fetchSmsMessages(since, LocInbox, false);
@@ -189,7 +177,7 @@ void TestFetching::anUnsuccessfulModelIsReadAllTheSame()
 
 void TestFetching::oneMessageIsReadAtOnce()
 {
-    Fixture f;
+    AdapterFixture f;
     f.store.eventsById.insert(13, messageEvent(13, LocInbox));
     const SmsInfo info = f.adapter.fetchSms(13);
     QCOMPARE(info.id, 13);
@@ -203,7 +191,7 @@ void TestFetching::oneMessageIsReadAtOnce()
 
 void TestFetching::anUnknownMessageGivesADefaultRecord()
 {
-    Fixture f;
+    AdapterFixture f;
     const SmsInfo info = f.adapter.fetchSms(13);
     QCOMPARE(info.id, -1);
     QCOMPARE(info.parentId, 0);
@@ -213,7 +201,7 @@ void TestFetching::anUnknownMessageGivesADefaultRecord()
 
 void TestFetching::anInvalidMessageGivesADefaultRecord()
 {
-    Fixture f;
+    AdapterFixture f;
     Event event = messageEvent(13, LocInbox);
     event.setType(Event::UnknownType);
     f.store.eventsById.insert(13, event);
@@ -236,7 +224,7 @@ void TestFetching::aCallReadSetsTheFilter()
 {
     QFETCH(QString, type);
     QFETCH(int, value);
-    Fixture f;
+    AdapterFixture f;
     QVERIFY(f.adapter.fetchCallMessages(since, type));
     QVERIFY(f.adapter.inUse());
     QCOMPARE(
@@ -248,7 +236,7 @@ void TestFetching::aCallReadSetsTheFilter()
 
 void TestFetching::callsAreDeliveredInOrderAndTheAdapterStaysBusy()
 {
-    Fixture f;
+    AdapterFixture f;
     f.store.callRows = {callEvent(21, Event::Inbound), Event(), callEvent(20, Event::Inbound, true),
                         callEvent(19, Event::Outbound)};
     f.adapter.fetchCallMessages(since, QString());
@@ -262,7 +250,7 @@ void TestFetching::callsAreDeliveredInOrderAndTheAdapterStaysBusy()
 
 void TestFetching::anOutgoingCallComesBackWithItsStart()
 {
-    Fixture f;
+    AdapterFixture f;
     CallInfo outgoing = call(QStringLiteral("outgoing"), 0);
     CallInfo incoming = call(QStringLiteral("incoming"), 1);
     outgoing.duration = incoming.duration = 60;
@@ -281,7 +269,7 @@ void TestFetching::anOutgoingCallComesBackWithItsStart()
 
 void TestFetching::aRefusedCallReadAnswersFalse()
 {
-    Fixture f;
+    AdapterFixture f;
     f.store.react(Request::ReadCalls, Reaction::refused());
     QVERIFY(!f.adapter.fetchCallMessages(since, QString()));
     settle();
@@ -290,7 +278,7 @@ void TestFetching::aRefusedCallReadAnswersFalse()
 
 void TestFetching::aCallReadIsDeliveredOnALaterTurn()
 {
-    Fixture f;
+    AdapterFixture f;
     f.store.react(Request::ReadCalls, Reaction::reporting({{}}, Reaction::AtOnce));
     f.adapter.fetchCallMessages(since, QString());
     QVERIFY(f.signalsOf.heard.isEmpty());
@@ -300,7 +288,7 @@ void TestFetching::aCallReadIsDeliveredOnALaterTurn()
 
 void TestFetching::callsAreStoredThroughTheCallModel()
 {
-    Fixture f;
+    AdapterFixture f;
     f.store.react(Request::AddEvents, Reaction::reporting({{{31, 32}}}, Reaction::AtOnce));
     QVERIFY(f.adapter.storeCallLogMsgs(
         {call(QStringLiteral("incoming"), 0), call(QStringLiteral("missed"), 3)}));
@@ -317,15 +305,14 @@ void TestFetching::callsAreStoredThroughTheCallModel()
 
 void TestFetching::callsReportedInTwoPartsEndOnce()
 {
-    Fixture f;
+    AdapterFixture f;
     f.store.react(Request::AddEvents,
                   Reaction::reporting({{{31}}, {{32}}}, Reaction::WhenReleased));
     f.adapter.storeCallLogMsgs(
         {call(QStringLiteral("incoming"), 0), call(QStringLiteral("missed"), 1)});
     f.store.release();
     settle();
-    QVERIFY(f.signalsOf.heard.isEmpty());
-    QVERIFY(f.adapter.inUse());
+    QVERIFY(f.isWaiting());
     f.store.release();
     settle();
     QCOMPARE(f.signalsOf.heard, QStringList(QStringLiteral("eventsCommitted(0 1; 31 32)")));
@@ -333,7 +320,7 @@ void TestFetching::callsReportedInTwoPartsEndOnce()
 
 void TestFetching::aFailedCallReportFailsTheBatch()
 {
-    Fixture f;
+    AdapterFixture f;
     f.store.react(Request::AddEvents, Reaction::failed());
     f.adapter.storeCallLogMsgs({call(QStringLiteral("incoming"), 2)});
     settle();
@@ -343,17 +330,16 @@ void TestFetching::aFailedCallReportFailsTheBatch()
 
 void TestFetching::refusedCallsAnswerFalse()
 {
-    Fixture f;
+    AdapterFixture f;
     f.store.react(Request::AddEvents, Reaction::refused());
     QVERIFY(!f.adapter.storeCallLogMsgs({call(QStringLiteral("incoming"), 2)}));
     settle();
-    QVERIFY(f.signalsOf.heard.isEmpty());
-    QVERIFY(f.adapter.inUse());
+    QVERIFY(f.isWaiting());
 }
 
 void TestFetching::allCallsAreDeletedAtOnce()
 {
-    Fixture f;
+    AdapterFixture f;
     QVERIFY(f.adapter.deleteAllCallLogMsgs());
     f.store.callsCanBeDeleted = false;
     QVERIFY(!f.adapter.deleteAllCallLogMsgs());

@@ -1,11 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The korvasync developers
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include "adaptersignals.h"
+#include "adapterfixture.h"
 #include "eventloop.h"
 #include "messagelog.h"
 #include "samplerecords.h"
-#include "scriptedstore.h"
 #include "syncstorageif/syncstorageif_p.h"
 
 #include <QtCore/QRegularExpression>
@@ -21,7 +20,7 @@ namespace {
 const auto known = QStringLiteral("+15550100");
 
 //! An adapter on a store that knows the conversation 7 of the known number.
-struct Fixture
+struct Fixture : AdapterFixture
 {
     Fixture() { store.knowConversation(QStringLiteral("5550100"), 7); }
 
@@ -30,10 +29,6 @@ struct Fixture
     {
         return store.calls.filter(QRegularExpression(QStringLiteral("::(add|modify|delete)")));
     }
-
-    ScriptedStore store;
-    SyncStorageIf adapter{nullptr};
-    AdapterSignals signalsOf{&adapter};
 };
 
 QList<SmsInfo> threeMessages()
@@ -146,8 +141,7 @@ void TestMessageWriting::aBatchReportedInTwoPartsEndsOnce()
     settle();
     f.store.release();
     settle();
-    QVERIFY(f.signalsOf.heard.isEmpty());
-    QVERIFY(f.adapter.inUse());
+    QVERIFY(f.isWaiting());
     f.store.release();
     QCOMPARE(f.signalsOf.heard, QStringList(QStringLiteral("eventsCommitted(0 1 2; 11 12 13)")));
     QVERIFY(!f.adapter.inUse());
@@ -165,8 +159,7 @@ void TestMessageWriting::aReportOfNoEventsLeavesTheBatchWaiting()
     f.store.react(Request::AddEvents, Reaction::reporting({{{}}}));
     f.adapter.storeSms(threeMessages());
     settle();
-    QVERIFY(f.signalsOf.heard.isEmpty());
-    QVERIFY(f.adapter.inUse());
+    QVERIFY(f.isWaiting());
 }
 
 void TestMessageWriting::aReportOfTooManyEventsEndsTheBatch()
@@ -246,8 +239,7 @@ void TestMessageWriting::aRefusedAdditionGivesNoSignalAndLeavesTheAdapterBusy()
     f.store.react(Request::AddEvents, Reaction::refused());
     f.adapter.storeSms(threeMessages());
     settle();
-    QVERIFY(f.signalsOf.heard.isEmpty());
-    QVERIFY(f.adapter.inUse());
+    QVERIFY(f.isWaiting());
     QVERIFY(
         log.lines(QtDebugMsg).contains(QStringLiteral("Add Events of EventModel returned FALSE")));
 }
@@ -269,8 +261,7 @@ void TestMessageWriting::anAdditionThatIsNeverReportedLeavesTheAdapterBusy()
     f.store.react(Request::AddEvents, Reaction::silent());
     f.adapter.storeSms(threeMessages());
     settle();
-    QVERIFY(f.signalsOf.heard.isEmpty());
-    QVERIFY(f.adapter.inUse());
+    QVERIFY(f.isWaiting());
 }
 
 void TestMessageWriting::theNextBatchCountsFromTheStart()
@@ -332,8 +323,7 @@ void TestMessageWriting::aRefusedModificationGivesNoSignal()
     f.store.react(Request::ModifyEvents, Reaction::refused());
     f.adapter.modifySms({storedMessage(11, 0)});
     settle();
-    QVERIFY(f.signalsOf.heard.isEmpty());
-    QVERIFY(f.adapter.inUse());
+    QVERIFY(f.isWaiting());
     QVERIFY(log.lines(QtDebugMsg)
                 .contains(QStringLiteral("Modiy Events of EventModel returned false")));
 }

@@ -4,11 +4,10 @@
 #include "process/diagnostics.h"
 #include "store/callwriter.h"
 
+#include "markedstore.h"
 #include "samplerecords.h"
 #include "scriptedstore.h"
 
-#include <QtCore/QFile>
-#include <QtCore/QTemporaryDir>
 #include <QtCore/QTimer>
 #include <QtTest/QTest>
 
@@ -49,9 +48,6 @@ struct Fixture
     explicit Fixture(std::chrono::milliseconds timeout = patience)
         : calls(timeout)
     {
-        QFile marker(folder.filePath(QStringLiteral("korvasync-store")));
-        if (!marker.open(QIODevice::WriteOnly))
-            qFatal("no marker");
     }
 
     //! The call that callEvent() with the direction is.
@@ -74,9 +70,9 @@ struct Fixture
         return writer.add(all);
     }
 
-    QTemporaryDir folder;
+    MarkedStore marked;
     ScriptedStore scripted;
-    StoreLocation location{folder.path()};
+    StoreLocation location{marked.path()};
     CallStore calls;
     DuplicateIndex index;
     CallWriter writer{location, calls, index};

@@ -5,11 +5,10 @@
 #include "process/diagnostics.h"
 #include "store/messagewriter.h"
 
+#include "markedstore.h"
 #include "samplerecords.h"
 #include "scriptedstore.h"
 
-#include <QtCore/QFile>
-#include <QtCore/QTemporaryDir>
 #include <QtCore/QTimer>
 #include <QtTest/QTest>
 
@@ -52,9 +51,6 @@ struct Fixture
     explicit Fixture(std::chrono::milliseconds timeout = patience)
         : messages(timeout)
     {
-        QFile marker(folder.filePath(QStringLiteral("korvasync-store")));
-        if (!marker.open(QIODevice::WriteOnly))
-            qFatal("no marker");
         scripted.knowConversation(QStringLiteral("5550100"), 7);
     }
 
@@ -91,9 +87,9 @@ struct Fixture
         return writer.add(all);
     }
 
-    QTemporaryDir folder;
+    MarkedStore marked;
     ScriptedStore scripted;
-    StoreLocation location{folder.path()};
+    StoreLocation location{marked.path()};
     MessageStore messages;
     MessageWriter writer{location, messages};
 };
