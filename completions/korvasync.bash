@@ -2,7 +2,8 @@
 # SPDX-License-Identifier: LGPL-2.1-or-later
 # shellcheck shell=bash
 
-# Completion of korvasync for bash. Commands and options are those that the client's help names.
+# Completion of korvasync for bash. Commands and options are those that the client's help names,
+# and their words those of its own table.
 
 _korvasync_commands() { LC_ALL=C korvasync --help 2>/dev/null | sed -n '/^Commands/,/^$/s/^  \([a-z][a-z]*\) .*/\1/p'; }
 
@@ -17,20 +18,9 @@ _korvasync_ids() { korvasync "$@" --timeout 2 list --ids --limit 50 2>/dev/null;
 
 _korvasync_values() # COMMAND OPTION
 {
-    case $1:$2 in
-    list:-o | show:-o) echo text ndjson vmsg csv mbox android-xml ;;
-    calls:-o | 'calls list':-o) echo text ndjson entries android-xml ;;
-    *:-o) echo text ndjson ;;
-    list:--folder) echo inbox outbox drafts sent my all ;;
-    *:--folder) echo inbox outbox sent my ;;
-    calls*:--from) echo auto entries android-xml ;;
-    *:--from) echo auto vmsg android-xml ;;
-    *:--type) echo in out missed ;;
-    *:--on-duplicate) echo skip add fail ;;
-    *:--on-bad-time) echo refuse now ;;
-    *:--keep) echo oldest newest ;;
-    *:--progress) echo auto always never ;;
-    *:--assume-tz) awk '$1 == "Z" { print $2 } $1 == "L" { print $3 }' /usr/share/zoneinfo/tzdata.zi 2>/dev/null ;;
+    case $2 in
+    --assume-tz) awk '$1 == "Z" { print $2 } $1 == "L" { print $3 }' /usr/share/zoneinfo/tzdata.zi 2>/dev/null ;;
+    *) LC_ALL=C korvasync --option-words 2>/dev/null | awk -v key="$1:$2 " 'index($0, key) == 1 { print substr($0, length(key) + 1) }' ;;
     esac
 }
 

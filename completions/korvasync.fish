@@ -1,7 +1,8 @@
 # SPDX-FileCopyrightText: 2026 The korvasync developers
 # SPDX-License-Identifier: LGPL-2.1-or-later
 
-# Completion of korvasync for fish. Commands and options are those that the client's help names.
+# Completion of korvasync for fish. Commands and options are those that the client's help names,
+# and their words those of its own table.
 
 # Each option in a help with what it does.
 function __korvasync_described
@@ -19,32 +20,11 @@ function __korvasync_value # COMMAND OPTION WORD
             __fish_complete_directories $argv[3]
         case '*:--rejects' '*:--vmessage'
             __fish_complete_path $argv[3]
-        case list:-o show:-o
-            string split ' ' 'text ndjson vmsg csv mbox android-xml'
-        case calls:-o 'calls list:-o'
-            string split ' ' 'text ndjson entries android-xml'
-        case '*:-o'
-            string split ' ' 'text ndjson'
-        case list:--folder
-            string split ' ' 'inbox outbox drafts sent my all'
-        case '*:--folder'
-            string split ' ' 'inbox outbox sent my'
-        case 'calls*:--from'
-            string split ' ' 'auto entries android-xml'
-        case '*:--from'
-            string split ' ' 'auto vmsg android-xml'
-        case '*:--type'
-            string split ' ' 'in out missed'
-        case '*:--on-duplicate'
-            string split ' ' 'skip add fail'
-        case '*:--on-bad-time'
-            string split ' ' 'refuse now'
-        case '*:--keep'
-            string split ' ' 'oldest newest'
-        case '*:--progress'
-            string split ' ' 'auto always never'
         case '*:--assume-tz'
             awk '$1 == "Z" { print $2 } $1 == "L" { print $3 }' /usr/share/zoneinfo/tzdata.zi 2>/dev/null
+        case '*'
+            set -l key (string escape --style=regex -- "$argv[1]:$argv[2] ")
+            env LC_ALL=C korvasync --option-words 2>/dev/null | string replace -rf "^$key" '' | string split ' '
     end
 end
 

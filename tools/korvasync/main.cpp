@@ -4,6 +4,7 @@
 #include "commands/help.h"
 #include "input/filename.h"
 #include "options/arguments.h"
+#include "options/choices.h"
 #include "process/descriptors.h"
 #include "process/diagnostics.h"
 #include "process/interrupt.h"
@@ -186,8 +187,10 @@ ExitCode runAction(const Command &verb, const QStringList &arguments, GlobalOpti
 ExitCode run(const QStringList &arguments, GlobalOptions &global, StandardOutput &output)
 {
     const QList<QCommandLineOption> options = GlobalOptions::declared();
+    const QString optionWords = QStringLiteral("option-words"); // for the completions alone
     QCommandLineParser parser;
     parser.addOptions(options);
+    parser.addOption(QCommandLineOption(optionWords));
     parser.setOptionsAfterPositionalArgumentsMode(QCommandLineParser::ParseAsPositionalArguments);
     if (!parser.parse(arguments))
         return usageError(misuseOf(parser, options));
@@ -205,6 +208,8 @@ ExitCode run(const QStringList &arguments, GlobalOptions &global, StandardOutput
         output.write("korvasync " KORVASYNC_VERSION "\n");
     else if (parser.isSet(QStringLiteral("help")))
         output.write(Help::overview(commands()));
+    else if (parser.isSet(optionWords))
+        output.write(Choices::lines(commands()));
     else
         return usageError(Text::tr("no command is given"));
     return AllDone;

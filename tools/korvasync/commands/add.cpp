@@ -18,8 +18,7 @@ bool takeOptions(const Invocation &invocation, ImportOptions &options, SettlingR
 {
     if (!options.take(invocation, ImportOptions::MessageForm))
         return false;
-    const auto onBadTime = Arguments::takeChoice(invocation.options, "on-bad-time",
-                                                 {QStringLiteral("refuse"), QStringLiteral("now")});
+    const auto onBadTime = Arguments::takeChoice(invocation.options, "add", "on-bad-time");
     if (!onBadTime
         || !Arguments::takeNumber(invocation.options, "chunk", 1, 1000, options.chunkSize)
         || !Arguments::takeFolder(invocation.options, "folder", rules.folder))

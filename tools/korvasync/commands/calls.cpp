@@ -37,9 +37,7 @@ std::optional<CallType> takeType(const Invocation &invocation)
 {
     if (!invocation.isSet("type"))
         return CallStore::AllCalls;
-    const auto choice = Arguments::takeChoice(
-        invocation.options, "type",
-        {QStringLiteral("in"), QStringLiteral("out"), QStringLiteral("missed")});
+    const auto choice = Arguments::takeChoice(invocation.options, "calls list", "type");
     constexpr std::array<CallType, 3> types{IncomingCall, OutgoingCall, MissedCall};
     return choice ? std::optional(types[static_cast<size_t>(*choice)]) : std::nullopt;
 }

@@ -154,8 +154,7 @@ ExitCode runDups(const Invocation &invocation)
         Diagnostics::error(Text::tr("%1 takes no arguments").arg(QLatin1String("dups")));
         return UsageError;
     }
-    const auto keep = Arguments::takeChoice(invocation.options, "keep",
-                                            {QStringLiteral("oldest"), QStringLiteral("newest")});
+    const auto keep = Arguments::takeChoice(invocation.options, "dups", "keep");
     if (!keep)
         return UsageError;
     if (!deletes && (invocation.isSet("keep") || invocation.isSet("yes"))) {

@@ -14,9 +14,7 @@ bool ImportOptions::take(const Invocation &invocation, const char *textForm)
         return false;
     if (purpose == Verify)
         return true;
-    const auto choice = Arguments::takeChoice(
-        invocation.options, "on-duplicate",
-        {QStringLiteral("skip"), QStringLiteral("add"), QStringLiteral("fail")});
+    const auto choice = Arguments::takeChoice(invocation.options, "add", "on-duplicate");
     if (!choice)
         return false;
     onDuplicate = static_cast<OnDuplicate>(*choice);
@@ -26,9 +24,9 @@ bool ImportOptions::take(const Invocation &invocation, const char *textForm)
 
 bool ImportOptions::takeReading(const Invocation &invocation, const char *textForm)
 {
-    const auto from = Arguments::takeChoice(
-        invocation.options, "from",
-        {QStringLiteral("auto"), QLatin1String(textForm), QStringLiteral("android-xml")});
+    const bool isOfCalls = QLatin1String(textForm) == QLatin1String(CallForm);
+    const char *const command = isOfCalls ? "calls add" : "add";
+    const auto from = Arguments::takeChoice(invocation.options, command, "from");
     if (!from)
         return false;
     form = static_cast<ItemReader::Form>(*from);

@@ -3,6 +3,7 @@
 
 #include "arguments.h"
 
+#include "choices.h"
 #include "input/inputfile.h"
 #include "model/folder.h"
 #include "process/diagnostics.h"
@@ -42,10 +43,11 @@ bool takeNumber(const QCommandLineParser &parser, const char *option, int least,
     return fits;
 }
 
-std::optional<int> takeChoice(const QCommandLineParser &parser, const char *option,
-                              const QStringList &choices)
+std::optional<int> takeChoice(const QCommandLineParser &parser, const char *command,
+                              const char *option)
 {
     const QString name = QLatin1String(option);
+    const QStringList choices = Choices::of(QLatin1String(command), name);
     const auto choice = static_cast<int>(choices.indexOf(parser.value(name)));
     if (choice >= 0)
         return choice;

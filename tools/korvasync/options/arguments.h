@@ -27,9 +27,9 @@ bool takeTime(const QCommandLineParser &parser, const char *option, const QTimeZ
 bool takeNumber(const QCommandLineParser &parser, const char *option, int least, int most,
                 int &number);
 
-//! The place of the option's value in \a choices; an absent option has its default.
-std::optional<int> takeChoice(const QCommandLineParser &parser, const char *option,
-                              const QStringList &choices);
+//! The place of the option's value among the command's Choices; an absent option has its default.
+std::optional<int> takeChoice(const QCommandLineParser &parser, const char *command,
+                              const char *option);
 
 //! An absent option leaves \a folder as it is. \return false when it names none
 bool takeFolder(const QCommandLineParser &parser, const char *option, int &folder);

@@ -3,6 +3,7 @@
 
 #include "globaloptions.h"
 
+#include "choices.h"
 #include "process/text.h"
 
 QList<QCommandLineOption> GlobalOptions::declared(const QStringList &formats, int meaning)
@@ -57,9 +58,7 @@ QString GlobalOptions::take(const QCommandLineParser &parser)
     quiet = static_cast<int>(parser.optionNames().count(QStringLiteral("q")));
     verbose = isSet("v");
     progress = value("progress");
-    static const QStringList progressValues{QStringLiteral("auto"), QStringLiteral("always"),
-                                            QStringLiteral("never")};
-    if (!progressValues.contains(progress))
+    if (!Choices::of(QString(), QStringLiteral("progress")).contains(progress))
         return Text::tr("--progress is auto, always or never");
     bool isNumber = false;
     const double seconds = value("timeout").toDouble(&isNumber);
