@@ -59,11 +59,13 @@ void TestFirstAdd::aFaultIsMadeGoodByTheNextAdd_data()
         const char *fault;
         int step;
     } kinds[] = {
-        {"pwrite64", "error=EIO:when=%1", 83},  {"pwrite64", "error=EDQUOT:when=%1", 97},
-        {"write", "error=EIO:when=%1", 3},      {"fdatasync", "error=EIO:when=%1", 3},
-        {"fsync", "error=EIO:when=%1", 2},      {"ftruncate", "error=EIO:when=%1", 2},
-        {"pread64", "error=EIO:when=%1", 11},   {"renameat", "error=EIO:when=%1", 1},
-        {"mkdirat", "error=ENOSPC:when=%1", 1},
+        {"pwrite64", "error=EIO:when=%1", 83}, {"pwrite64", "error=EDQUOT:when=%1", 97},
+#ifndef SANITIZED // the sanitizers' runtime writes into pipes to probe memory, and must not fail
+        {"write", "error=EIO:when=%1", 3},
+#endif
+        {"fdatasync", "error=EIO:when=%1", 3}, {"fsync", "error=EIO:when=%1", 2},
+        {"ftruncate", "error=EIO:when=%1", 2}, {"pread64", "error=EIO:when=%1", 11},
+        {"renameat", "error=EIO:when=%1", 1},  {"mkdirat", "error=ENOSPC:when=%1", 1},
     };
     for (const auto &kind : kinds) {
         QTest::addRow("%s %s", kind.call, kind.fault)
@@ -81,6 +83,8 @@ void TestFirstAdd::aFaultIsMadeGoodByTheNextAdd()
     const QByteArray all = messages();
     for (int n = 1;; n += step) {
         ClientProcess client;
+        // No leaks can be looked for in what is traced.
+        client.environment.insert(text("ASAN_OPTIONS"), text("detect_leaks=0"));
         const QStringList again{text("add"), text("-q"), client.write(text("messages.vmsg"), all)};
         ClientProcess::Outcome outcome;
         if (!addWithFault(client, call, fault.arg(n), &outcome))
