@@ -4,6 +4,7 @@
 #include "announcement_p.h"
 
 #include "eventmarshalling.h"
+#include "eventrow_p.h"
 
 #include <store/logging.h>
 
@@ -46,9 +47,9 @@ qsizetype sizeOf(const Event &event)
 {
     constexpr qsizetype numbersAndLists = 128;
     constexpr qsizetype contactNumber = 12;
-    qsizetype size = numbersAndLists + sizeOf(event.localUid()) + sizeOf(event.remoteUid())
-        + sizeOf(event.freeText()) + sizeOf(event.messageToken()) + sizeOf(event.encoding())
-        + sizeOf(event.characterSet()) + sizeOf(event.language());
+    qsizetype size = numbersAndLists;
+    for (const TextField &field : TextFields)
+        size += sizeOf((event.*field.get)());
     const QList<MessagePart> parts = event.messageParts();
     for (const MessagePart &part : parts)
         size += sizeOf(part);

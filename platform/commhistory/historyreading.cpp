@@ -3,18 +3,55 @@
 
 #include "historyreading_p.h"
 
+#include "folder.h"
+
 #include <store/storeconnection.h>
 
 #include <array>
+#include <string>
 #include <string_view>
+#include <type_traits>
 
 namespace CommHistory {
 
 namespace {
 
-// The folders whose messages go by their end time: the inbox and the user's own folders.
-constexpr int Inbox = 4098;
-constexpr int LastSystemFolder = 4103;
+//! One number of an event: its property in the ontology, and how a row takes it from a column.
+struct NumberField
+{
+    const char *name;
+    void (*read)(EventRow &row, TrackerSparqlCursor *cursor, int column);
+};
+
+template <auto Member>
+void readNumber(EventRow &row, TrackerSparqlCursor *cursor, int column)
+{
+    using Number = std::remove_reference_t<decltype(row.*Member)>;
+    if constexpr (std::is_same_v<Number, bool>)
+        row.*Member = tracker_sparql_cursor_get_boolean(cursor, column);
+    else
+        row.*Member = Number(tracker_sparql_cursor_get_integer(cursor, column));
+}
+
+constexpr NumberField NumberFields[] = {
+    {"kv:id", readNumber<&EventRow::id>},
+    {"kv:type", readNumber<&EventRow::type>},
+    {"kv:direction", readNumber<&EventRow::direction>},
+    {"kv:status", readNumber<&EventRow::status>},
+    {"kv:isRead", readNumber<&EventRow::isRead>},
+    {"kv:isMissedCall", readNumber<&EventRow::isMissedCall>},
+    {"kv:folder", readNumber<&EventRow::parentId>},
+    {"kv:conversationId", readNumber<&EventRow::groupId>},
+    {"kv:startTime", readNumber<&EventRow::startTime>},
+    {"kv:endTime", readNumber<&EventRow::endTime>},
+    {"kv:lastModified", readNumber<&EventRow::lastModified>},
+};
+
+//! A condition of a query: that a variable has one of the numbers that Event names.
+std::string equals(const char *variable, int number)
+{
+    return std::string(variable) + " = " + std::to_string(number);
+}
 
 //! A query for whole events.
 //! \param subject  the event: a variable or a parameter
@@ -22,40 +59,28 @@ constexpr int LastSystemFolder = 4103;
 //! \param order    what follows the pattern
 std::string selectEvents(const char *subject, const char *rest, const char *order)
 {
-    std::string text = "SELECT ?id ?type ?direction ?status ?isRead ?isMissedCall ?folder"
-                       " ?conversationId ?startTime ?endTime ?lastModified";
+    std::string variables;
     std::string pattern;
-    for (const TextField &field : TextFields) {
-        const std::string variable = std::string(" ?") + (field.name + sizeof("kv:") - 1);
-        text += variable;
-        pattern += std::string(" ; ") + field.name + variable;
-    }
-    return text + " FROM <" KORVASYNC_GRAPH "> { " + subject
-        + " kv:id ?id ; kv:type ?type ; kv:direction ?direction ; kv:status ?status ;"
-          " kv:isRead ?isRead ; kv:isMissedCall ?isMissedCall ; kv:folder ?folder ;"
-          " kv:conversationId ?conversationId ; kv:startTime ?startTime ; kv:endTime ?endTime ;"
-          " kv:lastModified ?lastModified"
-        + pattern + " . " + rest + " } " + order;
+    const auto add = [&](const char *name) {
+        const std::string variable = std::string(" ?") + (name + sizeof("kv:") - 1);
+        variables += variable;
+        pattern += (pattern.empty() ? " " : " ; ") + (name + variable);
+    };
+    for (const NumberField &field : NumberFields)
+        add(field.name);
+    for (const TextField &field : TextFields)
+        add(field.name);
+    return "SELECT" + variables + " FROM <" KORVASYNC_GRAPH "> { " + subject + pattern + " . "
+        + rest + " } " + order;
 }
 
 //! Reads a row that selectEvents() asked for.
 EventRow readRow(TrackerSparqlCursor *cursor)
 {
     int column = 0;
-    const auto integer = [&] { return tracker_sparql_cursor_get_integer(cursor, column++); };
-    const auto boolean = [&] { return bool(tracker_sparql_cursor_get_boolean(cursor, column++)); };
     EventRow row;
-    row.id = int(integer());
-    row.type = quint8(integer());
-    row.direction = quint8(integer());
-    row.status = quint8(integer());
-    row.isRead = boolean();
-    row.isMissedCall = boolean();
-    row.parentId = int(integer());
-    row.groupId = int(integer());
-    row.startTime = integer();
-    row.endTime = integer();
-    row.lastModified = integer();
+    for (const NumberField &field : NumberFields)
+        field.read(row, cursor, column++);
     std::array<std::string_view, std::size(TextFields)> texts;
     std::size_t size = texts.size() - 1; // the zero bytes between them
     for (std::string_view &text : texts) {
@@ -90,17 +115,18 @@ bool readRows(StoreConnection &connection, TrackerSparqlStatement *statement,
 }
 
 //! The part of a call query that tells the kinds apart.
-const char *callFilter(CallEvent::CallType type)
+std::string callFilter(CallEvent::CallType type)
 {
+    const std::string inbound = equals("?direction", Event::Inbound);
     switch (type) {
     case CallEvent::AllCalls:
         break;
     case CallEvent::OutgoingCall:
-        return "FILTER (?direction = 2)";
+        return "FILTER (" + equals("?direction", Event::Outbound) + ")";
     case CallEvent::MissedCall:
-        return "FILTER (?direction = 1 && ?isMissedCall = true)";
+        return "FILTER (" + inbound + " && ?isMissedCall = true)";
     case CallEvent::IncomingCall:
-        return "FILTER (?direction = 1 && ?isMissedCall = false)";
+        return "FILTER (" + inbound + " && ?isMissedCall = false)";
     }
     return "";
 }
@@ -118,7 +144,8 @@ bool readEvent(StoreConnection &connection, int id, QVector<EventRow> *rows)
 
 bool readMessages(StoreConnection &connection, const SyncSMSFilter &filter, QVector<EventRow> *rows)
 {
-    const bool byEnd = filter.parentId == Inbox || filter.parentId > LastSystemFolder;
+    // The messages of the inbox and of the user's own folders go by their end time.
+    const bool byEnd = filter.parentId == InboxFolder || filter.parentId > LastSystemFolder;
     const std::string ownTime = byEnd ? "?endTime" : "?startTime";
     // The database compares a bare parameter as if it were a text, for which no index of numbers
     // serves. The sum keeps it from the index of the folders where that does not help: it knows
@@ -127,8 +154,8 @@ bool readMessages(StoreConnection &connection, const SyncSMSFilter &filter, QVec
         ? "?folder + 0 = ?wanted && ?lastModified > ?since"
         : "?folder = ?wanted && " + ownTime + " >= ?since";
     const std::string rest = "BIND (xsd:integer(~folder) AS ?wanted) BIND (xsd:integer(~since) AS"
-                             " ?since) FILTER (?type = 2 && "
-        + condition + ")";
+                             " ?since) FILTER ("
+        + equals("?type", Event::SmsEvent) + " && " + condition + ")";
     const std::string order = "ORDER BY " + ownTime + " ?id";
 
     TrackerSparqlStatement *statement =
@@ -143,8 +170,8 @@ bool readMessages(StoreConnection &connection, const SyncSMSFilter &filter, QVec
 bool readCalls(StoreConnection &connection, CallEvent::CallType type, const QDateTime &since,
                QVector<EventRow> *rows)
 {
-    const std::string rest =
-        std::string("FILTER (?type = 3 && ?startTime >= ~since) ") + callFilter(type);
+    const std::string rest = "FILTER (" + equals("?type", Event::CallEvent)
+        + " && ?startTime >= ~since) " + callFilter(type);
     TrackerSparqlStatement *statement = connection.statement(
         selectEvents("?event", rest.c_str(), "ORDER BY DESC(?startTime) DESC(?id)"));
     if (statement)

@@ -13,6 +13,7 @@
 
 #include <limits>
 #include <optional>
+#include <string>
 
 namespace CommHistory {
 
@@ -261,9 +262,10 @@ bool removeEvents(StoreConnection &connection, const QVector<int> &ids, QVector<
 bool removeCalls(StoreConnection &connection)
 {
     return connection.write([](TrackerBatch *batch) {
-        tracker_batch_add_sparql(batch,
-                                 "DELETE { GRAPH <" KORVASYNC_GRAPH "> { ?call a rdfs:Resource } }"
-                                 " WHERE { GRAPH <" KORVASYNC_GRAPH "> { ?call kv:type 3 } }");
+        const std::string text = "DELETE { GRAPH <" KORVASYNC_GRAPH "> { ?call a rdfs:Resource } }"
+                                 " WHERE { GRAPH <" KORVASYNC_GRAPH "> { ?call kv:type "
+            + std::to_string(Event::CallEvent) + " } }";
+        tracker_batch_add_sparql(batch, text.c_str());
         return true;
     });
 }

@@ -20,7 +20,7 @@ QString comparableNumber(const QString &number)
 
 } // namespace
 
-HistoryEntry::HistoryEntry(const QString &number, const QString &text, Folder folder,
+HistoryEntry::HistoryEntry(const QString &number, const QString &text, CommHistory::Folder folder,
                            QObject *parent)
     : QObject(parent)
 {
@@ -28,7 +28,7 @@ HistoryEntry::HistoryEntry(const QString &number, const QString &text, Folder fo
     m_event.setType(Event::SmsEvent);
     m_event.setParentId(int(folder));
     m_event.setDirection(Event::Outbound);
-    m_event.setStatus(folder == Folder::Sent ? Event::SentStatus : Event::FailedStatus);
+    m_event.setStatus(folder == CommHistory::SentFolder ? Event::SentStatus : Event::FailedStatus);
     m_event.setLocalUid(QStringLiteral("/org/freedesktop/Telepathy/Account/ring/tel/ring"));
     m_event.setRemoteUid(number);
     m_event.setFreeText(text);

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <commhistory/eventmodel.h>
+#include <commhistory/folder.h>
 #include <commhistory/groupmodel.h>
 
 #include <QtCore/QObject>
@@ -14,10 +15,9 @@ class HistoryEntry : public QObject
 {
     Q_OBJECT
 public:
-    enum class Folder { Outbox = 4099, Sent = 4101 };
-
     //! \param number, text  are stored as they are
-    HistoryEntry(const QString &number, const QString &text, Folder folder, QObject *parent);
+    HistoryEntry(const QString &number, const QString &text, CommHistory::Folder folder,
+                 QObject *parent);
 
     void write();
 

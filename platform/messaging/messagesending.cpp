@@ -172,8 +172,8 @@ void MessageSending::keep(Submission::Outcome outcome, const QString &problem)
     }
     if (!m_keepInHistory)
         return finish(problem);
-    const auto folder = outcome == Submission::Outcome::Accepted ? HistoryEntry::Folder::Sent
-                                                                 : HistoryEntry::Folder::Outbox;
+    const auto folder = outcome == Submission::Outcome::Accepted ? CommHistory::SentFolder
+                                                                 : CommHistory::OutboxFolder;
     auto *entry = new HistoryEntry(m_number, m_text, folder, this);
     connect(entry, &HistoryEntry::written, this, [=](bool isStored) {
         if (!isStored)
