@@ -10,10 +10,10 @@
 #include <formats/callentry.h>
 #include <formats/smselement.h>
 #include <input/itemreader.h>
-#include <model/number.h>
-#include <model/parsedmessage.h>
-#include <model/refusal.h>
 #include <model/settling.h>
+#include <shared/number.h>
+#include <shared/parsedmessage.h>
+#include <shared/refusal.h>
 
 #include <korvasync/vmessageencoder.h>
 

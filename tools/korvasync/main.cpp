@@ -7,13 +7,13 @@
 #include "options/choices.h"
 #include "process/descriptors.h"
 #include "process/diagnostics.h"
-#include "process/interrupt.h"
 #include "process/language.h"
 #include "process/localzone.h"
 #include "process/suggestion.h"
-#include "process/text.h"
 #include "process/zonename.h"
-#include "store/boundedcall.h"
+#include "shared/boundedcall.h"
+#include "shared/interrupt.h"
+#include "shared/text.h"
 #include "store/storeaccess.h"
 
 #include <QtCore/QCoreApplication>

@@ -4,7 +4,7 @@
 #include "sendservice.h"
 #include "termination.h"
 
-#include "process/terminaltext.h"
+#include "shared/terminaltext.h"
 
 #include <bus/messagebus.h>
 

@@ -3,7 +3,7 @@
 
 #include "input/inputpaths.h"
 #include "input/itemreader.h"
-#include "process/interrupt.h"
+#include "shared/interrupt.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QTemporaryDir>

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The korvasync developers
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include "model/number.h"
+#include "shared/number.h"
 
 #include <QtTest/QTest>
 

@@ -12,7 +12,7 @@
 #include "model/datetext.h"
 #include "options/arguments.h"
 #include "process/diagnostics.h"
-#include "process/text.h"
+#include "shared/text.h"
 #include "store/storeturn.h"
 
 #include <algorithm>

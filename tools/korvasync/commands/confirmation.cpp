@@ -4,7 +4,7 @@
 #include "confirmation.h"
 
 #include "process/diagnostics.h"
-#include "process/text.h"
+#include "shared/text.h"
 
 #include <cctype>
 #include <cstdio>

@@ -9,8 +9,8 @@
 #include "model/fingerprint.h"
 #include "options/arguments.h"
 #include "process/diagnostics.h"
-#include "process/interrupt.h"
-#include "process/text.h"
+#include "shared/interrupt.h"
+#include "shared/text.h"
 #include "store/storeturn.h"
 
 #include <QtCore/QHash>

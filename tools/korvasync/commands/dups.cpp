@@ -11,8 +11,8 @@
 #include "model/folder.h"
 #include "options/arguments.h"
 #include "process/diagnostics.h"
-#include "process/interrupt.h"
-#include "process/text.h"
+#include "shared/interrupt.h"
+#include "shared/text.h"
 #include "store/duplicateindex.h"
 #include "store/storeturn.h"
 

@@ -3,7 +3,7 @@
 
 #include "help.h"
 
-#include "process/text.h"
+#include "shared/text.h"
 
 #include <utility>
 

@@ -6,11 +6,11 @@
 
 #include "formats/messageformats.h"
 #include "model/folder.h"
-#include "model/number.h"
 #include "options/arguments.h"
 #include "process/diagnostics.h"
-#include "process/interrupt.h"
-#include "process/text.h"
+#include "shared/interrupt.h"
+#include "shared/number.h"
+#include "shared/text.h"
 
 #include <QtCore/QRegularExpression>
 #include <QtCore/QSet>

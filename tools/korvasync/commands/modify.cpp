@@ -6,11 +6,11 @@
 
 #include "import/results.h"
 #include "model/folder.h"
-#include "model/number.h"
 #include "model/settling.h"
 #include "options/arguments.h"
 #include "process/diagnostics.h"
-#include "process/text.h"
+#include "shared/number.h"
+#include "shared/text.h"
 #include "store/messagewriter.h"
 #include "store/storeturn.h"
 

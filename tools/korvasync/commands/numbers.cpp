@@ -8,8 +8,8 @@
 #include "model/folder.h"
 #include "model/numberfindings.h"
 #include "process/diagnostics.h"
-#include "process/terminaltext.h"
-#include "process/text.h"
+#include "shared/terminaltext.h"
+#include "shared/text.h"
 
 #include <QtCore/QMap>
 

@@ -8,10 +8,10 @@
 #include "model/sendable.h"
 #include "options/arguments.h"
 #include "process/diagnostics.h"
-#include "process/interrupt.h"
-#include "process/terminaltext.h"
-#include "process/text.h"
-#include "store/boundedcall.h"
+#include "shared/boundedcall.h"
+#include "shared/interrupt.h"
+#include "shared/terminaltext.h"
+#include "shared/text.h"
 #include "store/messagesender.h"
 
 #include <bus/messagebus.h>

@@ -7,8 +7,8 @@
 #include "formats/messageformats.h"
 #include "options/arguments.h"
 #include "process/diagnostics.h"
-#include "process/interrupt.h"
-#include "process/text.h"
+#include "shared/interrupt.h"
+#include "shared/text.h"
 
 namespace {
 

@@ -6,10 +6,10 @@
 
 #include "formats/countformats.h"
 #include "model/folder.h"
-#include "model/number.h"
 #include "options/arguments.h"
 #include "process/diagnostics.h"
-#include "process/text.h"
+#include "shared/number.h"
+#include "shared/text.h"
 #include "store/callstore.h"
 
 #include <QtCore/QHash>

@@ -8,7 +8,7 @@
 #include "model/datetext.h"
 #include "options/arguments.h"
 #include "process/diagnostics.h"
-#include "process/text.h"
+#include "shared/text.h"
 
 namespace {
 

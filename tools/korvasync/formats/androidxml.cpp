@@ -5,7 +5,7 @@
 
 #include "model/xmltext.h"
 #include "process/diagnostics.h"
-#include "process/text.h"
+#include "shared/text.h"
 
 #include <QtCore/QXmlStreamWriter>
 

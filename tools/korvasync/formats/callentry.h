@@ -4,8 +4,8 @@
 #pragma once
 
 #include "model/call.h"
-#include "model/refusal.h"
-#include "process/text.h"
+#include "shared/refusal.h"
+#include "shared/text.h"
 
 #include <QtCore/QTimeZone>
 

@@ -7,8 +7,8 @@
 #include "callentry.h"
 #include "jsonline.h"
 #include "model/datetext.h"
-#include "process/terminaltext.h"
-#include "process/text.h"
+#include "shared/terminaltext.h"
+#include "shared/text.h"
 
 namespace CallFormats {
 

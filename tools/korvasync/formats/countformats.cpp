@@ -5,10 +5,10 @@
 
 #include "callformats.h"
 #include "jsonline.h"
-#include "process/terminaltext.h"
 #include "process/terminalwidth.h"
+#include "shared/terminaltext.h"
 
-#include "process/text.h"
+#include "shared/text.h"
 
 #include <QtCore/QMap>
 

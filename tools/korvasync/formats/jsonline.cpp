@@ -3,7 +3,7 @@
 
 #include "jsonline.h"
 
-#include "process/terminaltext.h"
+#include "shared/terminaltext.h"
 
 #include <algorithm>
 

@@ -6,7 +6,7 @@
 #include "mailtext.h"
 #include "model/fingerprint.h"
 #include "model/folder.h"
-#include "model/number.h"
+#include "shared/number.h"
 
 #include <QtCore/QCryptographicHash>
 #include <QtCore/QHash>

@@ -8,8 +8,8 @@
 #include "mailbox.h"
 #include "model/datetext.h"
 #include "model/folder.h"
-#include "process/terminaltext.h"
-#include "process/text.h"
+#include "shared/terminaltext.h"
+#include "shared/text.h"
 
 #include <QtCore/QMap>
 

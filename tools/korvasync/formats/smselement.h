@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "model/parsedmessage.h"
+#include "shared/parsedmessage.h"
 
 namespace SmsElement {
 

@@ -5,8 +5,8 @@
 
 #include "options/arguments.h"
 #include "process/diagnostics.h"
-#include "process/text.h"
 #include "process/zonename.h"
+#include "shared/text.h"
 
 bool ImportOptions::take(const Invocation &invocation, const char *textForm)
 {

@@ -5,8 +5,8 @@
 
 #include "input/filename.h"
 #include "process/diagnostics.h"
-#include "process/interrupt.h"
-#include "process/text.h"
+#include "shared/interrupt.h"
+#include "shared/text.h"
 #include "store/storeaccess.h"
 
 #include <algorithm>

@@ -4,7 +4,7 @@
 #include "importstore.h"
 
 #include "model/folder.h"
-#include "process/text.h"
+#include "shared/text.h"
 
 ImportStore::ImportStore(const Invocation &invocation, const ItemJudge &judge, Equals equals)
     : location(invocation.location)

@@ -6,7 +6,7 @@
 #include "formats/callelement.h"
 #include "formats/callentry.h"
 #include "formats/smselement.h"
-#include "process/text.h"
+#include "shared/text.h"
 
 using namespace KorvaSyncIf;
 

@@ -4,7 +4,7 @@
 #include "ownfile.h"
 
 #include "input/filename.h"
-#include "process/text.h"
+#include "shared/text.h"
 
 #include <QtCore/QByteArrayList>
 #include <QtCore/QRandomGenerator>

@@ -4,8 +4,8 @@
 #include "rejects.h"
 
 #include "process/diagnostics.h"
-#include "process/terminaltext.h"
-#include "process/text.h"
+#include "shared/terminaltext.h"
+#include "shared/text.h"
 
 Rejects::Rejects(const QString &path)
     : wanted(path)

@@ -5,8 +5,8 @@
 
 #include "formats/jsonline.h"
 #include "process/diagnostics.h"
-#include "process/terminaltext.h"
-#include "process/text.h"
+#include "shared/terminaltext.h"
+#include "shared/text.h"
 
 static const char *nameOf(ItemResult::Status status)
 {

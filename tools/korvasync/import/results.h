@@ -3,9 +3,9 @@
 
 #pragma once
 
-#include "model/refusal.h"
 #include "process/exitcode.h"
 #include "process/standardoutput.h"
+#include "shared/refusal.h"
 
 #include <QtCore/QMap>
 #include <QtCore/QString>

@@ -3,7 +3,7 @@
 
 #include "gap.h"
 
-#include "model/refusal.h"
+#include "shared/refusal.h"
 
 #include <vmessage/vmessagescanner.h>
 

@@ -4,7 +4,7 @@
 #include "inputfile.h"
 
 #include "filename.h"
-#include "process/interrupt.h"
+#include "shared/interrupt.h"
 
 #include <array>
 #include <cerrno>

@@ -5,7 +5,7 @@
 
 #include "utf16.h"
 
-#include "process/text.h"
+#include "shared/text.h"
 
 #include <QtCore/QByteArray>
 #include <QtCore/QString>

@@ -4,7 +4,7 @@
 #include "inputpaths.h"
 
 #include "filename.h"
-#include "process/interrupt.h"
+#include "shared/interrupt.h"
 
 #include <QtCore/QByteArrayList>
 

@@ -3,7 +3,7 @@
 
 #include "linewindow.h"
 
-#include "process/interrupt.h"
+#include "shared/interrupt.h"
 
 #include <algorithm>
 

@@ -3,8 +3,8 @@
 
 #include "messagereader.h"
 
-#include "model/refusal.h"
 #include "objectline.h"
+#include "shared/refusal.h"
 
 #include <vmessage/vmessageparser.h>
 

@@ -3,8 +3,8 @@
 
 #include "objectreader.h"
 
-#include "model/refusal.h"
 #include "objectline.h"
+#include "shared/refusal.h"
 
 #include <vmessage/vmessagescanner.h>
 

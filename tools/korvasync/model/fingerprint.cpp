@@ -3,8 +3,8 @@
 
 #include "fingerprint.h"
 
-#include "number.h"
-#include "parsedmessage.h"
+#include "shared/number.h"
+#include "shared/parsedmessage.h"
 #include "xmltext.h"
 
 #include <QtCore/QCryptographicHash>

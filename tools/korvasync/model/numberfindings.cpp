@@ -3,7 +3,7 @@
 
 #include "numberfindings.h"
 
-#include "number.h"
+#include "shared/number.h"
 
 #include <algorithm>
 

@@ -5,7 +5,7 @@
 
 #include "datetext.h"
 #include "folder.h"
-#include "number.h"
+#include "shared/number.h"
 
 #include <QtCore/QSet>
 

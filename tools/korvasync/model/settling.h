@@ -3,8 +3,8 @@
 
 #pragma once
 
-#include "parsedmessage.h"
-#include "refusal.h"
+#include "shared/parsedmessage.h"
+#include "shared/refusal.h"
 
 #include <korvasync/syncrecords.h>
 

@@ -4,7 +4,7 @@
 #include "storedmessage.h"
 
 #include "datetext.h"
-#include "parsedmessage.h"
+#include "shared/parsedmessage.h"
 
 StoredMessage StoredMessage::fromRecord(const KorvaSyncIf::SyncSmsInfo &record)
 {

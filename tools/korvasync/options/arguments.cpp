@@ -7,8 +7,8 @@
 #include "input/inputfile.h"
 #include "model/folder.h"
 #include "process/diagnostics.h"
-#include "process/interrupt.h"
-#include "process/text.h"
+#include "shared/interrupt.h"
+#include "shared/text.h"
 
 #include <limits>
 

@@ -4,7 +4,7 @@
 #include "globaloptions.h"
 
 #include "choices.h"
-#include "process/text.h"
+#include "shared/text.h"
 
 QList<QCommandLineOption> GlobalOptions::declared(const QStringList &formats, int meaning)
 {

@@ -3,7 +3,7 @@
 
 #include "diagnostics.h"
 
-#include "terminaltext.h"
+#include "shared/terminaltext.h"
 
 #include <QtCore/QLoggingCategory>
 #include <QtCore/QMutex>

@@ -3,8 +3,8 @@
 
 #include "progress.h"
 
+#include "shared/text.h"
 #include "terminalwidth.h"
-#include "text.h"
 
 #include <cstdio>
 #include <unistd.h>

@@ -3,9 +3,9 @@
 
 #include "standardoutput.h"
 
-#include "interrupt.h"
-#include "terminaltext.h"
-#include "text.h"
+#include "shared/interrupt.h"
+#include "shared/terminaltext.h"
+#include "shared/text.h"
 
 #include <cerrno>
 #include <poll.h>

@@ -3,7 +3,7 @@
 
 #include "suggestion.h"
 
-#include "text.h"
+#include "shared/text.h"
 
 #include <algorithm>
 #include <cstdlib>

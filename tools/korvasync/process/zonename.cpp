@@ -3,8 +3,8 @@
 
 #include "zonename.h"
 
+#include "shared/text.h"
 #include "suggestion.h"
-#include "text.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>

@@ -7,7 +7,7 @@
 #include "duplicateindex.h"
 #include "storelocation.h"
 
-#include "process/text.h"
+#include "shared/text.h"
 
 //! A call on its way into the store, and what became of it.
 struct NewCall

@@ -3,10 +3,10 @@
 
 #include "messagesender.h"
 
-#include "model/parsedmessage.h"
 #include "model/sendable.h"
 #include "process/diagnostics.h"
-#include "process/interrupt.h"
+#include "shared/interrupt.h"
+#include "shared/parsedmessage.h"
 
 #include <korvasync/sendsmsinterface.h>
 

@@ -4,8 +4,8 @@
 #include "messagewriter.h"
 
 #include "model/folder.h"
-#include "model/parsedmessage.h"
 #include "process/diagnostics.h"
+#include "shared/parsedmessage.h"
 
 #include <korvasync/vmessageencoder.h>
 

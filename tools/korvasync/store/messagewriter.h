@@ -8,7 +8,7 @@
 #include "model/storedmessage.h"
 #include "storelocation.h"
 
-#include "process/text.h"
+#include "shared/text.h"
 
 //! A settled message on its way into the store, and what became of it.
 struct NewMessage

@@ -3,9 +3,9 @@
 
 #pragma once
 
-#include "boundedcall.h"
 #include "process/diagnostics.h"
-#include "process/interrupt.h"
+#include "shared/boundedcall.h"
+#include "shared/interrupt.h"
 
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QEventLoop>

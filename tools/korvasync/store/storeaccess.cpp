@@ -4,7 +4,7 @@
 #include "storeaccess.h"
 
 #include "process/diagnostics.h"
-#include "process/text.h"
+#include "shared/text.h"
 
 namespace StoreAccess {
 

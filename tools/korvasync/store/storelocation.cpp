@@ -3,7 +3,7 @@
 
 #include "storelocation.h"
 
-#include "process/text.h"
+#include "shared/text.h"
 
 using CommHistory::StoreProblem;
 

@@ -4,8 +4,8 @@
 #include "storeturn.h"
 
 #include "process/diagnostics.h"
-#include "process/interrupt.h"
-#include "process/text.h"
+#include "shared/interrupt.h"
+#include "shared/text.h"
 
 #include <QtCore/QDeadlineTimer>
 #include <QtCore/QFile>

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "answer.h"
+#include "shared/answer.h"
 #include "storelocation.h"
 
 #include <chrono>

@@ -3,7 +3,7 @@
 
 #include "boundedcall.h"
 
-#include "process/interrupt.h"
+#include "interrupt.h"
 
 #include <condition_variable>
 #include <mutex>

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "process/text.h"
+#include "text.h"
 
 #include <QtCore/QString>
 
