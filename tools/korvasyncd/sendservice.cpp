@@ -5,7 +5,7 @@
 
 #include "sendadaptor.h"
 
-#include "model/sendable.h"
+#include "shared/sendable.h"
 
 #include <messaging/messagingif.h>
 
@@ -71,7 +71,7 @@ bool SendService::refuseUnsendable(const QString &vMessage, const QDBusMessage &
                                    SmsInfo &message)
 {
     const auto parsed = ParsedMessage::parse(vMessage.toUtf8());
-    const SettledMessage settled = parsed ? settleToSend(*parsed) : SettledMessage();
+    const SendableMessage settled = parsed ? settleToSend(*parsed) : SendableMessage();
     message = settled.message;
     if (message.body.isEmpty()) {
         reply(call, -1, PendingSmsId::NoText);

@@ -3,6 +3,8 @@
 
 #include "number.h"
 
+#include <QtCore/QSet>
+
 #include <algorithm>
 
 namespace Number {
@@ -78,6 +80,55 @@ QStringList joined(const QString &number)
         begin = std::find_if_not(separator, end, isSeparator);
     }
     return numbers.size() > 1 ? numbers : QStringList{number};
+}
+
+static bool isSeen(char32_t c)
+{
+    switch (QChar::category(c)) {
+    case QChar::Separator_Space:
+    case QChar::Separator_Line:
+    case QChar::Separator_Paragraph:
+    case QChar::Other_Control:
+    case QChar::Other_Format:
+        return false;
+    default:
+        return true;
+    }
+}
+
+// There must be something to see in it. A control character would break out of its line in our
+// own form.
+static bool isNumber(const QString &text)
+{
+    bool isSomethingSeen = false;
+    for (int i = 0; i < text.size(); ++i) {
+        if (text.at(i).category() == QChar::Other_Control)
+            return false;
+        const bool isPair = text.at(i).isHighSurrogate() && i + 1 < text.size();
+        isSomethingSeen = isSomethingSeen
+            || isSeen(isPair ? QChar::surrogateToUcs4(text.at(i), text.at(i + 1))
+                             : text.at(i).unicode());
+        if (isPair)
+            ++i;
+    }
+    return isSomethingSeen;
+}
+
+QStringList parties(const QStringList &numbers)
+{
+    QStringList parties;
+    QSet<QString> known;
+    for (const QString &several : numbers) {
+        for (const QString &one : joined(several)) {
+            const QString number = one.trimmed();
+            const QString key = comparable(number);
+            if (!isNumber(one) || known.contains(key))
+                continue;
+            known.insert(key);
+            parties += number;
+        }
+    }
+    return parties;
 }
 
 QString asMeant(const QString &number)

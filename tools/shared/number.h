@@ -24,6 +24,10 @@ QString significantDigits(const QString &number);
 //! several people; the text itself where it is one number or a word.
 QStringList joined(const QString &number);
 
+//! The numbers of a place, each of them once, in whatever forms it stands there. What has nothing
+//! to see in it, or a control character, is none.
+QStringList parties(const QStringList &numbers);
+
 //! What was meant by a number of a vMessage. The library takes the UTF-8 of a number for
 //! Latin-1, so a word such as "Bänk" stands in the store, and in every vMessage that comes
 //! from there, as "BÃ¤nk". Undone here, it is shown right, stays what it is when it is

@@ -7,6 +7,15 @@
 
 #include <vmessage/vmessageparser.h>
 
+Refusal ParsedMessage::refusalOfType() const
+{
+    if (type.compare(QLatin1String("INET"), Qt::CaseInsensitive) == 0)
+        return Refusal::ForeignObject;
+    if (type.compare(QLatin1String("MMS"), Qt::CaseInsensitive) == 0)
+        return Refusal::MmsNotSupported;
+    return Refusal::None;
+}
+
 QString ParsedMessage::withLineFeeds(QString text)
 {
     text.replace(QLatin1String("\r\n"), QLatin1String("\n"));

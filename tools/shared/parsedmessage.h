@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "refusal.h"
+
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
 #include <QtCore/QStringList>
@@ -21,6 +23,9 @@ struct ParsedMessage
     QStringList originators; //!< numbers of the vCards in the sender's place
     QStringList recipients;  //!< numbers of the vCards in the receiver's place
     QString body;            //!< with a line feed for every line end
+
+    //! Whether it is another kind of object than a text message.
+    Refusal refusalOfType() const;
 
     //! The text with a line feed for every line end; the encoder drops carriage returns.
     static QString withLineFeeds(QString text);

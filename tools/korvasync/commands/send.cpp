@@ -5,11 +5,11 @@
 #include "store/storeaccess.h"
 
 #include "formats/jsonline.h"
-#include "model/sendable.h"
 #include "options/arguments.h"
 #include "process/diagnostics.h"
 #include "shared/boundedcall.h"
 #include "shared/interrupt.h"
+#include "shared/sendable.h"
 #include "shared/terminaltext.h"
 #include "shared/text.h"
 #include "store/messagesender.h"
@@ -234,8 +234,8 @@ ExitCode runSend(const Invocation &invocation)
         if (!given)
             return UsageError;
     }
-    const SettledMessage settled =
-        given ? settleToSend(*given) : SettledMessage{{}, Refusal::SmsParse};
+    const SendableMessage settled =
+        given ? settleToSend(*given) : SendableMessage{{}, Refusal::SmsParse};
     if (given && settled.message.body.isEmpty()) {
         Diagnostics::error(Text::tr("there is no text to send; give one behind the number"));
         return UsageError;

@@ -7,8 +7,6 @@
 #include "folder.h"
 #include "shared/number.h"
 
-#include <QtCore/QSet>
-
 using namespace KorvaSyncIf;
 
 namespace {
@@ -50,62 +48,12 @@ int folderOf(const ParsedMessage &parsed)
     return Folder::None;
 }
 
-bool isSeen(char32_t c)
-{
-    switch (QChar::category(c)) {
-    case QChar::Separator_Space:
-    case QChar::Separator_Line:
-    case QChar::Separator_Paragraph:
-    case QChar::Other_Control:
-    case QChar::Other_Format:
-        return false;
-    default:
-        return true;
-    }
-}
-
-// There must be something to see in it. A control character would break out of its line in our
-// own form.
-bool isNumber(const QString &text)
-{
-    bool isSomethingSeen = false;
-    for (int i = 0; i < text.size(); ++i) {
-        if (text.at(i).category() == QChar::Other_Control)
-            return false;
-        const bool isPair = text.at(i).isHighSurrogate() && i + 1 < text.size();
-        isSomethingSeen = isSomethingSeen
-            || isSeen(isPair ? QChar::surrogateToUcs4(text.at(i), text.at(i + 1))
-                             : text.at(i).unicode());
-        if (isPair)
-            ++i;
-    }
-    return isSomethingSeen;
-}
-
-// The numbers of a place, each of them once, in whatever forms it stands there.
-QStringList partiesOf(const QStringList &numbers)
-{
-    QStringList parties;
-    QSet<QString> known;
-    for (const QString &several : numbers) {
-        for (const QString &one : Number::joined(several)) {
-            const QString number = one.trimmed();
-            const QString comparable = Number::comparable(number);
-            if (!isNumber(one) || known.contains(comparable))
-                continue;
-            known.insert(comparable);
-            parties += number;
-        }
-    }
-    return parties;
-}
-
 // The vCards stand in the sender's and the receiver's place, but many programs write the
 // other party always in the first.
 QStringList otherParties(const ParsedMessage &parsed, bool outbound)
 {
-    const QStringList expected = partiesOf(outbound ? parsed.recipients : parsed.originators);
-    return expected.isEmpty() ? partiesOf(outbound ? parsed.originators : parsed.recipients)
+    const QStringList expected = Number::parties(outbound ? parsed.recipients : parsed.originators);
+    return expected.isEmpty() ? Number::parties(outbound ? parsed.originators : parsed.recipients)
                               : expected;
 }
 
@@ -131,10 +79,8 @@ QDateTime timeOf(const ParsedMessage &parsed, const SettlingRules &rules)
 
 Refusal refusalOf(const ParsedMessage &parsed, const SmsInfo &message, const QStringList &parties)
 {
-    if (is(parsed.type, "INET"))
-        return Refusal::ForeignObject;
-    if (is(parsed.type, "MMS"))
-        return Refusal::MmsNotSupported;
+    if (const Refusal refusal = parsed.refusalOfType(); refusal != Refusal::None)
+        return refusal;
     if (message.parentId == LocDrafts)
         return Refusal::SmsDraft;
     if (message.parentId == Folder::None)

@@ -3,10 +3,10 @@
 
 #include "messagesender.h"
 
-#include "model/sendable.h"
 #include "process/diagnostics.h"
 #include "shared/interrupt.h"
 #include "shared/parsedmessage.h"
+#include "shared/sendable.h"
 
 #include <korvasync/sendsmsinterface.h>
 

@@ -3,11 +3,20 @@
 
 #pragma once
 
-#include "settling.h"
+#include "parsedmessage.h"
+#include "refusal.h"
 
-//! What client and service alike send of a message: it as one's own new one to one party,
-//! whatever box and time it named, or why it cannot be sent.
-SettledMessage settleToSend(ParsedMessage message);
+#include <korvasync/syncrecords.h>
+
+//! A message as client and service alike send it: one's own new one to one party, whatever box and
+//! time it named.
+struct SendableMessage
+{
+    KorvaSyncIf::SmsInfo message;
+    Refusal refusal = Refusal::None; //!< else why it cannot be sent
+};
+
+SendableMessage settleToSend(const ParsedMessage &parsed);
 
 //! Whether a vMessage carries number and text as they are: half a surrogate pair, say, would be
 //! lost on the way, and no bus carries a zero.
