@@ -6,6 +6,7 @@
 #include "historyentry_p.h"
 #include "modemmanagersubmission_p.h"
 #include "ofonosubmission_p.h"
+#include "sendingmonitor.h"
 
 #include <bus/messagebus.h>
 
@@ -73,6 +74,12 @@ QString describe(MessageBus::State bus)
     return QString();
 }
 
+int numberOfNext()
+{
+    static int last = 0;
+    return ++last;
+}
+
 QString describeOfBus(const QDBusError &error)
 {
     return MessageBus::isUnanswered(error)
@@ -99,6 +106,7 @@ const MessageSending::Daemon MessageSending::Daemons[] = {
 MessageSending::MessageSending(const QString &modemPath, const QString &number, const QString &text,
                                bool keepInHistory)
     : QObject(QCoreApplication::instance())
+    , m_message(numberOfNext())
     , m_modemPath(modemPath)
     , m_number(number)
     , m_text(text)
@@ -108,6 +116,7 @@ MessageSending::MessageSending(const QString &modemPath, const QString &number, 
 
 void MessageSending::start()
 {
+    Q_EMIT SendingMonitor::instance()->begun(m_message);
     QMetaObject::invokeMethod(this, &MessageSending::begin, Qt::QueuedConnection);
 }
 
@@ -165,7 +174,7 @@ void MessageSending::keep(Submission::Outcome outcome, const QString &problem)
 {
     // Before it is stored, so that who finds the message there can tell the reason, too.
     if (!problem.isEmpty())
-        qCWarning(lcMessaging, "%s", qUtf8Printable(problem));
+        tell(problem);
     if (outcome == Submission::Outcome::Unknown) {
         return finish(
             QStringLiteral("It is not known whether the message was sent. %1").arg(problem));
@@ -177,16 +186,24 @@ void MessageSending::keep(Submission::Outcome outcome, const QString &problem)
     auto *entry = new HistoryEntry(m_number, m_text, folder, this);
     connect(entry, &HistoryEntry::written, this, [=](bool isStored) {
         if (!isStored)
-            qCWarning(lcMessaging, "A message could not be added to the history.");
+            tell(QStringLiteral("A message could not be added to the history."));
         finish(problem);
     });
     entry->write();
 }
 
+void MessageSending::tell(const QString &problem)
+{
+    qCWarning(lcMessaging, "%s", qUtf8Printable(problem));
+    Q_EMIT SendingMonitor::instance()->problemFound(m_message, problem);
+}
+
 void MessageSending::finish(const QString &problem)
 {
+    const int message = m_message; // a receiver may have deleted this object
     deleteLater();
     Q_EMIT finished(problem);
+    Q_EMIT SendingMonitor::instance()->ended(message);
 }
 
 #include "moc_messagesending_p.cpp"

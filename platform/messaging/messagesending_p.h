@@ -36,8 +36,10 @@ private:
     void lookFor(const Daemon *daemon);
     void submit(const Daemon &daemon, const QString &uniqueName);
     void keep(Submission::Outcome outcome, const QString &problem);
+    void tell(const QString &problem);
     void finish(const QString &problem);
 
+    const int m_message; //!< its number in SendingMonitor
     const QString m_modemPath;
     const QString m_number;
     const QString m_text;

@@ -8,7 +8,7 @@
 #include "senderservice.h"
 #include "sendservice.h"
 
-#include <messaging/messagingif.h>
+#include <shared/delivery.h>
 
 #include <commhistory/eventmarshalling.h>
 
@@ -155,7 +155,7 @@ bool TestServiceQueue::waitForMessages(int count)
 
 bool TestServiceQueue::waitUntilNoneIsUnderWay()
 {
-    return QTest::qWaitFor([this] { return service->findChildren<PendingMessage *>().isEmpty(); },
+    return QTest::qWaitFor([this] { return service->findChildren<Delivery *>().isEmpty(); },
                            Patience);
 }
 

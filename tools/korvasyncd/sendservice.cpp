@@ -5,9 +5,8 @@
 
 #include "sendadaptor.h"
 
+#include "shared/delivery.h"
 #include "shared/sendable.h"
-
-#include <messaging/messagingif.h>
 
 #include <QtCore/QCoreApplication>
 #include <QtDBus/QDBusPendingCallWatcher>
@@ -195,35 +194,33 @@ void SendService::serve(const Request &request)
 {
     m_idleTimer.stop();
     m_served = request;
-    // Its attempt to take the path as well fails, and harms nothing.
-    auto *const sender = new SendSmsInterface(this);
-    PendingSmsId *const pending = sender->sendSms(sendable(request.message));
-    connect(pending, &PendingSmsId::finished, this,
-            [this, sender](PendingSmsId *finished) { answer(sender, finished); });
-    if (PendingMessage *const message = sender->findChild<PendingMessage *>()) {
-        m_underWay.insert(message, {request.message});
-        connect(message, &QObject::destroyed, this, [this](QObject *over) {
-            m_underWay.remove(over);
-            serveNext();
-        });
-    }
-    if (pending->isError()) // nothing will signal
-        answer(sender, pending);
+    // Its sender's attempt to take the path as well fails, and harms nothing.
+    auto *const delivery = new Delivery(request.message, this);
+    if (delivery->isUnderWay())
+        m_underWay.insert(delivery, {request.message});
+    connect(delivery, &Delivery::answered, this, [this, delivery] { answer(*delivery); });
+    connect(delivery, &Delivery::ended, this, [this, delivery] { end(*delivery); });
 }
 
-void SendService::answer(SendSmsInterface *sender, PendingSmsId *pending)
+void SendService::answer(Delivery &delivery)
 {
     // What becomes of the message is stored by this process, also when it comes later.
-    if (PendingMessage *const message = sender->findChild<PendingMessage *>()) {
-        m_underWay[message].isAnsweredAsUnknown = pending->isError();
-        connect(message, &QObject::destroyed, sender, &QObject::deleteLater);
-    } else {
-        sender->deleteLater();
-    }
+    if (delivery.isUnderWay())
+        m_underWay[&delivery].isAnsweredAsUnknown = delivery.errorCause() != PendingSmsId::NoError;
+    else
+        delivery.deleteLater();
     for (const QDBusMessage &call : std::as_const(m_served->calls))
-        reply(call, pending->id(), pending->errorCause());
+        reply(call, delivery.id(), delivery.errorCause());
     m_served.reset();
     QMetaObject::invokeMethod(this, &SendService::serveNext, Qt::QueuedConnection);
+}
+
+void SendService::end(Delivery &delivery)
+{
+    m_underWay.remove(&delivery);
+    if (delivery.isAnswered())
+        delivery.deleteLater();
+    serveNext();
 }
 
 void SendService::stopWaiting(int serial)

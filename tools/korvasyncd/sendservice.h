@@ -16,6 +16,8 @@
 #include <chrono>
 #include <optional>
 
+class Delivery;
+
 //! Serves the calls of other programs one after the other, each with a fresh sender, since
 //! one that has seen its message waits for no other.
 //!
@@ -73,7 +75,8 @@ private:
     void serveNext();
     void refuseCallersThatHaveGone(const QStringList &busNames);
     void serve(const Request &request);
-    void answer(SendSmsInterface *sender, PendingSmsId *pending);
+    void answer(Delivery &delivery);
+    void end(Delivery &delivery);
     void stopWaiting(int serial);
     void rest();
     void endWhenIdle();
@@ -90,7 +93,7 @@ private:
     QList<Request> m_waiting;
     std::optional<Request> m_served;
     bool m_isLooking = false; //!< asks the bus which callers are still there
-    QHash<QObject *, UnderWay> m_underWay;
+    QHash<const Delivery *, UnderWay> m_underWay;
     int m_lastSerial = 0;
     bool m_isFinishing = false;
 };

@@ -73,10 +73,9 @@ const char *nameOf(MessageSender::Outcome outcome)
 }
 
 // The modem's reason is the platform's to tell; it has neither number nor text.
-QString withReason(const QString &sentence)
+QString withReason(const QString &sentence, const MessageSender::Result &result)
 {
-    const QString reason = Diagnostics::sendingTrouble();
-    return reason.isEmpty() ? sentence : sentence + QLatin1String(": ") + reason;
+    return result.problem.isEmpty() ? sentence : sentence + QLatin1String(": ") + result.problem;
 }
 
 ExitCode complainOfNoAnswer(const Invocation &invocation, MessageSender::WaitedFor waitedFor)
@@ -128,14 +127,16 @@ ExitCode complain(const Invocation &invocation, const MessageSender::Result &res
         return complainOfNotSent(invocation, result);
     case MessageSender::Failed:
         Diagnostics::error(withReason(
-            Text::tr("the message was not sent and stands in the outbox as %1").arg(result.id)));
+            Text::tr("the message was not sent and stands in the outbox as %1").arg(result.id),
+            result));
         return SendFailed;
     case MessageSender::Unknown:
         break;
     }
     // Whatever the store's trouble is: to send it once more is what would do harm.
     Diagnostics::error(withReason(
-        Text::tr("it is not known whether the message was sent; do not repeat it blindly")));
+        Text::tr("it is not known whether the message was sent; do not repeat it blindly"),
+        result));
     StoreAccess::complain(invocation.location, result.answer);
     return SendUnknown;
 }
@@ -154,14 +155,17 @@ ExitCode report(const Invocation &invocation, const MessageSender::Result &resul
 }
 
 // What a call that takes too long, or a signal amid one, makes of the message.
-void tellWhenGivingUp(const Invocation &invocation, MessageSender::Outcome outcome,
-                      MessageSender::WaitedFor waitedFor)
+void tellWhenGivingUp(const Invocation &invocation, MessageSender::WaitedFor waitedFor,
+                      const MessageSender *handedOver = nullptr)
 {
-    BoundedCall::onGivingUp([&invocation, outcome, waitedFor](Answer answer) {
+    BoundedCall::onGivingUp([&invocation, waitedFor, handedOver](Answer answer) {
         MessageSender::Result result;
-        result.outcome = outcome;
         result.waitedFor = waitedFor;
         result.answer = answer;
+        if (handedOver) {
+            result.outcome = MessageSender::Unknown;
+            result.problem = handedOver->problem();
+        }
         const ExitCode code = report(invocation, result);
         invocation.output.flush();
         std::_Exit(answer == Answer::Interrupted ? 128 + Interrupt::signalNumber() : code);
@@ -172,7 +176,7 @@ void tellWhenGivingUp(const Invocation &invocation, MessageSender::Outcome outco
 // time or a signal.
 void openSessionBus(const Invocation &invocation)
 {
-    tellWhenGivingUp(invocation, MessageSender::NotSent, MessageSender::SessionBus);
+    tellWhenGivingUp(invocation, MessageSender::SessionBus);
     const BoundedCall call(BoundedCall::Read, invocation.global.timeout);
     MessageBus::session().open(MessageBus::Unlimited);
 }
@@ -180,14 +184,11 @@ void openSessionBus(const Invocation &invocation)
 ExitCode send(const Invocation &invocation, const SmsInfo &message)
 {
     openSessionBus(invocation);
-    tellWhenGivingUp(invocation, MessageSender::NotSent, MessageSender::Store);
-    const auto handedOver = [&] {
-        tellWhenGivingUp(invocation, MessageSender::Unknown, MessageSender::Store);
-    };
+    tellWhenGivingUp(invocation, MessageSender::Store);
     MessageStore store(invocation.global.timeout);
-    return report(invocation,
-                  MessageSender(invocation.location, store)
-                      .send(message, invocation.global.timeout, handedOver));
+    MessageSender sender(invocation.location, store);
+    const auto handedOver = [&] { tellWhenGivingUp(invocation, MessageSender::Store, &sender); };
+    return report(invocation, sender.send(message, invocation.global.timeout, handedOver));
 }
 
 void printDryRun(const Invocation &invocation, const SmsInfo &message)

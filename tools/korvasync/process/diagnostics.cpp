@@ -22,7 +22,6 @@ struct Troubles
     QMutex mutex;
     QString firstOfStore;
     int countOfStore = 0;
-    QString firstOfSending;
 };
 
 static Troubles &troubles()
@@ -49,8 +48,6 @@ static void noteTrouble(const char *category, const QString &message)
     if (qstrcmp(category, "korvasync.store") == 0) {
         if (++all.countOfStore == 1)
             all.firstOfStore = message;
-    } else if (qstrcmp(category, "korvasync.messaging") == 0 && all.firstOfSending.isEmpty()) {
-        all.firstOfSending = message;
     }
 }
 
@@ -71,8 +68,7 @@ void showTrace(bool isOn)
         // Switched off at the source: the library would otherwise spell out every message.
         QLoggingCategory::setFilterRules(QStringLiteral("*=false\n"
                                                         "korvasync.store.warning=true\n"
-                                                        "korvasync.store.critical=true\n"
-                                                        "korvasync.messaging.warning=true"));
+                                                        "korvasync.store.critical=true"));
     }
 }
 
@@ -98,12 +94,6 @@ int storeTroubleCount()
 {
     const QMutexLocker locker(&troubles().mutex);
     return troubles().countOfStore;
-}
-
-QString sendingTrouble()
-{
-    const QMutexLocker locker(&troubles().mutex);
-    return troubles().firstOfSending;
 }
 
 } // namespace Diagnostics

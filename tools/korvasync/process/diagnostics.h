@@ -25,8 +25,4 @@ void ask(const QString &question);   //!< without an end of the line
 QString storeTrouble();
 int storeTroubleCount();
 
-//! The platform's own words on why a message was not sent, or may not have been: a sentence.
-//! Empty when it had none.
-QString sendingTrouble();
-
 } // namespace Diagnostics

@@ -6,9 +6,6 @@
 #include "process/diagnostics.h"
 #include "shared/interrupt.h"
 #include "shared/parsedmessage.h"
-#include "shared/sendable.h"
-
-#include <korvasync/sendsmsinterface.h>
 
 #include <QtCore/QDeadlineTimer>
 
@@ -82,16 +79,15 @@ MessageSender::Result MessageSender::send(const SmsInfo &message, std::chrono::m
     if (result.answer != Answer::Finished)
         return result;
     const int troublesBefore = Diagnostics::storeTroubleCount();
-    SendSmsInterface sender; // a fresh one, as one that has seen a message waits for no other
-    PendingSmsId *const pending = sender.sendSms(sendable(message));
-    result.cause = pending->errorCause();
-    if (pending->isError())
+    delivery.emplace(message);
+    result.cause = delivery->errorCause();
+    if (result.cause != PendingSmsId::NoError)
         return result;
     result.outcome = Unknown;
     handedOver();
     const QDeadlineTimer deadline(timeout);
     QEventLoop loop;
-    QObject::connect(pending, &PendingSmsId::finished, &loop, &QEventLoop::quit);
+    QObject::connect(&*delivery, &Delivery::answered, &loop, &QEventLoop::quit);
     // A store that has trouble may be well again before the time is over.
     while (result.outcome == Unknown && result.answer != Answer::Interrupted
            && !deadline.hasExpired()) {
@@ -106,5 +102,6 @@ MessageSender::Result MessageSender::send(const SmsInfo &message, std::chrono::m
     if (result.outcome == Unknown && result.answer == Answer::Finished
         && Diagnostics::storeTroubleCount() != troublesBefore)
         result.answer = Answer::Refused; // what became of the message could not be stored
+    result.problem = delivery->problem();
     return result;
 }

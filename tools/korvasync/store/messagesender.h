@@ -5,6 +5,7 @@
 
 #include "messagestore.h"
 #include "model/storedmessage.h"
+#include "shared/delivery.h"
 #include "storelocation.h"
 #include "storeturn.h"
 
@@ -14,6 +15,7 @@
 
 #include <chrono>
 #include <functional>
+#include <optional>
 
 //! Sends one message and finds out what became of it. The store alone decides: what is
 //! announced on the bus any program can announce.
@@ -39,8 +41,9 @@ public:
         Outcome outcome = NotSent;
         WaitedFor waitedFor = Store;
         Answer answer = Answer::Finished;
-        int cause = 0; //!< PendingSmsId::ErrorCause
-        int id = -1;   //!< database id, -1 = none
+        int cause = 0;   //!< PendingSmsId::ErrorCause
+        int id = -1;     //!< database id, -1 = none
+        QString problem; //!< why it was not sent, or may not have been: a sentence, or empty
     };
 
     MessageSender(StoreLocation &location, MessageStore &store);
@@ -53,6 +56,9 @@ public:
     Result send(const KorvaSyncIf::SmsInfo &message, std::chrono::milliseconds timeout,
                 const std::function<void()> &handedOver);
 
+    //! What is known of Result::problem, in any thread, once the message has been handed over.
+    QString problem() const { return delivery->problem(); }
+
 private:
     Answer read(KorvaSyncIf::LocationId folder, QList<StoredMessage> &messages);
     Answer remember();
@@ -61,6 +67,7 @@ private:
     StoreLocation &location;
     MessageStore &store;
     StoreTurn turn;
+    std::optional<Delivery> delivery;
     const QDateTime since;
     QSet<int> knownIds;
 };
