@@ -9,6 +9,7 @@
 #include "storetesting.h"
 
 #include <QtCore/QDir>
+#include <QtCore/QXmlStreamReader>
 #include <QtDBus/QDBusConnectionInterface>
 
 using SenderService::answer;
@@ -26,6 +27,29 @@ uint servicePid()
     return pid.isValid() ? pid.value() : 0;
 }
 
+//! The methods of org.korvasync.SendSms1 and their arguments in an introspection document.
+QStringList callsOf(const QString &document)
+{
+    QStringList calls;
+    QXmlStreamReader xml(document);
+    bool isInside = false;
+    while (!xml.atEnd()) {
+        xml.readNext();
+        const auto attribute = [&](const char *name) {
+            return xml.attributes().value(QLatin1String(name)).toString();
+        };
+        if (xml.name() == QLatin1String("interface"))
+            isInside = xml.isStartElement()
+                && attribute("name") == QLatin1String("org.korvasync.SendSms1");
+        else if (isInside && xml.isStartElement() && xml.name() == QLatin1String("arg"))
+            calls += QStringList{attribute("name"), attribute("type"), attribute("direction")}.join(
+                QLatin1Char(' '));
+        else if (isInside && xml.isStartElement())
+            calls += attribute("name");
+    }
+    return calls;
+}
+
 bool hasEnded(uint pid) { return !QDir(QStringLiteral("/proc/%1").arg(pid)).exists(); }
 
 } // namespace
@@ -38,6 +62,7 @@ private Q_SLOTS:
     void isStartedByACallAndEndsWhenIdle();
     void tellsWhatCannotBeSent_data();
     void tellsWhatCannotBeSent();
+    void hasTheInterfaceThatIsInstalled();
     void keepsALongTextWhole();
     void servesAThousandQueuedCalls();
     void seesTheMessageOfAVanishedCallerThrough();
@@ -80,6 +105,20 @@ void TestService::tellsWhatCannotBeSent()
     QFETCH(QString, text);
     QFETCH(int, errorCause);
     QCOMPARE(answer(call(text)), (QList<int>{-1, errorCause}));
+}
+
+void TestService::hasTheInterfaceThatIsInstalled()
+{
+    const QStringList expected{
+        QStringLiteral("SendSms"),
+        QStringLiteral("vMessage s in"),
+        QStringLiteral("id i out"),
+        QStringLiteral("errorCause i out"),
+    };
+    QFile file(QStringLiteral(INTERFACE_FILE));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(callsOf(QString::fromUtf8(file.readAll())), expected);
+    QCOMPARE(callsOf(SenderService::introspection()), expected);
 }
 
 void TestService::keepsALongTextWhole()

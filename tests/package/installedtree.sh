@@ -13,4 +13,6 @@ DESTDIR= cmake --install "$build" --prefix "$work/prefix" >"$work/install.log"
 "$work/prefix/bin/korvasync" --version >/dev/null
 grep -q "^Exec=$work/prefix/libexec/korvasyncd$" \
     "$work/prefix/share/dbus-1/services/org.korvasync.Sender.service"
+grep -q '<interface name="org.korvasync.SendSms1">' \
+    "$work/prefix/share/dbus-1/interfaces/org.korvasync.SendSms1.xml"
 "$(dirname "$0")/consumer.sh" "$way" "$examples" "$work/prefix" "$libdir"

@@ -47,4 +47,16 @@ inline QList<int> answer(const QDBusPendingCall &call)
     return numbers;
 }
 
+//! What the service says of its object; empty when no answer comes.
+inline QString introspection()
+{
+    const QDBusPendingCall call =
+        QDBusConnection::sessionBus().asyncCall(QDBusMessage::createMethodCall(
+            BusName, QStringLiteral("/SendSmsInterface"),
+            QStringLiteral("org.freedesktop.DBus.Introspectable"), QStringLiteral("Introspect")));
+    if (!QTest::qWaitFor([&] { return call.isFinished(); }, Patience) || call.isError())
+        return {};
+    return call.reply().arguments().value(0).toString();
+}
+
 } // namespace SenderService

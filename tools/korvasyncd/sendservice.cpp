@@ -3,8 +3,6 @@
 
 #include "sendservice.h"
 
-#include "sendadaptor.h"
-
 #include "shared/delivery.h"
 #include "shared/sendable.h"
 
@@ -33,8 +31,8 @@ QString serviceEnds() { return QStringLiteral("The message was not sent, as the 
 SendService::SendService(std::chrono::milliseconds idleTime, std::chrono::milliseconds waitingLimit)
     : m_bus(QDBusConnection::sessionBus())
     , m_waitingLimit(waitingLimit)
+    , m_object(this)
 {
-    new SendAdaptor(&m_object, this);
     m_idleTimer.setSingleShot(true);
     m_idleTimer.setInterval(idleTime);
     connect(&m_idleTimer, &QTimer::timeout, this, &SendService::endWhenIdle);

@@ -3,7 +3,8 @@
 
 #pragma once
 
-#include <korvasync/sendsmsinterface.h>
+#include "sendobject.h"
+
 #include <korvasync/syncrecords.h>
 
 #include <QtCore/QDeadlineTimer>
@@ -88,7 +89,7 @@ private:
 
     QDBusConnection m_bus;
     const std::chrono::milliseconds m_waitingLimit;
-    SendSmsInterface m_object; //!< holds the path on the bus and sends nothing
+    SendObject m_object;
     QTimer m_idleTimer;
     QList<Request> m_waiting;
     std::optional<Request> m_served;
