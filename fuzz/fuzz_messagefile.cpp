@@ -10,10 +10,10 @@
 #include <formats/callentry.h>
 #include <formats/smselement.h>
 #include <input/itemreader.h>
-#include <model/settling.h>
+#include <model/normalising.h>
 #include <shared/number.h>
 #include <shared/parsedmessage.h>
-#include <shared/refusal.h>
+#include <shared/rejectreason.h>
 
 #include <korvasync/vmessageencoder.h>
 
@@ -37,44 +37,44 @@ Items itemsOf(const QByteArray &file, ItemReader::Form form = ItemReader::AnyFor
 QDateTime now() { return QDateTime(QDate(2026, 1, 1), QTime(0, 0), Qt::UTC); }
 
 // What goes into the store, in the library's own form, comes out the same.
-void settleAndReadBack(const std::optional<ParsedMessage> &parsed)
+void normaliseAndReadBack(const std::optional<ParsedMessage> &parsed)
 {
     if (!parsed)
         return;
-    SettlingRules rules;
+    NormalisingRules rules;
     rules.folder = KorvaSyncIf::LocInbox;
     rules.localZone = QTimeZone::utc();
     rules.now = now();
-    const SettledMessage settled = settle(*parsed, rules);
-    if (settled.refusal != Refusal::None)
+    const NormalisedMessage normalised = normalise(*parsed, rules);
+    if (normalised.refusal != RejectReason::None)
         return;
-    const QString written = KorvaSyncIf::VMessageEncoder().encode(settled.message).vMessage;
+    const QString written = KorvaSyncIf::VMessageEncoder().encode(normalised.message).vMessage;
     const auto again = ParsedMessage::parse(written.toUtf8());
     require(again.has_value());
-    const SettledMessage stored = settle(*again, rules);
-    require(stored.refusal == Refusal::None);
-    require(stored.message.parentId == settled.message.parentId);
+    const NormalisedMessage stored = normalise(*again, rules);
+    require(stored.refusal == RejectReason::None);
+    require(stored.message.parentId == normalised.message.parentId);
     // What reading makes good in a number is the library's own doing, which is left out here.
-    require(stored.message.fromNumber == Number::asMeant(settled.message.fromNumber));
-    require(stored.message.toNumber == Number::asMeant(settled.message.toNumber));
-    require(stored.message.readStatus == settled.message.readStatus);
+    require(stored.message.fromNumber == Number::asMeant(normalised.message.fromNumber));
+    require(stored.message.toNumber == Number::asMeant(normalised.message.toNumber));
+    require(stored.message.readStatus == normalised.message.readStatus);
     require(stored.message.time
-            == settled.message.time.addMSecs(-settled.message.time.time().msec()));
+            == normalised.message.time.addMSecs(-normalised.message.time.time().msec()));
     require(ParsedMessage::withLineFeeds(stored.message.body)
-            == ParsedMessage::withLineFeeds(settled.message.body));
+            == ParsedMessage::withLineFeeds(normalised.message.body));
 }
 
 void judge(const InputItem &item)
 {
     switch (item.kind) {
     case InputItem::Message:
-        settleAndReadBack(ParsedMessage::parse(item.bytes));
+        normaliseAndReadBack(ParsedMessage::parse(item.bytes));
         break;
     case InputItem::CallEntry:
         CallEntry::parse(item.bytes, QTimeZone::utc(), now());
         break;
     case InputItem::AndroidSms:
-        settleAndReadBack(SmsElement::parse(item.bytes));
+        normaliseAndReadBack(SmsElement::parse(item.bytes));
         break;
     case InputItem::AndroidCall:
         CallElement::parse(item.bytes, now());
@@ -94,7 +94,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     require(silent);
     const QByteArray bytes(reinterpret_cast<const char *>(data), int(size));
     const QByteArray reason =
-        reasonLine(QStringLiteral("input:1"), Refusal::SmsParse, QStringLiteral("cut")) + "\r\n";
+        reasonLine(QStringLiteral("input:1"), RejectReason::SmsParse, QStringLiteral("cut"))
+        + "\r\n";
     quint64 line = 0;
     for (const InputItem &item : itemsOf(bytes)) {
         require(item.line >= line);

@@ -13,7 +13,7 @@
 #include <formats/callentry.h>
 #include <formats/smselement.h>
 #include <input/itemreader.h>
-#include <model/settling.h>
+#include <model/normalising.h>
 
 #include <valgrind/callgrind.h>
 
@@ -151,7 +151,7 @@ QByteArray fileOfCards(size_t size)
 
 void judge(const InputItem &item)
 {
-    SettlingRules rules;
+    NormalisingRules rules;
     rules.folder = KorvaSyncIf::LocInbox;
     rules.localZone = QTimeZone::utc();
     rules.now = QDateTime(QDate(2026, 1, 1), QTime(0, 0), Qt::UTC);
@@ -175,7 +175,7 @@ void judge(const InputItem &item)
         break;
     }
     if (parsed)
-        settle(*parsed, rules);
+        normalise(*parsed, rules);
 }
 
 void measure(const QByteArray &bytes)

@@ -68,16 +68,16 @@ bool SendService::refuseUnsendable(const QString &vMessage, const QDBusMessage &
                                    SmsInfo &message)
 {
     const auto parsed = ParsedMessage::parse(vMessage.toUtf8());
-    const SendableMessage settled = parsed ? settleToSend(*parsed) : SendableMessage();
-    message = settled.message;
+    const SendableMessage normalised = parsed ? normaliseToSend(*parsed) : SendableMessage();
+    message = normalised.message;
     if (message.body.isEmpty()) {
         reply(call, -1, PendingSmsId::NoText);
-    } else if (settled.refusal == Refusal::SmsNoNumber) {
+    } else if (normalised.refusal == RejectReason::SmsNoNumber) {
         reply(call, -1, PendingSmsId::NoRecipient);
-    } else if (settled.refusal != Refusal::None) {
-        refuse(
-            call,
-            QStringLiteral("The message was not sent: %1.").arg(reasonOf(settled.refusal).english));
+    } else if (normalised.refusal != RejectReason::None) {
+        refuse(call,
+               QStringLiteral("The message was not sent: %1.")
+                   .arg(reasonOf(normalised.refusal).english));
     } else if (!isCarriedWhole(message)) {
         refuse(call,
                QStringLiteral("The message was not sent, as no message can carry its number or "

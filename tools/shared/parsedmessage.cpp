@@ -7,13 +7,13 @@
 
 #include <vmessage/vmessageparser.h>
 
-Refusal ParsedMessage::refusalOfType() const
+RejectReason ParsedMessage::refusalOfType() const
 {
     if (type.compare(QLatin1String("INET"), Qt::CaseInsensitive) == 0)
-        return Refusal::ForeignObject;
+        return RejectReason::ForeignObject;
     if (type.compare(QLatin1String("MMS"), Qt::CaseInsensitive) == 0)
-        return Refusal::MmsNotSupported;
-    return Refusal::None;
+        return RejectReason::MmsNotSupported;
+    return RejectReason::None;
 }
 
 QString ParsedMessage::withLineFeeds(QString text)

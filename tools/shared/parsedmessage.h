@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "refusal.h"
+#include "rejectreason.h"
 
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
@@ -25,7 +25,7 @@ struct ParsedMessage
     QString body;            //!< with a line feed for every line end
 
     //! Whether it is another kind of object than a text message.
-    Refusal refusalOfType() const;
+    RejectReason refusalOfType() const;
 
     //! The text with a line feed for every line end; the encoder drops carriage returns.
     static QString withLineFeeds(QString text);

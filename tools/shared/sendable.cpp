@@ -9,16 +9,16 @@
 
 using namespace KorvaSyncIf;
 
-static Refusal refusalOf(const ParsedMessage &parsed, const QStringList &parties)
+static RejectReason refusalOf(const ParsedMessage &parsed, const QStringList &parties)
 {
-    if (const Refusal refusal = parsed.refusalOfType(); refusal != Refusal::None)
+    if (const RejectReason refusal = parsed.refusalOfType(); refusal != RejectReason::None)
         return refusal;
     if (parties.isEmpty())
-        return Refusal::SmsNoNumber;
-    return parties.size() > 1 ? Refusal::TooManyRecipients : Refusal::None;
+        return RejectReason::SmsNoNumber;
+    return parties.size() > 1 ? RejectReason::TooManyRecipients : RejectReason::None;
 }
 
-SendableMessage settleToSend(const ParsedMessage &parsed)
+SendableMessage normaliseToSend(const ParsedMessage &parsed)
 {
     // A message goes to nobody whom it does not name as receiver.
     const QStringList parties = Number::parties(parsed.recipients);

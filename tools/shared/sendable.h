@@ -4,7 +4,7 @@
 #pragma once
 
 #include "parsedmessage.h"
-#include "refusal.h"
+#include "rejectreason.h"
 
 #include <korvasync/syncrecords.h>
 
@@ -13,15 +13,15 @@
 struct SendableMessage
 {
     KorvaSyncIf::SmsInfo message;
-    Refusal refusal = Refusal::None; //!< else why it cannot be sent
+    RejectReason refusal = RejectReason::None; //!< else why it cannot be sent
 };
 
-SendableMessage settleToSend(const ParsedMessage &parsed);
+SendableMessage normaliseToSend(const ParsedMessage &parsed);
 
 //! Whether a vMessage carries number and text as they are: half a surrogate pair, say, would be
 //! lost on the way, and no bus carries a zero.
 bool isCarriedWhole(const KorvaSyncIf::SmsInfo &message);
 
-//! A settled message as it is handed to SendSmsInterface, which reads as many bytes of a
+//! A normalised message as it is handed to SendSmsInterface, which reads as many bytes of a
 //! vMessage as that has UTF-16 units: lengthened behind its end by what other scripts need more.
 QString sendable(const KorvaSyncIf::SmsInfo &message);

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The korvasync developers
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include "input/filesahead.h"
 #include "input/inputfile.h"
 #include "input/inputpaths.h"
+#include "input/prefetch.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QTemporaryDir>
@@ -170,7 +170,7 @@ void TestInputFile::readsSmallFilesAhead()
                             QStringLiteral("/proc/version"), // longer than it says
                             QStringLiteral("-")};
     const QList<QByteArray> bytes{"BEGIN:VMSG\n", ""};
-    FilesAhead files([&] { return InputPaths{paths, {}}; });
+    Prefetch files([&] { return InputPaths{paths, {}}; });
     QCOMPARE(files.paths().files, paths);
     for (int i = 0; i < paths.size(); ++i) {
         const auto file = files.next();
@@ -191,12 +191,12 @@ void TestInputFile::readsAsMuchAheadAsItMay()
     QStringList paths;
     for (int i = 0; i < count; ++i)
         paths += path;
-    FilesAhead files([&] { return InputPaths{paths, {}}; });
+    Prefetch files([&] { return InputPaths{paths, {}}; });
     for (int i = 0; i < count; ++i)
         QCOMPARE(files.next()->bytes, bytes);
     QVERIFY(!files.next());
     // One that nobody takes from comes to its end as well.
-    FilesAhead ended([&] { return InputPaths{paths, {}}; });
+    Prefetch ended([&] { return InputPaths{paths, {}}; });
     QVERIFY(ended.next());
 }
 

@@ -10,7 +10,7 @@ using namespace KorvaSyncIf;
 using Accepted = ItemJudge::Accepted;
 Q_DECLARE_METATYPE(InputItem)
 Q_DECLARE_METATYPE(ItemJudge::Accepted)
-Q_DECLARE_METATYPE(Refusal)
+Q_DECLARE_METATYPE(RejectReason)
 
 // What becomes of each kind of item, for a command that takes some of them.
 class TestItemJudge : public QObject
@@ -71,9 +71,9 @@ InputItem callElement()
                 R"(<call number="+15550100" duration="30" date="1288794330000" type="1" />)");
 }
 
-SettlingRules rules(bool badTimeIsNow = false)
+NormalisingRules rules(bool badTimeIsNow = false)
 {
-    SettlingRules rules;
+    NormalisingRules rules;
     rules.badTimeIsNow = badTimeIsNow;
     rules.localZone = QTimeZone::utc();
     rules.now = QDateTime(QDate(2020, 1, 1), QTime(0, 0), Qt::UTC);
@@ -112,7 +112,7 @@ void TestItemJudge::takesWhatItAccepts()
     QFETCH(Accepted, accepted);
     QFETCH(InputItem, input);
     const NewItem item = judged(accepted, input);
-    QCOMPARE(item.result.refusal, Refusal::None);
+    QCOMPARE(item.result.refusal, RejectReason::None);
     QCOMPARE(item.result.detail.english, QString());
     QTEST(static_cast<int>(item.content.index()), "content");
     QCOMPARE(item.bytes, input.bytes);
@@ -122,10 +122,10 @@ void TestItemJudge::refusesWhatItDoesNotAccept_data()
 {
     QTest::addColumn<Accepted>("accepted");
     QTest::addColumn<InputItem>("input");
-    QTest::addColumn<Refusal>("refusal");
+    QTest::addColumn<RejectReason>("refusal");
     QTest::addColumn<QString>("detail");
     const auto row = [](const char *name, Accepted accepted, const InputItem &input,
-                        Refusal refusal, const char *detail = "") {
+                        RejectReason refusal, const char *detail = "") {
         QTest::newRow(name) << accepted << input << refusal << QString::fromLatin1(detail);
     };
     const InputItem card = item(InputItem::ForeignObject, "BEGIN:VCARD\r\nEND:VCARD\r\n");
@@ -135,22 +135,22 @@ void TestItemJudge::refusesWhatItDoesNotAccept_data()
     endless.isTooLong = true;
     const char *const aMessage = "a message, which korvasync add takes";
     const char *const aCut = "the file is cut off here, so some may be missing";
-    row("call entry, add", forAdd, callEntry(), Refusal::ForeignObject,
+    row("call entry, add", forAdd, callEntry(), RejectReason::ForeignObject,
         "a call, which korvasync calls add takes");
-    row("vMessage, calls add", forCalls, vMessage(), Refusal::ForeignObject, aMessage);
-    row("sms, calls add", forCalls, smsElement(), Refusal::ForeignObject, aMessage);
-    row("mms, calls add", forCalls, mms, Refusal::ForeignObject, aMessage);
-    row("mms, add", forAdd, mms, Refusal::MmsNotSupported);
-    row("object, add", forAdd, card, Refusal::ForeignObject,
+    row("vMessage, calls add", forCalls, vMessage(), RejectReason::ForeignObject, aMessage);
+    row("sms, calls add", forCalls, smsElement(), RejectReason::ForeignObject, aMessage);
+    row("mms, calls add", forCalls, mms, RejectReason::ForeignObject, aMessage);
+    row("mms, add", forAdd, mms, RejectReason::MmsNotSupported);
+    row("object, add", forAdd, card, RejectReason::ForeignObject,
         "not a text message but an object that begins with BEGIN:VCARD");
-    row("object, calls add", forCalls, card, Refusal::ForeignObject,
+    row("object, calls add", forCalls, card, RejectReason::ForeignObject,
         "no call but an object that begins with BEGIN:VCARD");
-    row("cut, add", forAdd, cut, Refusal::SmsParse, aCut);
-    row("cut, calls add", forCalls, cut, Refusal::CallParse, aCut);
-    row("too long", forAdd, endless, Refusal::SmsParse, "longer than 32 MiB, so not kept");
-    row("sms without a text", forAdd, item(InputItem::AndroidSms, "<sms />"), Refusal::SmsParse,
-        "not a whole sms element");
-    row("vMessage without a time", forAdd, vMessage(""), Refusal::BadTime);
+    row("cut, add", forAdd, cut, RejectReason::SmsParse, aCut);
+    row("cut, calls add", forCalls, cut, RejectReason::CallParse, aCut);
+    row("too long", forAdd, endless, RejectReason::SmsParse, "longer than 32 MiB, so not kept");
+    row("sms without a text", forAdd, item(InputItem::AndroidSms, "<sms />"),
+        RejectReason::SmsParse, "not a whole sms element");
+    row("vMessage without a time", forAdd, vMessage(""), RejectReason::BadTime);
 }
 
 void TestItemJudge::refusesWhatItDoesNotAccept()
@@ -165,9 +165,9 @@ void TestItemJudge::refusesWhatItDoesNotAccept()
 
 void TestItemJudge::saysWhatNoItemIs()
 {
-    QCOMPARE(ItemJudge(forAdd, rules()).noItem(), Refusal::SmsParse);
-    QCOMPARE(ItemJudge(forVerify, rules()).noItem(), Refusal::SmsParse);
-    QCOMPARE(ItemJudge(forCalls, rules()).noItem(), Refusal::CallParse);
+    QCOMPARE(ItemJudge(forAdd, rules()).noItem(), RejectReason::SmsParse);
+    QCOMPARE(ItemJudge(forVerify, rules()).noItem(), RejectReason::SmsParse);
+    QCOMPARE(ItemJudge(forCalls, rules()).noItem(), RejectReason::CallParse);
 }
 
 void TestItemJudge::findsAMessageUnderItsOwnFingerprint()

@@ -104,7 +104,7 @@ QList<int> countsInIndex(ImportStore::Equals equals)
     global.timeout = patience;
     StandardOutput output;
     const Invocation invocation{options, {}, global, fixture.location, output};
-    const ItemJudge judge(ItemJudge::Messages, SettlingRules());
+    const ItemJudge judge(ItemJudge::Messages, NormalisingRules());
     ImportStore store(invocation, judge, equals);
     const NewMessage message = fixture.message("one");
     std::vector<NewItem> added(1);

@@ -14,7 +14,7 @@
 
 namespace {
 
-bool takeOptions(const Invocation &invocation, ImportOptions &options, SettlingRules &rules)
+bool takeOptions(const Invocation &invocation, ImportOptions &options, NormalisingRules &rules)
 {
     if (!options.take(invocation, ImportOptions::MessageForm))
         return false;
@@ -33,7 +33,7 @@ bool takeOptions(const Invocation &invocation, ImportOptions &options, SettlingR
 ExitCode runAdd(const Invocation &invocation)
 {
     ImportOptions options;
-    SettlingRules rules;
+    NormalisingRules rules;
     if (!takeOptions(invocation, options, rules))
         return UsageError;
     QStringList arguments = invocation.arguments;

@@ -13,7 +13,7 @@
 #include "options/arguments.h"
 #include "process/diagnostics.h"
 #include "shared/text.h"
-#include "store/storeturn.h"
+#include "store/clientlock.h"
 
 #include <algorithm>
 #include <array>
@@ -75,7 +75,7 @@ ExitCode add(const Invocation &invocation)
     }
     if (arguments.isEmpty())
         arguments = QStringList{QStringLiteral("-")};
-    SettlingRules rules;
+    NormalisingRules rules;
     rules.localZone = options.localZone;
     rules.now = DateText::now();
     const ItemJudge judge(ItemJudge::BackupCalls | ItemJudge::CallEntries, rules);
@@ -118,9 +118,9 @@ bool isSameLog(const QList<Call> &one, const QList<Call> &other)
 ExitCode wipeUnderLock(const Invocation &invocation, CallStore &store,
                        const std::optional<QList<Call>> &asked)
 {
-    StoreTurn turn(invocation.location);
+    ClientLock clientLock(invocation.location);
     const Answer answer =
-        invocation.global.dryRun ? Answer::Finished : turn.take(invocation.global.timeout);
+        invocation.global.dryRun ? Answer::Finished : clientLock.take(invocation.global.timeout);
     if (answer != Answer::Finished)
         return StoreAccess::complain(invocation.location, answer);
     const CallStore::Read before = store.calls();

@@ -11,7 +11,7 @@
 #include "process/diagnostics.h"
 #include "shared/interrupt.h"
 #include "shared/text.h"
-#include "store/storeturn.h"
+#include "store/clientlock.h"
 
 #include <QtCore/QHash>
 
@@ -52,9 +52,9 @@ ExitCode runDelete(const Invocation &invocation)
     if (!Confirmation::isGiven(
             invocation, Text::tr("Delete %n message(s)?", nullptr, static_cast<int>(ids->size()))))
         return AllDone;
-    StoreTurn turn(invocation.location);
+    ClientLock clientLock(invocation.location);
     if (!invocation.global.dryRun) {
-        const Answer answer = turn.take(invocation.global.timeout);
+        const Answer answer = clientLock.take(invocation.global.timeout);
         if (answer != Answer::Finished)
             return StoreAccess::complain(invocation.location, answer);
     }

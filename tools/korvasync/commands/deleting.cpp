@@ -67,10 +67,10 @@ void Deleting::deleteChunk(const QList<int> &ids)
         fates = invocation.global.dryRun ? foretell(known) : remove(known);
     for (const int id : ids) {
         ItemResult left;
-        left.refusal = others.contains(id) ? Refusal::SmsChanged : Refusal::SmsBadId;
+        left.refusal = others.contains(id) ? RejectReason::SmsChanged : RejectReason::SmsBadId;
         if (!isRead) {
             left.status = ItemResult::Failed;
-            left.refusal = Refusal::SmsDelete;
+            left.refusal = RejectReason::SmsDelete;
         }
         report(id, fates.contains(id) ? fates.take(id) : left);
     }
@@ -108,7 +108,7 @@ QHash<int, ItemResult> Deleting::remove(const QList<int> &ids)
             && written.status.value(i, SmsDeleteFailed) == SmsNoError;
         ItemResult &result = fates[ids.at(i)];
         result.status = ItemResult::Failed;
-        result.refusal = Refusal::SmsDelete;
+        result.refusal = RejectReason::SmsDelete;
         if (!canTell) {
             result.detail = Text::reason("not known, as the store cannot be read back");
         } else if (left.contains(ids.at(i))) {
@@ -117,7 +117,7 @@ QHash<int, ItemResult> Deleting::remove(const QList<int> &ids)
             result.status = ItemResult::Deleted;
         } else if (answer == Answer::Finished) { // another client was faster
             result.status = ItemResult::Refused;
-            result.refusal = Refusal::SmsBadId;
+            result.refusal = RejectReason::SmsBadId;
         } else { // a failed commit names the whole chunk
             result.detail = Text::reason("gone, but the store did not confirm it");
         }
@@ -130,6 +130,6 @@ void Deleting::report(int id, ItemResult result)
     result.ref = results.count();
     result.id = id;
     if (result.status == ItemResult::Deleted)
-        result.refusal = Refusal::None;
+        result.refusal = RejectReason::None;
     results.report(result);
 }

@@ -13,8 +13,8 @@
 #include "process/diagnostics.h"
 #include "shared/interrupt.h"
 #include "shared/text.h"
+#include "store/clientlock.h"
 #include "store/duplicateindex.h"
-#include "store/storeturn.h"
 
 #include <QtCore/QSet>
 
@@ -117,9 +117,9 @@ QList<int> surplusIds(const Groups &groups, Keep keep)
 ExitCode removeUnderLock(const Invocation &invocation, MessageStore &store, Keep keep,
                          const std::optional<QList<int>> &asked)
 {
-    StoreTurn turn(invocation.location);
+    ClientLock clientLock(invocation.location);
     Answer answer =
-        invocation.global.dryRun ? Answer::Finished : turn.take(invocation.global.timeout);
+        invocation.global.dryRun ? Answer::Finished : clientLock.take(invocation.global.timeout);
     Groups groups;
     if (answer == Answer::Finished)
         answer = readGroups(store, groups);

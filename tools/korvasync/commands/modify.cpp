@@ -6,13 +6,13 @@
 
 #include "import/results.h"
 #include "model/folder.h"
-#include "model/settling.h"
+#include "model/normalising.h"
 #include "options/arguments.h"
 #include "process/diagnostics.h"
 #include "shared/number.h"
 #include "shared/text.h"
+#include "store/clientlock.h"
 #include "store/messagewriter.h"
-#include "store/storeturn.h"
 
 #include <korvasync/vmessageencoder.h>
 
@@ -42,7 +42,7 @@ Answer write(MessageStore &store, const StoredMessage &old, SmsInfo message, Ite
         return Answer::Finished;
     }
     result.status = ItemResult::Failed;
-    result.refusal = Refusal::SmsStore;
+    result.refusal = RejectReason::SmsStore;
     if (now.id == -1 && Diagnostics::storeTroubleCount() > 0)
         result.detail = Text::reason("not known, as the store cannot be read back");
     if (written.answer != Answer::Finished)
@@ -77,7 +77,7 @@ Answer foresee(MessageStore &store, const SmsInfo &message, ItemResult &result)
         return Answer::Finished;
     }
     result.status = ItemResult::Failed;
-    result.refusal = Refusal::SmsStore;
+    result.refusal = RejectReason::SmsStore;
     result.detail = Text::reason(noConversation);
     return Answer::Finished;
 }
@@ -100,8 +100,8 @@ ExitCode runModify(const Invocation &invocation)
     if (const ExitCode code = StoreAccess::requireReadable(invocation.location, store))
         return code;
     // A client that deletes equal messages counts on those that it leaves.
-    StoreTurn turn(invocation.location);
-    Answer answer = global.dryRun ? Answer::Finished : turn.take(global.timeout);
+    ClientLock clientLock(invocation.location);
+    Answer answer = global.dryRun ? Answer::Finished : clientLock.take(global.timeout);
     if (answer != Answer::Finished)
         return StoreAccess::complain(invocation.location, answer);
 
@@ -114,22 +114,22 @@ ExitCode runModify(const Invocation &invocation)
     if (old.id == -1 && Diagnostics::storeTroubleCount() > 0) // not read, so not known to be absent
         return StoreAccess::complain(invocation.location, Answer::Refused);
     const auto parsed = ParsedMessage::parse(given->bytes);
-    SettlingRules rules;
+    NormalisingRules rules;
     rules.badTimeIsNow = true;
     rules.now = QDateTime::currentDateTimeUtc(); // is not written
     rules.localZone = global.localZone;
-    const SettledMessage settled = parsed ? settle(*parsed, rules) : SettledMessage();
+    const NormalisedMessage normalised = parsed ? normalise(*parsed, rules) : NormalisedMessage();
     if (old.id == -1)
-        result.refusal = Refusal::SmsBadId;
+        result.refusal = RejectReason::SmsBadId;
     else
-        result.refusal = parsed ? settled.refusal : Refusal::SmsParse;
-    if (result.refusal == Refusal::SmsNoFolder)
-        result.refusal = Refusal::SmsNoFolderToReplace; // --folder is for what is added
-    if (result.refusal == Refusal::SmsParse)
+        result.refusal = parsed ? normalised.refusal : RejectReason::SmsParse;
+    if (result.refusal == RejectReason::SmsNoFolder)
+        result.refusal = RejectReason::SmsNoFolderToReplace; // --folder is for what is added
+    if (result.refusal == RejectReason::SmsParse)
         result.detail = parseErrorIn(given->bytes, given->line);
-    if (result.refusal == Refusal::None) {
-        answer = global.dryRun ? foresee(store, settled.message, result)
-                               : write(store, old, settled.message, result);
+    if (result.refusal == RejectReason::None) {
+        answer = global.dryRun ? foresee(store, normalised.message, result)
+                               : write(store, old, normalised.message, result);
     }
     if (answer == Answer::Interrupted || (global.dryRun && answer != Answer::Finished))
         return StoreAccess::complain(invocation.location, answer); // nothing came of it

@@ -235,19 +235,19 @@ ExitCode runSend(const Invocation &invocation)
         if (!given)
             return UsageError;
     }
-    const SendableMessage settled =
-        given ? settleToSend(*given) : SendableMessage{{}, Refusal::SmsParse};
-    if (given && settled.message.body.isEmpty()) {
+    const SendableMessage normalised =
+        given ? normaliseToSend(*given) : SendableMessage{{}, RejectReason::SmsParse};
+    if (given && normalised.message.body.isEmpty()) {
         Diagnostics::error(Text::tr("there is no text to send; give one behind the number"));
         return UsageError;
     }
-    if (settled.refusal != Refusal::None) {
-        const Reason reason = given ? reasonOf(settled.refusal) : parseError;
+    if (normalised.refusal != RejectReason::None) {
+        const Reason reason = given ? reasonOf(normalised.refusal) : parseError;
         Diagnostics::error(
-            Text::tr("not sent (%1): %2").arg(codeOf(settled.refusal), reason.translated));
+            Text::tr("not sent (%1): %2").arg(codeOf(normalised.refusal), reason.translated));
         return SomeNotDone;
     }
-    if (!isCarriedWhole(settled.message)) {
+    if (!isCarriedWhole(normalised.message)) {
         Diagnostics::error(
             Text::tr("a message cannot carry this number or text; leave control characters out"));
         return UsageError;
@@ -255,8 +255,8 @@ ExitCode runSend(const Invocation &invocation)
     if (const ExitCode code = StoreAccess::requirePlace(invocation.location))
         return code;
     if (!invocation.global.dryRun)
-        return send(invocation, settled.message);
-    printDryRun(invocation, settled.message);
+        return send(invocation, normalised.message);
+    printDryRun(invocation, normalised.message);
     return AllDone;
 }
 

@@ -15,7 +15,7 @@ namespace {
 ExitCode runVerify(const Invocation &invocation)
 {
     ImportOptions options{ImportOptions::Verify};
-    SettlingRules rules;
+    NormalisingRules rules;
     if (!options.take(invocation, ImportOptions::MessageForm)
         || !Arguments::takeFolder(invocation.options, "folder", rules.folder))
         return UsageError;

@@ -103,7 +103,7 @@ bool isStorable(const QString &number)
     });
 }
 
-Parsed refused(Refusal refusal, const Reason &detail = Reason())
+Parsed refused(RejectReason refusal, const Reason &detail = Reason())
 {
     Parsed parsed;
     parsed.refusal = refusal;
@@ -129,15 +129,17 @@ int readDuration(const QString &text)
 Parsed judged(const Call &call, const QDateTime &named, const QDateTime &now)
 {
     if (!isType(call.type))
-        return refused(Refusal::CallType);
+        return refused(RejectReason::CallType);
     if (!isStorable(call.number))
-        return refused(Refusal::CallParse, Text::reason("a number with unprintable characters"));
+        return refused(RejectReason::CallParse,
+                       Text::reason("a number with unprintable characters"));
     if (call.duration < 0)
-        return refused(Refusal::CallParse, Text::reason("a duration that is no count of seconds"));
+        return refused(RejectReason::CallParse,
+                       Text::reason("a duration that is no count of seconds"));
     if (!DateText::isBelievable(named, now))
-        return refused(Refusal::BadCallTime);
+        return refused(RejectReason::BadCallTime);
     if (!DateText::isBelievable(call.start, now) || !DateText::isBelievable(call.end(), now))
-        return refused(Refusal::CallParse, Text::reason("a duration that cannot be"));
+        return refused(RejectReason::CallParse, Text::reason("a duration that cannot be"));
     Parsed parsed;
     parsed.call = call;
     return parsed;
@@ -148,7 +150,7 @@ Parsed parse(const QByteArray &entry, const QTimeZone &local, const QDateTime &n
     Fields fields;
     const Reason trouble = takeLines(entry, fields);
     if (!trouble.isEmpty())
-        return refused(Refusal::CallParse, trouble);
+        return refused(RejectReason::CallParse, trouble);
     Call call;
     call.type = fields.type;
     call.number = fields.number;

@@ -4,7 +4,7 @@
 #pragma once
 
 #include "model/call.h"
-#include "shared/refusal.h"
+#include "shared/rejectreason.h"
 #include "shared/text.h"
 
 #include <QtCore/QTimeZone>
@@ -19,7 +19,7 @@ namespace CallEntry {
 struct Parsed
 {
     Call call;
-    Refusal refusal = Refusal::None;
+    RejectReason refusal = RejectReason::None;
     Reason detail;
 };
 

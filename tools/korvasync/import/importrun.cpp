@@ -22,7 +22,7 @@ ImportRun::ImportRun(const Invocation &invocation, const ImportOptions &options,
     , files(std::move(find))
     , results(invocation.output, verifies() ? ItemResult::Present : ItemResult::Added,
               invocation.global.format == QLatin1String("ndjson"))
-    , turn(invocation.location)
+    , clientLock(invocation.location)
     , rejects(invocation.global.dryRun ? QString() : options.rejects)
     , progress(invocation.global.progress)
 {
@@ -55,7 +55,7 @@ ExitCode ImportRun::openStore()
         return code;
     const bool writes = !verifies() && !invocation.global.dryRun;
     if (writes && options.onDuplicate != ImportOptions::AddAgain) {
-        const Answer answer = turn.take(invocation.global.timeout);
+        const Answer answer = clientLock.take(invocation.global.timeout);
         if (answer != Answer::Finished)
             return StoreAccess::complain(location, answer);
     }
@@ -78,7 +78,7 @@ bool ImportRun::readFiles()
     return goesOn(); // else files may not have been found
 }
 
-bool ImportRun::readFile(const FilesAhead::File &file)
+bool ImportRun::readFile(const Prefetch::File &file)
 {
     path = file.path;
     ItemReader reader(path, options.form, file.bytes);
@@ -104,7 +104,7 @@ bool ImportRun::readFile(const FilesAhead::File &file)
     if (!reader.error().isEmpty()) {
         NewItem item;
         item.result.source = path;
-        item.refuse(Refusal::Unreadable, reader.error());
+        item.refuse(RejectReason::Unreadable, reader.error());
         take(std::move(item));
     } else if (!hasItems) {
         noteFileWithoutItems(reader);
@@ -164,9 +164,9 @@ void ImportRun::take(const InputItem &input)
 
 void ImportRun::take(NewItem &&item)
 {
-    if (item.result.refusal == Refusal::None)
+    if (item.result.refusal == RejectReason::None)
         lookUp(item);
-    if (item.result.refusal != Refusal::None && item.bytes.isEmpty())
+    if (item.result.refusal != RejectReason::None && item.bytes.isEmpty())
         rejects.leaveIn(path);
     item.result.ref = nextRef++;
     if (verifies()) {
@@ -210,7 +210,7 @@ void ImportRun::lookUp(NewItem &item)
     }
     item.result.id = *storedId;
     if (options.onDuplicate == ImportOptions::Refuse)
-        return item.refuse(Refusal::Duplicate);
+        return item.refuse(RejectReason::Duplicate);
     item.result.status = ItemResult::Present;
     item.bytes.clear();
 }
@@ -294,7 +294,7 @@ void ImportRun::writeItems()
 void ImportRun::setOutcome(NewItem &item) const
 {
     ItemResult &result = item.result;
-    const auto set = [&result](int id, const Reason &failure, Refusal refusal) {
+    const auto set = [&result](int id, const Reason &failure, RejectReason refusal) {
         result.id = id;
         result.status = failure.isEmpty() ? ItemResult::Added : ItemResult::Failed;
         if (!failure.isEmpty()) {
@@ -303,9 +303,9 @@ void ImportRun::setOutcome(NewItem &item) const
         }
     };
     if (const auto *const message = std::get_if<NewMessage>(&item.content))
-        set(message->id, message->trouble, Refusal::SmsStore);
+        set(message->id, message->trouble, RejectReason::SmsStore);
     else if (const auto *const call = std::get_if<NewCall>(&item.content))
-        set(NewCall::id, call->trouble, Refusal::CallStore);
+        set(NewCall::id, call->trouble, RejectReason::CallStore);
     else if (result.status == ItemResult::Present && storeCode != AllDone)
         set(-1, Text::reason("not known, as the store cannot be read back"), judge.notStored());
 }

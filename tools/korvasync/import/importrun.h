@@ -5,10 +5,10 @@
 
 #include "importoptions.h"
 #include "importstore.h"
-#include "input/filesahead.h"
+#include "input/prefetch.h"
 #include "process/progress.h"
 #include "rejects.h"
-#include "store/storeturn.h"
+#include "store/clientlock.h"
 
 #include <QtCore/QHash>
 
@@ -22,7 +22,7 @@
 class ImportRun
 {
 public:
-    //! \param find  gives the files, as for FilesAhead
+    //! \param find  gives the files, as for Prefetch
     ImportRun(const Invocation &invocation, const ImportOptions &options, const ItemJudge &judge,
               std::function<InputPaths()> find);
 
@@ -34,7 +34,7 @@ private:
 
     ExitCode openStore();
     bool readFiles();
-    bool readFile(const FilesAhead::File &file);
+    bool readFile(const Prefetch::File &file);
     void noteFileWithoutItems(const ItemReader &reader);
     std::optional<double> partDone();
 
@@ -59,9 +59,9 @@ private:
     const ImportOptions options;
     const ItemJudge &judge;
     ImportStore store;
-    FilesAhead files;
+    Prefetch files;
     Results results;
-    StoreTurn turn;
+    ClientLock clientLock;
     Rejects rejects;
     Progress progress;
 

@@ -45,38 +45,38 @@ NewItem ItemJudge::judge(const InputItem &input) const
 void ItemJudge::takeMessage(const InputItem &input, NewItem &item) const
 {
     if (!accepts(Messages)) {
-        return item.refuse(Refusal::ForeignObject,
+        return item.refuse(RejectReason::ForeignObject,
                            Text::reason("a message, which korvasync add takes"));
     }
     if (input.kind == InputItem::AndroidMms)
-        return item.refuse(Refusal::MmsNotSupported);
+        return item.refuse(RejectReason::MmsNotSupported);
     const bool isElement = input.kind == InputItem::AndroidSms;
     const std::optional<ParsedMessage> parsed =
         isElement ? SmsElement::parse(input.bytes) : ParsedMessage::parse(input.bytes);
     if (!parsed) {
-        return item.refuse(Refusal::SmsParse,
+        return item.refuse(RejectReason::SmsParse,
                            isElement ? Text::reason("not a whole sms element")
                                      : parseErrorIn(input.bytes, input.line));
     }
-    const SettledMessage settled = settle(*parsed, rules);
-    if (settled.refusal == Refusal::ForeignObject)
-        return item.refuse(settled.refusal, Text::reason("an e-mail, not a text message"));
-    if (settled.refusal != Refusal::None)
-        return item.refuse(settled.refusal);
-    identify(settled, isElement, item);
+    const NormalisedMessage normalised = normalise(*parsed, rules);
+    if (normalised.refusal == RejectReason::ForeignObject)
+        return item.refuse(normalised.refusal, Text::reason("an e-mail, not a text message"));
+    if (normalised.refusal != RejectReason::None)
+        return item.refuse(normalised.refusal);
+    identify(normalised, isElement, item);
 }
 
 //! \param isOfBackup  of Android, which holds less than a store
-void ItemJudge::identify(const SettledMessage &settled, bool isOfBackup, NewItem &item) const
+void ItemJudge::identify(const NormalisedMessage &normalised, bool isOfBackup, NewItem &item) const
 {
     NewMessage added;
-    added.message = settled.message;
-    const SmsInfo &message = settled.message;
+    added.message = normalised.message;
+    const SmsInfo &message = normalised.message;
     const QString number = added.number();
     item.stored = fingerprintsOf(message.parentId, number, message.time, message.body);
     added.fingerprint = item.stored.first();
     item.content = added;
-    if (settled.hasOwnTime) {
+    if (normalised.hasOwnTime) {
         item.sought.append(item.stored.first());
         if (rules.badTimeIsNow)
             item.untimed = item.stored.last();
@@ -93,14 +93,14 @@ void ItemJudge::identify(const SettledMessage &settled, bool isOfBackup, NewItem
 void ItemJudge::takeCall(const InputItem &input, NewItem &item) const
 {
     if (!isCall(input)) {
-        return item.refuse(Refusal::ForeignObject,
+        return item.refuse(RejectReason::ForeignObject,
                            Text::reason("a call, which korvasync calls add takes"));
     }
     const bool isElement = input.kind == InputItem::AndroidCall;
     const CallEntry::Parsed parsed = isElement
         ? CallElement::parse(input.bytes, rules.now)
         : CallEntry::parse(input.bytes, rules.localZone, rules.now);
-    if (parsed.refusal != Refusal::None)
+    if (parsed.refusal != RejectReason::None)
         return item.refuse(parsed.refusal, parsed.detail);
     NewCall call;
     call.call = parsed.call;
@@ -117,7 +117,7 @@ void ItemJudge::refuseObject(const InputItem &input, NewItem &item) const
     const Reason reason = accepts(Messages)
         ? Text::reason("not a text message but an object that begins with %1")
         : Text::reason("no call but an object that begins with %1");
-    item.refuse(Refusal::ForeignObject, reason.arg(input.firstLine()));
+    item.refuse(RejectReason::ForeignObject, reason.arg(input.firstLine()));
 }
 
 NewItem::Fingerprints ItemJudge::fingerprintsOf(int folder, const QString &number,

@@ -4,7 +4,7 @@
 #pragma once
 
 #include "input/itemreader.h"
-#include "model/settling.h"
+#include "model/normalising.h"
 #include "newitem.h"
 
 #include <QtCore/QFlags>
@@ -21,7 +21,7 @@ public:
     Q_DECLARE_FLAGS(Accepted, Accept)
 
     //! \param rules  for calls as well, of which they concern the zone and the clock
-    ItemJudge(Accepted accepted, const SettlingRules &rules)
+    ItemJudge(Accepted accepted, const NormalisingRules &rules)
         : accepted(accepted)
         , rules(rules)
     {
@@ -35,8 +35,14 @@ public:
     NewItem judge(const InputItem &input) const;
 
     //! What the store calls an item that it does not have, and a file that has no item.
-    Refusal notStored() const { return accepts(Messages) ? Refusal::SmsStore : Refusal::CallStore; }
-    Refusal noItem() const { return accepts(Messages) ? Refusal::SmsParse : Refusal::CallParse; }
+    RejectReason notStored() const
+    {
+        return accepts(Messages) ? RejectReason::SmsStore : RejectReason::CallStore;
+    }
+    RejectReason noItem() const
+    {
+        return accepts(Messages) ? RejectReason::SmsParse : RejectReason::CallParse;
+    }
 
     //! Under which a message is found in the store: its own fingerprint first, and where messages
     //! may get the time of the clock, last the one that it has at any time.
@@ -45,12 +51,12 @@ public:
 
 private:
     void takeMessage(const InputItem &input, NewItem &item) const;
-    void identify(const SettledMessage &settled, bool isOfBackup, NewItem &item) const;
+    void identify(const NormalisedMessage &normalised, bool isOfBackup, NewItem &item) const;
     void takeCall(const InputItem &input, NewItem &item) const;
     void refuseObject(const InputItem &input, NewItem &item) const;
 
     const Accepted accepted;
-    const SettlingRules rules;
+    const NormalisingRules rules;
 };
 
 Q_DECLARE_OPERATORS_FOR_FLAGS(ItemJudge::Accepted)

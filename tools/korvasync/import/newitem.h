@@ -29,7 +29,7 @@ struct NewItem
     std::optional<Fingerprint> untimed; //!< of equal items without a time, whose place it takes
 
     bool isNew() const { return !std::holds_alternative<std::monostate>(content); }
-    void refuse(Refusal refusal, const Reason &detail = Reason())
+    void refuse(RejectReason refusal, const Reason &detail = Reason())
     {
         result.refusal = refusal;
         result.detail = detail;

@@ -55,7 +55,7 @@ static QString textOf(const ItemResult &result, const QString &status)
         words += QString::number(result.id);
     if (!result.source.isEmpty())
         words += terminalText(result.source);
-    if (result.refusal != Refusal::None)
+    if (result.refusal != RejectReason::None)
         words +=
             codeOf(result.refusal) + QLatin1String(": ") + terminalText(result.reason().translated);
     return words.join(QLatin1String("  "));
@@ -104,7 +104,7 @@ void Results::note(const ItemResult &result)
 {
     ++read;
     ++totals[result.status];
-    if (result.refusal != Refusal::None)
+    if (result.refusal != RejectReason::None)
         ++refusals[result.refusal];
 }
 
@@ -163,7 +163,7 @@ void Results::warnOfRefusals() const
 
 ExitCode Results::exitCode() const
 {
-    const int unknownIds = refusals.value(Refusal::SmsBadId);
+    const int unknownIds = refusals.value(RejectReason::SmsBadId);
     if (total(ItemResult::Missing) + total(ItemResult::Refused) + total(ItemResult::Failed)
         > unknownIds)
         return SomeNotDone;

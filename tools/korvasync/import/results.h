@@ -5,7 +5,7 @@
 
 #include "process/exitcode.h"
 #include "process/standardoutput.h"
-#include "shared/refusal.h"
+#include "shared/rejectreason.h"
 
 #include <QtCore/QMap>
 #include <QtCore/QString>
@@ -20,7 +20,7 @@ struct ItemResult
     QString source; //!< file:line; empty for items that come from no file
     Status status = Refused;
     int id = -1; //!< database id, -1 = none
-    Refusal refusal = Refusal::None;
+    RejectReason refusal = RejectReason::None;
     Reason detail; //!< instead of the refusal's own words
 
     Reason reason() const { return detail.isEmpty() ? reasonOf(refusal) : detail; }
@@ -59,5 +59,5 @@ private:
     int read = 0;
     int passedOver = 0;
     QMap<int, int> totals; // by ItemResult::Status
-    QMap<Refusal, int> refusals;
+    QMap<RejectReason, int> refusals;
 };

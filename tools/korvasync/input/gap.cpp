@@ -3,7 +3,7 @@
 
 #include "gap.h"
 
-#include "shared/refusal.h"
+#include "shared/rejectreason.h"
 
 #include <vmessage/vmessagescanner.h>
 

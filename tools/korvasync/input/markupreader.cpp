@@ -4,7 +4,7 @@
 #include "markupreader.h"
 
 #include "objectline.h"
-#include "shared/refusal.h"
+#include "shared/rejectreason.h"
 
 #include <vmessage/vmessagescanner.h>
 

@@ -14,7 +14,7 @@ using namespace KorvaSyncIf;
 MessageSender::MessageSender(StoreLocation &location, MessageStore &store)
     : location(location)
     , store(store)
-    , turn(location)
+    , clientLock(location)
     , since(QDateTime::currentDateTimeUtc().addDays(-1)) // the clock may be set meanwhile
 {
 }
@@ -68,7 +68,7 @@ MessageSender::Result MessageSender::send(const SmsInfo &message, std::chrono::m
 {
     constexpr std::chrono::milliseconds pollInterval(250);
     Result result;
-    result.answer = turn.take(timeout);
+    result.answer = clientLock.take(timeout);
     if (result.answer != Answer::Finished) {
         result.waitedFor = OtherClients;
         return result;

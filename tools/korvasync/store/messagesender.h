@@ -3,11 +3,11 @@
 
 #pragma once
 
+#include "clientlock.h"
 #include "messagestore.h"
 #include "model/storedmessage.h"
 #include "shared/delivery.h"
 #include "storelocation.h"
-#include "storeturn.h"
 
 #include <korvasync/syncrecords.h>
 
@@ -51,7 +51,7 @@ public:
     //! Two that send the same at the same time wait for each other, since the store does not
     //! tell whose message it got.
     //!
-    //! \param timeout     how long the turn, and then the outcome, is waited for
+    //! \param timeout     how long the client lock, and then the outcome, is waited for
     //! \param handedOver  called when the message has been handed over, and may go out
     Result send(const KorvaSyncIf::SmsInfo &message, std::chrono::milliseconds timeout,
                 const std::function<void()> &handedOver);
@@ -66,7 +66,7 @@ private:
 
     StoreLocation &location;
     MessageStore &store;
-    StoreTurn turn;
+    ClientLock clientLock;
     std::optional<Delivery> delivery;
     const QDateTime since;
     QSet<int> knownIds;

@@ -10,7 +10,7 @@
 
 #include "shared/text.h"
 
-//! A settled message on its way into the store, and what became of it.
+//! A normalised message on its way into the store, and what became of it.
 struct NewMessage
 {
     KorvaSyncIf::SmsInfo message;

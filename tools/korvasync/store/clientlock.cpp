@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The korvasync developers
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include "storeturn.h"
+#include "clientlock.h"
 
 #include "process/diagnostics.h"
 #include "shared/interrupt.h"
@@ -17,21 +17,21 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-StoreTurn::~StoreTurn()
+ClientLock::~ClientLock()
 {
     if (hasMadeFolder && location.state() == StoreLocation::Absent)
         rmdir(QFile::encodeName(location.path()).constData()); // unless it holds something
     close();
 }
 
-void StoreTurn::close()
+void ClientLock::close()
 {
     if (folder >= 0)
         ::close(folder);
     folder = -1;
 }
 
-bool StoreTurn::open()
+bool ClientLock::open()
 {
     close();
     if (location.makeFolder())
@@ -42,7 +42,7 @@ bool StoreTurn::open()
 }
 
 // The one before may have taken the folder away.
-bool StoreTurn::isInPlace() const
+bool ClientLock::isInPlace() const
 {
     struct stat opened = {};
     struct stat found = {};
@@ -51,7 +51,7 @@ bool StoreTurn::isInPlace() const
         && opened.st_dev == found.st_dev && opened.st_ino == found.st_ino;
 }
 
-Answer StoreTurn::take(std::chrono::milliseconds timeout)
+Answer ClientLock::take(std::chrono::milliseconds timeout)
 {
     constexpr unsigned long pollMilliseconds = 20;
     const QDeadlineTimer deadline(timeout);

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The korvasync developers
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include "filesahead.h"
+#include "prefetch.h"
 
 #include "filename.h"
 
@@ -32,18 +32,18 @@ static QByteArray bytesOf(const QString &path)
 }
 
 //! About the memory that it takes.
-static int sizeHeld(const FilesAhead::File &file)
+static int sizeHeld(const Prefetch::File &file)
 {
     constexpr int size = 256; // without its bytes
     return size + static_cast<int>(file.bytes.size());
 }
 
-FilesAhead::FilesAhead(std::function<InputPaths()> find)
+Prefetch::Prefetch(std::function<InputPaths()> find)
     : thread([this, find = std::move(find)] { run(find); })
 {
 }
 
-FilesAhead::~FilesAhead()
+Prefetch::~Prefetch()
 {
     {
         const std::lock_guard<std::mutex> locker(mutex);
@@ -53,7 +53,7 @@ FilesAhead::~FilesAhead()
     thread.join();
 }
 
-std::optional<FilesAhead::File> FilesAhead::next()
+std::optional<Prefetch::File> Prefetch::next()
 {
     std::unique_lock<std::mutex> locker(mutex);
     changed.wait(locker, [this] { return isWhole || !files.empty(); });
@@ -66,14 +66,14 @@ std::optional<FilesAhead::File> FilesAhead::next()
     return file;
 }
 
-InputPaths FilesAhead::paths()
+InputPaths Prefetch::paths()
 {
     std::unique_lock<std::mutex> locker(mutex);
     changed.wait(locker, [this] { return found.has_value(); });
     return *found;
 }
 
-void FilesAhead::run(const std::function<InputPaths()> &find)
+void Prefetch::run(const std::function<InputPaths()> &find)
 {
     const InputPaths paths = find();
     {
@@ -91,7 +91,7 @@ void FilesAhead::run(const std::function<InputPaths()> &find)
 }
 
 //! \return false when nobody wants more
-bool FilesAhead::append(const File &file)
+bool Prefetch::append(const File &file)
 {
     constexpr int mostHeld = 8 * 1024 * 1024;
     std::unique_lock<std::mutex> locker(mutex);

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The korvasync developers
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include "settling.h"
+#include "normalising.h"
 
 #include "datetext.h"
 #include "folder.h"
@@ -57,17 +57,17 @@ QStringList otherParties(const ParsedMessage &parsed, bool outbound)
                               : expected;
 }
 
-QString readStatus(const ParsedMessage &parsed, const SettlingRules &rules, bool outbound)
+QString readStatus(const ParsedMessage &parsed, const NormalisingRules &rules, bool outbound)
 {
     const bool unread = is(parsed.status, "UNREAD") || is(parsed.status, "0");
     const bool read = is(parsed.status, "READ") || is(parsed.status, "1");
     // One's own messages need no reading.
-    const bool settled = rules.markRead || read || (outbound && !unread);
-    return settled ? QStringLiteral("READ") : QStringLiteral("UNREAD");
+    const bool asRead = rules.markRead || read || (outbound && !unread);
+    return asRead ? QStringLiteral("READ") : QStringLiteral("UNREAD");
 }
 
 //! Null when the message has none that can be.
-QDateTime timeOf(const ParsedMessage &parsed, const SettlingRules &rules)
+QDateTime timeOf(const ParsedMessage &parsed, const NormalisingRules &rules)
 {
     for (const QString &text : {parsed.headerTime, parsed.bodyTime}) {
         QDateTime time = DateText::readMessageTime(text, rules.localZone);
@@ -77,29 +77,31 @@ QDateTime timeOf(const ParsedMessage &parsed, const SettlingRules &rules)
     return QDateTime();
 }
 
-Refusal refusalOf(const ParsedMessage &parsed, const SmsInfo &message, const QStringList &parties)
+RejectReason refusalOf(const ParsedMessage &parsed, const SmsInfo &message,
+                       const QStringList &parties)
 {
-    if (const Refusal refusal = parsed.refusalOfType(); refusal != Refusal::None)
+    if (const RejectReason refusal = parsed.refusalOfType(); refusal != RejectReason::None)
         return refusal;
     if (message.parentId == LocDrafts)
-        return Refusal::SmsDraft;
+        return RejectReason::SmsDraft;
     if (message.parentId == Folder::None)
-        return Refusal::SmsNoFolder;
+        return RejectReason::SmsNoFolder;
     if (parties.isEmpty())
-        return Refusal::SmsNoNumber;
+        return RejectReason::SmsNoNumber;
     if (parties.size() > 1)
-        return Refusal::TooManyRecipients; // a stored message has one, the others would be lost
+        return RejectReason::TooManyRecipients; // a stored message has one, the others would be
+                                                // lost
     if (!message.time.isValid())
-        return Refusal::BadTime;
-    return Refusal::None;
+        return RejectReason::BadTime;
+    return RejectReason::None;
 }
 
 } // namespace
 
-SettledMessage settle(const ParsedMessage &parsed, const SettlingRules &rules)
+NormalisedMessage normalise(const ParsedMessage &parsed, const NormalisingRules &rules)
 {
-    SettledMessage settled;
-    SmsInfo &message = settled.message;
+    NormalisedMessage normalised;
+    SmsInfo &message = normalised.message;
     const int named = folderOf(parsed);
     message.parentId = named == Folder::None ? rules.folder : named;
     const bool outbound = Folder::isOutbound(message.parentId);
@@ -108,10 +110,10 @@ SettledMessage settle(const ParsedMessage &parsed, const SettlingRules &rules)
         (outbound ? message.toNumber : message.fromNumber) = parties.first();
     message.readStatus = readStatus(parsed, rules, outbound);
     message.time = timeOf(parsed, rules);
-    settled.hasOwnTime = message.time.isValid();
-    if (!settled.hasOwnTime && rules.badTimeIsNow)
+    normalised.hasOwnTime = message.time.isValid();
+    if (!normalised.hasOwnTime && rules.badTimeIsNow)
         message.time = rules.now;
     message.body = parsed.body;
-    settled.refusal = refusalOf(parsed, message, parties);
-    return settled;
+    normalised.refusal = refusalOf(parsed, message, parties);
+    return normalised;
 }

@@ -10,26 +10,26 @@
 
 //! Makes the clients that write to one store wait for each other, from the look at what is there
 //! to the last write, so that none stores what another is about to store, none deletes what another
-//! has changed, and none takes another's message for the one that it sent. The turn is a lock on
+//! has changed, and none takes another's message for the one that it sent. It is a lock on
 //! the store's folder. Other programs that write through the library do not know of it: what they
 //! store meanwhile can be stored twice.
-class StoreTurn
+class ClientLock
 {
 public:
-    explicit StoreTurn(StoreLocation &location)
+    explicit ClientLock(StoreLocation &location)
         : location(location)
     {
     }
-    //! Ends the turn, and takes away a folder that was made for it and got no store.
-    ~StoreTurn();
+    //! Releases the lock, and removes a folder that was made for it and got no store.
+    ~ClientLock();
 
-    //! Waits for the turn. Where the folder cannot be opened there is none, and the store
+    //! Waits for the lock. A folder that cannot be opened is not locked, and the store
     //! itself says what is wrong.
     Answer take(std::chrono::milliseconds timeout);
 
 private:
-    StoreTurn(const StoreTurn &) = delete;
-    StoreTurn &operator=(const StoreTurn &) = delete;
+    ClientLock(const ClientLock &) = delete;
+    ClientLock &operator=(const ClientLock &) = delete;
 
     bool open();
     bool isInPlace() const;

@@ -17,7 +17,7 @@
 
 //! The files of a command one after the other. They are found, and small ones read, in a thread
 //! of its own while the store is opened and read; a few MiB at most are held.
-class FilesAhead
+class Prefetch
 {
 public:
     struct File
@@ -27,8 +27,8 @@ public:
     };
 
     //! \param find  gives the paths, of which "-" is standard input; called in the other thread
-    explicit FilesAhead(std::function<InputPaths()> find);
-    ~FilesAhead();
+    explicit Prefetch(std::function<InputPaths()> find);
+    ~Prefetch();
 
     //! The next file; nothing behind the last one.
     std::optional<File> next();
@@ -37,7 +37,7 @@ public:
     InputPaths paths();
 
 private:
-    Q_DISABLE_COPY(FilesAhead)
+    Q_DISABLE_COPY(Prefetch)
     void run(const std::function<InputPaths()> &find);
     bool append(const File &file);
 

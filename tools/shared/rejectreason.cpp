@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The korvasync developers
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include "refusal.h"
+#include "rejectreason.h"
 
 #include <vmessage/vmessageparser.h>
 
@@ -13,58 +13,58 @@ struct Wording
     const char *reason;
 };
 
-Wording wordingOf(Refusal refusal)
+Wording wordingOf(RejectReason refusal)
 {
     switch (refusal) {
-    case Refusal::None:
+    case RejectReason::None:
         return {"", ""};
-    case Refusal::SmsParse:
+    case RejectReason::SmsParse:
         return {"sms-parse", QT_TRANSLATE_NOOP("Text", "not a whole vMessage")};
-    case Refusal::SmsDraft:
+    case RejectReason::SmsDraft:
         return {"sms-draft", QT_TRANSLATE_NOOP("Text", "a draft, and drafts cannot be written")};
-    case Refusal::SmsNoNumber:
+    case RejectReason::SmsNoNumber:
         return {"sms-no-number", QT_TRANSLATE_NOOP("Text", "no number of the other party")};
-    case Refusal::SmsBadId:
+    case RejectReason::SmsBadId:
         return {"sms-bad-id", QT_TRANSLATE_NOOP("Text", "no message has this id")};
-    case Refusal::SmsNoFolder:
+    case RejectReason::SmsNoFolder:
         return {"sms-no-folder", QT_TRANSLATE_NOOP("Text", "no known folder; --folder names one")};
-    case Refusal::SmsNoFolderToReplace:
+    case RejectReason::SmsNoFolderToReplace:
         return {"sms-no-folder",
                 QT_TRANSLATE_NOOP("Text",
                                   "no known folder; its line X-IRMC-BOX names one, such as INBOX")};
-    case Refusal::SmsStore:
+    case RejectReason::SmsStore:
         return {"sms-store", QT_TRANSLATE_NOOP("Text", "the store did not take it")};
-    case Refusal::SmsDelete:
+    case RejectReason::SmsDelete:
         return {"sms-delete", QT_TRANSLATE_NOOP("Text", "the store did not delete it")};
-    case Refusal::SmsChanged:
+    case RejectReason::SmsChanged:
         return {"sms-changed",
                 QT_TRANSLATE_NOOP("Text", "no longer what it was when it was asked about")};
-    case Refusal::CallParse:
+    case RejectReason::CallParse:
         return {"call-parse", QT_TRANSLATE_NOOP("Text", "not a whole call-history entry")};
-    case Refusal::CallType:
+    case RejectReason::CallType:
         return {"call-type",
                 QT_TRANSLATE_NOOP("Text", "no TYPE of call that is incoming, outgoing or missed")};
-    case Refusal::CallStore:
+    case RejectReason::CallStore:
         return {"call-store", QT_TRANSLATE_NOOP("Text", "the store did not take it")};
-    case Refusal::BadCallTime:
+    case RejectReason::BadCallTime:
         return {"bad-time", QT_TRANSLATE_NOOP("Text", "no time, or none that can be")};
-    case Refusal::BadTime:
+    case RejectReason::BadTime:
         return {"bad-time",
                 QT_TRANSLATE_NOOP(
                     "Text",
                     "no time, or none that can be; --on-bad-time now takes the time of the clock")};
-    case Refusal::Duplicate:
+    case RejectReason::Duplicate:
         return {"duplicate", QT_TRANSLATE_NOOP("Text", "there already")};
-    case Refusal::TooManyRecipients:
+    case RejectReason::TooManyRecipients:
         return {
             "too-many-recipients",
             QT_TRANSLATE_NOOP("Text", "more than one other party; a message can be kept for one")};
-    case Refusal::MmsNotSupported:
+    case RejectReason::MmsNotSupported:
         return {"mms-not-supported", QT_TRANSLATE_NOOP("Text", "a multimedia message")};
-    case Refusal::ForeignObject:
+    case RejectReason::ForeignObject:
         return {"foreign-object",
                 QT_TRANSLATE_NOOP("Text", "not a text message but another kind of object")};
-    case Refusal::Unreadable:
+    case RejectReason::Unreadable:
         return {"unreadable", QT_TRANSLATE_NOOP("Text", "the file cannot be read")};
     }
     Q_UNREACHABLE();
@@ -94,14 +94,14 @@ const char *wordingOf(VMessageProblem::Kind problem)
 
 } // namespace
 
-QString codeOf(Refusal refusal) { return QLatin1String(wordingOf(refusal).code); }
+QString codeOf(RejectReason refusal) { return QLatin1String(wordingOf(refusal).code); }
 
-Reason reasonOf(Refusal refusal) { return Text::reason(wordingOf(refusal).reason); }
+Reason reasonOf(RejectReason refusal) { return Text::reason(wordingOf(refusal).reason); }
 
 Reason parseErrorIn(const QByteArray &vMessage, quint64 firstLine)
 {
     if (vMessage.isEmpty()) // too long to be kept
-        return reasonOf(Refusal::SmsParse);
+        return reasonOf(RejectReason::SmsParse);
     VMessageParser parser;
     parser.parseVMessage(vMessage.constData(), static_cast<unsigned int>(vMessage.size()));
     const VMessageProblem problem = parser.problem();
@@ -111,15 +111,15 @@ Reason parseErrorIn(const QByteArray &vMessage, quint64 firstLine)
     return reason.arg(QString::number(firstLine + problem.line - 1));
 }
 
-QByteArray reasonLine(const QString &source, Refusal refusal, const QString &reason)
+QByteArray reasonLine(const QString &source, RejectReason refusal, const QString &reason)
 {
     return "# " + source.toUtf8() + ": " + wordingOf(refusal).code + ": " + reason.toUtf8();
 }
 
 static bool isCode(std::string_view word)
 {
-    for (int i = 1; i <= static_cast<int>(Refusal::Unreadable); ++i) {
-        if (word == wordingOf(static_cast<Refusal>(i)).code)
+    for (int i = 1; i <= static_cast<int>(RejectReason::Unreadable); ++i) {
+        if (word == wordingOf(static_cast<RejectReason>(i)).code)
             return true;
     }
     return false;

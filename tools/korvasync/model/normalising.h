@@ -4,7 +4,7 @@
 #pragma once
 
 #include "shared/parsedmessage.h"
-#include "shared/refusal.h"
+#include "shared/rejectreason.h"
 
 #include <korvasync/syncrecords.h>
 
@@ -12,7 +12,7 @@
 #include <QtCore/QTimeZone>
 
 //! What the person chose for messages that leave something open.
-struct SettlingRules
+struct NormalisingRules
 {
     int folder = 0;            //!< for messages that name none; 0 = refuse them
     bool badTimeIsNow = false; //!< else messages without a time are refused
@@ -24,11 +24,11 @@ struct SettlingRules
 //! A message with nothing left open, or why there is none. The library repairs what a
 //! message leaves open in an order that can lose its number, so it is handed messages
 //! only in this form.
-struct SettledMessage
+struct NormalisedMessage
 {
     KorvaSyncIf::SmsInfo message;
-    Refusal refusal = Refusal::None;
+    RejectReason refusal = RejectReason::None;
     bool hasOwnTime = true; //!< else the clock's
 };
 
-SettledMessage settle(const ParsedMessage &parsed, const SettlingRules &rules);
+NormalisedMessage normalise(const ParsedMessage &parsed, const NormalisingRules &rules);

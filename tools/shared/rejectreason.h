@@ -10,7 +10,7 @@
 #include <string_view>
 
 //! Why an item was not done. The order is of no meaning.
-enum class Refusal {
+enum class RejectReason {
     None,
     SmsParse,
     SmsDraft,
@@ -34,14 +34,14 @@ enum class Refusal {
 };
 
 //! The word that results carry, such as "sms-no-number"; empty for None.
-QString codeOf(Refusal refusal);
+QString codeOf(RejectReason refusal);
 //! The same in words, as the end of a sentence.
-Reason reasonOf(Refusal refusal);
+Reason reasonOf(RejectReason refusal);
 //! For SmsParse instead: what is wrong with a vMessage that cannot be parsed, and in which line.
 //! \param firstLine  of the message in its file
 Reason parseErrorIn(const QByteArray &vMessage, quint64 firstLine);
 
 //! The line without its end that a file of rejects has in front of an item.
-QByteArray reasonLine(const QString &source, Refusal refusal, const QString &reason);
+QByteArray reasonLine(const QString &source, RejectReason refusal, const QString &reason);
 //! Whether a line, or its long enough start, is such a line.
 bool isReasonLine(std::string_view line);
