@@ -129,6 +129,8 @@ void addMessageFiles()
 
 } // namespace
 
+Q_DECLARE_METATYPE(VMessageProblem::Kind)
+
 class TestVMessageParser : public QObject
 {
     Q_OBJECT
