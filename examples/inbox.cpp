@@ -23,7 +23,7 @@ int main(int argc, char **argv)
 
     SMSSyncInterface phone;
     PendingMsgs *const pending = phone.messages(QDateTime(), LocInbox);
-    if (pending->isError()) { // then finished() never comes
+    if (pending->isError()) { // then finished() is never emitted
         std::fputs("inbox: the messages cannot be read\n", stderr);
         return 1;
     }
