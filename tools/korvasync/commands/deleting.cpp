@@ -3,7 +3,6 @@
 
 #include "deleting.h"
 
-#include "process/diagnostics.h"
 #include "shared/interrupt.h"
 #include "shared/text.h"
 #include "store/storeaccess.h"
@@ -59,7 +58,7 @@ void Deleting::deleteChunk(const QList<int> &ids)
             others += id;
     }
     // What could not be read is not absent.
-    const bool isRead = Diagnostics::storeTroubleCount() == 0;
+    const bool isRead = !invocation.watch.hasTrouble();
     if (!isRead)
         trouble = StoreAccess::complain(invocation.location, Answer::Refused);
     QHash<int, ItemResult> fates;
@@ -99,7 +98,7 @@ QHash<int, ItemResult> Deleting::remove(const QList<int> &ids)
     }
     // A store that cannot be read has no ids.
     const bool canTell = store.probe() == Answer::Finished;
-    const bool hasTrouble = !canTell || Diagnostics::storeTroubleCount() > 0;
+    const bool hasTrouble = !canTell || invocation.watch.hasTrouble();
     const Answer answer =
         written.answer == Answer::Finished && hasTrouble ? Answer::Refused : written.answer;
     trouble = StoreAccess::complain(invocation.location, answer);

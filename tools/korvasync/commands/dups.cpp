@@ -47,13 +47,13 @@ qsizetype surplusOf(const Groups &groups)
 
 Answer readGroup(MessageStore &store, const std::vector<int> &ids, QList<StoredMessage> &messages)
 {
-    const int troublesBefore = Diagnostics::storeTroubleCount();
+    const TroubleWatch watch;
     for (const int id : ids) {
         const StoredMessage message = StoredMessage::fromRecord(store.message(id));
         if (message.id != -1) // it may be gone by now
             messages += message;
     }
-    return Diagnostics::storeTroubleCount() == troublesBefore ? Answer::Finished : Answer::Refused;
+    return watch.hasTrouble() ? Answer::Refused : Answer::Finished;
 }
 
 void printGroup(const Invocation &invocation, int group, const QList<StoredMessage> &messages)

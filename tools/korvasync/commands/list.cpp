@@ -97,7 +97,7 @@ Answer readModified(MessageStore &store, Selection &selection, QList<StoredMessa
         for (const SyncSmsInfo &record : read.messages)
             ids += record.id;
     }
-    const int troublesBefore = Diagnostics::storeTroubleCount();
+    const TroubleWatch watch;
     for (const int id : qAsConst(ids)) {
         if (Interrupt::signalNumber() != 0)
             return Answer::Interrupted;
@@ -106,7 +106,7 @@ Answer readModified(MessageStore &store, Selection &selection, QList<StoredMessa
             messages += message;
     }
     // Else messages would be missing without a word.
-    return Diagnostics::storeTroubleCount() == troublesBefore ? Answer::Finished : Answer::Refused;
+    return watch.hasTrouble() ? Answer::Refused : Answer::Finished;
 }
 
 //! In the order of the list: equal times by id.

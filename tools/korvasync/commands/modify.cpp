@@ -26,7 +26,8 @@ constexpr const char *noConversation =
     QT_TRANSLATE_NOOP("Text", "the number has no messages yet; add one first");
 
 // Finished also when the message alone is at fault, not the store.
-Answer write(MessageStore &store, const StoredMessage &old, SmsInfo message, ItemResult &result)
+Answer write(MessageStore &store, const StoredMessage &old, SmsInfo message,
+             const TroubleWatch &watch, ItemResult &result)
 {
     message.time = old.time; // stays whatever is given; so does the token
     SyncSmsInfo record;
@@ -43,11 +44,11 @@ Answer write(MessageStore &store, const StoredMessage &old, SmsInfo message, Ite
     }
     result.status = ItemResult::Failed;
     result.refusal = RejectReason::SmsStore;
-    if (now.id == -1 && Diagnostics::storeTroubleCount() > 0)
+    if (now.id == -1 && watch.hasTrouble())
         result.detail = Text::reason("not known, as the store cannot be read back");
     if (written.answer != Answer::Finished)
         return written.answer;
-    if (Diagnostics::storeTroubleCount() > 0)
+    if (watch.hasTrouble())
         return Answer::Refused;
     result.detail =
         written.status.contains(SmsDatabaseError) ? Text::reason(noConversation) : trouble;
@@ -111,7 +112,7 @@ ExitCode runModify(const Invocation &invocation)
     result.source = path + QLatin1Char(':') + QString::number(given->line);
     result.id = ids->first();
     const StoredMessage old = StoredMessage::fromRecord(store.message(result.id));
-    if (old.id == -1 && Diagnostics::storeTroubleCount() > 0) // not read, so not known to be absent
+    if (old.id == -1 && invocation.watch.hasTrouble()) // not read, so not known to be absent
         return StoreAccess::complain(invocation.location, Answer::Refused);
     const auto parsed = ParsedMessage::parse(given->bytes);
     NormalisingRules rules;
@@ -129,7 +130,7 @@ ExitCode runModify(const Invocation &invocation)
         result.detail = parseErrorIn(given->bytes, given->line);
     if (result.refusal == RejectReason::None) {
         answer = global.dryRun ? foresee(store, normalised.message, result)
-                               : write(store, old, normalised.message, result);
+                               : write(store, old, normalised.message, invocation.watch, result);
     }
     if (answer == Answer::Interrupted || (global.dryRun && answer != Answer::Finished))
         return StoreAccess::complain(invocation.location, answer); // nothing came of it

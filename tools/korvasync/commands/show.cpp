@@ -32,7 +32,7 @@ ExitCode runShow(const Invocation &invocation)
         const StoredMessage message = StoredMessage::fromRecord(store.message(id));
         if (message.id != -1) {
             messages += message;
-        } else if (Diagnostics::storeTroubleCount() > 0) {
+        } else if (invocation.watch.hasTrouble()) {
             code = StoreAccess::complain(invocation.location, Answer::Refused);
             break;
         } else {

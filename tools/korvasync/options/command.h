@@ -6,6 +6,7 @@
 #include "globaloptions.h"
 #include "process/exitcode.h"
 #include "process/standardoutput.h"
+#include "shared/troublewatch.h"
 #include "store/storelocation.h"
 
 #include <QtCore/QByteArrayList>
@@ -19,6 +20,7 @@ struct Invocation
     const GlobalOptions &global;
     StoreLocation &location;
     StandardOutput &output;
+    const TroubleWatch watch = {}; //!< since the command began
 
     bool isSet(const char *option) const { return options.isSet(QLatin1String(option)); }
     QString value(const char *option) const { return options.value(QLatin1String(option)); }

@@ -4,6 +4,7 @@
 #include "diagnostics.h"
 
 #include "shared/terminaltext.h"
+#include "shared/troublewatch.h"
 
 #include <QtCore/QLoggingCategory>
 #include <QtCore/QMutex>
@@ -21,7 +22,6 @@ struct Troubles
 {
     QMutex mutex;
     QString firstOfStore;
-    int countOfStore = 0;
 };
 
 static Troubles &troubles()
@@ -43,12 +43,13 @@ static void printSentence(const QString &sentence)
 
 static void noteTrouble(const char *category, const QString &message)
 {
+    if (qstrcmp(category, "korvasync.store") != 0)
+        return;
+    TroubleWatch::note();
     Troubles &all = troubles();
     const QMutexLocker locker(&all.mutex);
-    if (qstrcmp(category, "korvasync.store") == 0) {
-        if (++all.countOfStore == 1)
-            all.firstOfStore = message;
-    }
+    if (all.firstOfStore.isEmpty())
+        all.firstOfStore = message;
 }
 
 static void handle(QtMsgType type, const QMessageLogContext &context, const QString &message)
@@ -88,12 +89,6 @@ QString storeTrouble()
 {
     const QMutexLocker locker(&troubles().mutex);
     return troubles().firstOfStore;
-}
-
-int storeTroubleCount()
-{
-    const QMutexLocker locker(&troubles().mutex);
-    return troubles().countOfStore;
 }
 
 } // namespace Diagnostics

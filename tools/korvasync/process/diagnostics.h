@@ -23,6 +23,5 @@ void ask(const QString &question);   //!< without an end of the line
 //! The store's own words on its first trouble, the cause of any other: a sentence that says
 //! what to do. Empty when it had none.
 QString storeTrouble();
-int storeTroubleCount();
 
 } // namespace Diagnostics

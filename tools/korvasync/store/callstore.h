@@ -4,7 +4,7 @@
 #pragma once
 
 #include "model/call.h"
-#include "pendingwait.h"
+#include "shared/pendingwait.h"
 
 #include <korvasync/callsyncinterface.h>
 

@@ -3,9 +3,9 @@
 
 #include "messagesender.h"
 
-#include "process/diagnostics.h"
 #include "shared/interrupt.h"
 #include "shared/parsedmessage.h"
+#include "shared/troublewatch.h"
 
 #include <QtCore/QDeadlineTimer>
 
@@ -78,7 +78,7 @@ MessageSender::Result MessageSender::send(const SmsInfo &message, std::chrono::m
         result.answer = Answer::Interrupted;
     if (result.answer != Answer::Finished)
         return result;
-    const int troublesBefore = Diagnostics::storeTroubleCount();
+    const TroubleWatch watch;
     delivery.emplace(message);
     result.cause = delivery->errorCause();
     if (result.cause != PendingSmsId::NoError)
@@ -99,8 +99,7 @@ MessageSender::Result MessageSender::send(const SmsInfo &message, std::chrono::m
         result.answer =
             Interrupt::signalNumber() != 0 ? Answer::Interrupted : look(message, result);
     }
-    if (result.outcome == Unknown && result.answer == Answer::Finished
-        && Diagnostics::storeTroubleCount() != troublesBefore)
+    if (result.outcome == Unknown && result.answer == Answer::Finished && watch.hasTrouble())
         result.answer = Answer::Refused; // what became of the message could not be stored
     result.problem = delivery->problem();
     return result;

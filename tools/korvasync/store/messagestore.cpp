@@ -13,12 +13,11 @@ namespace {
 
 template <typename Start>
 MessageStore::Read waitForRead(std::chrono::milliseconds timeout, const Start &start,
-                               int troublesBefore = Diagnostics::storeTroubleCount())
+                               const TroubleWatch &watch = TroubleWatch())
 {
     MessageStore::Read read;
     read.answer = PendingWait::waitForRead(
-        timeout, start, [&](PendingMsgs *msgs) { read.messages = msgs->syncSmsInfo(); },
-        troublesBefore);
+        timeout, start, [&](PendingMsgs *msgs) { read.messages = msgs->syncSmsInfo(); }, watch);
     return read;
 }
 
@@ -53,7 +52,7 @@ MessageStore::Read MessageStore::messages(const QDateTime &since, LocationId fol
 Answer MessageStore::forEach(const QList<LocationId> &folders, const QDateTime &since,
                              const std::function<void(const StoredMessage &)> &take)
 {
-    const int troublesBefore = Diagnostics::storeTroubleCount();
+    const TroubleWatch watch;
     const auto begin = [&](LocationId folder) {
         const BoundedCall call(BoundedCall::Read, timeout);
         return facade.messages(since, folder);
@@ -61,7 +60,7 @@ Answer MessageStore::forEach(const QList<LocationId> &folders, const QDateTime &
     PendingMsgs *pending = begin(folders.first());
     for (int next = 1; next <= folders.size(); ++next) {
         const Read read = waitForRead(
-            timeout, [&] { return std::exchange(pending, nullptr); }, troublesBefore);
+            timeout, [&] { return std::exchange(pending, nullptr); }, watch);
         if (read.answer != Answer::Finished)
             return read.answer;
         // The store has a thread of its own, which reads on while this one is taken.

@@ -4,7 +4,7 @@
 #pragma once
 
 #include "model/storedmessage.h"
-#include "pendingwait.h"
+#include "shared/pendingwait.h"
 
 #include <korvasync/smssyncinterface.h>
 

@@ -4,8 +4,8 @@
 #include "messagewriter.h"
 
 #include "model/folder.h"
-#include "process/diagnostics.h"
 #include "shared/parsedmessage.h"
+#include "shared/troublewatch.h"
 
 #include <korvasync/vmessageencoder.h>
 
@@ -112,9 +112,9 @@ void MessageWriter::findStored(const QList<NewMessage *> &messages, Answer failu
 void MessageWriter::confirm(NewMessage &message)
 {
     noteStored(message.id);
-    const int troublesBefore = Diagnostics::storeTroubleCount();
+    const TroubleWatch watch;
     const StoredMessage stored = StoredMessage::fromRecord(store.message(message.id));
-    const bool isRead = stored.id != -1 || Diagnostics::storeTroubleCount() == troublesBefore;
+    const bool isRead = stored.id != -1 || !watch.hasTrouble();
     message.trouble = isRead ? difference(stored, message.message)
                              : Text::reason("not known, as the store cannot be read back");
 }

@@ -3,9 +3,9 @@
 
 #pragma once
 
-#include "process/diagnostics.h"
-#include "shared/boundedcall.h"
-#include "shared/interrupt.h"
+#include "boundedcall.h"
+#include "interrupt.h"
+#include "troublewatch.h"
 
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QEventLoop>
@@ -71,14 +71,14 @@ Answer waitFor(BoundedCall::Kind kind, std::chrono::milliseconds timeout, const 
 }
 
 //! Waits for a read, which the store's own trouble ends as well.
-//! \param troublesBefore  how many the store had when the read began
+//! \param watch  made before the read began
 template <typename Start, typename Collect>
 Answer waitForRead(std::chrono::milliseconds timeout, const Start &start, const Collect &collect,
-                   int troublesBefore = Diagnostics::storeTroubleCount())
+                   const TroubleWatch &watch = TroubleWatch())
 {
     // A read that fails after its start is told by the store's warning alone.
     return waitFor(BoundedCall::Read, timeout, start, collect, [&](auto) -> std::optional<Answer> {
-        if (Diagnostics::storeTroubleCount() != troublesBefore)
+        if (watch.hasTrouble())
             return Answer::Refused;
         return std::nullopt;
     });
