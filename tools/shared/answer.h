@@ -4,7 +4,7 @@
 #pragma once
 
 //! How a request to the store ended.
-enum class Answer {
+enum class [[nodiscard]] Answer{
     Finished,
     Refused,    //!< the store could not take it, or will never finish it
     TimedOut,   //!< no answer in time

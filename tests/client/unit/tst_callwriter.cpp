@@ -85,7 +85,8 @@ const QString notTaken = QStringLiteral("the store did not take it");
 void TestCallWriter::handsOverTheEndOfACall()
 {
     Fixture fixture;
-    fixture.calls.add({Fixture::call("incoming").call, Fixture::call("outgoing").call});
+    QCOMPARE(fixture.calls.add({Fixture::call("incoming").call, Fixture::call("outgoing").call}),
+             Answer::Finished);
     QCOMPARE(fixture.scripted.addedEvents.size(), 2);
     for (const Event &event : fixture.scripted.addedEvents) {
         QCOMPARE(event.startTime().toSecsSinceEpoch(), start.toSecsSinceEpoch());
@@ -151,7 +152,7 @@ void TestCallWriter::tellsOfANumberStoredOtherwise()
     fixture.scripted.callRows = {callEvent(101, Event::Inbound)};
     fixture.scripted.callRows[0].setRemoteUid(QStringLiteral("5550100"));
     QList<NewCall> added{Fixture::call()};
-    fixture.add(added);
+    QCOMPARE(fixture.add(added), Answer::Refused);
     QCOMPARE(added.at(0).trouble.english, QStringLiteral("stored, but with another number"));
     QCOMPARE(fixture.index.storedCount(added.at(0).fingerprint), 1);
 }

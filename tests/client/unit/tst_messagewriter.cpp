@@ -110,9 +110,11 @@ QList<int> countsInIndex(ImportStore::Equals equals)
     std::vector<NewItem> added(1);
     added.front().content = message;
     added.front().stored.append(message.fingerprint);
-    store.read();
+    if (store.read() != Answer::Finished)
+        qFatal("the store cannot be read");
     const int ofStore = store.index.storedCount(message.fingerprint);
-    store.add(added);
+    if (store.add(added) != Answer::Finished)
+        qFatal("the store takes nothing");
     return {ofStore, store.index.storedCount(message.fingerprint)};
 }
 
@@ -147,7 +149,7 @@ void TestMessageWriter::tellsOfAMessageThatIsNotThere()
 {
     Fixture fixture;
     QList<NewMessage> added{fixture.message("one")};
-    fixture.add(added);
+    QCOMPARE(fixture.add(added), Answer::Finished);
     QCOMPARE(added.at(0).trouble.english, QStringLiteral("the store does not have it"));
 }
 
@@ -236,7 +238,7 @@ void TestMessageWriter::addsAgainAfterConversationsCouldNotBeMade()
     Fixture fixture;
     fixture.scripted.react(Request::AddGroups, Reaction::failed());
     QList<NewMessage> lost{fixture.message("one", "+15550199")};
-    fixture.add(lost);
+    QCOMPARE(fixture.add(lost), Answer::Refused);
     fixture.hold({QStringLiteral("two")});
     QList<NewMessage> added{fixture.message("two")};
     QCOMPARE(fixture.add(added), Answer::Finished);

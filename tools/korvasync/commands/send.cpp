@@ -137,7 +137,7 @@ ExitCode complain(const Invocation &invocation, const MessageSender::Result &res
     Diagnostics::error(withReason(
         Text::tr("it is not known whether the message was sent; do not repeat it blindly"),
         result));
-    StoreAccess::complain(invocation.location, result.answer);
+    static_cast<void>(StoreAccess::complain(invocation.location, result.answer)); // tells
     return SendUnknown;
 }
 

@@ -6,14 +6,11 @@
 #include <initializer_list>
 
 //! What the process ends with. Where several apply, worse() of them counts.
-enum ExitCode {
+enum [[nodiscard]] ExitCode{
     AllDone = 0,
     SomeNotDone = 1, //!< items were refused or failed, or the output could not be written
     UsageError = 2,  //!< nothing was touched
-    StoreFailed = 3,
-    IdNotFound = 4,
-    NoAnswer = 5,
-    SendFailed = 8,
+    StoreFailed = 3, IdNotFound = 4, NoAnswer = 5, SendFailed = 8,
     SendUnknown = 9 //!< the message may have gone out: do not repeat blindly
 };
 
