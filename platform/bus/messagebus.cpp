@@ -13,7 +13,7 @@ namespace {
 
 QString sessionAddress()
 {
-    const QString chosen = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
+    QString chosen = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
     if (!chosen.isEmpty())
         return chosen;
     const QByteArray ofUser = qgetenv("XDG_RUNTIME_DIR") + "/bus";

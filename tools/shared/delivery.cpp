@@ -13,11 +13,12 @@ Delivery::Delivery(const KorvaSyncIf::SmsInfo &message, QObject *parent)
     : QObject(parent)
 {
     SendingMonitor *const monitor = SendingMonitor::instance();
-    const auto handingOver =
-        connect(monitor, &SendingMonitor::begun, this, [this](int number) { m_message = number; });
+    const auto handingOver = connect(monitor, &SendingMonitor::begun, this, [this](int number) {
+        m_message = number;
+        m_isUnderWay = true;
+    });
     PendingSmsId *const pending = m_sender.sendSms(sendable(message));
     disconnect(handingOver);
-    m_isUnderWay = m_message != 0;
     connect(monitor, &SendingMonitor::problemFound, this, &Delivery::note);
     // Behind what the library has queued for the same end.
     connect(monitor, &SendingMonitor::ended, this, &Delivery::end, Qt::QueuedConnection);

@@ -105,7 +105,7 @@ Reason parseErrorIn(const QByteArray &vMessage, quint64 firstLine)
     VMessageParser parser;
     parser.parseVMessage(vMessage.constData(), static_cast<unsigned int>(vMessage.size()));
     const VMessageProblem problem = parser.problem();
-    const Reason reason = Text::reason(wordingOf(problem.kind));
+    Reason reason = Text::reason(wordingOf(problem.kind));
     if (!reason.english.contains(QLatin1String("%1")))
         return reason;
     return reason.arg(QString::number(firstLine + problem.line - 1));
