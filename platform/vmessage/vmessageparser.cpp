@@ -210,14 +210,13 @@ bool Reader::read()
 {
     if (!findBegin())
         return false;
-    bool isTextLost = false; // a body is closed whose BEGIN:VBODY is missing
     while (!rest.empty()) {
         const Line line = nextLine();
         switch (keyword(line.text)) {
         case Keyword::BeginVBody:
             return readBody();
         case Keyword::EndVMsg:
-            return !isTextLost;
+            return true;
         case Keyword::BeginVMsg:
             return false;
         case Keyword::BeginVEnv:
@@ -229,10 +228,8 @@ bool Reader::read()
         case Keyword::BeginVCard:
             readCard();
             break;
-        case Keyword::EndVBody:
-            isTextLost = true;
-            break;
         case Keyword::EndVCard:
+        case Keyword::EndVBody:
             break;
         case Keyword::None:
             if (const std::optional<Property> property = splitProperty(line.text)) {
