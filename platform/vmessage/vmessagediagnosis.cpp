@@ -80,7 +80,7 @@ VMessageProblem diagnoseMessage(LineCursor cursor)
         const Keyword word = keyword(cursor.line.text);
         if (word == Keyword::BeginVBody)
             return diagnoseBody(cursor, crLf);
-        if (word == Keyword::BeginVMsg)
+        if (word == Keyword::BeginVMsg || word == Keyword::EndVMsg)
             break;
         if ((word == Keyword::EndVBody || word == Keyword::EndVEnv) && closing == 0)
             closing = cursor.number;

@@ -210,13 +210,14 @@ bool Reader::read()
 {
     if (!findBegin())
         return false;
+    bool lacksBegin = false; // END:VBODY came before any BEGIN:VBODY: the text would be lost
     while (!rest.empty()) {
         const Line line = nextLine();
         switch (keyword(line.text)) {
         case Keyword::BeginVBody:
             return readBody();
         case Keyword::EndVMsg:
-            return true;
+            return !lacksBegin;
         case Keyword::BeginVMsg:
             return false;
         case Keyword::BeginVEnv:
@@ -228,8 +229,10 @@ bool Reader::read()
         case Keyword::BeginVCard:
             readCard();
             break;
-        case Keyword::EndVCard:
         case Keyword::EndVBody:
+            lacksBegin = true;
+            break;
+        case Keyword::EndVCard:
             break;
         case Keyword::None:
             if (const std::optional<Property> property = splitProperty(line.text)) {

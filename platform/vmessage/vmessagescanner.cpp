@@ -25,7 +25,7 @@ VMessageScanner::Taken VMessageScanner::take(std::string_view bytes)
     isBehindFeed = line.end == LineEnd::Lf;
     if (verdict == Cut)
         return {verdict, bytes};
-    const size_t next = verdict == Whole ? joint(line.text) : 0;
+    const size_t next = verdict == Unfinished ? 0 : joint(line.text);
     return {verdict, next == 0 ? std::string_view() : bytes.substr(next)};
 }
 
@@ -40,7 +40,8 @@ VMessageScanner::Verdict VMessageScanner::takeInHeader(const Line &line)
     if (word == Keyword::BeginVMsg)
         return Cut;
     if (word == Keyword::EndVMsg)
-        return Whole;
+        return lacksBegin ? Broken : Whole;
+    lacksBegin = lacksBegin || word == Keyword::EndVBody;
     atText = word == Keyword::BeginVBody;
     if (atText)
         place = Body;

@@ -31,8 +31,9 @@ class KORVAPLATFORM_EXPORT VMessageScanner
 public:
     enum Verdict {
         Unfinished,
-        Whole, //!< it ends on this line, in END:VMSG
-        Cut    //!< before this line, on which the next one begins; the parser tells what is missing
+        Whole,  //!< it ends on this line, in END:VMSG
+        Broken, //!< likewise, but a body was closed whose BEGIN:VBODY is missing
+        Cut //!< before this line, on which the next one begins; the parser tells what is missing
     };
 
     struct Taken
@@ -70,4 +71,5 @@ private:
     bool ownText = false;
     bool mayBeClosed = false;  // the line before was END:VBODY behind a bare line feed
     bool isBehindFeed = false; // the line before ended in a bare line feed
+    bool lacksBegin = false;   // END:VBODY came before any BEGIN:VBODY
 };

@@ -16,7 +16,7 @@ struct ScannedMessage
     std::string_view bytes; //!< from BEGIN:VMSG on
     size_t offset = 0;      //!< of the first byte in the file
     size_t line = 0;        //!< of BEGIN:VMSG in the file, from 1
-    bool complete = false;  //!< ends in END:VMSG
+    bool complete = false;  //!< ends in END:VMSG, and no body is closed that was not opened
     bool isJoined = false;  //!< the next one begins on the line on which this one ends
 
     bool operator==(const ScannedMessage &other) const
@@ -51,7 +51,7 @@ inline std::vector<ScannedMessage> scannedMessages(std::string_view file)
         if (taken.unused.empty())
             ++line;
         message.complete = taken.verdict == VMessageScanner::Whole;
-        message.isJoined = message.complete && !taken.unused.empty();
+        message.isJoined = taken.verdict != VMessageScanner::Cut && !taken.unused.empty();
         if (taken.verdict != VMessageScanner::Unfinished)
             close(start);
     }

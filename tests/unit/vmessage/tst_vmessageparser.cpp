@@ -332,6 +332,11 @@ void TestVMessageParser::saysWhyAMessageIsRefused_data()
     row("cut and blank lines", own.left(own.indexOf("TEL:")) + "\r\n \r\n\n", P::CutHeader, 9);
     row("cut header before another", own.left(own.indexOf("TEL:")) + own, P::CutHeader, 9);
     row("lines around a cut one", "1\r\n2\r\nBEGIN:VMSG\r\nVERSION:1.1\r\n", P::CutHeader, 4);
+    row("beginning of the body lost", without(own, "BEGIN:VBODY\r\n"), P::NoBody, 15);
+    row("beginning of the body damaged", QByteArray(own).replace("BEGIN:VBODY", "BEGIN:VBOD"),
+        P::NoBody, 16);
+    row("beginning of the body damaged before another message",
+        QByteArray(own).replace("BEGIN:VBODY", "BEGIN:VBOD") + own, P::NoBody, 16);
     row("no body", without(without(own, "BEGIN:VBODY\r\n"), "END:VMSG\r\n"), P::NoBody, 15);
     row("closed envelope without a body", "BEGIN:VMSG\r\nBEGIN:VENV\r\nEND:VENV\r\nEND:VENV\r\n",
         P::NoBody, 3);

@@ -21,6 +21,12 @@ struct Found
     quint64 line;
     bool complete;
     bool isJoined;
+
+    bool operator==(const Found &other) const
+    {
+        return bytes == other.bytes && offset == other.offset && line == other.line
+            && complete == other.complete && isJoined == other.isJoined;
+    }
 };
 
 QList<Found> scanned(const QByteArray &file)
@@ -82,6 +88,7 @@ private Q_SLOTS:
     void handsOutTheCutMessageAtTheEndOfTheFile();
     void endsWithTheLineThatClosesTheMessage();
     void handsBackWhatBeginsTheNextMessage();
+    void isNotWholeWithABodyThatOnlyEnds();
     void findsMessagesBehindByteOrderMarks();
     void findsNothingInOtherFiles();
     void survivesHostileInput();
@@ -340,6 +347,21 @@ void TestVMessageScanner::handsBackWhatBeginsTheNextMessage()
     const auto cut = open.take("begin:vmsg\n");
     QCOMPARE(cut.verdict, VMessageScanner::Cut);
     QCOMPARE(QByteArray(cut.unused.data(), int(cut.unused.size())), QByteArray("begin:vmsg\n"));
+}
+
+void TestVMessageScanner::isNotWholeWithABodyThatOnlyEnds()
+{
+    const QByteArray broken = phoneMessage("lost").replace("BEGIN:VBODY", "BEGIN:VBOD");
+    const QByteArray joined = broken.chopped(1);
+    const QByteArray next = phoneMessage("found");
+    QCOMPARE(scanned(broken + next),
+             (QList<Found>{{broken, 0, 1, false, false},
+                           {next, size_t(broken.size()), 14, true, false}}));
+    QCOMPARE(scanned(joined + next),
+             (QList<Found>{{joined, 0, 1, false, true},
+                           {next, size_t(joined.size()), 13, true, false}}));
+    const QByteArray bodiless = "BEGIN:VMSG\nVERSION:1.1\nEND:VMSG\n";
+    QCOMPARE(scanned(bodiless), (QList<Found>{{bodiless, 0, 1, true, false}}));
 }
 
 void TestVMessageScanner::findsMessagesBehindByteOrderMarks()
