@@ -48,8 +48,7 @@ qsizetype sizeOf(const Event &event)
     constexpr qsizetype numbersAndLists = 128;
     constexpr qsizetype contactNumber = 12;
     qsizetype size = numbersAndLists;
-    for (const TextField &field : TextFields)
-        size += sizeOf((event.*field.get)());
+    forEachText([&](const TextField &field) { size += sizeOf((event.*field.get)()); });
     const QList<MessagePart> parts = event.messageParts();
     for (const MessagePart &part : parts)
         size += sizeOf(part);

@@ -3,6 +3,8 @@
 
 #include "event.h"
 
+#include "eventrow_p.h"
+
 #include <QtCore/QSharedData>
 
 namespace CommHistory {
@@ -54,16 +56,11 @@ bool Event::operator==(const Event &other) const
 {
     if (d == other.d)
         return true;
-    return d->id == other.d->id && d->type == other.d->type && d->direction == other.d->direction
-        && d->status == other.d->status && d->isRead == other.d->isRead
-        && d->isMissedCall == other.d->isMissedCall && d->parentId == other.d->parentId
-        && d->groupId == other.d->groupId && d->startTime == other.d->startTime
-        && d->endTime == other.d->endTime && d->lastModified == other.d->lastModified
-        && d->localUid == other.d->localUid && d->remoteUid == other.d->remoteUid
-        && d->freeText == other.d->freeText && d->messageToken == other.d->messageToken
-        && d->encoding == other.d->encoding && d->characterSet == other.d->characterSet
-        && d->language == other.d->language && d->messageParts == other.d->messageParts
-        && d->contacts == other.d->contacts;
+    return std::apply(
+        [&](const auto &...fields) {
+            return (((this->*fields.get)() == (other.*fields.get)()) && ...);
+        },
+        EventFields);
 }
 
 bool Event::isValid() const { return d->id != -1 && d->type != UnknownType; }

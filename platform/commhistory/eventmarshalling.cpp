@@ -3,28 +3,34 @@
 
 #include "eventmarshalling.h"
 
-#include <limits>
+#include "eventrow_p.h"
 
 using CommHistory::Event;
 using CommHistory::MessagePart;
 
 namespace {
 
-constexpr qint64 NoTime = std::numeric_limits<qint64>::min();
-
-qint64 toMsecs(const QDateTime &time) { return time.isValid() ? time.toMSecsSinceEpoch() : NoTime; }
-
-QDateTime toTime(qint64 msecs)
+//! As which type the bus carries a value of an event.
+template <typename Value>
+auto toBus(const Value &value)
 {
-    return msecs == NoTime ? QDateTime() : QDateTime::fromMSecsSinceEpoch(msecs);
+    if constexpr (std::is_same_v<Value, QDateTime>)
+        return CommHistory::toStoredTime(value);
+    else if constexpr (std::is_enum_v<Value>)
+        return int(value);
+    else
+        return value;
 }
 
-template <typename T>
-T read(const QDBusArgument &argument)
+template <typename Value>
+Value fromBus(const QDBusArgument &argument)
 {
-    T value{};
-    argument >> value;
-    return value;
+    decltype(toBus(Value())) carried{};
+    argument >> carried;
+    if constexpr (std::is_same_v<Value, QDateTime>)
+        return CommHistory::fromStoredTime(carried);
+    else
+        return Value(carried);
 }
 
 } // namespace
@@ -50,12 +56,7 @@ const QDBusArgument &operator>>(const QDBusArgument &argument, MessagePart &part
 QDBusArgument &operator<<(QDBusArgument &argument, const Event &event)
 {
     argument.beginStructure();
-    argument << event.id() << int(event.type()) << toMsecs(event.startTime())
-             << toMsecs(event.endTime()) << int(event.direction()) << event.isRead()
-             << event.isMissedCall() << int(event.status()) << event.localUid() << event.remoteUid()
-             << event.parentId() << event.groupId() << event.freeText() << event.messageToken()
-             << event.encoding() << event.characterSet() << event.language()
-             << toMsecs(event.lastModified()) << event.messageParts() << event.contacts();
+    CommHistory::forEachField([&](const auto &field) { argument << toBus((event.*field.get)()); });
     argument.endStructure();
     return argument;
 }
@@ -63,26 +64,9 @@ QDBusArgument &operator<<(QDBusArgument &argument, const Event &event)
 const QDBusArgument &operator>>(const QDBusArgument &argument, Event &event)
 {
     argument.beginStructure();
-    event.setId(read<int>(argument));
-    event.setType(Event::EventType(read<int>(argument)));
-    event.setStartTime(toTime(read<qint64>(argument)));
-    event.setEndTime(toTime(read<qint64>(argument)));
-    event.setDirection(Event::Direction(read<int>(argument)));
-    event.setIsRead(read<bool>(argument));
-    event.setIsMissedCall(read<bool>(argument));
-    event.setStatus(Event::Status(read<int>(argument)));
-    event.setLocalUid(read<QString>(argument));
-    event.setRemoteUid(read<QString>(argument));
-    event.setParentId(read<int>(argument));
-    event.setGroupId(read<int>(argument));
-    event.setFreeText(read<QString>(argument));
-    event.setMessageToken(read<QString>(argument));
-    event.setEncoding(read<QString>(argument));
-    event.setCharacterSet(read<QString>(argument));
-    event.setLanguage(read<QString>(argument));
-    event.setLastModified(toTime(read<qint64>(argument)));
-    event.setMessageParts(read<QList<MessagePart>>(argument));
-    event.setContacts(read<QList<Event::Contact>>(argument));
+    CommHistory::forEachField([&](const auto &field) {
+        (event.*field.set)(fromBus<decltype((event.*field.get)())>(argument));
+    });
     argument.endStructure();
     return argument;
 }

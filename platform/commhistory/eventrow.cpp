@@ -7,32 +7,31 @@
 
 namespace CommHistory {
 
-qint64 toStoredTime(const QDateTime &time)
-{
-    return time.isValid() ? time.toMSecsSinceEpoch() : NoTime;
-}
+// In both directions: local time is dear (where TZ is not set, the C library asks for the file of
+// the zone each time), and most events start and end at once.
 
-QDateTime fromStoredTime(qint64 msecs)
+EventRow numbersOf(const Event &event)
 {
-    return msecs == NoTime ? QDateTime() : QDateTime::fromMSecsSinceEpoch(msecs);
+    EventRow row;
+    forEachNumber([&](const auto &field) {
+        const auto value = (event.*field.get)();
+        if constexpr (!std::is_same_v<decltype(value), const QDateTime>)
+            row.*field.inRow = std::decay_t<decltype(row.*field.inRow)>(value);
+    });
+    const QDateTime start = event.startTime();
+    const QDateTime end = event.endTime();
+    row.startTime = toStoredTime(start);
+    row.endTime = end == start ? row.startTime : toStoredTime(end);
+    row.lastModified = toStoredTime(event.lastModified());
+    return row;
 }
 
 EventRow toRow(const Event &event)
 {
-    EventRow row;
-    row.startTime = toStoredTime(event.startTime());
-    row.endTime = toStoredTime(event.endTime());
-    row.lastModified = toStoredTime(event.lastModified());
-    row.id = event.id();
-    row.parentId = event.parentId();
-    row.groupId = event.groupId();
-    row.type = quint8(event.type());
-    row.direction = quint8(event.direction());
-    row.status = quint8(event.status());
-    row.isRead = event.isRead();
-    row.isMissedCall = event.isMissedCall();
-    for (const TextField &field : TextFields)
+    EventRow row = numbersOf(event);
+    forEachText([&](const TextField &field) {
         row.texts.append(toStoredText((event.*field.get)())).append('\0');
+    });
     row.texts.chop(1);
     return row;
 }
@@ -40,29 +39,24 @@ EventRow toRow(const Event &event)
 Event fromRow(const EventRow &row)
 {
     Event event;
-    event.setId(row.id);
-    event.setType(Event::EventType(row.type));
-    // Local time is dear (where TZ is not set, the C library asks for the file of the zone each
-    // time), and most messages start and end at once.
+    forEachNumber([&](const auto &field) {
+        using Value = decltype((event.*field.get)());
+        if constexpr (!std::is_same_v<Value, QDateTime>)
+            (event.*field.set)(Value(row.*field.inRow));
+    });
     const QDateTime start = fromStoredTime(row.startTime);
     event.setStartTime(start);
     event.setEndTime(row.endTime == row.startTime ? start : fromStoredTime(row.endTime));
     if (row.lastModified != NoTime)
         event.setLastModified(QDateTime::fromMSecsSinceEpoch(row.lastModified, Qt::UTC));
-    event.setDirection(Event::Direction(row.direction));
-    event.setStatus(Event::Status(row.status));
-    event.setIsRead(row.isRead);
-    event.setIsMissedCall(row.isMissedCall);
-    event.setParentId(row.parentId);
-    event.setGroupId(row.groupId);
     int from = 0;
-    for (const TextField &field : TextFields) {
+    forEachText([&](const TextField &field) {
         const auto end = row.texts.indexOf('\0', from);
         const int size = int(end < 0 ? row.texts.size() : end) - from;
         (event
          .*field.set)(fromStoredText(QByteArray::fromRawData(row.texts.constData() + from, size)));
         from += size + 1;
-    }
+    });
     return event;
 }
 

@@ -10,42 +10,10 @@
 #include <array>
 #include <string>
 #include <string_view>
-#include <type_traits>
 
 namespace CommHistory {
 
 namespace {
-
-//! One number of an event: its property in the ontology, and how a row takes it from a column.
-struct NumberField
-{
-    const char *name;
-    void (*read)(EventRow &row, TrackerSparqlCursor *cursor, int column);
-};
-
-template <auto Member>
-void readNumber(EventRow &row, TrackerSparqlCursor *cursor, int column)
-{
-    using Number = std::remove_reference_t<decltype(row.*Member)>;
-    if constexpr (std::is_same_v<Number, bool>)
-        row.*Member = tracker_sparql_cursor_get_boolean(cursor, column);
-    else
-        row.*Member = Number(tracker_sparql_cursor_get_integer(cursor, column));
-}
-
-constexpr NumberField NumberFields[] = {
-    {"kv:id", readNumber<&EventRow::id>},
-    {"kv:type", readNumber<&EventRow::type>},
-    {"kv:direction", readNumber<&EventRow::direction>},
-    {"kv:status", readNumber<&EventRow::status>},
-    {"kv:isRead", readNumber<&EventRow::isRead>},
-    {"kv:isMissedCall", readNumber<&EventRow::isMissedCall>},
-    {"kv:folder", readNumber<&EventRow::parentId>},
-    {"kv:conversationId", readNumber<&EventRow::groupId>},
-    {"kv:startTime", readNumber<&EventRow::startTime>},
-    {"kv:endTime", readNumber<&EventRow::endTime>},
-    {"kv:lastModified", readNumber<&EventRow::lastModified>},
-};
 
 //! A condition of a query: that a variable has one of the numbers that Event names.
 std::string equals(const char *variable, int number)
@@ -66,10 +34,8 @@ std::string selectEvents(const char *subject, const char *rest, const char *orde
         variables += variable;
         pattern += (pattern.empty() ? " " : " ; ") + (name + variable);
     };
-    for (const NumberField &field : NumberFields)
-        add(field.name);
-    for (const TextField &field : TextFields)
-        add(field.name);
+    forEachNumber([&](const auto &field) { add(field.name); });
+    forEachText([&](const TextField &field) { add(field.name); });
     return "SELECT" + variables + " FROM <" KORVASYNC_GRAPH "> { " + subject + pattern + " . "
         + rest + " } " + order;
 }
@@ -79,9 +45,15 @@ EventRow readRow(TrackerSparqlCursor *cursor)
 {
     int column = 0;
     EventRow row;
-    for (const NumberField &field : NumberFields)
-        field.read(row, cursor, column++);
-    std::array<std::string_view, std::size(TextFields)> texts;
+    forEachNumber([&](const auto &field) {
+        auto &number = row.*field.inRow;
+        if constexpr (std::is_same_v<decltype(number), bool &>)
+            number = tracker_sparql_cursor_get_boolean(cursor, column++);
+        else
+            number =
+                std::decay_t<decltype(number)>(tracker_sparql_cursor_get_integer(cursor, column++));
+    });
+    std::array<std::string_view, TextCount> texts;
     std::size_t size = texts.size() - 1; // the zero bytes between them
     for (std::string_view &text : texts) {
         glong length = 0;

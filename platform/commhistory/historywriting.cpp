@@ -95,10 +95,13 @@ private:
 
 QByteArray conversationUri(int id) { return "conversation:" + QByteArray::number(id); }
 
-void setConversation(TrackerResource *resource, int id)
+template <typename Number>
+void setNumber(TrackerResource *resource, const char *name, Number number)
 {
-    tracker_resource_set_int64(resource, "kv:conversationId", id);
-    tracker_resource_set_uri(resource, "kv:channel", conversationUri(id).constData());
+    if constexpr (std::is_same_v<Number, bool>)
+        tracker_resource_set_boolean(resource, name, number);
+    else
+        tracker_resource_set_int64(resource, name, number);
 }
 
 //! The event as the database takes it, with the fields that \a set names.
@@ -106,31 +109,17 @@ GPointer<TrackerResource> toResource(const Event &event, Event::Properties set)
 {
     auto resource = newResource(eventUri(event.id()), "kv:Event");
     TrackerResource *r = resource.get();
-    const auto setInteger = [&](Event::Property property, const char *name, qint64 value) {
-        if (set & property)
-            tracker_resource_set_int64(r, name, value);
-    };
-    setInteger(Event::Type, "kv:type", event.type());
-    // Local time is dear, and most events start and end at once.
-    const QDateTime startTime = event.startTime();
-    const QDateTime endTime = event.endTime();
-    const qint64 start = toStoredTime(startTime);
-    setInteger(Event::StartTime, "kv:startTime", start);
-    setInteger(Event::EndTime, "kv:endTime", endTime == startTime ? start : toStoredTime(endTime));
-    setInteger(Event::EventDirection, "kv:direction", event.direction());
-    setInteger(Event::EventStatus, "kv:status", event.status());
-    setInteger(Event::ParentId, "kv:folder", event.parentId());
-    if (set & Event::IsRead)
-        tracker_resource_set_boolean(r, "kv:isRead", event.isRead());
-    if (set & Event::IsMissedCall)
-        tracker_resource_set_boolean(r, "kv:isMissedCall", event.isMissedCall());
-    if ((set & Event::GroupId) && event.groupId() > 0)
-        setConversation(r, event.groupId());
-    for (const TextField &field : TextFields) {
+    const EventRow row = numbersOf(event);
+    forEachNumber([&](const auto &field) {
+        if (set & field.property)
+            setNumber(r, field.name, row.*field.inRow);
+    });
+    if (set & Event::GroupId)
+        tracker_resource_set_uri(r, "kv:channel", conversationUri(row.groupId).constData());
+    forEachText([&](const TextField &field) {
         if (set & field.property)
             tracker_resource_set_string(r, field.name, toStoredText((event.*field.get)()));
-    }
-    tracker_resource_set_int64(r, "kv:lastModified", toStoredTime(event.lastModified()));
+    });
     return resource;
 }
 
@@ -199,10 +188,11 @@ bool addEvents(StoreConnection &connection, QList<Event> &events)
         for (Event &event : added) {
             event.setId(counter.next());
             event.setLastModified(now);
-            const auto resource = toResource(event, AllFields);
-            tracker_resource_set_int64(resource.get(), "kv:id", event.id());
-            if (event.groupId() < 1)
-                tracker_resource_set_int64(resource.get(), "kv:conversationId", NoConversation);
+            const bool hasGroup = event.groupId() > 0;
+            const auto resource =
+                toResource(event, hasGroup ? AllFields : AllFields & ~Event::GroupId);
+            if (!hasGroup)
+                setNumber(resource.get(), "kv:conversationId", NoConversation);
             addTo(batch, resource.get());
         }
         counter.write(batch);
@@ -222,7 +212,10 @@ bool modifyEvents(StoreConnection &connection, QList<Event> &events)
             bool found = false;
             if (!exists(connection, event.id(), &found) || !found)
                 return false;
-            const Event::Properties set = event.setProperties();
+            Event::Properties set = event.setProperties() & ~Event::Id;
+            if (event.groupId() < 1)
+                set &= ~Event::GroupId;
+            set |= Event::LastModified;
             event.setLastModified(now);
             addTo(batch, toResource(event, set).get());
         }

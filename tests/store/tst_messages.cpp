@@ -6,6 +6,8 @@
 
 #include <commhistory/trackerio.h>
 
+#include <functional>
+
 using namespace CommHistory;
 using namespace StoreTesting;
 
@@ -30,6 +32,8 @@ private Q_SLOTS:
     void callsAreNoMessages();
     void fiveThousandMessages();
     void modelOnlyRowsAreNotStored();
+    void aModelKeepsEveryField();
+    void eventsAreEqualWhenEveryFieldIs();
     void outsideTheRowsThereIsNothing();
     void anUnknownIdIsNotFound();
     void aReadReplacesTheRowsBefore();
@@ -256,6 +260,63 @@ void TestMessages::modelOnlyRowsAreNotStored()
     QCOMPARE(model.event(model.index(0, 0)).id(), 7);
     QCOMPARE(read(5011).size(), 0); // every request before this read is done
     QCOMPARE(reports.waiting(), 0);
+}
+
+void TestMessages::aModelKeepsEveryField()
+{
+    Event event = fullEvent();
+    event.setId(7);
+    event.setLastModified(utc(2010, 11, 3, 12, 0, 3));
+    EventModel model;
+    QList<Event> events{event};
+    QVERIFY(model.addEvents(events, true));
+    const Event kept = model.event(model.index(0, 0));
+    QVERIFY(kept == event);
+    QCOMPARE(kept.setProperties() | Event::MessageParts | Event::Contacts,
+             Event::Properties(0xfffff));
+    QCOMPARE(kept.startTime().timeSpec(), Qt::LocalTime);
+    QCOMPARE(kept.endTime().timeSpec(), Qt::LocalTime);
+    QCOMPARE(kept.lastModified().timeSpec(), Qt::UTC);
+}
+
+void TestMessages::eventsAreEqualWhenEveryFieldIs()
+{
+    Event full = fullEvent();
+    full.setId(7);
+    full.setLastModified(utc(2010, 11, 3));
+    full.setMessageParts({MessagePart()});
+    full.setContacts({{5, QStringLiteral("Ann")}});
+    QCOMPARE(full.setProperties(), Event::Properties(0xfffff)); // each of them
+    const QList<std::function<void(Event &)>> changes{
+        [](Event &e) { e.setId(8); },
+        [](Event &e) { e.setType(Event::CallEvent); },
+        [](Event &e) { e.setStartTime(QDateTime()); },
+        [](Event &e) { e.setEndTime(QDateTime()); },
+        [](Event &e) { e.setDirection(Event::Inbound); },
+        [](Event &e) { e.setIsRead(false); },
+        [](Event &e) { e.setIsMissedCall(false); },
+        [](Event &e) { e.setStatus(Event::SentStatus); },
+        [](Event &e) { e.setLocalUid(QStringLiteral("other")); },
+        [](Event &e) { e.setRemoteUid(QStringLiteral("other")); },
+        [](Event &e) { e.setParentId(8); },
+        [](Event &e) { e.setGroupId(8); },
+        [](Event &e) { e.setFreeText(QStringLiteral("other")); },
+        [](Event &e) { e.setMessageToken(QStringLiteral("other")); },
+        [](Event &e) { e.setEncoding(QStringLiteral("other")); },
+        [](Event &e) { e.setCharacterSet(QStringLiteral("other")); },
+        [](Event &e) { e.setLanguage(QStringLiteral("other")); },
+        [](Event &e) { e.setLastModified(QDateTime()); },
+        [](Event &e) { e.setMessageParts({}); },
+        [](Event &e) { e.setContacts({}); },
+    };
+    QCOMPARE(int(changes.size()), 20);
+    for (int i = 0; i < changes.size(); ++i) {
+        Event changed = full;
+        QVERIFY(changed == full);
+        changes.at(i)(changed);
+        QVERIFY2(changed != full, qPrintable(QString::number(i)));
+    }
+    QVERIFY(Event() == Event());
 }
 
 void TestMessages::outsideTheRowsThereIsNothing()
