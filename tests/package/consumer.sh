@@ -38,12 +38,26 @@ pkgconfig)
     ;;
 example)
     build "$examples"
-    export KORVASYNC_STORE="$work/store"
-    is "$("$work/build/pullandpush" 2024-05-01T10:00:00Z +15550101 Hello 2>&1 || echo "rc $?")" \
-        "korvasync.store: There is no store in $work/store yet; add something first, or name the \
-directory of another store.
-pullandpush: the messages cannot be read
+    # A new phone, without a store: reads are errors until the first write.
+    export XDG_DATA_HOME="$work/data"
+    unset KORVASYNC_STORE
+    absent="korvasync.store: There is no store in $XDG_DATA_HOME/korvasync yet; add something \
+first, or name the directory of another store."
+    is "$("$work/build/inbox" 2>&1 || echo "rc $?")" "$absent
+inbox: the messages cannot be read
 rc 1"
+    "$work/build/pullandpush" 2024-05-01T10:00:00Z +15550101 Hello >"$work/out" 2>"$work/errors" ||
+        { cat "$work/errors" >&2; exit 1; }
+    is "$(cat "$work/out")" "added as 1"
+    is "$(grep -v '^korvasync.announcement: ' "$work/errors")" "$absent
+pullandpush: the messages cannot be read; a new phone has none. Adding first."
+    is "$("$work/build/inbox")" 1
+    # A store that cannot be made takes no message.
+    is "$(KORVASYNC_STORE=/dev/null/store "$work/build/pullandpush" 2024-05-01T10:00:00Z +15550101 \
+        Hello 2>&1 | grep '^pullandpush')" \
+        "pullandpush: the messages cannot be read; a new phone has none. Adding first.
+pullandpush: the message was not added"
+    export KORVASYNC_STORE="$work/store"
     cat >"$work/first.vmsg" <<'END'
 BEGIN:VMSG
 VERSION:1.1
