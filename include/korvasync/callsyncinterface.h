@@ -19,22 +19,37 @@ class CallSyncInterfacePrivate;
 
 //! Reads, adds and wipes the phone's call log.
 //!
-//! A call crosses the boundary as a call-history entry, lines of name, colon and value:
+//! A call crosses the boundary as a call-history entry. The format is this library's own; no
+//! standard describes it. An entry consists of lines with a name, a colon and a value:
 //! \code
 //! BEGIN:VCALLHISTENTRY
-//! TYPE:incoming | outgoing | missed
-//! TEL:the other party, any text without a colon
-//! DURATION:seconds
-//! CALL-DATETIME:date and time
+//! TYPE:incoming
+//! TEL:+15550100
+//! DURATION:65
+//! CALL-DATETIME:20240105T081500
 //! END:VCALLHISTENTRY
 //! \endcode
-//! What is read ends its lines in CR LF and its date-time in the milliseconds, 0 to 999
-//! without leading zeros, in local time and without a zone letter. What is added may end
-//! its lines in LF too and has its date-time as "yyyyMMddThhmmss", read as local time; a Z or z
-//! behind it is cut off. So an entry that was read is not one that can be added as it is. An
-//! outgoing call is read with its start and added with its end.
 //!
-//! Pending objects and adapters live as told at SMSSyncInterface.
+//! | line | value |
+//! |---|---|
+//! | TYPE | incoming, outgoing or missed |
+//! | TEL | the other party; any text without a colon |
+//! | DURATION | whole seconds |
+//! | CALL-DATETIME | date and time in the local time zone, see below |
+//!
+//! | | in an entry that is read | in an entry to add |
+//! |---|---|---|
+//! | line ends | CR LF | CR LF, or LF |
+//! | form of the time | yyyyMMddThhmmss, then the milliseconds | yyyyMMddThhmmss |
+//! | time of an outgoing call | its start | its end |
+//! | time of any other call | its end | its end |
+//!
+//! The milliseconds are 0 to 999, without leading zeros. In an entry to add, a Z or z behind the
+//! time is ignored: the time is local all the same. An entry that was read therefore cannot be
+//! added as it is. Remove the milliseconds, and add the duration to the time of an outgoing call.
+//!
+//! Pending objects, order, new phones and destruction are described at SMSSyncInterface. On a new
+//! phone, calls() has PendingMsgs::isError() at once, and deleteAllCalls() returns false.
 class KORVASYNC_EXPORT CallSyncInterface : public QObject
 {
     Q_OBJECT
@@ -42,17 +57,28 @@ public:
     explicit CallSyncInterface(QObject *parent = nullptr);
     ~CallSyncInterface() override;
 
-    //! The calls of one kind whose start is not before a time, newest first. Waits for the store
-    //! as SMSSyncInterface::messages() does.
+    //! Reads the calls of one kind, newest start first, equal starts by descending database id.
+    //! Blocking and failures are those of SMSSyncInterface::messages().
     //! \param type   any other value than the three asks for all calls
-    //! \param since  lower bound, included, any time zone; null = all
+    //! \param since  lower bound of the call's start, inclusive; any time zone, compared in
+    //!               milliseconds. Null = all calls.
+    //! \return never null; a child of this object
     PendingMsgs *calls(CallType type, const QDateTime &since);
 
-    //! Adds calls. Per entry: CallParseError. A date-time that cannot be read is no error
-    //! and stored as none. What the store does not commit shows in isError() alone.
+    //! Adds calls.
+    //! \par Errors of entries  CallParseError for a wrong first line, name, type or END, and for a
+    //! second colon in a line. Other faults are no errors: a duration that is not a number is 0. A
+    //! time that cannot be read is stored as none, and the call starts in the year 2106. An entry
+    //! without a type, even an empty text, is stored as an outgoing call.
+    //! \par Failure  Calls that the store did not commit show in PendingStatus::isError() alone,
+    //! which does not tell which ones they are. For an empty list, and if no entry can be parsed,
+    //! isError() is true at once, and finished() never comes.
+    //! \return never null; a child of this object
     PendingStatus *addNewCalls(const QList<QString> &entries);
 
-    //! Removes every call; waits for the store. False when it did not.
+    //! Deletes every call, and nothing else. Blocks until the store has answered.
+    //! \return true if the calls are gone from the disk; false if the store is absent or was not
+    //!         written
     bool deleteAllCalls();
 
 private:

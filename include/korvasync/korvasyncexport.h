@@ -5,6 +5,6 @@
 
 #include <QtCore/qglobal.h>
 
-//! Marks what leaves libkorvasync. On the ELF systems this library runs on, one
-//! spelling serves the library and its users.
+//! Marks what libkorvasync exports. Library and users share one definition: on ELF systems, nothing
+//! has to be imported.
 #define KORVASYNC_EXPORT Q_DECL_EXPORT

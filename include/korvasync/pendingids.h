@@ -7,7 +7,8 @@
 
 namespace KorvaSyncIf {
 
-//! Result of adding messages: a PendingStatus that also has the new database ids.
+//! Result of adding messages: a PendingStatus with the new database ids. Its life and its failures
+//! are those of PendingStatus.
 class KORVASYNC_EXPORT PendingIds : public PendingStatus
 {
     Q_OBJECT
@@ -16,10 +17,13 @@ public:
     PendingIds(int count, QObject *parent);
     ~PendingIds() override;
 
-    //! Hands the messages to the store; the facade calls it once.
+    //! Hands the messages to the store. The facade calls it, once. An empty list sets isError().
+    //! \param smsInfos  records with their reference indexes in SmsInfo::refId
     void store(const QList<SmsInfo> &smsInfos);
 
-    QList<int> ids(); //!< database ids by reference index, -1 = not stored
+    //! Database ids by reference index, complete in the slots of finished(). -1 = not stored, or
+    //! not known to be stored. For an empty request one -1.
+    QList<int> ids();
 };
 
 } // namespace KorvaSyncIf

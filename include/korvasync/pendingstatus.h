@@ -14,15 +14,25 @@ namespace KorvaSyncIf {
 
 class SyncStorageIf;
 
-//! Result of a write: one slot per item, by reference index.
+//! Result of a write: one entry per item, at its reference index.
 //!
-//! Life: a facade creates it, as its child, notes the faults it finds itself, and hands
-//! the other items to the store. When there is nothing to hand over or the store cannot
-//! take it, isError() is true at once, finished() never comes, and the object lives until
-//! the facade goes. Otherwise finished() comes once, on a later turn of the event loop;
-//! inside the slots connected to it the results can be read; after them the object deletes
-//! itself. Where conversations for new numbers could not be made, finished() does not come
-//! and status() shows SmsDatabaseError: callers set a time limit of their own.
+//! Life:
+//! - *Created*: by a facade, as its child. The facade sets the errors of items that it refuses
+//!   itself, and hands the others to the store.
+//! - *Not started*: No item is left, or the store refuses the request. isError() is true at once,
+//!   finished() never comes, and the object lives until the facade is destroyed. status() has the
+//!   errors of the refused items.
+//! - *Running*: The caller connects to finished() before it returns to the event loop.
+//! - *Finished*: finished() comes once, from the event loop, never inside the facade's call. The
+//!   slots connected to it read the results.
+//! - *Deleted*: The object deletes itself after finished(). A caller that is no longer interested
+//!   may delete it earlier; the write goes on.
+//! - *No answer*: finished() never comes if conversations for new numbers could not be made.
+//!   status() then shows SmsDatabaseError, but isError() is false. It never comes, either, if the
+//!   store refuses a request late, or breaks off its reports. The object lives until the facade is
+//!   destroyed. Callers set a time limit of their own.
+//!
+//! What is reported as written is on the disk.
 class KORVASYNC_EXPORT PendingStatus : public QObject
 {
     Q_OBJECT
@@ -31,26 +41,39 @@ public:
     PendingStatus(int count, SyncType syncType, QObject *parent);
     ~PendingStatus() override;
 
-    //! Notes errors[i] for reference index refIds[i], as far as both lists reach. An index
-    //! outside the request is refused with a warning.
+    //! Sets errors[i] at reference index refIds[i], until the shorter list ends. An index outside
+    //! the request is ignored with a warning. For the facade.
     void setStatusIds(QList<int> refIds, QList<SMSSyncError> errors);
+    //! The same for calls.
     void setStatusCallIds(QList<int> refIds, QList<CallSyncError> errors);
-    //! Notes that the request held no items: one SmsZeroMessagesPassed, one id -1, isError().
+    //! Marks the request as empty: one SmsZeroMessagesPassed, one id -1, and isError(). For the
+    //! facade.
     void setZeroMessagesPassedError();
 
-    // Hand-over to the store; the facades call one of them, once. Records carry their
-    // reference index in refId (CallInfo: id). An empty list sets isError().
+    //! Hands modifications to the store. The facade calls one of the three hand-overs, once. An
+    //! empty list sets isError().
+    //! \param smsInfos  records with their reference indexes in SmsInfo::refId
     void modify(const QList<SmsInfo> &smsInfos);
+    //! Hands calls to the store; see modify().
+    //! \param callInfos  records with their reference indexes in CallInfo::id
     void store(const QList<CallInfo> &callInfos);
+    //! Hands deletions to the store; see modify().
+    //! \param smsInfos  records of which only SmsInfo::id and SmsInfo::refId are used
     void deleteIds(const QList<SmsInfo> &smsInfos);
 
-    QList<SMSSyncError> status();          //!< by reference index; empty for calls
-    QList<CallSyncError> statusCallMsgs(); //!< by reference index; empty for messages
-    //! The request could not be started, or the store did not commit all of it. Failed
-    //! deletions show in status() alone.
+    //! Results of messages by reference index, complete in the slots of finished(). Empty for
+    //! calls.
+    QList<SMSSyncError> status();
+    //! Results of calls, likewise. Empty for messages.
+    QList<CallSyncError> statusCallMsgs();
+    //! Whether the request could not be started, or the store did not commit all that was handed
+    //! over. Refused items and failed deletions show in status() alone. So does a modification
+    //! whose party has no conversation, unless nothing else was left to write.
     bool isError();
 
 Q_SIGNALS:
+    //! The results are complete.
+    //! \param pendingStatus  this object; a PendingIds for additions of messages
     void finished(PendingStatus *pendingStatus);
 
 protected Q_SLOTS:

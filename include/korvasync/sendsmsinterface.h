@@ -16,24 +16,38 @@ class Event;
 class PendingMessage;
 class SendSmsInterfacePrivate;
 
-//! Sends text messages given as vMessages (IrMC 1.1, section 9.9), one at a time, and watches
-//! the store for each: D-Bus session bus, signal "eventsAdded" of the interface
-//! "com.quelt.commhistory", from any sender.
+//! Sends text messages given as vMessages (IrMC 1.1, section 9.9), one at a time.
 //!
-//! The object stands on the session bus under the path "/SendSmsInterface" and exports its
-//! adaptors there. Two things to know: the first bytes of the vMessage that are read are as
-//! many as it has UTF-16 units, so callers with other than ASCII texts lengthen it behind its
-//! end with line ends; and an object that has once seen its message finishes every later
-//! send with the next announcement of any message, so callers that want certainty take a
-//! fresh object for each message.
+//! A message counts as sent when the store has it. The object learns that on the D-Bus session bus,
+//! from the signal "eventsAdded" of the interface "com.quelt.commhistory", whoever sends the
+//! signal. It compares number and text exactly; the last outgoing message that matches gives the
+//! id.
+//!
+//! Only the first bytes of a vMessage are parsed: as many as it has UTF-16 units. A vMessage that
+//! is not ASCII has more bytes in UTF-8. Append a line end for each of those.
+//!
+//! Take a fresh object for each message. On an object that has been used before:
+//! - A vMessage without a recipient's number goes to the recipient of an earlier one.
+//! - Once one message was seen, the next announcement of any message finishes each later send. Its
+//!   id() is -1 if the announcement is of another message, and its time limit has no effect.
+//! - The time limits of earlier messages go on. If one of them ends while a message is being sent,
+//!   the object stops watching: that message gets NotSeen, or, once a message was seen, no
+//!   finished().
 class KORVASYNC_EXPORT SendSmsInterface : public QObject
 {
     Q_OBJECT
 public:
+    //! Registers the object on the session bus under the path "/SendSmsInterface", where it exports
+    //! its adaptors. A failure is only logged. The first use of the bus in a process blocks until
+    //! the bus has answered.
     explicit SendSmsInterface(QObject *parent = nullptr);
     ~SendSmsInterface() override;
 
-    //! Never null; a child of this object.
+    //! Sends one message. Returns at once; the time limit is 2,000 ms.
+    //! \param vMessage  whole; its text and its first recipient's number are used
+    //! \return never null; a child of this object, see PendingSmsId
+    //! \par Failure  See PendingSmsId::ErrorCause. A message that the modem refuses is no error of
+    //! its own: it is stored as failed, or NotSeen comes.
     PendingSmsId *sendSms(const QString &vMessage);
 
 private Q_SLOTS:

@@ -9,13 +9,16 @@ namespace KorvaSyncIf {
 
 //! Writes text messages as vMessage 1.1 (IrMC 1.1, section 9.9) with vCard 2.1 parties.
 //!
-//! A plain value; one encoder may encode any number of messages, one after the other.
-//! Every line ends in CR LF and none is folded. Nothing here can fail: an empty field
-//! gives an empty value or leaves its part out. The text is written as it stands but for
-//! carriage returns, which are dropped, so line feeds inside it are bare.
+//! A plain value. One encoder may encode any number of messages, one after the other. Nothing here
+//! can fail: an empty member gives an empty value, or its part is left out.
+//!
+//! Every line ends in CR LF, and none is folded. The text is not encoded: carriage returns are
+//! dropped, line feeds stay bare, and everything else stays as it is. Numbers, read status and
+//! times are not checked. docs/formats.md shows a message.
 class KORVASYNC_EXPORT VMessageEncoder
 {
 public:
+    // The pieces of lines, as texts that end in zero.
     static const char *const CR;
     static const char *const LF;
     static const char *const SEMICOLON;
@@ -27,21 +30,29 @@ public:
     VMessageEncoder() = default;
     ~VMessageEncoder() = default;
 
-    //! The whole message. The result's time is the message's in Qt::TextDate form and its
-    //! own zone, while the vMessage has it in UTC.
+    //! Encodes a whole message. The vMessage has the time in UTC and in whole seconds.
+    //! SyncSmsInfo::time has it in the form of Qt::TextDate, in the time's own zone; with Qt 5 the
+    //! names in it are in the user's language. Id, folder and token are copied.
     SyncSmsInfo encode(const SmsInfo &message);
 
-    // The pieces of encode(); each appends to \a text.
+    //! Appends the lines from BEGIN:VMSG to the time. Without a time an empty line stands in its
+    //! place.
     void encodeHeader(const SmsInfo &message, QString &text);
+    //! Appends the envelope with the text, from BEGIN:VENV to END:VENV.
     void encodeBody(const SmsInfo &message, QString &text);
+    //! Appends a vCard 2.1 with nothing but the number.
     void encodeVCardData(const QString &number, QString &text);
 
-    //! Quoted-printable text (RFC 2045, 6.7) of UTF-8, for callers that write properties
-    //! of their own. Lossy: equals signs and control characters other than tab and line
-    //! feed are dropped with a warning each. A line feed becomes "=0D=0A".
+    //! Encodes a text as quoted-printable (RFC 2045, section 6.7) UTF-8, for callers that write
+    //! properties of their own; encode() does not use it. Lines have up to 75 characters before
+    //! their CR LF. Every space and tab is escaped. A line feed becomes "=0D=0A".
+    //!
+    //! The encoding is lossy: equals signs, and control characters other than tab and line feed,
+    //! are dropped, each with a warning.
     QString encodeQP(const QString &text);
-    //! Appends one character of quoted-printable output, after a soft line break where
-    //! the line is full.
+    //! Appends one character of quoted-printable output, after a soft line break if the line is
+    //! full. The encoder counts the characters of the line; encodeQP() starts at 0, and encode()
+    //! leaves 30.
     void appendChar(unsigned char character, QString &text);
 
 private:
