@@ -93,7 +93,7 @@ const QString CallSyncInterfacePrivate::missed = QStringLiteral("missed");
 
 namespace {
 
-const QLatin1String entryName("VCALLHISTENTRY");
+const QLatin1String EntryName("VCALLHISTENTRY");
 
 //! What stands before the first colon of a line, and behind it.
 struct Pieces
@@ -119,7 +119,7 @@ struct Pieces
 bool isFirstLine(QStringView line)
 {
     const Pieces pieces(line);
-    return pieces.hasMore || (pieces.name == QLatin1String("BEGIN") && pieces.value == entryName);
+    return pieces.hasMore || (pieces.name == QLatin1String("BEGIN") && pieces.value == EntryName);
 }
 
 //! Reads the clock reading as local time, whatever zone letter stands behind it.
@@ -181,7 +181,7 @@ bool CallSyncInterfacePrivate::applyLine(QStringView line, CallInfo &call)
     } else if (name == QLatin1String("CALL-DATETIME")) {
         call.dateTime = callTime(value);
     } else {
-        return name == QLatin1String("END") && value == entryName;
+        return name == QLatin1String("END") && value == EntryName;
     }
     return true;
 }

@@ -20,9 +20,11 @@ public:
     //! were read.
     CallInfo parseCallSyncMsg(const QString &entry);
 
+    // NOLINTBEGIN(readability-identifier-naming): named as the words that they hold
     static const QString incoming;
     static const QString outgoing;
     static const QString missed;
+    // NOLINTEND(readability-identifier-naming)
 
     CallSyncError lastError = CallNoError; // of the latest parseCallSyncMsg()
 

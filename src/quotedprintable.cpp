@@ -13,8 +13,8 @@ namespace KorvaSyncIf {
 
 namespace {
 
-constexpr int lineLimit = 72;
-const QLatin1String softLineBreak("=\r\n");
+constexpr int LineLimit = 72;
+const QLatin1String SoftLineBreak("=\r\n");
 
 void appendHexDigits(uchar byte, QString &text, int &lineLength)
 {
@@ -33,14 +33,14 @@ void appendEscape(uchar byte, QString &text, int &lineLength)
 void appendBlank(uchar byte, QString &text, int &lineLength)
 {
     const QLatin1String escape(byte == ' ' ? "=20" : "=09");
-    const int room = lineLimit - lineLength;
+    const int room = LineLimit - lineLength;
     if (room <= 3) {
-        text += softLineBreak;
+        text += SoftLineBreak;
         text += escape;
         lineLength = 3;
     } else if (room == 4) {
         text += escape;
-        text += softLineBreak;
+        text += SoftLineBreak;
         lineLength = 0;
     } else {
         text += escape;
@@ -52,14 +52,14 @@ void appendBlank(uchar byte, QString &text, int &lineLength)
 
 void appendQuotedPrintable(unsigned char character, QString &text, int &lineLength)
 {
-    if (lineLength > lineLimit) {
-        text += softLineBreak;
+    if (lineLength > LineLimit) {
+        text += SoftLineBreak;
         text += QLatin1Char(char(character));
         // The character on the new line is not counted. Sync clients compare the encoded text
         // byte by byte to see what has changed, so the line breaks stay where they are.
         lineLength = 0;
-    } else if (character == '=' && lineLength + 4 > lineLimit) {
-        text += softLineBreak;
+    } else if (character == '=' && lineLength + 4 > LineLimit) {
+        text += SoftLineBreak;
         text += QLatin1Char('=');
         lineLength = 1;
     } else {

@@ -19,11 +19,11 @@
 
 namespace {
 
-constexpr int sendTimeLimit = 2000; // ms
+constexpr int SendTimeLimit = 2000; // ms
 
-constexpr QLatin1String historyInterface("com.quelt.commhistory");
-constexpr QLatin1String addedSignal("eventsAdded");
-const char *const eventsSlot = SLOT(eventsAdded(QList<CommHistory::Event>));
+constexpr QLatin1String HistoryInterface("com.quelt.commhistory");
+constexpr QLatin1String AddedSignal("eventsAdded");
+const char *const EventsSlot = SLOT(eventsAdded(QList<CommHistory::Event>));
 
 //! What a signal has to carry. Any program can send one, and the bus library would read
 //! whatever it carries as events, and crash.
@@ -117,7 +117,7 @@ PendingSmsId *SendSmsInterface::sendSms(const QString &vMessage)
     } else {
         if (!d->messaging)
             d->messaging = new MessagingIf(QString(), this);
-        QTimer::singleShot(sendTimeLimit, Qt::PreciseTimer, this, &SendSmsInterface::timeOut);
+        QTimer::singleShot(SendTimeLimit, Qt::PreciseTimer, this, &SendSmsInterface::timeOut);
         PendingMessage *const sending = d->messaging->sendSMS(d->number, d->body, true);
         connect(sending, &PendingMessage::finished, this, &SendSmsInterface::msgSent,
                 Qt::QueuedConnection);
@@ -131,7 +131,7 @@ bool SendSmsInterface::subscribe()
     // The bus library refuses a subscription that it has already.
     unsubscribe();
     d->subscribed = QDBusConnection::sessionBus().connect(
-        QString(), QString(), historyInterface, addedSignal, eventsSignature(), this, eventsSlot);
+        QString(), QString(), HistoryInterface, AddedSignal, eventsSignature(), this, EventsSlot);
     return d->subscribed;
 }
 
@@ -139,7 +139,7 @@ bool SendSmsInterface::unsubscribe()
 {
     d->subscribed = false;
     return QDBusConnection::sessionBus().disconnect(
-        QString(), QString(), historyInterface, addedSignal, eventsSignature(), this, eventsSlot);
+        QString(), QString(), HistoryInterface, AddedSignal, eventsSignature(), this, EventsSlot);
 }
 
 // The outcome of a send is what the store shows; this is for the log alone.

@@ -23,7 +23,7 @@ namespace {
 //   _                blanks; a blank: blanks or none
 //   ,                a comma or none
 // All else stands for itself.
-constexpr std::string_view spellings[] = {
+constexpr std::string_view Spellings[] = {
     "Y2M2DT2h2m2sz", // 20101103T142530Z, 19700000T000000Z
     "D.M.Y_cz",      // 03.11.2010 14:25:30
     "D-M-Y_cz",      // 03-11-2010 14:25:30
@@ -37,8 +37,8 @@ constexpr std::string_view spellings[] = {
     "W, D N Y_cz",   // Wed, 03 Nov 2010 14:25:30 +0900
 };
 
-constexpr std::string_view dayNames = "MonTueWedThuFriSatSun";
-constexpr std::string_view monthNames = "JanFebMarAprMayJunJulAugSepOctNovDec";
+constexpr std::string_view DayNames = "MonTueWedThuFriSatSun";
+constexpr std::string_view MonthNames = "JanFebMarAprMayJunJulAugSepOctNovDec";
 
 enum class Half { None, Morning, Afternoon };
 
@@ -59,17 +59,17 @@ class Scanner
 {
 public:
     explicit Scanner(std::string_view text)
-        : rest(text)
+        : m_rest(text)
     {
     }
 
-    bool atEnd() const { return rest.empty(); }
+    bool atEnd() const { return m_rest.empty(); }
 
     bool take(std::string_view word)
     {
-        const bool fits = VMessageLines::startsWith(rest, word);
+        const bool fits = VMessageLines::startsWith(m_rest, word);
         if (fits)
-            rest.remove_prefix(word.size());
+            m_rest.remove_prefix(word.size());
         return fits;
     }
 
@@ -77,8 +77,8 @@ public:
 
     bool takeBlanks()
     {
-        const size_t count = std::min(rest.find_first_not_of(' '), rest.size());
-        rest.remove_prefix(count);
+        const size_t count = std::min(m_rest.find_first_not_of(' '), m_rest.size());
+        m_rest.remove_prefix(count);
         return count > 0;
     }
 
@@ -87,9 +87,9 @@ public:
     {
         size_t digits = 0;
         *number = 0;
-        for (; digits < most && digits < rest.size() && isDigit(rest[digits]); ++digits)
-            *number = *number * 10 + (rest[digits] - '0');
-        rest.remove_prefix(digits);
+        for (; digits < most && digits < m_rest.size() && isDigit(m_rest[digits]); ++digits)
+            *number = *number * 10 + (m_rest[digits] - '0');
+        m_rest.remove_prefix(digits);
         return digits >= least;
     }
 
@@ -107,14 +107,14 @@ public:
     bool takeFraction()
     {
         const auto isNoDigit = [](char c) { return !isDigit(c); };
-        const auto end = std::find_if(rest.begin(), rest.end(), isNoDigit);
-        const bool isMore = std::any_of(rest.begin(), end, [](char c) { return c != '0'; });
-        rest.remove_prefix(size_t(end - rest.begin()));
+        const auto end = std::find_if(m_rest.begin(), m_rest.end(), isNoDigit);
+        const bool isMore = std::any_of(m_rest.begin(), end, [](char c) { return c != '0'; });
+        m_rest.remove_prefix(size_t(end - m_rest.begin()));
         return isMore;
     }
 
 private:
-    std::string_view rest;
+    std::string_view m_rest;
 };
 
 bool takeClock(Scanner &scanner, Date *date, char separator)
@@ -175,10 +175,10 @@ bool takePart(Scanner &scanner, char part, size_t leastDigits, Written *written)
     case 's':
         return scanner.takeNumber(leastDigits, 2, &date.second);
     case 'N':
-        date.month = scanner.takeName(monthNames);
+        date.month = scanner.takeName(MonthNames);
         return date.month > 0;
     case 'W':
-        scanner.takeName(dayNames);
+        scanner.takeName(DayNames);
         return true;
     case 'c':
         return takeClock(scanner, &date, ':');
@@ -220,7 +220,7 @@ std::optional<Written> readSpelling(Scanner scanner, std::string_view spelling)
 // No text has two spellings.
 std::optional<Written> readWritten(std::string_view text)
 {
-    for (std::string_view spelling : spellings) {
+    for (std::string_view spelling : Spellings) {
         if (const auto written = readSpelling(Scanner(text), spelling))
             return written;
     }

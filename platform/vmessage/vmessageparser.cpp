@@ -54,7 +54,7 @@ struct HeaderField
     const char *VMessageHeader::*field;
 };
 
-constexpr HeaderField headerFields[] = {
+constexpr HeaderField HeaderFields[] = {
     {"X-IRMC-STATUS", &VMessageHeader::status},
     {"X-IRMC-BOX", &VMessageHeader::box},
     {"X-IRMC-TYPE", &VMessageHeader::type},
@@ -175,8 +175,8 @@ class Reader
 {
 public:
     explicit Reader(VMessage *message)
-        : m(*message)
-        , rest(message->bytes)
+        : m_message(*message)
+        , m_rest(message->bytes)
     {
     }
 
@@ -194,16 +194,19 @@ private:
     void readBodyField(std::string_view line, Parameters *parameters);
     void decodeText(std::string_view text, const Parameters &parameters);
 
-    char *writable(const char *position) { return m.bytes.data() + (position - m.bytes.data()); }
+    char *writable(const char *position)
+    {
+        return m_message.bytes.data() + (position - m_message.bytes.data());
+    }
     const char *keep(std::string_view text);
     const char *keepFilled(std::string_view text) { return text.empty() ? nullptr : keep(text); }
 
-    VMessage &m;
-    std::string_view rest;            // not read yet
-    bool crLf = true;                 // all lines so far end in CR LF
-    unsigned depth = 0;               // open envelopes
-    const char *dateOrigin = nullptr; // stands in where there is no other date
-    Parameters inherited;             // the first ones named above the body
+    VMessage &m_message;
+    std::string_view m_rest;            // not read yet
+    bool m_crLf = true;                 // all lines so far end in CR LF
+    unsigned m_depth = 0;               // open envelopes
+    const char *m_dateOrigin = nullptr; // stands in where there is no other date
+    Parameters m_inherited;             // the first ones named above the body
 };
 
 bool Reader::read()
@@ -211,7 +214,7 @@ bool Reader::read()
     if (!findBegin())
         return false;
     bool lacksBegin = false; // END:VBODY came before any BEGIN:VBODY: the text would be lost
-    while (!rest.empty()) {
+    while (!m_rest.empty()) {
         const Line line = nextLine();
         switch (keyword(line.text)) {
         case Keyword::BeginVBody:
@@ -221,10 +224,10 @@ bool Reader::read()
         case Keyword::BeginVMsg:
             return false;
         case Keyword::BeginVEnv:
-            ++depth;
+            ++m_depth;
             break;
         case Keyword::EndVEnv:
-            depth -= depth > 0;
+            m_depth -= m_depth > 0;
             break;
         case Keyword::BeginVCard:
             readCard();
@@ -236,7 +239,7 @@ bool Reader::read()
             break;
         case Keyword::None:
             if (const std::optional<Property> property = splitProperty(line.text)) {
-                readParameters(property->parameters, &inherited);
+                readParameters(property->parameters, &m_inherited);
                 readHeaderField(*property);
             }
         }
@@ -246,10 +249,10 @@ bool Reader::read()
 
 bool Reader::findBegin()
 {
-    while (!rest.empty()) {
-        const Line line = readLine(rest);
-        rest = line.rest;
-        crLf = line.end != LineEnd::Lf;
+    while (!m_rest.empty()) {
+        const Line line = readLine(m_rest);
+        m_rest = line.rest;
+        m_crLf = line.end != LineEnd::Lf;
         if (keyword(line.text) == Keyword::BeginVMsg)
             return true;
     }
@@ -258,9 +261,9 @@ bool Reader::findBegin()
 
 Line Reader::nextLine()
 {
-    const Line line = readLine(rest);
-    rest = line.rest;
-    crLf = crLf && line.end != LineEnd::Lf;
+    const Line line = readLine(m_rest);
+    m_rest = line.rest;
+    m_crLf = m_crLf && line.end != LineEnd::Lf;
     return line;
 }
 
@@ -273,39 +276,39 @@ const char *Reader::keep(std::string_view text)
 void Reader::readHeaderField(const Property &property)
 {
     const std::string_view value = trimmed(property.value);
-    for (const HeaderField &known : headerFields) {
+    for (const HeaderField &known : HeaderFields) {
         if (!equals(property.name, known.name))
             continue;
-        const char *&field = m.header.*known.field;
+        const char *&field = m_message.header.*known.field;
         if (!field || !*field)
             field = keep(value);
         return;
     }
-    if (isMakersDate(property.name) && !m.header.dateTime)
-        m.header.dateTime = keepFilled(value);
+    if (isMakersDate(property.name) && !m_message.header.dateTime)
+        m_message.header.dateTime = keepFilled(value);
     else if (equals(property.name, "FROMTEL") && !value.empty())
         addCard(nullptr, keep(value));
     else if (equals(property.name, "DateOrigin"))
-        dateOrigin = keepFilled(value);
+        m_dateOrigin = keepFilled(value);
 }
 
 void Reader::readCard()
 {
     const char *name = nullptr;
     const char *telephone = nullptr;
-    while (!rest.empty()) {
-        const std::string_view here = rest;
+    while (!m_rest.empty()) {
+        const std::string_view here = m_rest;
         const Line line = nextLine();
         const Keyword word = keyword(line.text);
         if (word != Keyword::None) {
             if (word != Keyword::EndVCard)
-                rest = here; // END:VCARD is missing
+                m_rest = here; // END:VCARD is missing
             break;
         }
         const std::optional<Property> property = splitProperty(unfolded(line).text);
         if (!property)
             continue;
-        readParameters(property->parameters, &inherited);
+        readParameters(property->parameters, &m_inherited);
         const std::string_view ungrouped = property->name.substr(property->name.rfind('.') + 1);
         const std::string_view value = trimmed(property->value);
         if (equals(ungrouped, "N") && !name)
@@ -319,7 +322,7 @@ void Reader::readCard()
 // Moves the continuation lines, which begin with a blank, up to the end of their first.
 Line Reader::unfolded(Line line)
 {
-    while (!rest.empty() && (rest.front() == ' ' || rest.front() == '\t')) {
+    while (!m_rest.empty() && (m_rest.front() == ' ' || m_rest.front() == '\t')) {
         const std::string_view more = nextLine().text.substr(1);
         std::copy(more.begin(), more.end(), writable(line.text.data() + line.text.size()));
         line.text = {line.text.data(), line.text.size() + more.size()};
@@ -329,35 +332,35 @@ Line Reader::unfolded(Line line)
 
 void Reader::addCard(const char *name, const char *telephone)
 {
-    if (depth == 0)
-        addParty(name, telephone, &m.originator, &m.originatorTelephones);
+    if (m_depth == 0)
+        addParty(name, telephone, &m_message.originator, &m_message.originatorTelephones);
     else
-        addParty(name, telephone, &m.recipient, &m.recipientTelephones);
+        addParty(name, telephone, &m_message.recipient, &m_message.recipientTelephones);
 }
 
 bool Reader::readBody()
 {
-    const char *const bodyEnd = findBodyEnd(rest, isOwnText(rest, crLf));
+    const char *const bodyEnd = findBodyEnd(m_rest, isOwnText(m_rest, m_crLf));
     if (!bodyEnd)
         return false;
 
-    std::string_view content = withoutLineEnd(rest.substr(0, size_t(bodyEnd - rest.data())));
+    std::string_view content = withoutLineEnd(m_rest.substr(0, size_t(bodyEnd - m_rest.data())));
     // Some programs write a blank line after every line, the last one of the text included.
     if (isBlankLine(readLine(content)))
         content = withoutLineEnd(content);
 
-    m.body = VMessageBody{};
+    m_message.body = VMessageBody{};
     Parameters parameters;
     const std::string_view text = readBodyFields(content, &parameters);
     decodeText(text, parameters);
-    m.body->encoding = keepFilled(parameters.encoding);
-    m.body->charset =
-        keepFilled(parameters.charset.empty() ? inherited.charset : parameters.charset);
-    m.body->language =
-        keepFilled(parameters.language.empty() ? inherited.language : parameters.language);
-    if (!m.header.dateTime)
-        m.header.dateTime = m.body->date ? m.body->date : dateOrigin;
-    return m.body->text;
+    m_message.body->encoding = keepFilled(parameters.encoding);
+    m_message.body->charset =
+        keepFilled(parameters.charset.empty() ? m_inherited.charset : parameters.charset);
+    m_message.body->language =
+        keepFilled(parameters.language.empty() ? m_inherited.language : parameters.language);
+    if (!m_message.header.dateTime)
+        m_message.header.dateTime = m_message.body->date ? m_message.body->date : m_dateOrigin;
+    return m_message.body->text;
 }
 
 // Reads what stands above the message text and hands out the text, not yet decoded. Some
@@ -389,7 +392,7 @@ std::string_view Reader::readBodyFields(std::string_view content, Parameters *pa
     }
     if (property) {
         readParameters(property->parameters, parameters);
-        m.body->property = keep(property->name);
+        m_message.body->property = keep(property->name);
         return {property->value.data(), size_t(textEnd - property->value.data())};
     }
     while (!bareText.empty() && isBlankLine(readLine(bareText)))
@@ -399,9 +402,9 @@ std::string_view Reader::readBodyFields(std::string_view content, Parameters *pa
 
 void Reader::readBodyField(std::string_view line, Parameters *parameters)
 {
-    const auto date = m.body->date ? std::nullopt : DateLines::dateOf(line);
+    const auto date = m_message.body->date ? std::nullopt : DateLines::dateOf(line);
     if (date)
-        m.body->date = keepFilled(*date);
+        m_message.body->date = keepFilled(*date);
     else if (const std::optional<Property> property = splitProperty(line))
         readHeaderField(*property);
     else
@@ -422,25 +425,25 @@ void Reader::decodeText(std::string_view text, const Parameters &parameters)
     // bytes are no UTF-8.
     const std::string_view bytes(begin, length);
     const auto convertFrom = [&](std::string_view charset) {
-        return TextDecoding::convertToUtf8(bytes, std::string(charset), &m.convertedText);
+        return TextDecoding::convertToUtf8(bytes, std::string(charset), &m_message.convertedText);
     };
     const bool named = !parameters.charset.empty() && !equals(parameters.charset, "UTF-8");
     bool converted = named && convertFrom(parameters.charset);
     if (!converted && !TextDecoding::isUtf8(bytes)) {
         converted = true;
-        if (inherited.charset.empty() || !convertFrom(inherited.charset))
-            m.convertedText = TextDecoding::repairedUtf8(bytes);
+        if (m_inherited.charset.empty() || !convertFrom(m_inherited.charset))
+            m_message.convertedText = TextDecoding::repairedUtf8(bytes);
     }
     if (converted) {
-        begin = m.convertedText.data();
-        length = m.convertedText.size();
+        begin = m_message.convertedText.data();
+        length = m_message.convertedText.size();
     }
 
     length = TextDecoding::unifyLineEnds(begin, length);
     begin[length] = '\0';
     if (length <= size_t(std::numeric_limits<int>::max())) {
-        m.body->text = begin;
-        m.body->length = int(length);
+        m_message.body->text = begin;
+        m_message.body->length = int(length);
     }
 }
 

@@ -20,9 +20,9 @@ bool VMessageScanner::isStructure(std::string_view line)
 VMessageScanner::Taken VMessageScanner::take(std::string_view bytes)
 {
     const Line line = readLine(bytes);
-    const bool inBody = place == Body || place == Closing;
+    const bool inBody = m_place == Body || m_place == Closing;
     const Verdict verdict = inBody ? takeInBody(line) : takeInHeader(line);
-    isBehindFeed = line.end == LineEnd::Lf;
+    m_isBehindFeed = line.end == LineEnd::Lf;
     if (verdict == Cut)
         return {verdict, bytes};
     const size_t next = verdict == Unfinished ? 0 : joint(line.text);
@@ -31,46 +31,46 @@ VMessageScanner::Taken VMessageScanner::take(std::string_view bytes)
 
 VMessageScanner::Verdict VMessageScanner::takeInHeader(const Line &line)
 {
-    crLf = crLf && line.end != LineEnd::Lf;
-    if (place == Start) {
-        place = Header;
+    m_crLf = m_crLf && line.end != LineEnd::Lf;
+    if (m_place == Start) {
+        m_place = Header;
         return Unfinished;
     }
     const Keyword word = keyword(line.text);
     if (word == Keyword::BeginVMsg)
         return Cut;
     if (word == Keyword::EndVMsg)
-        return lacksBegin ? Broken : Whole;
-    lacksBegin = lacksBegin || word == Keyword::EndVBody;
-    atText = word == Keyword::BeginVBody;
-    if (atText)
-        place = Body;
+        return m_lacksBegin ? Broken : Whole;
+    m_lacksBegin = m_lacksBegin || word == Keyword::EndVBody;
+    m_atText = word == Keyword::BeginVBody;
+    if (m_atText)
+        m_place = Body;
     return Unfinished;
 }
 
 VMessageScanner::Verdict VMessageScanner::takeInBody(const Line &line)
 {
     const Keyword word = keyword(line.text);
-    if (atText)
-        ownText = isOwnText(line.text, crLf);
-    atText = false;
-    const bool structure = !ownText || !isBehindFeed || place == Closing;
-    if (mayBeClosed && closesEnvelope(word, line.end))
-        place = Closing;
-    mayBeClosed = !structure && word == Keyword::EndVBody && line.end == LineEnd::CrLf;
+    if (m_atText)
+        m_ownText = isOwnText(line.text, m_crLf);
+    m_atText = false;
+    const bool structure = !m_ownText || !m_isBehindFeed || m_place == Closing;
+    if (m_mayBeClosed && closesEnvelope(word, line.end))
+        m_place = Closing;
+    m_mayBeClosed = !structure && word == Keyword::EndVBody && line.end == LineEnd::CrLf;
     switch (structure ? word : Keyword::None) {
     case Keyword::BeginVMsg:
         return Cut;
     case Keyword::EndVBody:
-        place = Closing;
+        m_place = Closing;
         return Unfinished;
     case Keyword::EndVMsg:
-        return place == Body ? Unfinished : Whole;
+        return m_place == Body ? Unfinished : Whole;
     case Keyword::EndVEnv:
         return Unfinished;
     default:
         if (!trimmed(line.text).empty())
-            place = Body;
+            m_place = Body;
         return Unfinished;
     }
 }

@@ -52,7 +52,7 @@ public:
     //! \param line  the next one, with its line end, which the last line of a file may lack
     Taken take(std::string_view line);
     //! Whether the next line may be structure: by the rule above it is no text of the message.
-    bool nextLineCanBeStructure() const { return !crLf || !isBehindFeed; }
+    bool nextLineCanBeStructure() const { return !m_crLf || !m_isBehindFeed; }
 
 private:
     enum Place {
@@ -65,11 +65,11 @@ private:
     Verdict takeInHeader(const VMessageLines::Line &line);
     Verdict takeInBody(const VMessageLines::Line &line);
 
-    Place place = Start;
-    bool crLf = true;    // the lines up to the body end in CR LF
-    bool atText = false; // the next line is the first of the body
-    bool ownText = false;
-    bool mayBeClosed = false;  // the line before was END:VBODY behind a bare line feed
-    bool isBehindFeed = false; // the line before ended in a bare line feed
-    bool lacksBegin = false;   // END:VBODY came before any BEGIN:VBODY
+    Place m_place = Start;
+    bool m_crLf = true;    // the lines up to the body end in CR LF
+    bool m_atText = false; // the next line is the first of the body
+    bool m_ownText = false;
+    bool m_mayBeClosed = false;  // the line before was END:VBODY behind a bare line feed
+    bool m_isBehindFeed = false; // the line before ended in a bare line feed
+    bool m_lacksBegin = false;   // END:VBODY came before any BEGIN:VBODY
 };

@@ -69,7 +69,7 @@ QDateTime localTime(const DateAndTime &value)
     return result.isValid() && result.time() == value.time ? result : QDateTime();
 }
 
-constexpr int stampLength = 15;
+constexpr int StampLength = 15;
 
 //! Writes the 15 characters "yyyyMMddThhmmss".
 void writeStamp(const QDate &date, const QTime &time, QChar *out)
@@ -98,7 +98,7 @@ bool hasFourDigitYear(const QDate &date)
 template <typename Text>
 QDateTime readUtcStampOf(Text text)
 {
-    if (text.size() != stampLength + 1 || codeOf(text.data()[stampLength]) != 'Z')
+    if (text.size() != StampLength + 1 || codeOf(text.data()[StampLength]) != 'Z')
         return QDateTime();
     const DateAndTime value = readStamp(text.data());
     return value.isValid() ? QDateTime(value.date, value.time, Qt::UTC) : QDateTime();
@@ -112,7 +112,7 @@ QDateTime readUtcStamp(QLatin1String text) { return readUtcStampOf(text); }
 
 QDateTime readLocalStamp(QStringView text)
 {
-    return text.size() == stampLength ? localTime(readStamp(text.data())) : QDateTime();
+    return text.size() == StampLength ? localTime(readStamp(text.data())) : QDateTime();
 }
 
 QDateTime readLocalDate(const QString &text)
@@ -135,9 +135,9 @@ QString utcStamp(const QDateTime &time)
     const QDate date = utc.date();
     if (!hasFourDigitYear(date))
         return utc.toString(QStringLiteral("yyyyMMddThhmmssZ"));
-    QString text(stampLength + 1, Qt::Uninitialized);
+    QString text(StampLength + 1, Qt::Uninitialized);
     writeStamp(date, utc.time(), text.data());
-    text.data()[stampLength] = QLatin1Char('Z');
+    text.data()[StampLength] = QLatin1Char('Z');
     return text;
 }
 
@@ -148,7 +148,7 @@ void appendStampWithMilliseconds(const QDateTime &time, QString &text)
     const QDate date = time.date();
     if (hasFourDigitYear(date)) {
         const auto start = text.size();
-        text.resize(start + stampLength);
+        text.resize(start + StampLength);
         writeStamp(date, time.time(), text.data() + start);
     } else {
         text += time.toString(QStringLiteral("yyyyMMddThhmmss"));
@@ -161,7 +161,7 @@ void appendStampWithMilliseconds(const QDateTime &time, QString &text)
 QString textDate(const QDateTime &time)
 {
     const QDate date = time.date();
-    if (!textDateIsEnglish || !time.isValid() || time.timeSpec() != Qt::UTC
+    if (!TextDateIsEnglish || !time.isValid() || time.timeSpec() != Qt::UTC
         || !hasFourDigitYear(date))
         return time.toString(Qt::TextDate);
     constexpr QStringView days = u"MonTueWedThuFriSatSun";

@@ -11,10 +11,10 @@
 #if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
 using HashSeed = size_t;
 //! Whether Qt::TextDate is the same in every language.
-constexpr bool textDateIsEnglish = true;
+constexpr bool TextDateIsEnglish = true;
 #else
 using HashSeed = uint;
-constexpr bool textDateIsEnglish = false;
+constexpr bool TextDateIsEnglish = false;
 #endif
 
 //! How a registered type is written on the bus.

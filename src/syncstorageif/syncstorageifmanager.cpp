@@ -33,28 +33,28 @@ SyncStorageIf *SyncStorageIfManager::syncStorageIf()
 {
     qCDebug(lcAdapter)
         << "KorvaSyncIf::SyncStorageIf* KorvaSyncIf::SyncStorageIfManager::syncStorageIf()";
-    if (current && !current->inUse()) {
+    if (m_current && !m_current->inUse()) {
         qCDebug(lcAdapter) << "StorageIf not in use anymore, returning the same storageIf";
-        return current;
+        return m_current;
     }
-    if (current) {
+    if (m_current) {
         qCDebug(lcAdapter)
             << "StorageIf in use, saving it in for later deletion, creating a new storageIf";
-        retired.append(current);
+        m_retired.append(m_current);
     } else {
         qCDebug(lcAdapter) << "Creating StorageIf";
     }
-    current = new SyncStorageIf(nullptr);
-    return current;
+    m_current = new SyncStorageIf(nullptr);
+    return m_current;
 }
 
 void SyncStorageIfManager::deleteAll()
 {
     qCDebug(lcAdapter) << "void KorvaSyncIf::SyncStorageIfManager::deleteAll()";
-    delete current;
-    current = nullptr;
-    qDeleteAll(retired);
-    retired.clear();
+    delete m_current;
+    m_current = nullptr;
+    qDeleteAll(m_retired);
+    m_retired.clear();
 }
 
 } // namespace KorvaSyncIf

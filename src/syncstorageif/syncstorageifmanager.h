@@ -30,8 +30,8 @@ private:
 
     static SyncStorageIfManager *manager;
 
-    SyncStorageIf *current = nullptr;
-    QList<SyncStorageIf *> retired;
+    SyncStorageIf *m_current = nullptr;
+    QList<SyncStorageIf *> m_retired;
 };
 
 } // namespace KorvaSyncIf

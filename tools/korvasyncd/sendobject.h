@@ -18,6 +18,7 @@ public:
     explicit SendObject(SendService *service);
 
     //! The reply comes later, from the service. The results are not used.
+    // NOLINTNEXTLINE(readability-identifier-naming): the method's name on the bus
     int SendSms(const QString &vMessage, int &errorCause);
 
 private:

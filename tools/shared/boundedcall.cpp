@@ -27,31 +27,31 @@ public:
 
     void begin(BoundedCall::Kind kind, milliseconds limit)
     {
-        const std::lock_guard<std::mutex> locker(mutex);
-        isUnderWay = true;
-        deadline = steady_clock::now() + limit;
-        signalDeadline.reset();
-        hasWritten = hasWritten || kind == BoundedCall::Write;
-        if (isIdle)
-            begun.notify_one();
+        const std::lock_guard<std::mutex> locker(m_mutex);
+        m_isUnderWay = true;
+        m_deadline = steady_clock::now() + limit;
+        m_signalDeadline.reset();
+        m_hasWritten = m_hasWritten || kind == BoundedCall::Write;
+        if (m_isIdle)
+            m_begun.notify_one();
     }
 
     void end()
     {
-        const std::lock_guard<std::mutex> locker(mutex);
-        isUnderWay = false;
+        const std::lock_guard<std::mutex> locker(m_mutex);
+        m_isUnderWay = false;
     }
 
     milliseconds grace()
     {
-        const std::lock_guard<std::mutex> locker(mutex);
+        const std::lock_guard<std::mutex> locker(m_mutex);
         return currentGrace();
     }
 
     void onGivingUp(std::function<void(Answer)> end)
     {
-        const std::lock_guard<std::mutex> locker(mutex);
-        giveUp = std::move(end);
+        const std::lock_guard<std::mutex> locker(m_mutex);
+        m_giveUp = std::move(end);
     }
 
 private:
@@ -61,29 +61,29 @@ private:
     {
         constexpr milliseconds whileReading(100);
         constexpr milliseconds afterWriting(2000);
-        return hasWritten ? afterWriting : whileReading;
+        return m_hasWritten ? afterWriting : whileReading;
     }
 
-    std::mutex mutex; // guards all below
-    std::condition_variable begun;
-    bool isIdle = false;
-    bool isUnderWay = false;
-    bool hasWritten = false;
-    steady_clock::time_point deadline;
-    std::optional<steady_clock::time_point> signalDeadline; // once a signal has been seen
-    std::function<void(Answer)> giveUp;
+    std::mutex m_mutex; // guards all below
+    std::condition_variable m_begun;
+    bool m_isIdle = false;
+    bool m_isUnderWay = false;
+    bool m_hasWritten = false;
+    steady_clock::time_point m_deadline;
+    std::optional<steady_clock::time_point> m_signalDeadline; // once a signal has been seen
+    std::function<void(Answer)> m_giveUp;
 };
 
 // Calls follow each other closely, most of them short: each is not worth a wake-up.
 void Watch::run()
 {
     constexpr milliseconds interval(20);
-    std::unique_lock<std::mutex> locker(mutex);
+    std::unique_lock<std::mutex> locker(m_mutex);
     while (true) {
-        isIdle = true;
-        begun.wait(locker, [this] { return isUnderWay; });
-        isIdle = false;
-        while (isUnderWay) {
+        m_isIdle = true;
+        m_begun.wait(locker, [this] { return m_isUnderWay; });
+        m_isIdle = false;
+        while (m_isUnderWay) {
             look();
             locker.unlock();
             std::this_thread::sleep_for(interval);
@@ -96,14 +96,14 @@ void Watch::run()
 void Watch::look()
 {
     const auto now = steady_clock::now();
-    if (Interrupt::signalNumber() != 0 && !signalDeadline)
-        signalDeadline = now + currentGrace();
-    if (!giveUp)
+    if (Interrupt::signalNumber() != 0 && !m_signalDeadline)
+        m_signalDeadline = now + currentGrace();
+    if (!m_giveUp)
         return;
-    if (signalDeadline && now >= *signalDeadline)
-        giveUp(Answer::Interrupted);
-    else if (now >= deadline)
-        giveUp(Answer::TimedOut);
+    if (m_signalDeadline && now >= *m_signalDeadline)
+        m_giveUp(Answer::Interrupted);
+    else if (now >= m_deadline)
+        m_giveUp(Answer::TimedOut);
 }
 
 Watch &watch()

@@ -9,7 +9,7 @@ namespace {
 
 // Others' sentences among our own. The catalogues have them as well, so that nothing has to be
 // installed for a language. What is not here stays in English.
-[[maybe_unused]] constexpr const char *othersSentences[] = {
+[[maybe_unused]] constexpr const char *OthersSentences[] = {
     QT_TRANSLATE_NOOP("QCommandLineParser", "Unknown option '%1'."),
     QT_TRANSLATE_NOOP("QCommandLineParser", "Unknown options: %1."),
     QT_TRANSLATE_NOOP("QCommandLineParser", "Missing value after '%1'."),

@@ -10,12 +10,12 @@
 class TroubleWatch
 {
 public:
-    bool hasTrouble() const { return count != before; }
+    bool hasTrouble() const { return count != m_before; }
 
     //! The store has warned; from any thread.
     static void note() { ++count; }
 
 private:
     static inline std::atomic<int> count = 0;
-    int before = count;
+    int m_before = count;
 };

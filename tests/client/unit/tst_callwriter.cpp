@@ -173,7 +173,7 @@ void TestCallWriter::takesNoOlderEqualCallForItsOwn()
     Fixture fixture;
     fixture.scripted.callRows = {callEvent(101, Event::Inbound)};
     QList<NewCall> added{Fixture::call()};
-    fixture.index.addStored(added.at(0).fingerprint, NewCall::id);
+    fixture.index.addStored(added.at(0).fingerprint, NewCall::NoId);
     fixture.scripted.react(Request::AddEvents, Reaction::failed());
     QCOMPARE(fixture.add(added), Answer::Refused);
     QCOMPARE(added.at(0).trouble.english, notTaken);

@@ -11,59 +11,59 @@
 
 using namespace KorvaSyncIf;
 
-static constexpr int chunkSize = 500;
+static constexpr int ChunkSize = 500;
 
 Deleting::Deleting(const Invocation &invocation, MessageStore &store, IsMeant isMeant)
-    : invocation(invocation)
-    , store(store)
-    , isMeant(std::move(isMeant))
-    , results(invocation.output, ItemResult::Deleted,
-              invocation.global.format == QLatin1String("ndjson"), invocation.global.dryRun)
-    , progress(invocation.global.progress)
+    : m_invocation(invocation)
+    , m_store(store)
+    , m_isMeant(std::move(isMeant))
+    , m_results(invocation.output, ItemResult::Deleted,
+                invocation.global.format == QLatin1String("ndjson"), invocation.global.dryRun)
+    , m_progress(invocation.global.progress)
 {
 }
 
 ExitCode Deleting::run(const QList<int> &ids)
 {
-    for (int i = 0; i < ids.size() && trouble == AllDone && Interrupt::signalNumber() == 0
-         && invocation.output.error().isEmpty();
-         i += chunkSize) {
-        deleteChunk(ids.mid(i, chunkSize));
-        progress.show(results.count(), [&] {
-            return static_cast<double>(results.count()) / static_cast<double>(ids.size());
+    for (int i = 0; i < ids.size() && m_trouble == AllDone && Interrupt::signalNumber() == 0
+         && m_invocation.output.error().isEmpty();
+         i += ChunkSize) {
+        deleteChunk(ids.mid(i, ChunkSize));
+        m_progress.show(m_results.count(), [&] {
+            return static_cast<double>(m_results.count()) / static_cast<double>(ids.size());
         });
     }
-    progress.end();
-    if (invocation.global.quiet == 0)
-        results.printSummary();
-    results.warnOfRefusals();
-    return worse(trouble, results.exitCode());
+    m_progress.end();
+    if (m_invocation.global.quiet == 0)
+        m_results.printSummary();
+    m_results.warnOfRefusals();
+    return worse(m_trouble, m_results.exitCode());
 }
 
 void Deleting::deleteChunk(const QList<int> &ids)
 {
     QList<int> known; // calls share the ids, and the library would delete one as well
     QSet<int> others; // than those asked about
-    QSet<int> seen = deleted;
+    QSet<int> seen = m_deleted;
     for (const int id : ids) {
         const bool isNew = !seen.contains(id);
         seen += id;
         const StoredMessage message =
-            isNew ? StoredMessage::fromRecord(store.message(id)) : StoredMessage();
+            isNew ? StoredMessage::fromRecord(m_store.message(id)) : StoredMessage();
         if (message.id == -1)
             continue;
-        if (isMeant(message))
+        if (m_isMeant(message))
             known += id;
         else
             others += id;
     }
     // What could not be read is not absent.
-    const bool isRead = !invocation.watch.hasTrouble();
+    const bool isRead = !m_invocation.watch.hasTrouble();
     if (!isRead)
-        trouble = StoreAccess::complain(invocation.location, Answer::Refused);
+        m_trouble = StoreAccess::complain(m_invocation.location, Answer::Refused);
     QHash<int, ItemResult> fates;
     if (isRead)
-        fates = invocation.global.dryRun ? foretell(known) : remove(known);
+        fates = m_invocation.global.dryRun ? foretell(known) : remove(known);
     for (const int id : ids) {
         ItemResult left;
         left.refusal = others.contains(id) ? RejectReason::SmsChanged : RejectReason::SmsBadId;
@@ -73,8 +73,8 @@ void Deleting::deleteChunk(const QList<int> &ids)
         }
         report(id, fates.contains(id) ? fates.take(id) : left);
     }
-    deleted.unite(seen);
-    invocation.output.flush();
+    m_deleted.unite(seen);
+    m_invocation.output.flush();
 }
 
 QHash<int, ItemResult> Deleting::foretell(const QList<int> &ids)
@@ -90,18 +90,18 @@ QHash<int, ItemResult> Deleting::remove(const QList<int> &ids)
     QHash<int, ItemResult> fates;
     if (ids.isEmpty())
         return fates;
-    const MessageStore::Written written = store.remove(ids);
+    const MessageStore::Written written = m_store.remove(ids);
     QSet<int> left;
     for (const int id : ids) {
-        if (store.message(id).id != -1)
+        if (m_store.message(id).id != -1)
             left += id;
     }
     // A store that cannot be read has no ids.
-    const bool canTell = store.probe() == Answer::Finished;
-    const bool hasTrouble = !canTell || invocation.watch.hasTrouble();
+    const bool canTell = m_store.probe() == Answer::Finished;
+    const bool hasTrouble = !canTell || m_invocation.watch.hasTrouble();
     const Answer answer =
         written.answer == Answer::Finished && hasTrouble ? Answer::Refused : written.answer;
-    trouble = StoreAccess::complain(invocation.location, answer);
+    m_trouble = StoreAccess::complain(m_invocation.location, answer);
     for (int i = 0; i < ids.size(); ++i) {
         const bool isDone = written.answer == Answer::Finished
             && written.status.value(i, SmsDeleteFailed) == SmsNoError;
@@ -126,9 +126,9 @@ QHash<int, ItemResult> Deleting::remove(const QList<int> &ids)
 
 void Deleting::report(int id, ItemResult result)
 {
-    result.ref = results.count();
+    result.ref = m_results.count();
     result.id = id;
     if (result.status == ItemResult::Deleted)
         result.refusal = RejectReason::None;
-    results.report(result);
+    m_results.report(result);
 }

@@ -33,11 +33,11 @@ private:
     QHash<int, ItemResult> remove(const QList<int> &ids);
     void report(int id, ItemResult result);
 
-    const Invocation &invocation;
-    MessageStore &store;
-    const IsMeant isMeant;
-    Results results;
-    Progress progress;
-    QSet<int> deleted;
-    ExitCode trouble = AllDone; // the store's
+    const Invocation &m_invocation;
+    MessageStore &m_store;
+    const IsMeant m_isMeant;
+    Results m_results;
+    Progress m_progress;
+    QSet<int> m_deleted;
+    ExitCode m_trouble = AllDone; // the store's
 };

@@ -11,7 +11,7 @@ namespace Help {
 
 namespace {
 
-constexpr int width = 79; // as Qt's own part has it
+constexpr int Width = 79; // as Qt's own part has it
 
 //! Breaks one line between its words; what follows the first is indented.
 QString wrapped(const QString &text, int indent = 0)
@@ -19,7 +19,7 @@ QString wrapped(const QString &text, int indent = 0)
     QString lines;
     QString line;
     for (const QString &word : text.split(QLatin1Char(' '))) {
-        const bool fits = line.size() + 1 + word.size() <= width - indent;
+        const bool fits = line.size() + 1 + word.size() <= Width - indent;
         if (!line.isEmpty() && !fits) {
             lines += line + QLatin1Char('\n') + QString(indent, QLatin1Char(' '));
             line.clear();

@@ -22,7 +22,7 @@ using namespace KorvaSyncIf;
 
 namespace {
 
-constexpr const char *noConversation =
+constexpr const char *NoConversation =
     QT_TRANSLATE_NOOP("Text", "the number has no messages yet; add one first");
 
 // Finished also when the message alone is at fault, not the store.
@@ -51,7 +51,7 @@ Answer write(MessageStore &store, const StoredMessage &old, SmsInfo message,
     if (watch.hasTrouble())
         return Answer::Refused;
     result.detail =
-        written.status.contains(SmsDatabaseError) ? Text::reason(noConversation) : trouble;
+        written.status.contains(SmsDatabaseError) ? Text::reason(NoConversation) : trouble;
     return Answer::Finished;
 }
 
@@ -79,7 +79,7 @@ Answer foresee(MessageStore &store, const SmsInfo &message, ItemResult &result)
     }
     result.status = ItemResult::Failed;
     result.refusal = RejectReason::SmsStore;
-    result.detail = Text::reason(noConversation);
+    result.detail = Text::reason(NoConversation);
     return Answer::Finished;
 }
 

@@ -27,8 +27,8 @@ class Counting
 public:
     //! \param kinds  what their kind is called: folder or type
     Counting(bool isOfCalls, const char *kinds)
-        : isOfCalls(isOfCalls)
-        , kinds(kinds)
+        : m_isOfCalls(isOfCalls)
+        , m_kinds(kinds)
     {
     }
 
@@ -42,23 +42,23 @@ private:
     static void enter(Rows &rows, const QString &key, const QString &shown, qint64 amount);
     CountTable table(const char *by, const Rows &rows, Order order) const;
 
-    const bool isOfCalls;
-    const char *const kinds;
-    CountTable::Row total;
-    Rows byKind;
-    Rows byYear;
-    Rows byNumber; // by what the spellings of a number have in common
+    const bool m_isOfCalls;
+    const char *const m_kinds;
+    CountTable::Row m_total;
+    Rows m_byKind;
+    Rows m_byYear;
+    Rows m_byNumber; // by what the spellings of a number have in common
 };
 
 void Counting::count(const QString &kind, const QDateTime &time, const QString &number,
                      qint64 amount)
 {
     const QString year = time.isValid() ? QString::number(time.date().year()) : QString();
-    ++total.count;
-    total.amount += amount;
-    enter(byKind, kind, kind, amount);
-    enter(byYear, year, year, amount);
-    enter(byNumber, Number::comparable(number), number, amount);
+    ++m_total.count;
+    m_total.amount += amount;
+    enter(m_byKind, kind, kind, amount);
+    enter(m_byYear, year, year, amount);
+    enter(m_byNumber, Number::comparable(number), number, amount);
 }
 
 void Counting::enter(Rows &rows, const QString &key, const QString &shown, qint64 amount)
@@ -75,7 +75,7 @@ void Counting::enter(Rows &rows, const QString &key, const QString &shown, qint6
 
 CountTable Counting::table(const char *by, const Rows &rows, Order order) const
 {
-    CountTable table{isOfCalls, by, rows.values(), 0};
+    CountTable table{m_isOfCalls, by, rows.values(), 0};
     std::sort(table.rows.begin(), table.rows.end(),
               [order](const CountTable::Row &a, const CountTable::Row &b) {
                   return order == ByKey ? a.key < b.key
@@ -86,14 +86,14 @@ CountTable Counting::table(const char *by, const Rows &rows, Order order) const
 
 QList<CountTable> Counting::tables(int limit) const
 {
-    CountTable numbers = table("number", byNumber, MostFirst);
+    CountTable numbers = table("number", m_byNumber, MostFirst);
     if (numbers.rows.size() > limit) {
         numbers.hidden = numbers.rows.size() - limit;
         numbers.rows = numbers.rows.mid(0, limit);
     }
-    return {{isOfCalls, "total", {total}, 0},
-            table(kinds, byKind, MostFirst),
-            table("year", byYear, ByKey),
+    return {{m_isOfCalls, "total", {m_total}, 0},
+            table(m_kinds, m_byKind, MostFirst),
+            table("year", m_byYear, ByKey),
             numbers};
 }
 

@@ -21,34 +21,34 @@ class Element
 public:
     //! \param replaced  counts the characters that XML cannot hold
     Element(const char *name, int &replaced)
-        : xml(&bytes)
-        , replaced(replaced)
+        : m_xml(&m_bytes)
+        , m_replaced(replaced)
     {
-        xml.writeEmptyElement(QLatin1String(name));
+        m_xml.writeEmptyElement(QLatin1String(name));
     }
 
     Element &add(const char *name, const QString &value)
     {
-        xml.writeAttribute(QLatin1String(name), XmlText::held(value, &replaced));
+        m_xml.writeAttribute(QLatin1String(name), XmlText::held(value, &m_replaced));
         return *this;
     }
     Element &add(const char *name, const char *value)
     {
-        xml.writeAttribute(QLatin1String(name), QLatin1String(value));
+        m_xml.writeAttribute(QLatin1String(name), QLatin1String(value));
         return *this;
     }
     Element &add(const char *name, qint64 value) { return add(name, QString::number(value)); }
 
     QByteArray line()
     {
-        xml.writeEndDocument(); // which ends the line, too
-        return "  " + bytes;
+        m_xml.writeEndDocument(); // which ends the line, too
+        return "  " + m_bytes;
     }
 
 private:
-    QByteArray bytes;
-    QXmlStreamWriter xml;
-    int &replaced;
+    QByteArray m_bytes;
+    QXmlStreamWriter m_xml;
+    int &m_replaced;
 };
 
 const char *typeOfFolder(int folder)

@@ -11,7 +11,7 @@ namespace CallEntry {
 
 namespace {
 
-constexpr int secondsLength = 15; // of yyyyMMddThhmmss
+constexpr int SecondsLength = 15; // of yyyyMMddThhmmss
 
 bool isDigit(QChar c) { return c >= QLatin1Char('0') && c <= QLatin1Char('9'); }
 
@@ -19,15 +19,15 @@ bool isDigit(QChar c) { return c >= QLatin1Char('0') && c <= QLatin1Char('9'); }
 // spelling has behind its seconds.
 QString withoutMilliseconds(const QString &time)
 {
-    auto end = qMin<decltype(time.size())>(secondsLength, time.size());
-    while (end < time.size() && end < secondsLength + 3 && isDigit(time.at(end)))
+    auto end = qMin<decltype(time.size())>(SecondsLength, time.size());
+    while (end < time.size() && end < SecondsLength + 3 && isDigit(time.at(end)))
         ++end;
-    return time.left(secondsLength) + time.mid(end);
+    return time.left(SecondsLength) + time.mid(end);
 }
 
 QDateTime readTime(const QString &text, const QTimeZone &local)
 {
-    const bool isStamp = text.size() >= secondsLength && text.at(8) == QLatin1Char('T');
+    const bool isStamp = text.size() >= SecondsLength && text.at(8) == QLatin1Char('T');
     return isStamp ? DateText::readMessageTime(withoutMilliseconds(text), local) : QDateTime();
 }
 

@@ -5,26 +5,26 @@
 
 #include "elementscanner.h"
 
-constexpr int shelterBits = 16;
-static_assert(ElementScanner::shelterCount <= shelterBits);
+constexpr int ShelterBits = 16;
+static_assert(ElementScanner::ShelterCount <= ShelterBits);
 
-static quint64 offsetOf(quint64 entry) { return entry >> shelterBits; }
+static quint64 offsetOf(quint64 entry) { return entry >> ShelterBits; }
 
 void DeadEnds::begin(quint64 offset)
 {
-    while (!passed.empty() && offsetOf(passed.front()) <= offset)
-        passed.pop_front();
-    next = 0;
+    while (!m_passed.empty() && offsetOf(m_passed.front()) <= offset)
+        m_passed.pop_front();
+    m_next = 0;
 }
 
 bool DeadEnds::pass(quint64 offset, int shelter)
 {
-    while (next < passed.size() && offsetOf(passed[next]) < offset)
-        ++next;
-    if (next == passed.size())
-        passed.push_back(offset << shelterBits);
+    while (m_next < m_passed.size() && offsetOf(m_passed[m_next]) < offset)
+        ++m_next;
+    if (m_next == m_passed.size())
+        m_passed.push_back(offset << ShelterBits);
     const quint64 bit = quint64(1) << shelter;
-    const bool isNew = (passed[next] & bit) == 0;
-    passed[next] |= bit;
+    const bool isNew = (m_passed[m_next] & bit) == 0;
+    m_passed[m_next] |= bit;
     return isNew;
 }

@@ -24,6 +24,6 @@ public:
     bool pass(quint64 offset, int shelter);
 
 private:
-    std::deque<quint64> passed; // an offset, and a bit for each shelter behind it
-    size_t next = 0;            // the element has passed those before
+    std::deque<quint64> m_passed; // an offset, and a bit for each shelter behind it
+    size_t m_next = 0;            // the element has passed those before
 };

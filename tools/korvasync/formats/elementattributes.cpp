@@ -45,7 +45,7 @@ struct NamedReference
     char character;
 };
 
-constexpr NamedReference namedReferences[] = {
+constexpr NamedReference NamedReferences[] = {
     {"&amp;", '&'}, {"&lt;", '<'}, {"&gt;", '>'}, {"&quot;", '"'}, {"&apos;", '\''}};
 
 //! Reads the attributes of a start tag from left to right. A reader of XML by the book would stop
@@ -54,7 +54,7 @@ class TagReader
 {
 public:
     explicit TagReader(const QString &tag)
-        : tag(tag)
+        : m_tag(tag)
     {
     }
 
@@ -62,15 +62,15 @@ public:
     bool read(QHash<QString, QString> &values);
 
 private:
-    QChar next() const { return position < tag.size() ? tag.at(position) : QChar(); }
+    QChar next() const { return m_position < m_tag.size() ? m_tag.at(m_position) : QChar(); }
     bool take(char c);
     bool takeBlanks();
     QString takeName();
     std::optional<QString> takeValue();
     void takeReference(QString &value);
 
-    const QString &tag;
-    Size position = 0;
+    const QString &m_tag;
+    Size m_position = 0;
 };
 
 bool TagReader::read(QHash<QString, QString> &values)
@@ -89,32 +89,32 @@ bool TagReader::read(QHash<QString, QString> &values)
         values.insert(name, *value);
     }
     take('/');
-    return take('>') && position == tag.size();
+    return take('>') && m_position == m_tag.size();
 }
 
 bool TagReader::take(char c)
 {
     const bool fits = next() == QLatin1Char(c);
     if (fits)
-        ++position;
+        ++m_position;
     return fits;
 }
 
 //! Commas between attributes count as blanks.
 bool TagReader::takeBlanks()
 {
-    const Size start = position;
+    const Size start = m_position;
     while (next().isSpace() || next() == QLatin1Char(','))
-        ++position;
-    return position > start;
+        ++m_position;
+    return m_position > start;
 }
 
 QString TagReader::takeName()
 {
-    const Size start = position;
+    const Size start = m_position;
     while (next().isLetterOrNumber() || QLatin1String("_-:.").contains(next()))
-        ++position;
-    return tag.mid(start, position - start);
+        ++m_position;
+    return m_tag.mid(start, m_position - start);
 }
 
 std::optional<QString> TagReader::takeValue()
@@ -122,43 +122,43 @@ std::optional<QString> TagReader::takeValue()
     const QChar quote = next();
     if (quote != QLatin1Char('"') && quote != QLatin1Char('\''))
         return std::nullopt;
-    ++position;
+    ++m_position;
     QString value;
-    while (position < tag.size() && next() != quote) {
+    while (m_position < m_tag.size() && next() != quote) {
         const QChar c = next();
         if (c == QLatin1Char('&')) {
             takeReference(value);
         } else {
             const bool isHeld = c.isSurrogate() || XmlText::canHold(c.unicode());
             value += isHeld ? c : QChar(QChar::ReplacementCharacter);
-            ++position;
+            ++m_position;
         }
     }
-    if (position == tag.size())
+    if (m_position == m_tag.size())
         return std::nullopt;
-    ++position;
+    ++m_position;
     return value;
 }
 
 void TagReader::takeReference(QString &value)
 {
-    for (const NamedReference &named : namedReferences) {
+    for (const NamedReference &named : NamedReferences) {
         const QLatin1String text(named.text);
-        if (tag.mid(position, text.size()) == text) {
+        if (m_tag.mid(m_position, text.size()) == text) {
             value += QLatin1Char(named.character);
-            position += text.size();
+            m_position += text.size();
             return;
         }
     }
-    const Reference reference = Reference::at(tag, position);
-    position += reference.length;
-    const Reference second = Reference::at(tag, position);
+    const Reference reference = Reference::at(m_tag, m_position);
+    m_position += reference.length;
+    const Reference second = Reference::at(m_tag, m_position);
     if (reference.length == 0) {
-        value += tag.at(position++);
+        value += m_tag.at(m_position++);
     } else if (QChar::isHighSurrogate(reference.code) && QChar::isLowSurrogate(second.code)) {
         value += QChar(static_cast<ushort>(reference.code));
         value += QChar(static_cast<ushort>(second.code));
-        position += second.length;
+        m_position += second.length;
     } else if (!XmlText::canHold(reference.code)) {
         value += QChar(QChar::ReplacementCharacter);
     } else {
@@ -179,13 +179,13 @@ std::optional<ElementAttributes> ElementAttributes::parse(const QByteArray &tag)
 {
     ElementAttributes attributes;
     const QString text = decoded(tag);
-    return TagReader(text).read(attributes.values) ? std::optional(attributes) : std::nullopt;
+    return TagReader(text).read(attributes.m_values) ? std::optional(attributes) : std::nullopt;
 }
 
 std::optional<QString> ElementAttributes::text(const char *name) const
 {
-    const auto value = values.constFind(QLatin1String(name));
-    return value == values.cend() ? std::nullopt : std::optional(*value);
+    const auto value = m_values.constFind(QLatin1String(name));
+    return value == m_values.cend() ? std::nullopt : std::optional(*value);
 }
 
 QString ElementAttributes::value(const char *name) const

@@ -26,5 +26,5 @@ public:
     QString value(const char *name) const;
 
 private:
-    QHash<QString, QString> values;
+    QHash<QString, QString> m_values;
 };

@@ -25,26 +25,26 @@ std::string_view ElementScanner::nameAt(std::string_view markup)
 
 ElementScanner::Verdict ElementScanner::take(char c)
 {
-    switch (place) {
+    switch (m_place) {
     case Start:
-        place = Tag;
+        m_place = Tag;
         return Unfinished;
     case Value:
-        if (c == quote)
-            place = BehindValue;
+        if (c == m_quote)
+            m_place = BehindValue;
         return Unfinished;
     case BehindValue:
         // Anything else tells that a quotation mark is missing, or that a text has one.
         if (!isBlank(c) && c != ',' && c != '/' && c != '>' && c != '?')
             return Broken;
-        place = Tag;
+        m_place = Tag;
         return takeInTag(c);
     case Tag:
         return takeInTag(c);
     case Content:
         if (c == '<') {
-            place = TagName;
-            tagName.clear();
+            m_place = TagName;
+            m_tagName.clear();
         }
         return Unfinished;
     case TagName:
@@ -58,12 +58,12 @@ ElementScanner::Verdict ElementScanner::take(char c)
 
 int ElementScanner::shelter() const
 {
-    if (place == Section)
-        return sectionEnd == "-->" ? 1 : 2;
-    if (place != Value)
+    if (m_place == Section)
+        return m_sectionEnd == "-->" ? 1 : 2;
+    if (m_place != Value)
         return 0;
-    const int tag = !hasContent ? 0 : !inContent ? 1 : isInEndTag() ? 2 : 3;
-    return 3 + 2 * tag + (quote == '"' ? 0 : 1);
+    const int tag = !m_hasContent ? 0 : !m_inContent ? 1 : isInEndTag() ? 2 : 3;
+    return 3 + 2 * tag + (m_quote == '"' ? 0 : 1);
 }
 
 ElementScanner::Verdict ElementScanner::takeInTag(char c)
@@ -71,46 +71,46 @@ ElementScanner::Verdict ElementScanner::takeInTag(char c)
     if (c == '<')
         return Broken;
     if (c == '"' || c == '\'') {
-        quote = c;
-        place = Value;
+        m_quote = c;
+        m_place = Value;
     }
     if (c != '>') {
-        last = c;
+        m_last = c;
         return Unfinished;
     }
-    const bool isEnd = inContent ? isInEndTag() : !hasContent || last == '/';
+    const bool isEnd = m_inContent ? isInEndTag() : !m_hasContent || m_last == '/';
     if (isEnd)
         return Whole;
-    inContent = true;
-    place = Content;
+    m_inContent = true;
+    m_place = Content;
     return Unfinished;
 }
 
 ElementScanner::Verdict ElementScanner::takeInTagName(char c)
 {
-    tagName += c;
-    if (tagName == "!--" || tagName == "![CDATA[") {
-        sectionEnd = tagName == "!--" ? "-->" : "]]>";
-        lastOfSection.clear();
-        place = Section;
+    m_tagName += c;
+    if (m_tagName == "!--" || m_tagName == "![CDATA[") {
+        m_sectionEnd = m_tagName == "!--" ? "-->" : "]]>";
+        m_lastOfSection.clear();
+        m_place = Section;
         return Unfinished;
     }
-    const bool isDeclaration = tagName.front() == '!' && tagName.size() < 9;
-    if (isNameCharacter(c) || isDeclaration || (tagName.size() == 1 && (c == '/' || c == '?')))
+    const bool isDeclaration = m_tagName.front() == '!' && m_tagName.size() < 9;
+    if (isNameCharacter(c) || isDeclaration || (m_tagName.size() == 1 && (c == '/' || c == '?')))
         return Unfinished;
-    tagName.pop_back();
-    if (tagName == "sms" || tagName == "mms" || tagName == "call")
+    m_tagName.pop_back();
+    if (m_tagName == "sms" || m_tagName == "mms" || m_tagName == "call")
         return Broken; // another element, and this one never ended
-    last = ' ';
-    place = Tag;
+    m_last = ' ';
+    m_place = Tag;
     return takeInTag(c);
 }
 
 void ElementScanner::takeInSection(char c)
 {
-    lastOfSection += c;
-    if (lastOfSection.size() > sectionEnd.size())
-        lastOfSection.erase(0, 1);
-    if (lastOfSection == sectionEnd)
-        place = Content;
+    m_lastOfSection += c;
+    if (m_lastOfSection.size() > m_sectionEnd.size())
+        m_lastOfSection.erase(0, 1);
+    if (m_lastOfSection == m_sectionEnd)
+        m_place = Content;
 }

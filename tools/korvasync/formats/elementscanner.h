@@ -20,8 +20,8 @@ public:
 
     //! \param hasContent  an element that is more than its start tag goes up to its end tag
     explicit ElementScanner(std::string_view name = {}, bool hasContent = false)
-        : name(name)
-        , hasContent(hasContent)
+        : m_name(name)
+        , m_hasContent(hasContent)
     {
     }
 
@@ -31,7 +31,7 @@ public:
     //! by a number of its own for each kind. From equal shelters on, elements go the same way.
     //! \return 0 = nothing does
     int shelter() const;
-    static constexpr int shelterCount = 11; //!< with that
+    static constexpr int ShelterCount = 11; //!< with that
 
     //! The name of the tag that begins with the first byte, with the sign in front of an end
     //! tag or a declaration; empty when none begins there.
@@ -43,15 +43,15 @@ private:
     Verdict takeInTag(char c);
     Verdict takeInTagName(char c);
     void takeInSection(char c);
-    bool isInEndTag() const { return inContent && tagName == '/' + name; }
+    bool isInEndTag() const { return m_inContent && m_tagName == '/' + m_name; }
 
-    std::string name;
-    bool hasContent = false;
-    Place place = Start;
-    char quote = '\0';
-    char last = '\0';       // in the tag
-    bool inContent = false; // the start tag of the element itself is read
-    std::string tagName;    // of a tag in the content
-    std::string_view sectionEnd;
-    std::string lastOfSection;
+    std::string m_name;
+    bool m_hasContent = false;
+    Place m_place = Start;
+    char m_quote = '\0';
+    char m_last = '\0';       // in the tag
+    bool m_inContent = false; // the start tag of the element itself is read
+    std::string m_tagName;    // of a tag in the content
+    std::string_view m_sectionEnd;
+    std::string m_lastOfSection;
 };

@@ -48,9 +48,9 @@ static QByteArray quoted(const QString &text)
 
 QByteArray &JsonLine::newMember(const char *key)
 {
-    if (!members.isEmpty())
-        members += ',';
-    return members.append('"').append(key).append("\":");
+    if (!m_members.isEmpty())
+        m_members += ',';
+    return m_members.append('"').append(key).append("\":");
 }
 
 JsonLine &JsonLine::add(const char *key, qint64 value)
@@ -73,7 +73,7 @@ JsonLine &JsonLine::add(const char *key, const QString &value)
 
 JsonLine &JsonLine::add(const char *key, const JsonLine &object)
 {
-    newMember(key) += '{' + object.members + '}';
+    newMember(key) += '{' + object.m_members + '}';
     return *this;
 }
 

@@ -17,10 +17,10 @@ public:
     JsonLine &add(const char *key, const JsonLine &object);
     JsonLine &addUnlessEmpty(const char *key, const QString &value);
 
-    QByteArray line() const { return '{' + members + "}\n"; }
+    QByteArray line() const { return '{' + m_members + "}\n"; }
 
 private:
     QByteArray &newMember(const char *key);
 
-    QByteArray members;
+    QByteArray m_members;
 };

@@ -20,7 +20,7 @@ namespace Mailbox {
 
 namespace {
 
-const char *const ownAddress = "me@phone.invalid";
+const char *const OwnAddress = "me@phone.invalid";
 
 //! The party of a number, whichever way it is spelled. A national number is that of the only
 //! international one among the messages that ends with it.
@@ -33,10 +33,10 @@ public:
 
 private:
     // Longer ones are none, and would fill the table.
-    static constexpr int mostDigits = 17;
-    static constexpr int fewestDigits = 7; // without the country, and maybe the region
+    static constexpr int MostDigits = 17;
+    static constexpr int FewestDigits = 7; // without the country, and maybe the region
 
-    QHash<QString, QString> internationals; // by their ends; empty = several
+    QHash<QString, QString> m_internationals; // by their ends; empty = several
 };
 
 // What stands between the digits is for people.
@@ -75,12 +75,12 @@ Parties::Parties(const QList<StoredMessage> &messages)
         known += message.number;
         const QString party = compact(message.number);
         const QString digits = Number::significantDigits(party);
-        if (!isInternational(party) || digits.size() > mostDigits)
+        if (!isInternational(party) || digits.size() > MostDigits)
             continue;
-        for (int length = fewestDigits; length <= digits.size(); ++length) {
+        for (int length = FewestDigits; length <= digits.size(); ++length) {
             const QString end = digits.right(length);
-            const bool isOthers = internationals.value(end, party) != party;
-            internationals.insert(end, isOthers ? QString() : party);
+            const bool isOthers = m_internationals.value(end, party) != party;
+            m_internationals.insert(end, isOthers ? QString() : party);
         }
     }
 }
@@ -90,7 +90,7 @@ QString Parties::of(const QString &number) const
     QString party = compact(number);
     if (isInternational(party) || !isNumber(party))
         return party;
-    const QString international = internationals.value(Number::significantDigits(party));
+    const QString international = m_internationals.value(Number::significantDigits(party));
     return international.isEmpty() ? party : international;
 }
 
@@ -109,7 +109,7 @@ QByteArray addressOf(const QString &party)
     return local + "@number.invalid";
 }
 
-QByteArray ownMailbox() { return QByteArray("me <") + ownAddress + '>'; }
+QByteArray ownMailbox() { return QByteArray("me <") + OwnAddress + '>'; }
 
 //! \param number  as the message spells it
 QByteArray mailboxOf(const QString &number, const QByteArray &address)
@@ -150,7 +150,7 @@ public:
     QByteArray newId(const StoredMessage &message)
     {
         const Fingerprint fingerprint = Fingerprint::of(message);
-        const int count = ++counts[fingerprint];
+        const int count = ++m_counts[fingerprint];
         return '<' + hex(fingerprint.high) + hex(fingerprint.low)
             + (count > 1 ? '.' + QByteArray::number(count) : QByteArray()) + "@korvasync.invalid>";
     }
@@ -158,16 +158,16 @@ public:
     //! \return the id of the first mail with this address; empty when \a id is that one's
     QByteArray beginning(const QByteArray &address, const QByteArray &id)
     {
-        const auto found = firstIds.constFind(address);
-        if (found != firstIds.constEnd())
+        const auto found = m_firstIds.constFind(address);
+        if (found != m_firstIds.constEnd())
             return *found;
-        firstIds.insert(address, id);
+        m_firstIds.insert(address, id);
         return QByteArray();
     }
 
 private:
-    QHash<Fingerprint, int> counts;
-    QHash<QByteArray, QByteArray> firstIds; // by address
+    QHash<Fingerprint, int> m_counts;
+    QHash<QByteArray, QByteArray> m_firstIds; // by address
 };
 
 QByteArray mail(const StoredMessage &message, const QString &party, Threads &threads)
@@ -179,7 +179,7 @@ QByteArray mail(const StoredMessage &message, const QString &party, Threads &thr
     const QByteArray first = threads.beginning(address, id);
     const QByteArray other = mailboxOf(message.number, address);
     QByteArray text =
-        "From " + (outbound ? QByteArray(ownAddress) : address) + ' ' + separatorTime(time) + '\n';
+        "From " + (outbound ? QByteArray(OwnAddress) : address) + ' ' + separatorTime(time) + '\n';
     text += "From: " + (outbound ? ownMailbox() : other) + '\n';
     text += "To: " + (outbound ? other : ownMailbox()) + '\n';
     text += "Subject: SMS with "

@@ -13,56 +13,56 @@
 
 ImportRun::ImportRun(const Invocation &invocation, const ImportOptions &options,
                      const ItemJudge &judge, std::function<InputPaths()> find)
-    : invocation(invocation)
-    , options(options)
-    , judge(judge)
-    , store(invocation, judge,
-            options.onDuplicate == ImportOptions::AddAgain ? ImportStore::AreAdded
-                                                           : ImportStore::AreFound)
-    , files(std::move(find))
-    , results(invocation.output, verifies() ? ItemResult::Present : ItemResult::Added,
-              invocation.global.format == QLatin1String("ndjson"))
-    , clientLock(invocation.location)
-    , rejects(invocation.global.dryRun ? QString() : options.rejects)
-    , progress(invocation.global.progress)
+    : m_invocation(invocation)
+    , m_options(options)
+    , m_judge(judge)
+    , m_store(invocation, judge,
+              options.onDuplicate == ImportOptions::AddAgain ? ImportStore::AreAdded
+                                                             : ImportStore::AreFound)
+    , m_files(std::move(find))
+    , m_results(invocation.output, verifies() ? ItemResult::Present : ItemResult::Added,
+                invocation.global.format == QLatin1String("ndjson"))
+    , m_clientLock(invocation.location)
+    , m_rejects(invocation.global.dryRun ? QString() : options.rejects)
+    , m_progress(invocation.global.progress)
 {
 }
 
 ExitCode ImportRun::run()
 {
-    if (!rejects.open())
+    if (!m_rejects.open())
         return tellOfRejects(UsageError);
     if (const ExitCode code = openStore())
         return code;
-    isWholeInput = readFiles();
+    m_isWholeInput = readFiles();
     writeChunk();
     return finish();
 }
 
 bool ImportRun::goesOn() const
 {
-    return storeCode == AllDone && Interrupt::signalNumber() == 0
-        && invocation.output.error().isEmpty();
+    return m_storeCode == AllDone && Interrupt::signalNumber() == 0
+        && m_invocation.output.error().isEmpty();
 }
 
 // Without a finished read of the store it could not be told what is new, so nothing is
 // added then.
 ExitCode ImportRun::openStore()
 {
-    StoreLocation &location = invocation.location;
+    StoreLocation &location = m_invocation.location;
     if (const ExitCode code =
             verifies() ? StoreAccess::requireStore(location) : StoreAccess::requirePlace(location))
         return code;
-    const bool writes = !verifies() && !invocation.global.dryRun;
-    if (writes && options.onDuplicate != ImportOptions::AddAgain) {
-        const Answer answer = clientLock.take(invocation.global.timeout);
+    const bool writes = !verifies() && !m_invocation.global.dryRun;
+    if (writes && m_options.onDuplicate != ImportOptions::AddAgain) {
+        const Answer answer = m_clientLock.take(m_invocation.global.timeout);
         if (answer != Answer::Finished)
             return StoreAccess::complain(location, answer);
     }
     if (!verifies() && location.state() == StoreLocation::Absent)
         return AllDone;
-    hasStore = true;
-    return StoreAccess::complain(location, store.read());
+    m_hasStore = true;
+    return StoreAccess::complain(location, m_store.read());
 }
 
 // ---- reading
@@ -71,7 +71,7 @@ ExitCode ImportRun::openStore()
 //!         passed over
 bool ImportRun::readFiles()
 {
-    while (const auto file = files.next()) {
+    while (const auto file = m_files.next()) {
         if (!goesOn() || !readFile(*file))
             return false;
     }
@@ -80,11 +80,11 @@ bool ImportRun::readFiles()
 
 bool ImportRun::readFile(const Prefetch::File &file)
 {
-    path = file.path;
-    ItemReader reader(path, options.form, file.bytes);
-    store.index.beginFile();
+    m_path = file.path;
+    ItemReader reader(m_path, m_options.form, file.bytes);
+    m_store.index.beginFile();
     bool hasItems = false;
-    const qint64 before = bytesDone;
+    const qint64 before = m_bytesDone;
     while (goesOn()) {
         const auto input = reader.next();
         const QByteArray leftovers = reader.takeLeftovers();
@@ -94,16 +94,16 @@ bool ImportRun::readFile(const Prefetch::File &file)
             break;
         hasItems = true;
         take(*input);
-        bytesDone = before + reader.bytesRead();
+        m_bytesDone = before + reader.bytesRead();
     }
-    bytesDone = before + reader.bytesRead();
+    m_bytesDone = before + reader.bytesRead();
     if (!goesOn())
         return false;
     if (hasItems && reader.hasPassedOver())
-        rejects.leaveIn(path);
+        m_rejects.leaveIn(m_path);
     if (!reader.error().isEmpty()) {
         NewItem item;
-        item.result.source = path;
+        item.result.source = m_path;
         item.refuse(RejectReason::Unreadable, reader.error());
         take(std::move(item));
     } else if (!hasItems) {
@@ -116,17 +116,17 @@ bool ImportRun::readFile(const Prefetch::File &file)
 void ImportRun::noteFileWithoutItems(const ItemReader &reader)
 {
     if (reader.isEmpty() || reader.isEmptyBackup()) {
-        Diagnostics::warn(Text::tr("%1 is empty").arg(path));
+        Diagnostics::warn(Text::tr("%1 is empty").arg(m_path));
         return;
     }
     constexpr int mostOfFile = 1024 * 1024; // which is still there, so that it can be read anew
     NewItem item;
-    item.result.source = path + QLatin1String(":1");
+    item.result.source = m_path + QLatin1String(":1");
     item.bytes = reader.passedOver();
-    if (path != QLatin1String("-") && item.bytes.size() > mostOfFile)
+    if (m_path != QLatin1String("-") && item.bytes.size() > mostOfFile)
         item.bytes.clear();
-    item.refuse(judge.noItem(),
-                options.form == ItemReader::AndroidXml
+    item.refuse(m_judge.noItem(),
+                m_options.form == ItemReader::AndroidXml
                     ? Text::reason("not an Android backup, as --from says")
                     : Reason());
     take(std::move(item));
@@ -135,30 +135,30 @@ void ImportRun::noteFileWithoutItems(const ItemReader &reader)
 //! How far it is, from 0 to 1; none = not known.
 std::optional<double> ImportRun::partDone()
 {
-    if (!bytesTotal) {
-        bytesTotal = 0;
-        const QStringList paths = files.paths().files;
+    if (!m_bytesTotal) {
+        m_bytesTotal = 0;
+        const QStringList paths = m_files.paths().files;
         if (!paths.contains(QLatin1String("-"))) {
             for (const QString &each : paths)
-                *bytesTotal += FileName::size(each);
+                *m_bytesTotal += FileName::size(each);
         }
     }
-    if (*bytesTotal == 0)
+    if (*m_bytesTotal == 0)
         return std::nullopt;
-    return static_cast<double>(bytesDone) / static_cast<double>(*bytesTotal);
+    return static_cast<double>(m_bytesDone) / static_cast<double>(*m_bytesTotal);
 }
 
 // ---- what is new
 
 void ImportRun::take(const InputItem &input)
 {
-    const Answer answer = judge.isCall(input) ? store.readCallsOnce() : Answer::Finished;
+    const Answer answer = m_judge.isCall(input) ? m_store.readCallsOnce() : Answer::Finished;
     if (answer != Answer::Finished) {
-        storeCode = StoreAccess::complain(invocation.location, answer);
+        m_storeCode = StoreAccess::complain(m_invocation.location, answer);
         return;
     }
-    NewItem item = judge.judge(input);
-    item.result.source = path + QLatin1Char(':') + QString::number(input.line);
+    NewItem item = m_judge.judge(input);
+    item.result.source = m_path + QLatin1Char(':') + QString::number(input.line);
     take(std::move(item));
 }
 
@@ -167,17 +167,17 @@ void ImportRun::take(NewItem &&item)
     if (item.result.refusal == RejectReason::None)
         lookUp(item);
     if (item.result.refusal != RejectReason::None && item.bytes.isEmpty())
-        rejects.leaveIn(path);
-    item.result.ref = nextRef++;
+        m_rejects.leaveIn(m_path);
+    item.result.ref = m_nextRef++;
     if (verifies()) {
         report(item);
-        if (results.count() % options.chunkSize == 0)
+        if (m_results.count() % m_options.chunkSize == 0)
             showProgress();
         return;
     }
     constexpr qint64 mostHeld = qint64(4) * 1024 * 1024;
     hold(std::move(item));
-    if (static_cast<int>(items.size()) >= options.chunkSize || bytesHeld >= mostHeld)
+    if (static_cast<int>(m_items.size()) >= m_options.chunkSize || m_bytesHeld >= mostHeld)
         writeChunk();
 }
 
@@ -195,12 +195,12 @@ void ImportRun::keep(const QByteArray &leftovers)
 //! Finds out whether the store has an item. Only one that is new keeps its content.
 void ImportRun::lookUp(NewItem &item)
 {
-    if (options.onDuplicate == ImportOptions::AddAgain)
+    if (m_options.onDuplicate == ImportOptions::AddAgain)
         return;
     const std::optional<int> storedId = idOfEqual(item);
     if (!storedId && !verifies()) {
         for (const Fingerprint &fingerprint : std::as_const(item.stored))
-            ++newCounts[fingerprint];
+            ++m_newCounts[fingerprint];
         return;
     }
     item.content = std::monostate();
@@ -209,7 +209,7 @@ void ImportRun::lookUp(NewItem &item)
         return;
     }
     item.result.id = *storedId;
-    if (options.onDuplicate == ImportOptions::Refuse)
+    if (m_options.onDuplicate == ImportOptions::Refuse)
         return item.refuse(RejectReason::Duplicate);
     item.result.status = ItemResult::Present;
     item.bytes.clear();
@@ -219,11 +219,11 @@ void ImportRun::lookUp(NewItem &item)
 std::optional<int> ImportRun::idOfEqual(const NewItem &item)
 {
     if (item.untimed)
-        store.index.countInFile(*item.untimed);
+        m_store.index.countInFile(*item.untimed);
     for (const Fingerprint &fingerprint : item.sought) {
-        const int count = store.index.countInFile(fingerprint);
+        const int count = m_store.index.countInFile(fingerprint);
         if (isDuplicate(fingerprint, count))
-            return store.index.storedId(fingerprint, count);
+            return m_store.index.storedId(fingerprint, count);
     }
     return std::nullopt;
 }
@@ -232,10 +232,10 @@ std::optional<int> ImportRun::idOfEqual(const NewItem &item)
 // is stored is this one its duplicate.
 bool ImportRun::isDuplicate(const Fingerprint &fingerprint, int countInFile)
 {
-    const int stored = store.index.storedCount(fingerprint);
-    if (countInFile > stored && countInFile <= stored + newCounts.value(fingerprint))
+    const int stored = m_store.index.storedCount(fingerprint);
+    if (countInFile > stored && countInFile <= stored + m_newCounts.value(fingerprint))
         writeChunk();
-    return countInFile <= store.index.storedCount(fingerprint);
+    return countInFile <= m_store.index.storedCount(fingerprint);
 }
 
 // ---- the chunk
@@ -243,50 +243,51 @@ bool ImportRun::isDuplicate(const Fingerprint &fingerprint, int countInFile)
 //! Takes an item into the chunk, and its bytes along if they may be needed.
 void ImportRun::hold(NewItem &&item)
 {
-    if (rejects.isWanted() || item.isNew())
-        bytesHeld += item.bytes.size();
-    if (!rejects.isWanted())
+    if (m_rejects.isWanted() || item.isNew())
+        m_bytesHeld += item.bytes.size();
+    if (!m_rejects.isWanted())
         item.bytes.clear();
-    items.push_back(std::move(item));
+    m_items.push_back(std::move(item));
 }
 
 void ImportRun::writeChunk()
 {
-    if (items.empty())
+    if (m_items.empty())
         return;
     writeItems();
     // The store can be moved or replaced at any time. What was found in it before, and is reported
     // as present, is then nowhere to be found.
-    if (hasStore && storeCode == AllDone)
-        storeCode = StoreAccess::complain(invocation.location, store.probe());
-    for (NewItem &item : items) {
+    if (m_hasStore && m_storeCode == AllDone)
+        m_storeCode = StoreAccess::complain(m_invocation.location, m_store.probe());
+    for (NewItem &item : m_items) {
         if (item.isLeftover) {
-            rejects.keep(item.bytes);
+            m_rejects.keep(item.bytes);
             continue;
         }
         setOutcome(item);
         report(item);
         if (item.result.status == ItemResult::Refused || item.result.status == ItemResult::Failed)
-            rejects.add(item.result, item.bytes);
+            m_rejects.add(item.result, item.bytes);
     }
-    items.clear();
-    newCounts.clear();
-    bytesHeld = 0;
-    invocation.output.flush();
+    m_items.clear();
+    m_newCounts.clear();
+    m_bytesHeld = 0;
+    m_invocation.output.flush();
     showProgress();
 }
 
 void ImportRun::writeItems()
 {
-    if (invocation.global.dryRun) {
-        for (auto count = newCounts.cbegin(); count != newCounts.cend(); ++count) {
+    if (m_invocation.global.dryRun) {
+        for (auto count = m_newCounts.cbegin(); count != m_newCounts.cend(); ++count) {
             for (int i = 0; i < count.value(); ++i)
-                store.index.addStored(count.key(), -1);
+                m_store.index.addStored(count.key(), -1);
         }
-    } else if (std::any_of(items.cbegin(), items.cend(),
+    } else if (std::any_of(m_items.cbegin(), m_items.cend(),
                            [](const NewItem &item) { return item.isNew(); })) {
-        storeCode = worse(storeCode, StoreAccess::complain(invocation.location, store.add(items)));
-        hasStore = true;
+        m_storeCode =
+            worse(m_storeCode, StoreAccess::complain(m_invocation.location, m_store.add(m_items)));
+        m_hasStore = true;
     }
 }
 
@@ -305,22 +306,22 @@ void ImportRun::setOutcome(NewItem &item) const
     if (const auto *const message = std::get_if<NewMessage>(&item.content))
         set(message->id, message->trouble, RejectReason::SmsStore);
     else if (const auto *const call = std::get_if<NewCall>(&item.content))
-        set(NewCall::id, call->trouble, RejectReason::CallStore);
-    else if (result.status == ItemResult::Present && storeCode != AllDone)
-        set(-1, Text::reason("not known, as the store cannot be read back"), judge.notStored());
+        set(NewCall::NoId, call->trouble, RejectReason::CallStore);
+    else if (result.status == ItemResult::Present && m_storeCode != AllDone)
+        set(-1, Text::reason("not known, as the store cannot be read back"), m_judge.notStored());
 }
 
 void ImportRun::report(const NewItem &item)
 {
     if (verifies() && item.result.status == ItemResult::Present)
-        results.note(item.result);
+        m_results.note(item.result);
     else
-        results.report(item.result);
+        m_results.report(item.result);
 }
 
 void ImportRun::showProgress()
 {
-    progress.show(results.count(), [this] { return partDone(); });
+    m_progress.show(m_results.count(), [this] { return partDone(); });
 }
 
 // ---- the end
@@ -328,27 +329,27 @@ void ImportRun::showProgress()
 ExitCode ImportRun::tellOfRejects(ExitCode code) const
 {
     Diagnostics::error(Text::tr("%1 cannot be written: %2; name another with --rejects")
-                           .arg(rejects.place(), rejects.errorText()));
+                           .arg(m_rejects.place(), m_rejects.errorText()));
     return code;
 }
 
 ExitCode ImportRun::finish()
 {
-    progress.end();
-    if (isWholeInput)
-        results.notePassedOver(files.paths().passedOver);
-    if (invocation.global.quiet == 0)
-        results.printSummary(isWholeInput);
-    results.warnOfRefusals();
-    if (verifies() && isWholeInput && results.count() == 0) {
+    m_progress.end();
+    if (m_isWholeInput)
+        m_results.notePassedOver(m_files.paths().passedOver);
+    if (m_invocation.global.quiet == 0)
+        m_results.printSummary(m_isWholeInput);
+    m_results.warnOfRefusals();
+    if (verifies() && m_isWholeInput && m_results.count() == 0) {
         Diagnostics::error(Text::tr("there were no messages or calls to look for; name the files "
                                     "that were added"));
-        return worse(storeCode, SomeNotDone);
+        return worse(m_storeCode, SomeNotDone);
     }
-    if (!verifies() && !isWholeInput)
+    if (!verifies() && !m_isWholeInput)
         Diagnostics::warn(Text::tr("the input was not read to its end; add it again"));
-    const ExitCode code = worse(storeCode, results.exitCode());
-    if (rejects.commit(isWholeInput && goesOn()))
+    const ExitCode code = worse(m_storeCode, m_results.exitCode());
+    if (m_rejects.commit(m_isWholeInput && goesOn()))
         return code;
     return tellOfRejects(worse(code, SomeNotDone));
 }

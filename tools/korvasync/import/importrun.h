@@ -29,7 +29,7 @@ public:
     ExitCode run();
 
 private:
-    bool verifies() const { return options.purpose == ImportOptions::Verify; }
+    bool verifies() const { return m_options.purpose == ImportOptions::Verify; }
     bool goesOn() const;
 
     ExitCode openStore();
@@ -55,25 +55,25 @@ private:
     ExitCode tellOfRejects(ExitCode code) const;
     ExitCode finish();
 
-    const Invocation &invocation;
-    const ImportOptions options;
-    const ItemJudge &judge;
-    ImportStore store;
-    Prefetch files;
-    Results results;
-    ClientLock clientLock;
-    Rejects rejects;
-    Progress progress;
+    const Invocation &m_invocation;
+    const ImportOptions m_options;
+    const ItemJudge &m_judge;
+    ImportStore m_store;
+    Prefetch m_files;
+    Results m_results;
+    ClientLock m_clientLock;
+    Rejects m_rejects;
+    Progress m_progress;
 
-    QString path; // of the file in hand
-    qint64 bytesDone = 0;
-    std::optional<qint64> bytesTotal; // of all files, once somebody asked; 0 = not known
+    QString m_path; // of the file in hand
+    qint64 m_bytesDone = 0;
+    std::optional<qint64> m_bytesTotal; // of all files, once somebody asked; 0 = not known
 
-    std::vector<NewItem> items; // the chunk in hand
-    QHash<Fingerprint, int> newCounts;
-    qint64 bytesHeld = 0; // of the chunk, about
-    int nextRef = 0;
-    bool hasStore = false;
-    ExitCode storeCode = AllDone;
-    bool isWholeInput = true;
+    std::vector<NewItem> m_items; // the chunk in hand
+    QHash<Fingerprint, int> m_newCounts;
+    qint64 m_bytesHeld = 0; // of the chunk, about
+    int m_nextRef = 0;
+    bool m_hasStore = false;
+    ExitCode m_storeCode = AllDone;
+    bool m_isWholeInput = true;
 };

@@ -7,37 +7,37 @@
 #include "shared/text.h"
 
 ImportStore::ImportStore(const Invocation &invocation, const ItemJudge &judge, Equals equals)
-    : location(invocation.location)
-    , judge(judge)
-    , equals(equals)
-    , messages(judge.accepts(ItemJudge::Messages)
-                   ? std::make_optional<MessageStore>(invocation.global.timeout)
-                   : std::nullopt)
-    , messageWriter(messages ? std::make_optional<MessageWriter>(location, *messages)
-                             : std::nullopt)
-    , calls(invocation.global.timeout)
-    , callWriter(location, calls, index)
+    : m_location(invocation.location)
+    , m_judge(judge)
+    , m_equals(equals)
+    , m_messages(judge.accepts(ItemJudge::Messages)
+                     ? std::make_optional<MessageStore>(invocation.global.timeout)
+                     : std::nullopt)
+    , m_messageWriter(m_messages ? std::make_optional<MessageWriter>(m_location, *m_messages)
+                                 : std::nullopt)
+    , m_calls(invocation.global.timeout)
+    , m_callWriter(m_location, m_calls, index)
 {
 }
 
-Answer ImportStore::read() { return messages ? readMessages() : readCalls(); }
+Answer ImportStore::read() { return m_messages ? readMessages() : readCalls(); }
 
 Answer ImportStore::readMessages()
 {
-    return messages->forEach(Folder::all(), QDateTime(), [this](const StoredMessage &message) {
-        messageWriter->noteStored(message.id);
-        if (equals == AreAdded)
+    return m_messages->forEach(Folder::all(), QDateTime(), [this](const StoredMessage &message) {
+        m_messageWriter->noteStored(message.id);
+        if (m_equals == AreAdded)
             return;
         for (const Fingerprint &fingerprint :
-             judge.fingerprintsOf(message.folder, message.number, message.time, message.body))
+             m_judge.fingerprintsOf(message.folder, message.number, message.time, message.body))
             index.addStored(fingerprint, message.id);
     });
 }
 
 Answer ImportStore::readCallsOnce()
 {
-    if (callsAreRead || location.state() != StoreLocation::Present) {
-        callsAreRead = true;
+    if (m_callsAreRead || m_location.state() != StoreLocation::Present) {
+        m_callsAreRead = true;
         return Answer::Finished;
     }
     return readCalls();
@@ -45,14 +45,14 @@ Answer ImportStore::readCallsOnce()
 
 Answer ImportStore::readCalls()
 {
-    callsAreRead = true;
-    const CallStore::Read read = calls.calls();
+    m_callsAreRead = true;
+    const CallStore::Read read = m_calls.calls();
     for (const Call &call : read.calls)
-        index.addStored(Fingerprint::of(call), Fingerprint::ofLossyExport(call), NewCall::id);
+        index.addStored(Fingerprint::of(call), Fingerprint::ofLossyExport(call), NewCall::NoId);
     return read.answer;
 }
 
-Answer ImportStore::probe() { return messages ? messages->probe() : calls.probe(); }
+Answer ImportStore::probe() { return m_messages ? m_messages->probe() : m_calls.probe(); }
 
 Answer ImportStore::add(std::vector<NewItem> &items)
 {
@@ -64,9 +64,9 @@ Answer ImportStore::add(std::vector<NewItem> &items)
         else if (auto *const call = std::get_if<NewCall>(&item.content))
             newCalls += call;
     }
-    Answer answer = newMessages.isEmpty() ? Answer::Finished : messageWriter->add(newMessages);
+    Answer answer = newMessages.isEmpty() ? Answer::Finished : m_messageWriter->add(newMessages);
     if (!newCalls.isEmpty() && answer == Answer::Finished) {
-        answer = callWriter.add(newCalls);
+        answer = m_callWriter.add(newCalls);
     } else {
         for (NewCall *const call : std::as_const(newCalls))
             call->trouble = Text::reason("not tried, as the store did not take the messages");
@@ -80,7 +80,7 @@ Answer ImportStore::add(std::vector<NewItem> &items)
 void ImportStore::enter(const NewItem &item)
 {
     const auto *const message = std::get_if<NewMessage>(&item.content);
-    if (!message || message->id == -1 || equals == AreAdded)
+    if (!message || message->id == -1 || m_equals == AreAdded)
         return;
     for (const Fingerprint &fingerprint : item.stored)
         index.addStored(fingerprint, message->id);

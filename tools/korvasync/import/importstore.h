@@ -39,12 +39,12 @@ private:
     Answer readCalls();
     void enter(const NewItem &item);
 
-    StoreLocation &location;
-    const ItemJudge &judge;
-    const Equals equals;
-    std::optional<MessageStore> messages; // none where only calls are added
-    std::optional<MessageWriter> messageWriter;
-    CallStore calls;
-    CallWriter callWriter;
-    bool callsAreRead = false;
+    StoreLocation &m_location;
+    const ItemJudge &m_judge;
+    const Equals m_equals;
+    std::optional<MessageStore> m_messages; // none where only calls are added
+    std::optional<MessageWriter> m_messageWriter;
+    CallStore m_calls;
+    CallWriter m_callWriter;
+    bool m_callsAreRead = false;
 };

@@ -58,7 +58,7 @@ void ItemJudge::takeMessage(const InputItem &input, NewItem &item) const
                            isElement ? Text::reason("not a whole sms element")
                                      : parseErrorIn(input.bytes, input.line));
     }
-    const NormalisedMessage normalised = normalise(*parsed, rules);
+    const NormalisedMessage normalised = normalise(*parsed, m_rules);
     if (normalised.refusal == RejectReason::ForeignObject)
         return item.refuse(normalised.refusal, Text::reason("an e-mail, not a text message"));
     if (normalised.refusal != RejectReason::None)
@@ -78,7 +78,7 @@ void ItemJudge::identify(const NormalisedMessage &normalised, bool isOfBackup, N
     item.content = added;
     if (normalised.hasOwnTime) {
         item.sought.append(item.stored.first());
-        if (rules.badTimeIsNow)
+        if (m_rules.badTimeIsNow)
             item.untimed = item.stored.last();
         if (isOfBackup)
             item.sought.append(
@@ -98,8 +98,8 @@ void ItemJudge::takeCall(const InputItem &input, NewItem &item) const
     }
     const bool isElement = input.kind == InputItem::AndroidCall;
     const CallEntry::Parsed parsed = isElement
-        ? CallElement::parse(input.bytes, rules.now)
-        : CallEntry::parse(input.bytes, rules.localZone, rules.now);
+        ? CallElement::parse(input.bytes, m_rules.now)
+        : CallEntry::parse(input.bytes, m_rules.localZone, m_rules.now);
     if (parsed.refusal != RejectReason::None)
         return item.refuse(parsed.refusal, parsed.detail);
     NewCall call;
@@ -127,7 +127,7 @@ NewItem::Fingerprints ItemJudge::fingerprintsOf(int folder, const QString &numbe
     all.append(Fingerprint::of(folder, number, time, body));
     if (const auto exported = Fingerprint::ofLossyExport(folder, number, time, body))
         all.append(*exported);
-    if (rules.badTimeIsNow)
+    if (m_rules.badTimeIsNow)
         all.append(Fingerprint::atAnyTime(folder, number, body));
     return all;
 }

@@ -22,12 +22,12 @@ public:
 
     //! \param rules  for calls as well, of which they concern the zone and the clock
     ItemJudge(Accepted accepted, const NormalisingRules &rules)
-        : accepted(accepted)
-        , rules(rules)
+        : m_accepted(accepted)
+        , m_rules(rules)
     {
     }
 
-    bool accepts(Accept what) const { return accepted.testFlag(what); }
+    bool accepts(Accept what) const { return m_accepted.testFlag(what); }
     //! Whether it is read as a call, be it refused or not.
     bool isCall(const InputItem &input) const;
 
@@ -55,8 +55,8 @@ private:
     void takeCall(const InputItem &input, NewItem &item) const;
     void refuseObject(const InputItem &input, NewItem &item) const;
 
-    const Accepted accepted;
-    const NormalisingRules rules;
+    const Accepted m_accepted;
+    const NormalisingRules m_rules;
 };
 
 Q_DECLARE_OPERATORS_FOR_FLAGS(ItemJudge::Accepted)

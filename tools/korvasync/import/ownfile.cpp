@@ -19,8 +19,8 @@
 
 namespace {
 
-constexpr int openFolder = O_PATH | O_DIRECTORY | O_CLOEXEC;
-constexpr mode_t forOwnerOnly = S_IRUSR | S_IWUSR; // these are messages
+constexpr int OpenFolder = O_PATH | O_DIRECTORY | O_CLOEXEC;
+constexpr mode_t ForOwnerOnly = S_IRUSR | S_IWUSR; // these are messages
 
 QByteArrayList namesIn(const QByteArray &path)
 {
@@ -46,13 +46,13 @@ bool isSame(const struct stat &one, const struct stat &other)
 
 OwnFile::~OwnFile()
 {
-    if (!temporary.isEmpty())
-        unlinkat(folder, temporary.constData(), 0);
+    if (!m_temporary.isEmpty())
+        unlinkat(m_folder, m_temporary.constData(), 0);
 }
 
 bool OwnFile::fail(const QString &reason)
 {
-    trouble = reason;
+    m_trouble = reason;
     return false;
 }
 
@@ -70,11 +70,11 @@ bool OwnFile::findPlace(const QByteArray &given)
     QByteArrayList names = namesIn(given);
     if (given.endsWith('/'))
         names.clear();
-    way = given.startsWith('/') ? "/" : "";
-    folder = Descriptor(::open(way.isEmpty() ? "." : "/", openFolder));
+    m_way = given.startsWith('/') ? "/" : "";
+    m_folder = Descriptor(::open(m_way.isEmpty() ? "." : "/", OpenFolder));
     for (int links = 0; !names.isEmpty();) {
-        name = names.takeFirst();
-        Descriptor found(openat(folder, name.constData(), O_PATH | O_NOFOLLOW | O_CLOEXEC));
+        m_name = names.takeFirst();
+        Descriptor found(openat(m_folder, m_name.constData(), O_PATH | O_NOFOLLOW | O_CLOEXEC));
         if (!found.isOpen())
             return (names.isEmpty() && errno == ENOENT) || fail(errno);
         struct stat status = {};
@@ -88,14 +88,14 @@ bool OwnFile::findPlace(const QByteArray &given)
             const QByteArray target = targetOf(found);
             names = namesIn(target) + names;
             if (target.startsWith('/')) {
-                way = "/";
-                folder = Descriptor(::open("/", openFolder));
+                m_way = "/";
+                m_folder = Descriptor(::open("/", OpenFolder));
             }
         } else if (names.isEmpty()) {
             return mayReplace(status);
         } else {
-            way += name + '/';
-            folder = std::move(found);
+            m_way += m_name + '/';
+            m_folder = std::move(found);
         }
     }
     return fail(EISDIR);
@@ -111,7 +111,7 @@ bool OwnFile::mayReplace(const struct stat &found)
         return fail(Text::tr("it belongs to another user"));
     if ((found.st_mode & S_IWUSR) == 0)
         return fail(EACCES);
-    predecessor = found;
+    m_predecessor = found;
     return true;
 }
 
@@ -125,84 +125,84 @@ static QByteArray temporaryName()
 bool OwnFile::openUnnamed()
 {
     if (access("/proc/self/fd", X_OK) == 0)
-        file = Descriptor(openat(folder, ".", O_TMPFILE | O_WRONLY | O_CLOEXEC, forOwnerOnly));
-    if (file.isOpen())
+        m_file = Descriptor(openat(m_folder, ".", O_TMPFILE | O_WRONLY | O_CLOEXEC, ForOwnerOnly));
+    if (m_file.isOpen())
         return true;
     const QByteArray unused = temporaryName();
-    file = Descriptor(
-        openat(folder, unused.constData(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, forOwnerOnly));
-    if (!file.isOpen())
+    m_file = Descriptor(openat(m_folder, unused.constData(),
+                               O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, ForOwnerOnly));
+    if (!m_file.isOpen())
         return fail(errno);
-    temporary = unused;
+    m_temporary = unused;
     return true;
 }
 
 bool OwnFile::write(const QByteArray &bytes)
 {
     constexpr int mostUnwritten = 64 * 1024;
-    if (unwritten.size() + bytes.size() <= mostUnwritten) {
-        unwritten += bytes;
+    if (m_unwritten.size() + bytes.size() <= mostUnwritten) {
+        m_unwritten += bytes;
         return true;
     }
     return flush() && writeAll(bytes);
 }
 
-bool OwnFile::flush() { return writeAll(std::exchange(unwritten, QByteArray())); }
+bool OwnFile::flush() { return writeAll(std::exchange(m_unwritten, QByteArray())); }
 
 bool OwnFile::writeAll(const QByteArray &bytes)
 {
     const char *data = bytes.constData();
     auto left = static_cast<size_t>(bytes.size());
-    while (left > 0 && !isCut) {
-        const ssize_t count = ::write(file, data, left);
+    while (left > 0 && !m_isCut) {
+        const ssize_t count = ::write(m_file, data, left);
         if (count >= 0) {
             data += count;
             left -= static_cast<size_t>(count);
         } else if (errno != EINTR) {
-            isCut = true;
+            m_isCut = true;
             fail(errno);
         }
     }
-    return !isCut;
+    return !m_isCut;
 }
 
-bool OwnFile::finish() { return flush() && (fsync(file) == 0 || fail(errno)); }
+bool OwnFile::finish() { return flush() && (fsync(m_file) == 0 || fail(errno)); }
 
 bool OwnFile::isPredecessor(const QString &path) const
 {
-    if (!predecessor)
+    if (!m_predecessor)
         return false;
     struct stat found = {};
     const int failure = path == QLatin1String("-")
         ? fstat(STDIN_FILENO, &found)
         : stat(FileName::encode(path).constData(), &found);
-    return failure == 0 && isSame(found, *predecessor);
+    return failure == 0 && isSame(found, *m_predecessor);
 }
 
 // What was written into it meanwhile has not been read.
 bool OwnFile::isUnchanged() const
 {
     struct stat now = {};
-    return fstatat(folder, name.constData(), &now, AT_SYMLINK_NOFOLLOW) == 0
-        && isSame(now, *predecessor) && now.st_size == predecessor->st_size
-        && now.st_mtim.tv_sec == predecessor->st_mtim.tv_sec
-        && now.st_mtim.tv_nsec == predecessor->st_mtim.tv_nsec;
+    return fstatat(m_folder, m_name.constData(), &now, AT_SYMLINK_NOFOLLOW) == 0
+        && isSame(now, *m_predecessor) && now.st_size == m_predecessor->st_size
+        && now.st_mtim.tv_sec == m_predecessor->st_mtim.tv_sec
+        && now.st_mtim.tv_nsec == m_predecessor->st_mtim.tv_nsec;
 }
 
 bool OwnFile::takePlace()
 {
-    if (predecessor && !isUnchanged())
+    if (m_predecessor && !isUnchanged())
         return false;
-    return giveName(name, predecessor.has_value());
+    return giveName(m_name, m_predecessor.has_value());
 }
 
 bool OwnFile::takePlaceBeside()
 {
     constexpr int mostTried = 10000;
     for (int number = 1; number <= mostTried; ++number) {
-        const QByteArray free = name + '.' + QByteArray::number(number);
+        const QByteArray free = m_name + '.' + QByteArray::number(number);
         if (giveName(free, false)) {
-            name = free;
+            m_name = free;
             return true;
         }
         if (errno != EEXIST)
@@ -213,30 +213,30 @@ bool OwnFile::takePlaceBeside()
 
 bool OwnFile::link(const QByteArray &to) const
 {
-    const QByteArray unnamed = "/proc/self/fd/" + QByteArray::number(int(file));
-    return linkat(AT_FDCWD, unnamed.constData(), folder, to.constData(), AT_SYMLINK_FOLLOW) == 0;
+    const QByteArray unnamed = "/proc/self/fd/" + QByteArray::number(int(m_file));
+    return linkat(AT_FDCWD, unnamed.constData(), m_folder, to.constData(), AT_SYMLINK_FOLLOW) == 0;
 }
 
 //! \return false with the reason in errno
 bool OwnFile::giveName(const QByteArray &to, bool replaces)
 {
-    if (temporary.isEmpty() && !replaces)
+    if (m_temporary.isEmpty() && !replaces)
         return link(to);
-    if (temporary.isEmpty()) { // only a name can be put in the place of another
+    if (m_temporary.isEmpty()) { // only a name can be put in the place of another
         const QByteArray first = temporaryName();
         if (!link(first))
             return false;
-        temporary = first;
+        m_temporary = first;
     }
-    if (renameat2(folder, temporary.constData(), folder, to.constData(),
+    if (renameat2(m_folder, m_temporary.constData(), m_folder, to.constData(),
                   replaces ? 0 : RENAME_NOREPLACE)
         == 0) {
-        temporary.clear();
+        m_temporary.clear();
         return true;
     }
     // Some file systems cannot look and rename at once. The other name goes in the end.
     return !replaces && errno == EINVAL
-        && linkat(folder, temporary.constData(), folder, to.constData(), 0) == 0;
+        && linkat(m_folder, m_temporary.constData(), m_folder, to.constData(), 0) == 0;
 }
 
-QString OwnFile::path() const { return FileName::decode(way + name); }
+QString OwnFile::path() const { return FileName::decode(m_way + m_name); }

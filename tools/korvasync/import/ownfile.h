@@ -26,7 +26,7 @@ public:
     //! Has all that was written reach the disk. Only then it may get a name.
     bool finish();
 
-    bool hasPredecessor() const { return predecessor.has_value(); }
+    bool hasPredecessor() const { return m_predecessor.has_value(); }
     //! Whether a path leads to the file that it may replace; "-" is standard input.
     bool isPredecessor(const QString &path) const;
 
@@ -36,7 +36,7 @@ public:
     bool takePlaceBeside();
 
     QString path() const; //!< where it is
-    QString errorText() const { return trouble; }
+    QString errorText() const { return m_trouble; }
 
 private:
     Q_DISABLE_COPY(OwnFile)
@@ -51,13 +51,13 @@ private:
     bool fail(int error);
     bool fail(const QString &reason);
 
-    Descriptor folder;
-    QByteArray way;  // the folder's path as far as it is needed to find it; empty or with a slash
-    QByteArray name; // in the folder
-    std::optional<struct stat> predecessor;
-    Descriptor file;
-    QByteArray temporary; // its name; empty: it has none
-    QByteArray unwritten;
-    bool isCut = false; // a write failed
-    QString trouble;
+    Descriptor m_folder;
+    QByteArray m_way;  // the folder's path as far as it is needed to find it; empty or with a slash
+    QByteArray m_name; // in the folder
+    std::optional<struct stat> m_predecessor;
+    Descriptor m_file;
+    QByteArray m_temporary; // its name; empty: it has none
+    QByteArray m_unwritten;
+    bool m_isCut = false; // a write failed
+    QString m_trouble;
 };

@@ -8,11 +8,11 @@
 #include "shared/text.h"
 
 Rejects::Rejects(const QString &path)
-    : wanted(path)
+    : m_wanted(path)
 {
 }
 
-bool Rejects::open() { return !isWanted() || file.open(wanted); }
+bool Rejects::open() { return !isWanted() || m_file.open(m_wanted); }
 
 void Rejects::add(const ItemResult &result, const QByteArray &message)
 {
@@ -40,30 +40,30 @@ void Rejects::keep(const QByteArray &leftovers)
 
 void Rejects::leaveIn(const QString &path)
 {
-    predecessorIsNeeded = predecessorIsNeeded || file.isPredecessor(path);
+    m_predecessorIsNeeded = m_predecessorIsNeeded || m_file.isPredecessor(path);
 }
 
 void Rejects::write(const QByteArray &bytes)
 {
-    isEmpty = false;
-    isWritten = isWritten && file.write(bytes);
+    m_isEmpty = false;
+    m_isWritten = m_isWritten && m_file.write(bytes);
 }
 
 bool Rejects::commit(bool isWhole)
 {
     if (!isWanted())
         return true;
-    if (!isWritten || !file.finish())
+    if (!m_isWritten || !m_file.finish())
         return false;
-    const bool mayReplace = isWhole && !predecessorIsNeeded;
-    if ((mayReplace || !file.hasPredecessor()) && file.takePlace())
+    const bool mayReplace = isWhole && !m_predecessorIsNeeded;
+    if ((mayReplace || !m_file.hasPredecessor()) && m_file.takePlace())
         return true;
-    if (isEmpty)
+    if (m_isEmpty)
         return true;
-    if (!file.takePlaceBeside())
+    if (!m_file.takePlaceBeside())
         return false;
     Diagnostics::error(Text::tr("%1 stays as it is, since it may hold what was neither stored nor "
                                 "refused; the rejects are in %2")
-                           .arg(terminalText(wanted), terminalText(file.path())));
+                           .arg(terminalText(m_wanted), terminalText(m_file.path())));
     return true;
 }

@@ -19,7 +19,7 @@ public:
     //! \param path  empty = nothing is collected
     explicit Rejects(const QString &path);
 
-    bool isWanted() const { return !wanted.isEmpty(); }
+    bool isWanted() const { return !m_wanted.isEmpty(); }
     bool open();
     void add(const ItemResult &result, const QByteArray &message);
     void keep(const QByteArray &leftovers); //!< of rejects that were read
@@ -30,15 +30,15 @@ public:
     //! \param isWhole  the run came to its end: what was read is stored or among the rejects
     bool commit(bool isWhole);
 
-    QString place() const { return wanted; }
-    QString errorText() const { return file.errorText(); }
+    QString place() const { return m_wanted; }
+    QString errorText() const { return m_file.errorText(); }
 
 private:
     void write(const QByteArray &bytes);
 
-    const QString wanted;
-    OwnFile file;
-    bool isWritten = true; // all so far
-    bool isEmpty = true;
-    bool predecessorIsNeeded = false;
+    const QString m_wanted;
+    OwnFile m_file;
+    bool m_isWritten = true; // all so far
+    bool m_isEmpty = true;
+    bool m_predecessorIsNeeded = false;
 };

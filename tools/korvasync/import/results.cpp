@@ -62,16 +62,16 @@ static QString textOf(const ItemResult &result, const QString &status)
 }
 
 Results::Results(StandardOutput &output, ItemResult::Status done, bool asJson, bool isForetold)
-    : output(output)
-    , done(done)
-    , asJson(asJson)
-    , isForetold(isForetold)
+    : m_output(output)
+    , m_done(done)
+    , m_asJson(asJson)
+    , m_isForetold(isForetold)
 {
 }
 
 QString Results::wordFor(ItemResult::Status status) const
 {
-    if (isForetold && status == ItemResult::Deleted)
+    if (m_isForetold && status == ItemResult::Deleted)
         return QStringLiteral("would delete");
     return QLatin1String(nameOf(status));
 }
@@ -90,8 +90,8 @@ QString Results::sumOf(ItemResult::Status status) const
     case ItemResult::Changed:
         return Text::tr("%n changed", nullptr, count);
     case ItemResult::Deleted:
-        return isForetold ? Text::tr("%n would delete", nullptr, count)
-                          : Text::tr("%n deleted", nullptr, count);
+        return m_isForetold ? Text::tr("%n would delete", nullptr, count)
+                            : Text::tr("%n deleted", nullptr, count);
     case ItemResult::Refused:
         return Text::tr("%n refused", nullptr, count);
     case ItemResult::Failed:
@@ -102,59 +102,59 @@ QString Results::sumOf(ItemResult::Status status) const
 
 void Results::note(const ItemResult &result)
 {
-    ++read;
-    ++totals[result.status];
+    ++m_read;
+    ++m_totals[result.status];
     if (result.refusal != RejectReason::None)
-        ++refusals[result.refusal];
+        ++m_refusals[result.refusal];
 }
 
 void Results::report(const ItemResult &result)
 {
     note(result);
-    if (asJson)
-        output.write(jsonOf(result));
+    if (m_asJson)
+        m_output.write(jsonOf(result));
     else
-        output.writeLine(textOf(result, wordFor(result.status)),
-                         isNotDone(result.status) ? StandardOutput::Red : StandardOutput::Plain);
+        m_output.writeLine(textOf(result, wordFor(result.status)),
+                           isNotDone(result.status) ? StandardOutput::Red : StandardOutput::Plain);
 }
 
 void Results::notePassedOver(const QStringList &paths)
 {
-    passedOver += int(paths.size());
+    m_passedOver += int(paths.size());
     for (const QString &path : paths)
         Diagnostics::warn(Text::tr("passed over: %1").arg(terminalText(path)));
 }
 
 void Results::printSummary(bool isWhole)
 {
-    QList<ItemResult::Status> shown{done};
-    if (done == ItemResult::Added)
+    QList<ItemResult::Status> shown{m_done};
+    if (m_done == ItemResult::Added)
         shown += ItemResult::Present;
-    if (done == ItemResult::Present)
+    if (m_done == ItemResult::Present)
         shown += ItemResult::Missing;
     shown << ItemResult::Refused << ItemResult::Failed;
     JsonLine sums;
-    sums.add("read", read);
-    QStringList words{Text::tr("%n read", nullptr, read)};
+    sums.add("read", m_read);
+    QStringList words{Text::tr("%n read", nullptr, m_read)};
     for (const ItemResult::Status status : shown) {
         sums.add(nameOf(status), total(status));
         words += sumOf(status);
     }
-    if (passedOver > 0) {
-        sums.add("passed over", passedOver);
-        words += Text::tr("%n passed over", nullptr, passedOver);
+    if (m_passedOver > 0) {
+        sums.add("passed over", m_passedOver);
+        words += Text::tr("%n passed over", nullptr, m_passedOver);
     }
     if (!isWhole)
         sums.addBool("complete", false);
-    if (asJson)
-        output.write(JsonLine().add("summary", sums).line());
+    if (m_asJson)
+        m_output.write(JsonLine().add("summary", sums).line());
     else
-        output.write(words.join(QLatin1String(", ")).toUtf8() + '\n');
+        m_output.write(words.join(QLatin1String(", ")).toUtf8() + '\n');
 }
 
 void Results::warnOfRefusals() const
 {
-    for (auto it = refusals.cbegin(); it != refusals.cend(); ++it) {
+    for (auto it = m_refusals.cbegin(); it != m_refusals.cend(); ++it) {
         Diagnostics::warn(
             Text::tr("%1 not done (%2): %3")
                 .arg(QString::number(it.value()), codeOf(it.key()), reasonOf(it.key()).translated));
@@ -163,7 +163,7 @@ void Results::warnOfRefusals() const
 
 ExitCode Results::exitCode() const
 {
-    const int unknownIds = refusals.value(RejectReason::SmsBadId);
+    const int unknownIds = m_refusals.value(RejectReason::SmsBadId);
     if (total(ItemResult::Missing) + total(ItemResult::Refused) + total(ItemResult::Failed)
         > unknownIds)
         return SomeNotDone;

@@ -44,20 +44,20 @@ public:
     //! One warning for each reason for which items were not done.
     void warnOfRefusals() const;
 
-    int count() const { return read; }
+    int count() const { return m_read; }
     ExitCode exitCode() const;
 
 private:
-    int total(ItemResult::Status status) const { return totals.value(status); }
+    int total(ItemResult::Status status) const { return m_totals.value(status); }
     QString wordFor(ItemResult::Status status) const;
     QString sumOf(ItemResult::Status status) const;
 
-    StandardOutput &output;
-    const ItemResult::Status done;
-    const bool asJson;
-    const bool isForetold;
-    int read = 0;
-    int passedOver = 0;
-    QMap<int, int> totals; // by ItemResult::Status
-    QMap<RejectReason, int> refusals;
+    StandardOutput &m_output;
+    const ItemResult::Status m_done;
+    const bool m_asJson;
+    const bool m_isForetold;
+    int m_read = 0;
+    int m_passedOver = 0;
+    QMap<int, int> m_totals; // by ItemResult::Status
+    QMap<RejectReason, int> m_refusals;
 };

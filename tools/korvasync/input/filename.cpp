@@ -9,7 +9,7 @@
 
 namespace FileName {
 
-constexpr ushort firstOfBytes = 0xDC00;
+constexpr ushort FirstOfBytes = 0xDC00;
 
 // Qt takes a byte order mark at the beginning away.
 static QString textOf(QByteArray bytes)
@@ -38,7 +38,7 @@ QString decode(const QByteArray &name)
             text += character;
             i += length;
         } else {
-            text += QChar(static_cast<ushort>(firstOfBytes + static_cast<uchar>(name.at(i))));
+            text += QChar(static_cast<ushort>(FirstOfBytes + static_cast<uchar>(name.at(i))));
             ++i;
         }
     }
@@ -58,7 +58,7 @@ QByteArray encode(const QString &name)
             characters += c;
             continue;
         }
-        bytes += characters.toUtf8() + static_cast<char>(c.unicode() - firstOfBytes);
+        bytes += characters.toUtf8() + static_cast<char>(c.unicode() - FirstOfBytes);
         characters.clear();
     }
     return bytes + characters.toUtf8();

@@ -5,22 +5,22 @@
 
 void FormReader::openHere(Kind kindOfItem)
 {
-    kind = kindOfItem;
-    hasBegun = true;
-    begin = window.here();
-    window.enterLine();
+    m_kind = kindOfItem;
+    m_hasBegun = true;
+    m_begin = m_window.here();
+    m_window.enterLine();
 }
 
 void FormReader::emitItem(quint64 end)
 {
-    if (kind)
-        items += InputItem{*kind, window.bytes(begin.offset, end), begin.line, false};
+    if (m_kind)
+        m_items += InputItem{*m_kind, m_window.bytes(m_begin.offset, end), m_begin.line, false};
     close();
 }
 
 void FormReader::emitTooLong()
 {
-    if (kind)
-        items += InputItem{*kind, QByteArray(), begin.line, true};
+    if (m_kind)
+        m_items += InputItem{*m_kind, QByteArray(), m_begin.line, true};
     close();
 }

@@ -32,17 +32,17 @@ public:
     //! The file has ended: closes what is open, as it is.
     virtual void finish() = 0;
 
-    bool isOpen() const { return hasBegun; }
+    bool isOpen() const { return m_hasBegun; }
     //! The first byte that has to stay in memory, while something is open.
-    quint64 needed() const { return begin.offset; }
+    quint64 needed() const { return m_begin.offset; }
 
 protected:
     using Kind = std::optional<InputItem::Kind>; //!< none: no item comes of it
 
     //! \param items  gets those that are found
     FormReader(LineWindow &window, QList<InputItem> &items)
-        : window(window)
-        , items(items)
+        : m_window(window)
+        , m_items(items)
     {
     }
 
@@ -50,18 +50,18 @@ protected:
     void openHere(Kind kindOfItem);
     void emitItem(quint64 end); //!< and closes it
     void emitTooLong();         //!< likewise
-    void close() { hasBegun = false; }
-    void dropUpToHere() { begin = window.here(); }
+    void close() { m_hasBegun = false; }
+    void dropUpToHere() { m_begin = m_window.here(); }
 
-    const LineWindow::Mark &beginning() const { return begin; }
-    bool isItem() const { return kind.has_value(); }
-    bool isTooLong() const { return window.offset() - begin.offset > InputItem::longest; }
+    const LineWindow::Mark &beginning() const { return m_begin; }
+    bool isItem() const { return m_kind.has_value(); }
+    bool isTooLong() const { return m_window.offset() - m_begin.offset > InputItem::Longest; }
 
-    LineWindow &window;
+    LineWindow &m_window;
 
 private:
-    QList<InputItem> &items;
-    Kind kind;
-    bool hasBegun = false;
-    LineWindow::Mark begin;
+    QList<InputItem> &m_items;
+    Kind m_kind;
+    bool m_hasBegun = false;
+    LineWindow::Mark m_begin;
 };

@@ -25,78 +25,78 @@ bool Gap::beginRemark(std::string_view head)
         return false;
     }
     end();
-    line = Remark;
+    m_line = Remark;
     if (isReasonLine(head))
-        leftovers.beginReason();
+        m_leftovers.beginReason();
     return true;
 }
 
 void Gap::passRemark()
 {
-    if (window.takeLine())
-        line = Other;
+    if (m_window.takeLine())
+        m_line = Other;
 }
 
 void Gap::noteFirstSign(std::string_view head)
 {
-    if (firstSign || leftovers.haveReason() || isBlankText(head))
+    if (m_firstSign || m_leftovers.haveReason() || isBlankText(head))
         return;
-    firstSign = head[head.find_first_not_of(" \t\n\v\f\r")];
+    m_firstSign = head[head.find_first_not_of(" \t\n\v\f\r")];
 }
 
 void Gap::noteLine(std::string_view head)
 {
-    if (!text && !isBlankText(head))
-        text = window.here();
-    isMessage = isMessage || VMessageScanner::isStructure(head);
+    if (!m_text && !isBlankText(head))
+        m_text = m_window.here();
+    m_isMessage = m_isMessage || VMessageScanner::isStructure(head);
     const std::string_view begin = "BEGIN:VMSG";
-    const bool isLast = head.size() == window.rest().size();
+    const bool isLast = head.size() == m_window.rest().size();
     if (!head.empty() && isLast && head == begin.substr(0, head.size()))
-        line = CutBegin;
+        m_line = CutBegin;
     else
-        line = VMessageScanner::isEnd(head) ? MessageEnd : Other;
+        m_line = VMessageScanner::isEnd(head) ? MessageEnd : Other;
 }
 
 bool Gap::passUpToTag()
 {
-    const bool isFound = window.takeUpTo("<\n");
+    const bool isFound = m_window.takeUpTo("<\n");
     boundText();
     if (!isFound)
         return false;
-    if (window.rest().front() == '<')
+    if (m_window.rest().front() == '<')
         return true;
-    window.takeLine();
-    if (line == MessageEnd)
+    m_window.takeLine();
+    if (m_line == MessageEnd)
         end();
     return false;
 }
 
 void Gap::end()
 {
-    if (isMessage) {
-        leftovers.drop();
-        items += InputItem{InputItem::Message, window.bytes(text->offset, window.offset()),
-                           text->line, false};
-    } else if (text && !isXml() && !leftovers.haveReason()) {
-        somethingIsPassedOver =
-            somethingIsPassedOver || !isBlankText(window.view(text->offset, window.offset()));
+    if (m_isMessage) {
+        m_leftovers.drop();
+        m_items += InputItem{InputItem::Message, m_window.bytes(m_text->offset, m_window.offset()),
+                             m_text->line, false};
+    } else if (m_text && !isXml() && !m_leftovers.haveReason()) {
+        m_somethingIsPassedOver = m_somethingIsPassedOver
+            || !isBlankText(m_window.view(m_text->offset, m_window.offset()));
     }
-    text.reset();
-    isMessage = false;
+    m_text.reset();
+    m_isMessage = false;
 }
 
 void Gap::endBeforeItem()
 {
     end();
-    leftovers.end(true);
+    m_leftovers.end(true);
 }
 
 bool Gap::endOfFile()
 {
-    const bool isItem = isMessage;
+    const bool isItem = m_isMessage;
     end();
-    if (leftovers.haveReason())
-        leftovers.end(false);
+    if (m_leftovers.haveReason())
+        m_leftovers.end(false);
     return isItem;
 }
 
@@ -104,19 +104,19 @@ bool Gap::endOfFile()
 void Gap::boundText()
 {
     constexpr quint64 longestText = quint64(64) * 1024;
-    const quint64 longest = isMessage ? InputItem::longest : longestText;
-    if (!text || window.offset() - text->offset <= longest)
+    const quint64 longest = m_isMessage ? InputItem::Longest : longestText;
+    if (!m_text || m_window.offset() - m_text->offset <= longest)
         return;
-    if (isMessage) {
-        leftovers.drop();
-        items += InputItem{InputItem::Message, QByteArray(), text->line, true};
+    if (m_isMessage) {
+        m_leftovers.drop();
+        m_items += InputItem{InputItem::Message, QByteArray(), m_text->line, true};
     }
-    isMessage = false;
+    m_isMessage = false;
     end();
 }
 
 quint64 Gap::needed()
 {
-    const quint64 here = window.offset();
-    return std::min(text ? text->offset : here, leftovers.needed().value_or(here));
+    const quint64 here = m_window.offset();
+    return std::min(m_text ? m_text->offset : here, m_leftovers.needed().value_or(here));
 }

@@ -19,15 +19,15 @@ class Gap
 public:
     //! \param items  gets those that are found
     Gap(LineWindow &window, QList<InputItem> &items)
-        : window(window)
-        , items(items)
-        , leftovers(window)
+        : m_window(window)
+        , m_items(items)
+        , m_leftovers(window)
     {
     }
 
     //! Whether the line that begins here is passed over whole, with passRemark().
     bool beginRemark(std::string_view head);
-    bool isInRemark() const { return line == Remark; }
+    bool isInRemark() const { return m_line == Remark; }
     void passRemark();
 
     //! Notes the line that begins here, as the message without a beginning may begin with any.
@@ -40,13 +40,13 @@ public:
     bool endOfFile();     //!< \return whether there is an item yet
 
     quint64 needed(); //!< the first byte that has to stay in memory
-    Leftovers &left() { return leftovers; }
-    const Leftovers &left() const { return leftovers; }
+    Leftovers &left() { return m_leftovers; }
+    const Leftovers &left() const { return m_leftovers; }
 
-    bool isXml() const { return firstSign == '<'; }           //!< the file begins with a tag
-    bool hasContent() const { return firstSign.has_value(); } //!< more than blanks and reasons
-    bool endsInCutBegin() const { return line == CutBegin; }
-    bool hasPassedOver() const { return somethingIsPassedOver; }
+    bool isXml() const { return m_firstSign == '<'; }           //!< the file begins with a tag
+    bool hasContent() const { return m_firstSign.has_value(); } //!< more than blanks and reasons
+    bool endsInCutBegin() const { return m_line == CutBegin; }
+    bool hasPassedOver() const { return m_somethingIsPassedOver; }
 
 private:
     void noteFirstSign(std::string_view head);
@@ -54,12 +54,12 @@ private:
 
     enum Line { Other, Remark, MessageEnd, CutBegin };
 
-    LineWindow &window;
-    QList<InputItem> &items;
-    Leftovers leftovers;
-    std::optional<LineWindow::Mark> text; // where it begins
-    bool isMessage = false;               // it has lines of one
-    Line line = Other;                    // the one in hand
-    std::optional<char> firstSign;        // of the file
-    bool somethingIsPassedOver = false;
+    LineWindow &m_window;
+    QList<InputItem> &m_items;
+    Leftovers m_leftovers;
+    std::optional<LineWindow::Mark> m_text; // where it begins
+    bool m_isMessage = false;               // it has lines of one
+    Line m_line = Other;                    // the one in hand
+    std::optional<char> m_firstSign;        // of the file
+    bool m_somethingIsPassedOver = false;
 };

@@ -28,16 +28,16 @@ struct Beginning
     std::optional<Utf16Converter::ByteOrder> order; // none = UTF-8
 };
 
-constexpr char beginWide[] = "B\0E\0G\0I\0N\0:\0V\0M\0S\0G"; // in both orders
-constexpr Size wideLength = sizeof beginWide;                // with its last zero
-constexpr Size longestBeginning = wideLength + 3;            // with a mark
+constexpr char BeginWide[] = "B\0E\0G\0I\0N\0:\0V\0M\0S\0G"; // in both orders
+constexpr Size WideLength = sizeof BeginWide;                // with its last zero
+constexpr Size LongestBeginning = WideLength + 3;            // with a mark
 
 //! Finds the beginnings in one piece of the file, from the first to the last.
 class Beginnings
 {
 public:
     explicit Beginnings(const QByteArray &bytes)
-        : bytes(bytes)
+        : m_bytes(bytes)
     {
     }
 
@@ -61,10 +61,10 @@ private:
                        std::optional<Utf16Converter::ByteOrder> order) const;
     std::optional<Beginning> wideAt(Size at, const std::optional<Utf16Converter> &current) const;
 
-    const QByteArray &bytes;
-    Size done = 0;
-    Letters narrow{QByteArray("BEGIN:VMSG")};
-    Letters wide{QByteArray(beginWide, wideLength - 1)};
+    const QByteArray &m_bytes;
+    Size m_done = 0;
+    Letters m_narrow{QByteArray("BEGIN:VMSG")};
+    Letters m_wide{QByteArray(BeginWide, WideLength - 1)};
 };
 
 void Beginnings::Letters::seek(const QByteArray &bytes)
@@ -76,17 +76,18 @@ void Beginnings::Letters::seek(const QByteArray &bytes)
 
 std::optional<Beginning> Beginnings::next(Size from, const std::optional<Utf16Converter> &current)
 {
-    done = from;
+    m_done = from;
     for (;;) {
-        wide.seek(bytes);
+        m_wide.seek(m_bytes);
         if (current)
-            narrow.seek(bytes);
-        const bool isNarrow = current && narrow.at >= 0 && (wide.at < 0 || narrow.at < wide.at);
-        Letters &letters = isNarrow ? narrow : wide;
+            m_narrow.seek(m_bytes);
+        const bool isNarrow =
+            current && m_narrow.at >= 0 && (m_wide.at < 0 || m_narrow.at < m_wide.at);
+        Letters &letters = isNarrow ? m_narrow : m_wide;
         if (letters.at < 0)
             return std::nullopt;
         letters.isSought = true;
-        if (letters.at < done)
+        if (letters.at < m_done)
             continue;
         const auto found = isNarrow ? withMark(letters.at, "\xEF\xBB\xBF", std::nullopt)
                                     : wideAt(letters.at, current);
@@ -100,7 +101,7 @@ Beginning Beginnings::withMark(Size position, const char *mark,
 {
     const auto length = static_cast<Size>(qstrlen(mark));
     const bool isMarked =
-        position - length >= done && bytes.mid(position - length, length) == QByteArray(mark);
+        position - length >= m_done && m_bytes.mid(position - length, length) == QByteArray(mark);
     return {position - (isMarked ? length : 0), isMarked ? length : 0, order};
 }
 
@@ -111,8 +112,8 @@ std::optional<Beginning> Beginnings::wideAt(Size at,
 {
     const bool isLittle = current && current->byteOrder() == Utf16Converter::LittleEndian;
     const bool isBig = current && !isLittle;
-    const bool isAligned = !current || (at - done - (current->isWithinUnit() ? 1 : 0)) % 2 == 0;
-    const bool behindZero = at > done && bytes.at(at - 1) == '\0';
+    const bool isAligned = !current || (at - m_done - (current->isWithinUnit() ? 1 : 0)) % 2 == 0;
+    const bool behindZero = at > m_done && m_bytes.at(at - 1) == '\0';
     const Beginning big = withMark(at - 1, "\xFE\xFF", Utf16Converter::BigEndian);
     if (behindZero && (big.markLength > 0 || !current || isBig)) {
         if (!isBig || isAligned)
@@ -127,7 +128,7 @@ std::optional<Beginning> Beginnings::wideAt(Size at,
 //! back: who sends a message through a pipe waits for its result before sending the next.
 Size begunLength(const QByteArray &bytes)
 {
-    const QByteArray wide = QByteArray::fromRawData(beginWide, wideLength);
+    const QByteArray wide = QByteArray::fromRawData(BeginWide, WideLength);
     static const std::array<QByteArray, 6> beginnings = {wide,
                                                          '\0' + wide,
                                                          "\xFF\xFE" + wide,
@@ -135,7 +136,7 @@ Size begunLength(const QByteArray &bytes)
                                                          "BEGIN:VMSG",
                                                          "\xEF\xBB\xBF"
                                                          "BEGIN:VMSG"};
-    for (Size length = qMin(bytes.size(), longestBeginning); length > 0; --length) {
+    for (Size length = qMin(bytes.size(), LongestBeginning); length > 0; --length) {
         const char *const last = bytes.cend() - length;
         for (const QByteArray &beginning : beginnings) {
             if (beginning.at(0) == *last && beginning.size() >= length
@@ -149,34 +150,34 @@ Size begunLength(const QByteArray &bytes)
 } // namespace
 
 InputFile::InputFile(const QString &path, const QByteArray &readAhead)
-    : ahead(readAhead)
+    : m_ahead(readAhead)
 {
     if (!readAhead.isNull())
         return;
     if (path == QLatin1String("-")) {
-        descriptor = STDIN_FILENO;
+        m_descriptor = STDIN_FILENO;
         return;
     }
-    descriptor = open(FileName::encode(path).constData(), O_RDONLY | O_CLOEXEC);
-    if (descriptor < 0)
-        trouble = Text::ofSystemError(errno);
+    m_descriptor = open(FileName::encode(path).constData(), O_RDONLY | O_CLOEXEC);
+    if (m_descriptor < 0)
+        m_trouble = Text::ofSystemError(errno);
     struct stat opened = {};
-    neverWaits = fstat(descriptor, &opened) == 0 && S_ISREG(opened.st_mode);
+    m_neverWaits = fstat(m_descriptor, &opened) == 0 && S_ISREG(opened.st_mode);
 }
 
 InputFile::~InputFile()
 {
-    if (descriptor > STDIN_FILENO)
-        close(descriptor);
+    if (m_descriptor > STDIN_FILENO)
+        close(m_descriptor);
 }
 
 QByteArray InputFile::read()
 {
     for (;;) {
-        const QByteArray piece = started ? readBytes() : readStart();
-        started = true;
+        const QByteArray piece = m_started ? readBytes() : readStart();
+        m_started = true;
         const bool isLast = piece.isEmpty();
-        unread += piece;
+        m_unread += piece;
         QByteArray utf8 = convertUnread(isLast);
         if (!utf8.isEmpty() || isLast)
             return utf8;
@@ -189,23 +190,23 @@ QByteArray InputFile::convertUnread(bool toEnd)
     QByteArray utf8;
     Size done = 0;
     const auto convertUpTo = [&](Size end) {
-        const QByteArray bytes = unread.mid(done, end - done);
-        utf8 += converter ? converter->convert(bytes) : bytes;
+        const QByteArray bytes = m_unread.mid(done, end - done);
+        utf8 += m_converter ? m_converter->convert(bytes) : bytes;
         done = end;
     };
-    Beginnings beginnings(unread);
-    while (const auto begin = beginnings.next(done, converter)) {
+    Beginnings beginnings(m_unread);
+    while (const auto begin = beginnings.next(done, m_converter)) {
         convertUpTo(begin->position);
-        utf8 += converter ? converter->finish() : QByteArray();
-        converter.reset();
+        utf8 += m_converter ? m_converter->finish() : QByteArray();
+        m_converter.reset();
         if (begin->order)
-            converter.emplace(*begin->order);
+            m_converter.emplace(*begin->order);
         done += begin->markLength;
     }
-    convertUpTo(toEnd ? unread.size() : qMax(done, unread.size() - begunLength(unread)));
-    if (toEnd && converter)
-        utf8 += converter->finish();
-    unread.remove(0, done);
+    convertUpTo(toEnd ? m_unread.size() : qMax(done, m_unread.size() - begunLength(m_unread)));
+    if (toEnd && m_converter)
+        utf8 += m_converter->finish();
+    m_unread.remove(0, done);
     return utf8;
 }
 
@@ -226,9 +227,9 @@ QByteArray InputFile::readStart()
     const bool markedLittle = start.startsWith("\xFF\xFE");
     const bool markedBig = start.startsWith("\xFE\xFF");
     if (markedLittle || (start.at(0) != '\0' && start.at(1) == '\0'))
-        converter.emplace(Utf16Converter::LittleEndian);
+        m_converter.emplace(Utf16Converter::LittleEndian);
     else if (markedBig || (start.at(0) == '\0' && start.at(1) != '\0'))
-        converter.emplace(Utf16Converter::BigEndian);
+        m_converter.emplace(Utf16Converter::BigEndian);
     return markedLittle || markedBig ? start.mid(2) : start;
 }
 
@@ -236,24 +237,24 @@ QByteArray InputFile::readBytes()
 {
     constexpr int pieceSize = 64 * 1024;
     constexpr int pollMilliseconds = 200; // after which a signal is looked for
-    if (!ahead.isEmpty()) {
-        consumed += ahead.size();
-        return std::exchange(ahead, QByteArray());
+    if (!m_ahead.isEmpty()) {
+        m_consumed += m_ahead.size();
+        return std::exchange(m_ahead, QByteArray());
     }
-    if (descriptor < 0 || ended || Interrupt::signalNumber() != 0)
+    if (m_descriptor < 0 || m_ended || Interrupt::signalNumber() != 0)
         return QByteArray();
-    pollfd waiting{descriptor, POLLIN, 0};
-    while (!neverWaits && poll(&waiting, 1, pollMilliseconds) <= 0) {
+    pollfd waiting{m_descriptor, POLLIN, 0};
+    while (!m_neverWaits && poll(&waiting, 1, pollMilliseconds) <= 0) {
         if (Interrupt::signalNumber() != 0)
             return QByteArray();
     }
     std::array<char, pieceSize> piece;
-    const ssize_t count = ::read(descriptor, piece.data(), piece.size());
+    const ssize_t count = ::read(m_descriptor, piece.data(), piece.size());
     if (count < 0)
-        trouble = Text::ofSystemError(errno);
-    ended = count <= 0;
-    if (ended)
+        m_trouble = Text::ofSystemError(errno);
+    m_ended = count <= 0;
+    if (m_ended)
         return QByteArray();
-    consumed += count;
+    m_consumed += count;
     return QByteArray(piece.data(), static_cast<int>(count));
 }

@@ -27,8 +27,8 @@ public:
     //! The next piece; empty at the end, after an error and when a signal came.
     QByteArray read();
 
-    Reason error() const { return trouble; } //!< empty = none so far
-    qint64 bytesRead() const { return consumed; }
+    Reason error() const { return m_trouble; } //!< empty = none so far
+    qint64 bytesRead() const { return m_consumed; }
 
 private:
     Q_DISABLE_COPY(InputFile)
@@ -36,13 +36,13 @@ private:
     QByteArray readStart();
     QByteArray convertUnread(bool toEnd);
 
-    int descriptor = -1;
-    bool neverWaits = false; // for who writes it
-    bool started = false;
-    bool ended = false;
-    qint64 consumed = 0;
-    Reason trouble;
-    QByteArray ahead; // of the file, in place of its descriptor
-    QByteArray unread;
-    std::optional<Utf16Converter> converter;
+    int m_descriptor = -1;
+    bool m_neverWaits = false; // for who writes it
+    bool m_started = false;
+    bool m_ended = false;
+    qint64 m_consumed = 0;
+    Reason m_trouble;
+    QByteArray m_ahead; // of the file, in place of its descriptor
+    QByteArray m_unread;
+    std::optional<Utf16Converter> m_converter;
 };

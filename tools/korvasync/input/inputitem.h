@@ -18,7 +18,7 @@ struct InputItem
         ForeignObject, //!< from another BEGIN: line to its END: line
         CutFile        //!< not an item: here an Android backup or the next BEGIN:VMSG is cut off
     };
-    static constexpr quint64 longest = quint64(32) * 1024 * 1024; //!< a longer one is not kept
+    static constexpr quint64 Longest = quint64(32) * 1024 * 1024; //!< a longer one is not kept
 
     Kind kind = Message;
     QByteArray bytes;       //!< as they were, in UTF-8

@@ -6,77 +6,77 @@
 #include <algorithm>
 
 ItemReader::ItemReader(const QString &path, Form form, const QByteArray &readAhead)
-    : window(path, readAhead)
-    , gap(window, found)
-    , messages(window, found)
-    , objects(window, found)
-    , markup(window, found, gap)
-    , takesMarkup(form != TextObjects)
+    : m_window(path, readAhead)
+    , m_gap(m_window, m_found)
+    , m_messages(m_window, m_found)
+    , m_objects(m_window, m_found)
+    , m_markup(m_window, m_found, m_gap)
+    , m_takesMarkup(form != TextObjects)
 {
     if (form != AndroidXml)
-        textForms = {&messages, &objects};
+        m_textForms = {&m_messages, &m_objects};
 }
 
 std::optional<InputItem> ItemReader::next()
 {
-    while (found.isEmpty()) {
+    while (m_found.isEmpty()) {
         if (step())
             continue;
-        if (window.hasEnded() ? !finish() : !fill())
+        if (m_window.hasEnded() ? !finish() : !fill())
             return std::nullopt;
     }
-    return found.takeFirst();
+    return m_found.takeFirst();
 }
 
 bool ItemReader::fill()
 {
-    const quint64 needed = gap.needed();
-    return window.fill(current ? std::min(current->needed(), needed) : needed);
+    const quint64 needed = m_gap.needed();
+    return m_window.fill(m_current ? std::min(m_current->needed(), needed) : needed);
 }
 
 //! Reads on. \return false when more bytes are needed
 bool ItemReader::step()
 {
-    if (window.rest().empty())
+    if (m_window.rest().empty())
         return false;
-    if (!current)
+    if (!m_current)
         return stepBetween();
-    const bool isDone = current->step();
-    if (!current->isOpen())
-        current = nullptr;
+    const bool isDone = m_current->step();
+    if (!m_current->isOpen())
+        m_current = nullptr;
     return isDone;
 }
 
 bool ItemReader::stepBetween()
 {
-    if (gap.isInRemark()) {
-        gap.passRemark();
+    if (m_gap.isInRemark()) {
+        m_gap.passRemark();
         return true;
     }
-    if (window.atLineStart()) {
-        const auto head = window.lineHead();
+    if (m_window.atLineStart()) {
+        const auto head = m_window.lineHead();
         if (!head)
             return false;
-        if (gap.beginRemark(*head))
+        if (m_gap.beginRemark(*head))
             return true;
-        for (FormReader *const form : textForms) {
+        for (FormReader *const form : m_textForms) {
             if (opens(*form, *head))
                 return true;
         }
-        if (!textForms.empty())
-            gap.noteLine(*head);
-        window.enterLine();
+        if (!m_textForms.empty())
+            m_gap.noteLine(*head);
+        m_window.enterLine();
     }
-    return gap.passUpToTag() ? stepToTag() : true;
+    return m_gap.passUpToTag() ? stepToTag() : true;
 }
 
 bool ItemReader::stepToTag()
 {
-    const std::string_view head = window.rest().substr(0, MarkupReader::headLength);
-    if (head.size() < MarkupReader::headLength && !window.hasEnded())
+    const std::string_view head = m_window.rest().substr(0, MarkupReader::HeadLength);
+    if (head.size() < MarkupReader::HeadLength && !m_window.hasEnded())
         return false;
-    if (!takesMarkup || !opens(markup, head))
-        window.take(1);
+    if (!m_takesMarkup || !opens(m_markup, head))
+        m_window.take(1);
     return true;
 }
 
@@ -86,28 +86,28 @@ bool ItemReader::opens(FormReader &form, std::string_view head)
     if (beginning == FormReader::Nothing)
         return false;
     if (beginning == FormReader::Item)
-        gap.endBeforeItem();
+        m_gap.endBeforeItem();
     else
-        gap.end();
+        m_gap.end();
     form.open();
-    current = &form;
+    m_current = &form;
     return true;
 }
 
 //! Closes what is open at the end of the file. \return false when nothing is left to do
 bool ItemReader::finish()
 {
-    if (current) {
-        current->finish();
-        if (!current->isOpen())
-            current = nullptr;
+    if (m_current) {
+        m_current->finish();
+        if (!m_current->isOpen())
+            m_current = nullptr;
         return true;
     }
-    if (gap.endOfFile())
+    if (m_gap.endOfFile())
         return true;
-    if (cutIsTold || (!gap.endsInCutBegin() && !markup.isCut()))
+    if (m_cutIsTold || (!m_gap.endsInCutBegin() && !m_markup.isCut()))
         return false;
-    cutIsTold = true;
-    found += InputItem{InputItem::CutFile, QByteArray(), window.here().line, false};
+    m_cutIsTold = true;
+    m_found += InputItem{InputItem::CutFile, QByteArray(), m_window.here().line, false};
     return true;
 }

@@ -42,21 +42,24 @@ public:
     //! Nothing at the end, after an error and when a signal came.
     std::optional<InputItem> next();
 
-    Reason error() const { return window.error(); } //!< empty = none so far
-    qint64 bytesRead() const { return window.bytesRead(); }
+    Reason error() const { return m_window.error(); } //!< empty = none so far
+    qint64 bytesRead() const { return m_window.bytesRead(); }
 
     //! Of a file of rejects, what was read since the last call: reasons without an item behind
     //! them, and what stands there instead.
-    QByteArray takeLeftovers() { return gap.left().take(); }
+    QByteArray takeLeftovers() { return m_gap.left().take(); }
 
     //! Whether something was passed over that is neither blank nor among the leftovers. In a file
     //! that begins with a tag it is not looked for.
-    bool hasPassedOver() const { return gap.hasPassedOver(); }
+    bool hasPassedOver() const { return m_gap.hasPassedOver(); }
 
     //! For a file that had no item.
-    QByteArray passedOver() const { return gap.left().open(); } //!< all; empty if too long to keep
-    bool isEmpty() const { return !gap.hasContent(); }          //!< but for blanks and reasons
-    bool isEmptyBackup() const { return markup.isEmptyBackup(); } //!< of Android, and whole
+    QByteArray passedOver() const
+    {
+        return m_gap.left().open();
+    }                                                    //!< all; empty if too long to keep
+    bool isEmpty() const { return !m_gap.hasContent(); } //!< but for blanks and reasons
+    bool isEmptyBackup() const { return m_markup.isEmptyBackup(); } //!< of Android, and whole
 
 private:
     Q_DISABLE_COPY(ItemReader)
@@ -67,14 +70,14 @@ private:
     bool opens(FormReader &form, std::string_view head);
     bool finish();
 
-    LineWindow window;
-    QList<InputItem> found;
-    Gap gap;
-    MessageReader messages;
-    ObjectReader objects;
-    MarkupReader markup;
-    std::vector<FormReader *> textForms; // which begin with a line, in the order of asking
-    const bool takesMarkup;
-    FormReader *current = nullptr; // the one that something is open of; null between two items
-    bool cutIsTold = false;
+    LineWindow m_window;
+    QList<InputItem> m_found;
+    Gap m_gap;
+    MessageReader m_messages;
+    ObjectReader m_objects;
+    MarkupReader m_markup;
+    std::vector<FormReader *> m_textForms; // which begin with a line, in the order of asking
+    const bool m_takesMarkup;
+    FormReader *m_current = nullptr; // the one that something is open of; null between two items
+    bool m_cutIsTold = false;
 };

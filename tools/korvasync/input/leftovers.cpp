@@ -10,36 +10,36 @@
 void Leftovers::beginReason()
 {
     end(false);
-    begin = window.offset();
-    hasReason = true;
+    m_begin = m_window.offset();
+    m_hasReason = true;
 }
 
 void Leftovers::end(bool beforeItem)
 {
-    if (hasReason && begin) {
-        const QByteArray bytes = window.bytes(*begin, window.offset());
+    if (m_hasReason && m_begin) {
+        const QByteArray bytes = m_window.bytes(*m_begin, m_window.offset());
         if (!beforeItem || !bytes.mid(bytes.indexOf('\n') + 1).trimmed().isEmpty())
-            ended += bytes;
+            m_ended += bytes;
     }
     drop();
 }
 
 void Leftovers::drop()
 {
-    hasReason = false;
-    begin.reset();
+    m_hasReason = false;
+    m_begin.reset();
 }
 
 std::optional<quint64> Leftovers::needed()
 {
-    if (begin && window.offset() - *begin > InputItem::longest)
-        begin.reset();
-    return begin;
+    if (m_begin && m_window.offset() - *m_begin > InputItem::Longest)
+        m_begin.reset();
+    return m_begin;
 }
 
-QByteArray Leftovers::take() { return std::exchange(ended, QByteArray()); }
+QByteArray Leftovers::take() { return std::exchange(m_ended, QByteArray()); }
 
 QByteArray Leftovers::open() const
 {
-    return begin ? window.bytes(*begin, window.end()) : QByteArray();
+    return m_begin ? m_window.bytes(*m_begin, m_window.end()) : QByteArray();
 }

@@ -16,7 +16,7 @@ class Leftovers
 {
 public:
     explicit Leftovers(const LineWindow &window)
-        : window(window)
+        : m_window(window)
     {
     }
 
@@ -27,7 +27,7 @@ public:
     void end(bool beforeItem);
     //! What is there since the reason has become an item.
     void drop();
-    bool haveReason() const { return hasReason; }
+    bool haveReason() const { return m_hasReason; }
 
     //! The first byte that is still needed; nothing when none is. They are dropped when they
     //! become longer than an item may be.
@@ -37,8 +37,8 @@ public:
     QByteArray open() const; //!< those that have not ended
 
 private:
-    const LineWindow &window;
-    std::optional<quint64> begin = 0;
-    bool hasReason = false;
-    QByteArray ended;
+    const LineWindow &m_window;
+    std::optional<quint64> m_begin = 0;
+    bool m_hasReason = false;
+    QByteArray m_ended;
 };

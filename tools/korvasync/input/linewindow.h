@@ -21,7 +21,7 @@ public:
         quint64 line = 1;
     };
     //! Of a line that much is looked at to tell what it begins or ends: a reason names a file.
-    static constexpr size_t headLength = 8192;
+    static constexpr size_t HeadLength = 8192;
 
     //! As for InputFile.
     LineWindow(const QString &path, const QByteArray &readAhead);
@@ -32,15 +32,15 @@ public:
     //!         its all then
     bool fill(quint64 needed);
 
-    bool hasEnded() const { return ended; }
-    Reason error() const { return file.error(); } //!< empty = none so far
-    qint64 bytesRead() const { return file.bytesRead(); }
+    bool hasEnded() const { return m_ended; }
+    Reason error() const { return m_file.error(); } //!< empty = none so far
+    qint64 bytesRead() const { return m_file.bytesRead(); }
 
-    quint64 offset() const { return start + static_cast<quint64>(position); }
-    quint64 end() const { return start + static_cast<quint64>(buffer.size()); }
-    Mark here() const { return {offset(), line}; }
+    quint64 offset() const { return m_start + static_cast<quint64>(m_position); }
+    quint64 end() const { return m_start + static_cast<quint64>(m_buffer.size()); }
+    Mark here() const { return {offset(), m_line}; }
     //! Whether a line begins here that nobody has looked at; see enterLine().
-    bool atLineStart() const { return isAtLineStart; }
+    bool atLineStart() const { return m_isAtLineStart; }
 
     std::string_view view(quint64 from, quint64 to) const;
     QByteArray bytes(quint64 from, quint64 to) const;
@@ -49,12 +49,12 @@ public:
     std::optional<std::string_view> lineHead() const;
 
     //! Whether the byte before is a line feed; there must be one.
-    bool isBehindFeed() const { return buffer.at(position - 1) == '\n'; }
+    bool isBehindFeed() const { return m_buffer.at(m_position - 1) == '\n'; }
 
-    void enterLine() { isAtLineStart = false; }
+    void enterLine() { m_isAtLineStart = false; }
     void takeByte(char c); //!< which is next
     //! Takes the next bytes, which have no line end among them.
-    void take(size_t count) { position += static_cast<Size>(count); }
+    void take(size_t count) { m_position += static_cast<Size>(count); }
     //! Takes all up to the first of these signs. \return false when none is there yet
     bool takeUpTo(const char *signs);
     //! Takes bytes up to this offset, and counts the lines.
@@ -67,23 +67,23 @@ public:
 private:
     using Size = decltype(QByteArray().size());
 
-    InputFile file;
-    QByteArray buffer;
-    quint64 start = 0; // of the buffer in the file
-    Size position = 0; // in the buffer
-    quint64 line = 1;
-    bool isAtLineStart = true;
-    bool ended = false;
+    InputFile m_file;
+    QByteArray m_buffer;
+    quint64 m_start = 0; // of the buffer in the file
+    Size m_position = 0; // in the buffer
+    quint64 m_line = 1;
+    bool m_isAtLineStart = true;
+    bool m_ended = false;
 };
 
 inline void LineWindow::takeByte(char c)
 {
-    ++position;
+    ++m_position;
     if (c == '\n')
-        ++line;
+        ++m_line;
 }
 
 inline std::string_view LineWindow::view(quint64 from, quint64 to) const
 {
-    return {buffer.constData() + (from - start), static_cast<size_t>(to - from)};
+    return {m_buffer.constData() + (from - m_start), static_cast<size_t>(to - from)};
 }

@@ -13,7 +13,7 @@
 
 namespace {
 
-constexpr size_t tagHeadLength = 6; // of an element: its sign, its name and what ends that
+constexpr size_t TagHeadLength = 6; // of an element: its sign, its name and what ends that
 
 std::optional<InputItem::Kind> kindOfElement(std::string_view name)
 {
@@ -32,7 +32,7 @@ size_t nextBeginning(std::string_view broken)
         const std::string_view here = broken.substr(i);
         if (lineStart) {
             const std::string_view head =
-                here.substr(0, std::min(here.find('\n'), LineWindow::headLength));
+                here.substr(0, std::min(here.find('\n'), LineWindow::HeadLength));
             if (VMessageScanner::isBegin(head) || !ObjectLine::beginOf(head).empty())
                 return i;
         }
@@ -48,40 +48,40 @@ size_t nextBeginning(std::string_view broken)
 FormReader::Beginning MarkupReader::beginningAt(std::string_view head)
 {
     const std::string_view name = ElementScanner::nameAt(head);
-    elementKind = kindOfElement(name);
-    if (elementKind) {
-        if (gap.isXml())
-            root.noteItem();
-        place = Element;
-        element = ElementScanner(name, name == "mms");
+    m_elementKind = kindOfElement(name);
+    if (m_elementKind) {
+        if (m_gap.isXml())
+            m_root.noteItem();
+        m_place = Element;
+        m_element = ElementScanner(name, name == "mms");
         return Item;
     }
-    root.noteOther(name);
-    if (!gap.isXml() || gap.left().haveReason())
+    m_root.noteOther(name);
+    if (!m_gap.isXml() || m_gap.left().haveReason())
         return Nothing;
     if (beginSection(head)) {
-        place = Section;
+        m_place = Section;
         return PassedOver;
     }
-    if (!root.noteTag(name))
+    if (!m_root.noteTag(name))
         return Nothing;
-    place = Element;
-    element = ElementScanner(name);
+    m_place = Element;
+    m_element = ElementScanner(name);
     return PassedOver;
 }
 
 void MarkupReader::open()
 {
-    openHere(elementKind);
-    if (place == Section)
-        window.take(sectionStart.size());
+    openHere(m_elementKind);
+    if (m_place == Section)
+        m_window.take(m_sectionStart.size());
     else
-        deadEnds.begin(window.offset());
+        m_deadEnds.begin(m_window.offset());
 }
 
 bool MarkupReader::step()
 {
-    switch (place) {
+    switch (m_place) {
     case Section:
         return stepSection();
     case Element:
@@ -94,7 +94,7 @@ bool MarkupReader::step()
 
 void MarkupReader::finish()
 {
-    switch (place) {
+    switch (m_place) {
     case Section:
         close();
         return;
@@ -102,8 +102,8 @@ void MarkupReader::finish()
         breakElement(false);
         return;
     case BrokenElement:
-        endsInElement = true;
-        emitElement(window.offset());
+        m_endsInElement = true;
+        emitElement(m_window.offset());
         return;
     }
     Q_UNREACHABLE();
@@ -116,19 +116,19 @@ bool MarkupReader::beginSection(std::string_view head)
     const bool isComment = head.substr(0, comment.size()) == comment;
     if (!isComment && head.substr(0, characterData.size()) != characterData)
         return false;
-    sectionStart = isComment ? comment : characterData;
-    sectionEnd = isComment ? "-->" : "]]>";
+    m_sectionStart = isComment ? comment : characterData;
+    m_sectionEnd = isComment ? "-->" : "]]>";
     return true;
 }
 
 bool MarkupReader::stepSection()
 {
-    const std::string_view text = window.rest();
-    const size_t end = text.find(sectionEnd);
+    const std::string_view text = m_window.rest();
+    const size_t end = text.find(m_sectionEnd);
     const bool isWhole = end != std::string_view::npos;
     // The words that end it may be cut themselves.
-    const size_t kept = std::min(text.size(), sectionEnd.size() - 1);
-    window.takeTo(window.offset() + (isWhole ? end + sectionEnd.size() : text.size() - kept));
+    const size_t kept = std::min(text.size(), m_sectionEnd.size() - 1);
+    m_window.takeTo(m_window.offset() + (isWhole ? end + m_sectionEnd.size() : text.size() - kept));
     dropUpToHere();
     if (isWhole)
         close();
@@ -137,9 +137,9 @@ bool MarkupReader::stepSection()
 
 bool MarkupReader::stepElement()
 {
-    for (const char c : window.rest()) {
-        if (c == '#' && window.isBehindFeed()) {
-            const auto head = window.lineHead();
+    for (const char c : m_window.rest()) {
+        if (c == '#' && m_window.isBehindFeed()) {
+            const auto head = m_window.lineHead();
             if (!head)
                 return false;
             if (isReasonLine(*head)) {
@@ -147,20 +147,20 @@ bool MarkupReader::stepElement()
                 return true;
             }
         }
-        if (c == '<' && element.shelter() != 0) {
-            if (window.rest().size() < tagHeadLength && !window.hasEnded())
+        if (c == '<' && m_element.shelter() != 0) {
+            if (m_window.rest().size() < TagHeadLength && !m_window.hasEnded())
                 return false;
             if (isDeadEnd()) {
                 breakElement(false);
                 return true;
             }
         }
-        const ElementScanner::Verdict verdict = element.take(c);
+        const ElementScanner::Verdict verdict = m_element.take(c);
         if (verdict == ElementScanner::Broken) {
             breakElement(false);
             return true;
         }
-        window.takeByte(c);
+        m_window.takeByte(c);
         if (verdict == ElementScanner::Whole) {
             closeElement();
             return true;
@@ -173,42 +173,42 @@ bool MarkupReader::stepElement()
 
 void MarkupReader::closeElement()
 {
-    const std::string_view bytes = window.view(beginning().offset, window.offset());
+    const std::string_view bytes = m_window.view(beginning().offset, m_window.offset());
     if (!isItem() && bytes[bytes.size() - 2] == '/')
-        root.noteClosed();
-    emitElement(window.offset());
+        m_root.noteClosed();
+    emitElement(m_window.offset());
 }
 
 //! Whether the element comes to the beginning of another as an earlier one did, which was broken.
 bool MarkupReader::isDeadEnd()
 {
-    const std::string_view name = ElementScanner::nameAt(window.rest().substr(0, tagHeadLength));
-    if (!kindOfElement(name) || deadEnds.pass(window.offset(), element.shelter()))
+    const std::string_view name = ElementScanner::nameAt(m_window.rest().substr(0, TagHeadLength));
+    if (!kindOfElement(name) || m_deadEnds.pass(m_window.offset(), m_element.shelter()))
         return false;
-    window.take(name.size() + 1); // so that it is found
+    m_window.take(name.size() + 1); // so that it is found
     return true;
 }
 
 // One broken element ends nothing: what begins inside of it is read again.
 void MarkupReader::breakElement(bool atReason)
 {
-    const std::string_view broken = window.view(beginning().offset, window.offset());
+    const std::string_view broken = m_window.view(beginning().offset, m_window.offset());
     const size_t next = nextBeginning(broken);
     if (next == 0 && !atReason) {
-        place = BrokenElement;
+        m_place = BrokenElement;
         return;
     }
     const std::string_view passed = broken.substr(0, next == 0 ? broken.size() : next);
     const auto lines = static_cast<quint64>(std::count(passed.begin(), passed.end(), '\n'));
-    window.goBackTo({beginning().offset + passed.size(), beginning().line + lines});
-    emitElement(window.offset());
+    m_window.goBackTo({beginning().offset + passed.size(), beginning().line + lines});
+    emitElement(m_window.offset());
 }
 
 //! Takes the rest of its line to it, so that it can be mended.
 bool MarkupReader::stepBrokenElement()
 {
-    if (window.takeUpTo("<\n"))
-        emitElement(window.offset());
+    if (m_window.takeUpTo("<\n"))
+        emitElement(m_window.offset());
     else if (isTooLong())
         emitTooLong();
     return true;
@@ -217,7 +217,7 @@ bool MarkupReader::stepBrokenElement()
 //! Without the blanks behind it, which a broken one has taken along.
 void MarkupReader::emitElement(quint64 end)
 {
-    const std::string_view bytes = window.view(beginning().offset, end);
+    const std::string_view bytes = m_window.view(beginning().offset, end);
     size_t length = bytes.size();
     while (std::isspace(static_cast<unsigned char>(bytes[length - 1])))
         --length;

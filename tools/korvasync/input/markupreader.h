@@ -18,12 +18,12 @@
 class MarkupReader final : public FormReader
 {
 public:
-    static constexpr size_t headLength = 64; //!< of a tag, for its name
+    static constexpr size_t HeadLength = 64; //!< of a tag, for its name
 
     //! \param gap  what stands before the tag that begins
     MarkupReader(LineWindow &window, QList<InputItem> &items, const Gap &gap)
         : FormReader(window, items)
-        , gap(gap)
+        , m_gap(gap)
     {
     }
 
@@ -33,8 +33,8 @@ public:
     void finish() override;
 
     //! Whether the file ends before its markup does, and no cut element has told.
-    bool isCut() const { return root.isCut() && !endsInElement; }
-    bool isEmptyBackup() const { return root.isEmptyBackup(); }
+    bool isCut() const { return m_root.isCut() && !m_endsInElement; }
+    bool isEmptyBackup() const { return m_root.isEmptyBackup(); }
 
 private:
     enum Place { Section, Element, BrokenElement };
@@ -48,13 +48,13 @@ private:
     void breakElement(bool atReason);
     void emitElement(quint64 end);
 
-    const Gap &gap;
-    XmlRoot root;
-    Place place = Element;
-    Kind elementKind;              // none: of the root
-    std::string_view sectionStart; // of a comment or CDATA section
-    std::string_view sectionEnd;
-    ElementScanner element;
-    DeadEnds deadEnds;
-    bool endsInElement = false; // the file
+    const Gap &m_gap;
+    XmlRoot m_root;
+    Place m_place = Element;
+    Kind m_elementKind;              // none: of the root
+    std::string_view m_sectionStart; // of a comment or CDATA section
+    std::string_view m_sectionEnd;
+    ElementScanner m_element;
+    DeadEnds m_deadEnds;
+    bool m_endsInElement = false; // the file
 };

@@ -29,15 +29,15 @@ FormReader::Beginning MessageReader::beginningAt(std::string_view head)
 void MessageReader::open()
 {
     openHere(InputItem::Message);
-    scanner = VMessageScanner();
-    lineInHand = window.here();
-    otherObject.reset();
+    m_scanner = VMessageScanner();
+    m_lineInHand = m_window.here();
+    m_otherObject.reset();
 }
 
 bool MessageReader::step()
 {
-    if (window.atLineStart()) {
-        const auto head = window.lineHead();
+    if (m_window.atLineStart()) {
+        const auto head = m_window.lineHead();
         if (!head)
             return false;
         if (endsBefore(*head)) {
@@ -45,12 +45,12 @@ bool MessageReader::step()
             return true;
         }
         noteOtherObject(*head);
-        lineInHand = window.here();
+        m_lineInHand = m_window.here();
     }
-    if (window.takeLine())
+    if (m_window.takeLine())
         takeLineInHand();
     if (isOpen() && isTooLong()) {
-        if (otherObject)
+        if (m_otherObject)
             finish();
         else
             emitTooLong();
@@ -62,38 +62,38 @@ bool MessageReader::endsBefore(std::string_view head) const
 {
     // What began in a message that was none ends where that one could not: else each that seems
     // to begin in it would be read to the same end.
-    const bool wasRead = otherObject && window.offset() < brokenUpTo;
+    const bool wasRead = m_otherObject && m_window.offset() < m_brokenUpTo;
     return (wasRead && VMessageScanner::isBegin(head))
-        || (scanner.nextLineCanBeStructure() && isReasonLine(head));
+        || (m_scanner.nextLineCanBeStructure() && isReasonLine(head));
 }
 
 void MessageReader::noteOtherObject(std::string_view head)
 {
-    const bool isText = !scanner.nextLineCanBeStructure() || head.empty()
+    const bool isText = !m_scanner.nextLineCanBeStructure() || head.empty()
         || std::isspace(static_cast<unsigned char>(head.front()));
-    if (!otherObject && !isText && !ObjectLine::beginOf(head).empty())
-        otherObject = window.here();
+    if (!m_otherObject && !isText && !ObjectLine::beginOf(head).empty())
+        m_otherObject = m_window.here();
 }
 
 //! Ends the message here, whether it is whole or not.
 void MessageReader::finish()
 {
     // The line in hand may lack its end.
-    const bool isTaken = window.atLineStart() || window.offset() == lineInHand.offset;
+    const bool isTaken = m_window.atLineStart() || m_window.offset() == m_lineInHand.offset;
     if (isTaken || !takeLineInHand())
-        emitUpTo(window.offset(), false);
+        emitUpTo(m_window.offset(), false);
 }
 
 //! Adds the line in hand to the message; what is not the message's begins the next one.
 //! \return whether the message has ended
 bool MessageReader::takeLineInHand()
 {
-    const auto taken = scanner.take(window.view(lineInHand.offset, window.offset()));
+    const auto taken = m_scanner.take(m_window.view(m_lineInHand.offset, m_window.offset()));
     if (taken.verdict == VMessageScanner::Unfinished)
         return false;
-    const quint64 end = window.offset() - taken.unused.size();
+    const quint64 end = m_window.offset() - taken.unused.size();
     if (emitUpTo(end, taken.verdict == VMessageScanner::Whole) && !taken.unused.empty()) {
-        window.goBackTo({end, lineInHand.line});
+        m_window.goBackTo({end, m_lineInHand.line});
         open();
     }
     return true;
@@ -103,12 +103,12 @@ bool MessageReader::takeLineInHand()
 //! \return false when it is, and that object is next
 bool MessageReader::emitUpTo(quint64 end, bool isComplete)
 {
-    if (!otherObject || (isComplete && isMessage(window.view(beginning().offset, end)))) {
+    if (!m_otherObject || (isComplete && isMessage(m_window.view(beginning().offset, end)))) {
         emitItem(end);
         return true;
     }
-    brokenUpTo = std::max(brokenUpTo, end);
-    emitItem(otherObject->offset);
-    window.goBackTo(*otherObject);
+    m_brokenUpTo = std::max(m_brokenUpTo, end);
+    emitItem(m_otherObject->offset);
+    m_window.goBackTo(*m_otherObject);
     return false;
 }

@@ -29,8 +29,8 @@ private:
     bool takeLineInHand();
     bool emitUpTo(quint64 end, bool isComplete);
 
-    VMessageScanner scanner;
-    LineWindow::Mark lineInHand;
-    std::optional<LineWindow::Mark> otherObject; // which seems to begin in the message
-    quint64 brokenUpTo = 0;                      // the end of the latest message that was none
+    VMessageScanner m_scanner;
+    LineWindow::Mark m_lineInHand;
+    std::optional<LineWindow::Mark> m_otherObject; // which seems to begin in the message
+    quint64 m_brokenUpTo = 0;                      // the end of the latest message that was none
 };

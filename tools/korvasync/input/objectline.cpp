@@ -12,7 +12,7 @@ namespace ObjectLine {
 
 namespace {
 
-constexpr std::array<std::string_view, 5> names{callEntry, "VMESSAGE", "BMSG", "VNOTE",
+constexpr std::array<std::string_view, 5> Names{CallEntry, "VMESSAGE", "BMSG", "VNOTE",
                                                 "VCALENDAR"};
 
 std::string_view trimmed(std::string_view line)
@@ -51,7 +51,7 @@ std::string_view beginOf(std::string_view line)
     std::string_view words = trimmed(line);
     if (!takeWord(words, "BEGIN:"))
         return {};
-    for (const std::string_view name : names) {
+    for (const std::string_view name : Names) {
         if (isName(words, name))
             return name;
     }

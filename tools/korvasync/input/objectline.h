@@ -9,7 +9,7 @@
 //! the related objects, which are told by name instead of being passed over.
 namespace ObjectLine {
 
-constexpr std::string_view callEntry("VCALLHISTENTRY");
+constexpr std::string_view CallEntry("VCALLHISTENTRY");
 
 //! The name of the object that begins with this line; empty when none does.
 std::string_view beginOf(std::string_view line);

@@ -10,35 +10,35 @@
 
 FormReader::Beginning ObjectReader::beginningAt(std::string_view head)
 {
-    name = ObjectLine::beginOf(head);
+    m_name = ObjectLine::beginOf(head);
     // The end of an entry without its beginning is one by itself, so that it is refused.
-    endsHere = name.empty() && ObjectLine::isEnd(head, ObjectLine::callEntry);
-    if (endsHere)
-        name = ObjectLine::callEntry;
-    return name.empty() ? Nothing : Item;
+    m_endsHere = m_name.empty() && ObjectLine::isEnd(head, ObjectLine::CallEntry);
+    if (m_endsHere)
+        m_name = ObjectLine::CallEntry;
+    return m_name.empty() ? Nothing : Item;
 }
 
 void ObjectReader::open()
 {
-    openHere(name == ObjectLine::callEntry ? InputItem::CallEntry : InputItem::ForeignObject);
+    openHere(m_name == ObjectLine::CallEntry ? InputItem::CallEntry : InputItem::ForeignObject);
 }
 
 bool ObjectReader::step()
 {
-    if (window.atLineStart()) {
-        const auto head = window.lineHead();
+    if (m_window.atLineStart()) {
+        const auto head = m_window.lineHead();
         if (!head)
             return false;
         if (isReasonLine(*head) || VMessageScanner::isBegin(*head)
             || !ObjectLine::beginOf(*head).empty()) {
-            emitItem(window.offset());
+            emitItem(m_window.offset());
             return true;
         }
-        endsHere = ObjectLine::isEnd(*head, name);
+        m_endsHere = ObjectLine::isEnd(*head, m_name);
     }
-    const bool isWhole = window.takeLine();
-    if (isWhole && endsHere)
-        emitItem(window.offset());
+    const bool isWhole = m_window.takeLine();
+    if (isWhole && m_endsHere)
+        emitItem(m_window.offset());
     else if (isTooLong())
         emitTooLong();
     return true;

@@ -18,9 +18,9 @@ public:
     Beginning beginningAt(std::string_view head) override;
     void open() override;
     bool step() override;
-    void finish() override { emitItem(window.offset()); }
+    void finish() override { emitItem(m_window.offset()); }
 
 private:
-    std::string_view name; // of the object
-    bool endsHere = false; // with the line in hand
+    std::string_view m_name; // of the object
+    bool m_endsHere = false; // with the line in hand
 };

@@ -39,65 +39,65 @@ static int sizeHeld(const Prefetch::File &file)
 }
 
 Prefetch::Prefetch(std::function<InputPaths()> find)
-    : thread([this, find = std::move(find)] { run(find); })
+    : m_thread([this, find = std::move(find)] { run(find); })
 {
 }
 
 Prefetch::~Prefetch()
 {
     {
-        const std::lock_guard<std::mutex> locker(mutex);
-        isEnding = true;
+        const std::lock_guard<std::mutex> locker(m_mutex);
+        m_isEnding = true;
     }
-    changed.notify_all();
-    thread.join();
+    m_changed.notify_all();
+    m_thread.join();
 }
 
 std::optional<Prefetch::File> Prefetch::next()
 {
-    std::unique_lock<std::mutex> locker(mutex);
-    changed.wait(locker, [this] { return isWhole || !files.empty(); });
-    if (files.empty())
+    std::unique_lock<std::mutex> locker(m_mutex);
+    m_changed.wait(locker, [this] { return m_isWhole || !m_files.empty(); });
+    if (m_files.empty())
         return std::nullopt;
-    File file = std::move(files.front());
-    files.pop_front();
-    bytesHeld -= sizeHeld(file);
-    changed.notify_all();
+    File file = std::move(m_files.front());
+    m_files.pop_front();
+    m_bytesHeld -= sizeHeld(file);
+    m_changed.notify_all();
     return file;
 }
 
 InputPaths Prefetch::paths()
 {
-    std::unique_lock<std::mutex> locker(mutex);
-    changed.wait(locker, [this] { return found.has_value(); });
-    return *found;
+    std::unique_lock<std::mutex> locker(m_mutex);
+    m_changed.wait(locker, [this] { return m_found.has_value(); });
+    return *m_found;
 }
 
 void Prefetch::run(const std::function<InputPaths()> &find)
 {
     const InputPaths paths = find();
     {
-        const std::lock_guard<std::mutex> locker(mutex);
-        found = paths;
+        const std::lock_guard<std::mutex> locker(m_mutex);
+        m_found = paths;
     }
-    changed.notify_all();
+    m_changed.notify_all();
     for (const QString &path : paths.files) {
         if (!append({path, bytesOf(path)}))
             return;
     }
-    const std::lock_guard<std::mutex> locker(mutex);
-    isWhole = true;
-    changed.notify_all();
+    const std::lock_guard<std::mutex> locker(m_mutex);
+    m_isWhole = true;
+    m_changed.notify_all();
 }
 
 //! \return false when nobody wants more
 bool Prefetch::append(const File &file)
 {
     constexpr int mostHeld = 8 * 1024 * 1024;
-    std::unique_lock<std::mutex> locker(mutex);
-    changed.wait(locker, [this] { return isEnding || bytesHeld < mostHeld; });
-    bytesHeld += sizeHeld(file);
-    files.push_back(file);
-    changed.notify_all();
-    return !isEnding;
+    std::unique_lock<std::mutex> locker(m_mutex);
+    m_changed.wait(locker, [this] { return m_isEnding || m_bytesHeld < mostHeld; });
+    m_bytesHeld += sizeHeld(file);
+    m_files.push_back(file);
+    m_changed.notify_all();
+    return !m_isEnding;
 }

@@ -41,12 +41,12 @@ private:
     void run(const std::function<InputPaths()> &find);
     bool append(const File &file);
 
-    std::mutex mutex; // guards all below
-    std::condition_variable changed;
-    std::optional<InputPaths> found;
-    std::deque<File> files;
-    int bytesHeld = 0;
-    bool isWhole = false; // no file comes any more
-    bool isEnding = false;
-    std::thread thread;
+    std::mutex m_mutex; // guards all below
+    std::condition_variable m_changed;
+    std::optional<InputPaths> m_found;
+    std::deque<File> m_files;
+    int m_bytesHeld = 0;
+    bool m_isWhole = false; // no file comes any more
+    bool m_isEnding = false;
+    std::thread m_thread;
 };

@@ -29,43 +29,43 @@ static void appendUtf8(char32_t point, QByteArray &utf8)
 
 void Utf16Converter::append(char16_t unit, QByteArray &utf8)
 {
-    if (highSurrogate && QChar::isLowSurrogate(unit)) {
-        appendUtf8(QChar::surrogateToUcs4(highSurrogate, unit), utf8);
-        highSurrogate = 0;
+    if (m_highSurrogate && QChar::isLowSurrogate(unit)) {
+        appendUtf8(QChar::surrogateToUcs4(m_highSurrogate, unit), utf8);
+        m_highSurrogate = 0;
         return;
     }
-    if (highSurrogate)
+    if (m_highSurrogate)
         appendUtf8(QChar::ReplacementCharacter, utf8);
-    highSurrogate = QChar::isHighSurrogate(unit) ? unit : u'\0';
+    m_highSurrogate = QChar::isHighSurrogate(unit) ? unit : u'\0';
     if (QChar::isLowSurrogate(unit))
         appendUtf8(QChar::ReplacementCharacter, utf8);
-    else if (!highSurrogate)
+    else if (!m_highSurrogate)
         appendUtf8(unit, utf8);
 }
 
 QByteArray Utf16Converter::convert(const QByteArray &piece)
 {
-    const QByteArray bytes = halfUnit + piece;
+    const QByteArray bytes = m_halfUnit + piece;
     QByteArray utf8;
     utf8.reserve(bytes.size());
     const auto whole = bytes.size() - bytes.size() % 2;
     for (int i = 0; i < whole; i += 2) {
         const auto first = static_cast<unsigned char>(bytes.at(i));
         const auto second = static_cast<unsigned char>(bytes.at(i + 1));
-        append(static_cast<char16_t>(order == LittleEndian ? second << 8 | first
-                                                           : first << 8 | second),
+        append(static_cast<char16_t>(m_order == LittleEndian ? second << 8 | first
+                                                             : first << 8 | second),
                utf8);
     }
-    halfUnit = bytes.mid(whole);
+    m_halfUnit = bytes.mid(whole);
     return utf8;
 }
 
 QByteArray Utf16Converter::finish()
 {
     QByteArray utf8;
-    if (highSurrogate)
+    if (m_highSurrogate)
         appendUtf8(QChar::ReplacementCharacter, utf8);
-    highSurrogate = 0;
-    halfUnit.clear();
+    m_highSurrogate = 0;
+    m_halfUnit.clear();
     return utf8;
 }

@@ -12,14 +12,14 @@ public:
     enum ByteOrder { LittleEndian, BigEndian };
 
     explicit Utf16Converter(ByteOrder order)
-        : order(order)
+        : m_order(order)
     {
     }
 
     //! What can be told so far. A half of a surrogate pair without the other becomes U+FFFD.
     QByteArray convert(const QByteArray &piece);
-    ByteOrder byteOrder() const { return order; }
-    bool isWithinUnit() const { return !halfUnit.isEmpty(); } //!< after an odd count of bytes
+    ByteOrder byteOrder() const { return m_order; }
+    bool isWithinUnit() const { return !m_halfUnit.isEmpty(); } //!< after an odd count of bytes
 
     //! What is left at the end of the input. Half a unit is dropped.
     QByteArray finish();
@@ -27,7 +27,7 @@ public:
 private:
     void append(char16_t unit, QByteArray &utf8);
 
-    ByteOrder order;
-    QByteArray halfUnit;
-    char16_t highSurrogate = 0;
+    ByteOrder m_order;
+    QByteArray m_halfUnit;
+    char16_t m_highSurrogate = 0;
 };

@@ -16,17 +16,17 @@ bool isStartTag(std::string_view name)
 
 void XmlRoot::noteOther(std::string_view name)
 {
-    hasOther = hasOther || (!root.isEmpty() && isStartTag(name));
+    m_hasOther = m_hasOther || (!m_root.isEmpty() && isStartTag(name));
 }
 
 bool XmlRoot::noteTag(std::string_view name)
 {
     const QByteArray bytes(name.data(), static_cast<int>(name.size()));
-    if (!root.isEmpty() && bytes == '/' + root)
-        isClosed = true;
-    if (!root.isEmpty() || isBackup || !isStartTag(name))
+    if (!m_root.isEmpty() && bytes == '/' + m_root)
+        m_isClosed = true;
+    if (!m_root.isEmpty() || m_isBackup || !isStartTag(name))
         return false;
-    root = bytes;
-    isBackup = root == "smses" || root == "allsms" || root == "calls";
+    m_root = bytes;
+    m_isBackup = m_root == "smses" || m_root == "allsms" || m_root == "calls";
     return true;
 }

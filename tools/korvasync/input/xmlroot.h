@@ -12,19 +12,22 @@
 class XmlRoot
 {
 public:
-    void noteItem() { isBackup = true; }
+    void noteItem() { m_isBackup = true; }
     //! Notes a tag that begins no item, anywhere in the file.
     void noteOther(std::string_view name);
     //! Notes such a tag of the XML itself. \return whether it is the root's
     bool noteTag(std::string_view name);
-    void noteClosed() { isClosed = true; } //!< also in its start tag
+    void noteClosed() { m_isClosed = true; } //!< also in its start tag
 
-    bool isCut() const { return isBackup && !root.isEmpty() && !isClosed; }
-    bool isEmptyBackup() const { return isBackup && isClosed && !hasOther; } //!< if without items
+    bool isCut() const { return m_isBackup && !m_root.isEmpty() && !m_isClosed; }
+    bool isEmptyBackup() const
+    {
+        return m_isBackup && m_isClosed && !m_hasOther;
+    } //!< if without items
 
 private:
-    QByteArray root; // its name, empty until it is known
-    bool isBackup = false;
-    bool isClosed = false;
-    bool hasOther = false; // elements, behind the root's tag
+    QByteArray m_root; // its name, empty until it is known
+    bool m_isBackup = false;
+    bool m_isClosed = false;
+    bool m_hasOther = false; // elements, behind the root's tag
 };

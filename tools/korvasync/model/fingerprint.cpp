@@ -66,20 +66,20 @@ Fingerprint Fingerprint::of(const Call &call)
                      Number::comparable(call.number).toUtf8(), QByteArray::number(call.duration)});
 }
 
-static constexpr char exportMark[] = "android";
+static constexpr char ExportMark[] = "android";
 
 Fingerprint Fingerprint::ofExport(int folder, const QString &number, const QDateTime &time,
                                   const QString &body)
 {
     const int exported = folder == KorvaSyncIf::LocMyFolder ? KorvaSyncIf::LocInbox : folder;
-    return digestOf({exportMark, QByteArray::number(exported), secondOf(time),
+    return digestOf({ExportMark, QByteArray::number(exported), secondOf(time),
                      Number::comparable(XmlText::held(number)).toUtf8(),
                      plainForm(XmlText::held(body))});
 }
 
 Fingerprint Fingerprint::ofExport(const Call &call)
 {
-    return digestOf({exportMark, call.type.toUtf8(), secondOf(call.start),
+    return digestOf({ExportMark, call.type.toUtf8(), secondOf(call.start),
                      Number::comparable(XmlText::held(call.number)).toUtf8(),
                      QByteArray::number(call.duration)});
 }

@@ -38,13 +38,13 @@ QString reversed(QString text)
 void NumberFindings::add(const QString &number)
 {
     if (!number.isEmpty())
-        ++byTail[Number::comparable(number)][number];
+        ++m_byTail[Number::comparable(number)][number];
 }
 
 int NumberFindings::numberCount() const
 {
     int count = 0;
-    for (const Spellings &spellings : byTail)
+    for (const Spellings &spellings : m_byTail)
         count += static_cast<int>(spellings.size());
     return count;
 }
@@ -68,7 +68,7 @@ void NumberFindings::forEach(const std::function<void(const NumberFinding &)> &t
 void NumberFindings::findShared(NumberFinding::Kind kind,
                                 const std::function<void(const NumberFinding &)> &take) const
 {
-    for (auto it = byTail.cbegin(); it != byTail.cend(); ++it) {
+    for (auto it = m_byTail.cbegin(); it != m_byTail.cend(); ++it) {
         if (it->size() < 2 || !isDigits(it.key()))
             continue;
         const QList<NumberFinding::Member> members = membersOf(*it);
@@ -81,7 +81,7 @@ void NumberFindings::findShared(NumberFinding::Kind kind,
 void NumberFindings::findEnds(const std::function<void(const NumberFinding &)> &take) const
 {
     QStringList fromBehind;
-    for (auto it = byTail.cbegin(); it != byTail.cend(); ++it)
+    for (auto it = m_byTail.cbegin(); it != m_byTail.cend(); ++it)
         fromBehind += reversed(it.key());
     fromBehind.sort();
     for (auto tail = fromBehind.cbegin(); tail != fromBehind.cend(); ++tail) {
@@ -89,10 +89,10 @@ void NumberFindings::findEnds(const std::function<void(const NumberFinding &)> &
         if (!Number::isSoughtByEnd(finding.tail))
             continue;
         for (auto other = tail + 1; other != fromBehind.cend() && other->startsWith(*tail); ++other)
-            finding.members += membersOf(byTail.value(reversed(*other)));
+            finding.members += membersOf(m_byTail.value(reversed(*other)));
         if (finding.members.isEmpty())
             continue;
-        finding.members = membersOf(byTail.value(finding.tail)) + finding.members;
+        finding.members = membersOf(m_byTail.value(finding.tail)) + finding.members;
         take(finding);
     }
 }
@@ -101,7 +101,7 @@ void NumberFindings::findPatterns(const std::function<void(const NumberFinding &
 {
     // A word with any other sign is looked for as it stands.
     const QLatin1String signs(".^$");
-    for (auto it = byTail.cbegin(); it != byTail.cend(); ++it) {
+    for (auto it = m_byTail.cbegin(); it != m_byTail.cend(); ++it) {
         const QString &tail = it.key();
         if (Number::isSoughtByEnd(tail)
             && std::any_of(tail.cbegin(), tail.cend(), [&](QChar c) { return signs.contains(c); }))

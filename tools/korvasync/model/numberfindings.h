@@ -53,5 +53,5 @@ private:
     void findEnds(const std::function<void(const NumberFinding &)> &take) const;
     void findPatterns(const std::function<void(const NumberFinding &)> &take) const;
 
-    QMap<QString, Spellings> byTail;
+    QMap<QString, Spellings> m_byTail;
 };

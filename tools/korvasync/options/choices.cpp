@@ -14,7 +14,7 @@ struct Choice
     const char *words;
 };
 
-constexpr Choice choices[] = {
+constexpr Choice Choices[] = {
     {"", "progress", "auto always never"},
     {"list", "folder", "inbox outbox drafts sent my all"},
     // Drafts are known there as well, but cannot be written.
@@ -54,7 +54,7 @@ QByteArray linesOf(const Command &command, const QString &name, const QString &t
 
 QStringList of(const QString &command, const QString &option)
 {
-    for (const Choice &choice : choices) {
+    for (const Choice &choice : Choices) {
         const bool isOfCommand = !*choice.command || command == QLatin1String(choice.command);
         if (isOfCommand && option == QLatin1String(choice.option))
             return QString::fromLatin1(choice.words).split(QLatin1Char(' '));

@@ -11,30 +11,30 @@ class Descriptor
 {
 public:
     explicit Descriptor(int number = -1)
-        : number(number)
+        : m_number(number)
     {
     }
     Descriptor(Descriptor &&other) noexcept
-        : number(std::exchange(other.number, -1))
+        : m_number(std::exchange(other.m_number, -1))
     {
     }
     Descriptor &operator=(Descriptor &&other) noexcept
     {
-        std::swap(number, other.number);
+        std::swap(m_number, other.m_number);
         return *this;
     }
     ~Descriptor()
     {
         if (isOpen())
-            close(number);
+            close(m_number);
     }
 
-    bool isOpen() const { return number >= 0; }
-    operator int() const { return number; }
+    bool isOpen() const { return m_number >= 0; }
+    operator int() const { return m_number; }
 
 private:
     Descriptor(const Descriptor &) = delete;
     Descriptor &operator=(const Descriptor &) = delete;
 
-    int number;
+    int m_number;
 };

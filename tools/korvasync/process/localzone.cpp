@@ -13,9 +13,9 @@
 
 namespace {
 
-constexpr time_t day = 86400;
-constexpr time_t firstMessages = 631152000; // 1990, before which no message is believed
-constexpr time_t lastRules = 2145916800;    // 2038, up to which zones spell their changes out
+constexpr time_t Day = 86400;
+constexpr time_t FirstMessages = 631152000; // 1990, before which no message is believed
+constexpr time_t LastRules = 2145916800;    // 2038, up to which zones spell their changes out
 
 // The C library alone knows the zone that the programs of this system go by.
 int distanceAt(time_t seconds)
@@ -29,7 +29,7 @@ bool agreesWithTheSystem(const QTimeZone &zone)
 {
     if (!zone.isValid())
         return false;
-    for (time_t seconds = firstMessages; seconds < lastRules; seconds += 10 * day) {
+    for (time_t seconds = FirstMessages; seconds < LastRules; seconds += 10 * Day) {
         const QDateTime time = QDateTime::fromSecsSinceEpoch(seconds, Qt::UTC);
         if (zone.offsetFromUtc(time) != distanceAt(seconds))
             return false;

@@ -10,15 +10,15 @@
 #include <unistd.h>
 
 Progress::Progress(const QString &when)
-    : isOn(when == QLatin1String("always")
-           || (when == QLatin1String("auto") && isatty(STDERR_FILENO)))
+    : m_isOn(when == QLatin1String("always")
+             || (when == QLatin1String("auto") && isatty(STDERR_FILENO)))
 {
-    clock.start();
+    m_clock.start();
 }
 
 void Progress::end()
 {
-    if (hasShown)
+    if (m_hasShown)
         std::fputc('\n', stderr);
 }
 
@@ -40,10 +40,10 @@ static QString fittingLine(QStringList words)
 
 void Progress::show(int items, const std::function<std::optional<double>()> &partDone)
 {
-    if (!isOn)
+    if (!m_isOn)
         return;
     const std::optional<double> part = partDone();
-    const double seconds = qMax(0.001, static_cast<double>(clock.elapsed()) / 1000);
+    const double seconds = qMax(0.001, static_cast<double>(m_clock.elapsed()) / 1000);
     QStringList words;
     if (part) {
         words += Text::tr("%1 done of about %2")
@@ -57,5 +57,5 @@ void Progress::show(int items, const std::function<std::optional<double>()> &par
         words += Text::tr("%1 s left").arg(qRound(seconds / *part - seconds));
     std::fprintf(stderr, "\r%s\033[K", fittingLine(words).toUtf8().constData());
     std::fflush(stderr);
-    hasShown = true;
+    m_hasShown = true;
 }

@@ -22,7 +22,7 @@ public:
     void end(); //!< ends the line
 
 private:
-    bool isOn;
-    bool hasShown = false;
-    QElapsedTimer clock;
+    bool m_isOn;
+    bool m_hasShown = false;
+    QElapsedTimer m_clock;
 };

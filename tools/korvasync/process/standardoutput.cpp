@@ -20,27 +20,27 @@ static bool wantsColours()
 bool StandardOutput::isTerminal() { return isatty(STDOUT_FILENO) != 0; }
 
 StandardOutput::StandardOutput()
-    : hasTerminal(isTerminal())
-    , hasColours(hasTerminal && wantsColours())
+    : m_hasTerminal(isTerminal())
+    , m_hasColours(m_hasTerminal && wantsColours())
 {
 }
 
 void StandardOutput::append(const QByteArray &bytes)
 {
     constexpr int bufferSize = 64 * 1024;
-    buffer += bytes;
-    if (buffer.size() >= bufferSize)
+    m_buffer += bytes;
+    if (m_buffer.size() >= bufferSize)
         flush();
 }
 
 void StandardOutput::write(const QByteArray &bytes)
 {
-    append(hasTerminal ? terminalLines(bytes) : bytes);
+    append(m_hasTerminal ? terminalLines(bytes) : bytes);
 }
 
 void StandardOutput::writeLine(const QString &line, Emphasis emphasis)
 {
-    if (!hasColours || emphasis == Plain) {
+    if (!m_hasColours || emphasis == Plain) {
         write(line.toUtf8() + '\n');
         return;
     }
@@ -59,18 +59,18 @@ static bool canGoOn(int error)
 
 bool StandardOutput::flush()
 {
-    const char *data = buffer.constData();
-    auto left = static_cast<size_t>(buffer.size());
-    while (left > 0 && errorText.isEmpty()) {
+    const char *data = m_buffer.constData();
+    auto left = static_cast<size_t>(m_buffer.size());
+    while (left > 0 && m_errorText.isEmpty()) {
         const ssize_t count = ::write(STDOUT_FILENO, data, left);
         if (count >= 0) {
             data += count;
             left -= static_cast<size_t>(count);
         } else if (!canGoOn(errno)) {
-            isBroken = errno == EPIPE;
-            errorText = Text::ofSystemError(errno).translated;
+            m_isBroken = errno == EPIPE;
+            m_errorText = Text::ofSystemError(errno).translated;
         }
     }
-    buffer.clear();
-    return errorText.isEmpty();
+    m_buffer.clear();
+    return m_errorText.isEmpty();
 }

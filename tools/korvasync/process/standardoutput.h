@@ -29,15 +29,15 @@ public:
     //! Whether somebody reads it on a screen.
     static bool isTerminal();
 
-    QString error() const { return errorText; }
-    bool readerIsGone() const { return isBroken; } //!< which is an error as well
+    QString error() const { return m_errorText; }
+    bool readerIsGone() const { return m_isBroken; } //!< which is an error as well
 
 private:
     void append(const QByteArray &bytes);
 
-    const bool hasTerminal;
-    const bool hasColours;
-    QByteArray buffer;
-    QString errorText;
-    bool isBroken = false;
+    const bool m_hasTerminal;
+    const bool m_hasColours;
+    QByteArray m_buffer;
+    QString m_errorText;
+    bool m_isBroken = false;
 };

@@ -10,7 +10,7 @@
 using namespace KorvaSyncIf;
 
 CallStore::CallStore(std::chrono::milliseconds timeout)
-    : timeout(timeout)
+    : m_timeout(timeout)
 {
 }
 
@@ -19,7 +19,7 @@ CallStore::Read CallStore::calls(CallType type, const QDateTime &since)
     Read read;
     QStringList entries; // newest first
     read.answer = PendingWait::waitForRead(
-        timeout, [&] { return facade.calls(type, since); },
+        m_timeout, [&] { return m_facade.calls(type, since); },
         [&](PendingMsgs *pending) { entries = pending->callLogs(); });
     read.calls.reserve(entries.size());
     std::transform(entries.crbegin(), entries.crend(), std::back_inserter(read.calls),
@@ -40,12 +40,12 @@ Answer CallStore::add(const QList<Call> &calls)
     std::transform(calls.cbegin(), calls.cend(), std::back_inserter(entries),
                    CallEntry::forLibrary);
     return PendingWait::waitFor(
-        BoundedCall::Write, timeout, [&] { return facade.addNewCalls(entries); },
+        BoundedCall::Write, m_timeout, [&] { return m_facade.addNewCalls(entries); },
         [](PendingStatus *) {}, PendingWait::waitOn);
 }
 
 bool CallStore::removeAll()
 {
-    const BoundedCall call(BoundedCall::Write, timeout);
-    return facade.deleteAllCalls();
+    const BoundedCall call(BoundedCall::Write, m_timeout);
+    return m_facade.deleteAllCalls();
 }

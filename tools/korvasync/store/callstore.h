@@ -38,6 +38,6 @@ public:
     bool removeAll();
 
 private:
-    std::chrono::milliseconds timeout;
-    KorvaSyncIf::CallSyncInterface facade;
+    std::chrono::milliseconds m_timeout;
+    KorvaSyncIf::CallSyncInterface m_facade;
 };

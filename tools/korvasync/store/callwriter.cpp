@@ -6,9 +6,9 @@
 #include <algorithm>
 
 CallWriter::CallWriter(StoreLocation &location, CallStore &store, DuplicateIndex &index)
-    : location(location)
-    , store(store)
-    , index(index)
+    : m_location(location)
+    , m_store(store)
+    , m_index(index)
 {
 }
 
@@ -20,12 +20,12 @@ Answer CallWriter::add(const QList<NewCall *> &calls)
         records += call->call;
         call->trouble = Text::reason("the store did not take it");
     }
-    const Answer written = store.add(records);
+    const Answer written = m_store.add(records);
     if (written == Answer::TimedOut) { // it can still come
         for (NewCall *const call : calls)
             call->trouble = Text::reason("no answer in time; not stored so far");
     }
-    if (location.state() != StoreLocation::Absent) // else it was not even made
+    if (m_location.state() != StoreLocation::Absent) // else it was not even made
         readBack(calls);
     const bool allStored = std::all_of(calls.cbegin(), calls.cend(),
                                        [](const NewCall *call) { return call->trouble.isEmpty(); });
@@ -40,7 +40,7 @@ void CallWriter::readBack(const QList<NewCall *> &calls)
     QDateTime since = calls.first()->call.start;
     for (const NewCall *const call : calls)
         since = qMin(since, call->call.start);
-    const CallStore::Read read = store.calls(CallStore::AllCalls, since);
+    const CallStore::Read read = m_store.calls(CallStore::AllCalls, since);
     if (read.answer != Answer::Finished) {
         for (NewCall *const call : calls)
             call->trouble = Text::reason("not known, as the store cannot be read back");
@@ -51,10 +51,10 @@ void CallWriter::readBack(const QList<NewCall *> &calls)
         numbers[Fingerprint::of(call)] += call.number;
     for (NewCall *const call : calls) {
         const QStringList equal = numbers.value(call->fingerprint);
-        const int before = index.storedCount(call->fingerprint);
+        const int before = m_index.storedCount(call->fingerprint);
         if (before >= equal.size())
             continue;
-        index.addStored(call->fingerprint, NewCall::id);
+        m_index.addStored(call->fingerprint, NewCall::NoId);
         call->trouble = equal.at(before) == call->call.number
             ? Reason()
             : Text::reason("stored, but with another %1").arg(Text::reason("number"));

@@ -14,8 +14,8 @@ struct NewCall
 {
     Call call;
     Fingerprint fingerprint;
-    static constexpr int id = -1; //!< the library gives calls no ids
-    Reason trouble;               //!< why it is not stored; empty = it is
+    static constexpr int NoId = -1; //!< the library gives calls no ids
+    Reason trouble;                 //!< why it is not stored; empty = it is
 };
 
 //! Adds calls and makes sure of what became of each, whatever the store reported.
@@ -32,7 +32,7 @@ public:
 private:
     void readBack(const QList<NewCall *> &calls);
 
-    StoreLocation &location;
-    CallStore &store;
-    DuplicateIndex &index;
+    StoreLocation &m_location;
+    CallStore &m_store;
+    DuplicateIndex &m_index;
 };

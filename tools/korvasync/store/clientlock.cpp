@@ -19,26 +19,26 @@
 
 ClientLock::~ClientLock()
 {
-    if (hasMadeFolder && location.state() == StoreLocation::Absent)
-        rmdir(QFile::encodeName(location.path()).constData()); // unless it holds something
+    if (m_hasMadeFolder && m_location.state() == StoreLocation::Absent)
+        rmdir(QFile::encodeName(m_location.path()).constData()); // unless it holds something
     close();
 }
 
 void ClientLock::close()
 {
-    if (folder >= 0)
-        ::close(folder);
-    folder = -1;
+    if (m_folder >= 0)
+        ::close(m_folder);
+    m_folder = -1;
 }
 
 bool ClientLock::open()
 {
     close();
-    if (location.makeFolder())
-        hasMadeFolder = true;
-    folder =
-        ::open(QFile::encodeName(location.path()).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    return folder >= 0;
+    if (m_location.makeFolder())
+        m_hasMadeFolder = true;
+    m_folder = ::open(QFile::encodeName(m_location.path()).constData(),
+                      O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    return m_folder >= 0;
 }
 
 // The one before may have taken the folder away.
@@ -46,8 +46,8 @@ bool ClientLock::isInPlace() const
 {
     struct stat opened = {};
     struct stat found = {};
-    return fstat(folder, &opened) == 0
-        && stat(QFile::encodeName(location.path()).constData(), &found) == 0
+    return fstat(m_folder, &opened) == 0
+        && stat(QFile::encodeName(m_location.path()).constData(), &found) == 0
         && opened.st_dev == found.st_dev && opened.st_ino == found.st_ino;
 }
 
@@ -58,7 +58,7 @@ Answer ClientLock::take(std::chrono::milliseconds timeout)
     if (!open())
         return Answer::Finished;
     while (true) {
-        if (flock(folder, LOCK_EX | LOCK_NB) == 0) {
+        if (flock(m_folder, LOCK_EX | LOCK_NB) == 0) {
             if (isInPlace() || !open())
                 return Answer::Finished;
             continue;

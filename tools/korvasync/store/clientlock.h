@@ -17,7 +17,7 @@ class ClientLock
 {
 public:
     explicit ClientLock(StoreLocation &location)
-        : location(location)
+        : m_location(location)
     {
     }
     //! Releases the lock, and removes a folder that was made for it and got no store.
@@ -35,7 +35,7 @@ private:
     bool isInPlace() const;
     void close();
 
-    StoreLocation &location;
-    int folder = -1;
-    bool hasMadeFolder = false;
+    StoreLocation &m_location;
+    int m_folder = -1;
+    bool m_hasMadeFolder = false;
 };

@@ -7,11 +7,11 @@
 
 void DuplicateIndex::addStored(const Fingerprint &fingerprint, int id)
 {
-    Entry &entry = entries[fingerprint];
+    Entry &entry = m_entries[fingerprint];
     if (entry.stored++ == 0)
         entry.firstId = id;
     else
-        furtherIds[fingerprint].push_back(id);
+        m_furtherIds[fingerprint].push_back(id);
 }
 
 void DuplicateIndex::addStored(const Fingerprint &fingerprint,
@@ -24,10 +24,10 @@ void DuplicateIndex::addStored(const Fingerprint &fingerprint,
 
 int DuplicateIndex::countInFile(const Fingerprint &fingerprint)
 {
-    Entry &entry = entries[fingerprint];
-    if (entry.lastFile != file)
+    Entry &entry = m_entries[fingerprint];
+    if (entry.lastFile != m_file)
         entry.inFile = 0;
-    entry.lastFile = file;
+    entry.lastFile = m_file;
     return ++entry.inFile;
 }
 
@@ -35,13 +35,13 @@ int DuplicateIndex::storedId(const Fingerprint &fingerprint, int n) const
 {
     if (n == 1)
         return entry(fingerprint).firstId;
-    return furtherIds.constFind(fingerprint)->at(static_cast<size_t>(n) - 2);
+    return m_furtherIds.constFind(fingerprint)->at(static_cast<size_t>(n) - 2);
 }
 
 std::vector<std::vector<int>> DuplicateIndex::repeatedIds() const
 {
     std::vector<std::vector<int>> groups;
-    for (auto further = furtherIds.cbegin(); further != furtherIds.cend(); ++further) {
+    for (auto further = m_furtherIds.cbegin(); further != m_furtherIds.cend(); ++further) {
         groups.push_back(*further);
         groups.back().push_back(entry(further.key()).firstId);
         std::sort(groups.back().begin(), groups.back().end());

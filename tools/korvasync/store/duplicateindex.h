@@ -26,7 +26,7 @@ public:
                    int id);
 
     //! From here on equal items are counted anew.
-    void beginFile() { ++file; }
+    void beginFile() { ++m_file; }
 
     //! Notes one more item of the file.
     //! \return how many equal ones the file has had, this one included
@@ -50,9 +50,9 @@ private:
         int lastFile = 0;
     };
 
-    Entry entry(const Fingerprint &fingerprint) const { return entries.value(fingerprint); }
+    Entry entry(const Fingerprint &fingerprint) const { return m_entries.value(fingerprint); }
 
-    QHash<Fingerprint, Entry> entries;
-    QHash<Fingerprint, std::vector<int>> furtherIds;
-    int file = 0;
+    QHash<Fingerprint, Entry> m_entries;
+    QHash<Fingerprint, std::vector<int>> m_furtherIds;
+    int m_file = 0;
 };

@@ -12,18 +12,18 @@
 using namespace KorvaSyncIf;
 
 MessageSender::MessageSender(StoreLocation &location, MessageStore &store)
-    : location(location)
-    , store(store)
-    , clientLock(location)
-    , since(QDateTime::currentDateTimeUtc().addDays(-1)) // the clock may be set meanwhile
+    : m_location(location)
+    , m_store(store)
+    , m_clientLock(location)
+    , m_since(QDateTime::currentDateTimeUtc().addDays(-1)) // the clock may be set meanwhile
 {
 }
 
 Answer MessageSender::read(LocationId folder, QList<StoredMessage> &messages)
 {
-    if (location.state() == StoreLocation::Absent) // the first message makes it
+    if (m_location.state() == StoreLocation::Absent) // the first message makes it
         return Answer::Finished;
-    const MessageStore::Read read = store.messages(since, folder);
+    const MessageStore::Read read = m_store.messages(m_since, folder);
     for (const SyncSmsInfo &record : read.messages)
         messages += StoredMessage::fromRecord(record);
     return read.answer;
@@ -38,7 +38,7 @@ Answer MessageSender::remember()
             return answer;
     }
     for (const StoredMessage &message : std::as_const(messages))
-        knownIds += message.id;
+        m_knownIds += message.id;
     return Answer::Finished;
 }
 
@@ -52,7 +52,7 @@ Answer MessageSender::look(const SmsInfo &message, Result &result)
         if (answer != Answer::Finished)
             return answer;
         for (const StoredMessage &stored : std::as_const(messages)) {
-            if (knownIds.contains(stored.id) || stored.number != message.toNumber
+            if (m_knownIds.contains(stored.id) || stored.number != message.toNumber
                 || ParsedMessage::comparable(stored.body) != body)
                 continue;
             result.outcome = folder == LocSent ? Sent : Failed;
@@ -68,7 +68,7 @@ MessageSender::Result MessageSender::send(const SmsInfo &message, std::chrono::m
 {
     constexpr std::chrono::milliseconds pollInterval(250);
     Result result;
-    result.answer = clientLock.take(timeout);
+    result.answer = m_clientLock.take(timeout);
     if (result.answer != Answer::Finished) {
         result.waitedFor = OtherClients;
         return result;
@@ -79,15 +79,15 @@ MessageSender::Result MessageSender::send(const SmsInfo &message, std::chrono::m
     if (result.answer != Answer::Finished)
         return result;
     const TroubleWatch watch;
-    delivery.emplace(message);
-    result.cause = delivery->errorCause();
+    m_delivery.emplace(message);
+    result.cause = m_delivery->errorCause();
     if (result.cause != PendingSmsId::NoError)
         return result;
     result.outcome = Unknown;
     handedOver();
     const QDeadlineTimer deadline(timeout);
     QEventLoop loop;
-    QObject::connect(&*delivery, &Delivery::answered, &loop, &QEventLoop::quit);
+    QObject::connect(&*m_delivery, &Delivery::answered, &loop, &QEventLoop::quit);
     // A store that has trouble may be well again before the time is over.
     while (result.outcome == Unknown && result.answer != Answer::Interrupted
            && !deadline.hasExpired()) {
@@ -101,6 +101,6 @@ MessageSender::Result MessageSender::send(const SmsInfo &message, std::chrono::m
     }
     if (result.outcome == Unknown && result.answer == Answer::Finished && watch.hasTrouble())
         result.answer = Answer::Refused; // what became of the message could not be stored
-    result.problem = delivery->problem();
+    result.problem = m_delivery->problem();
     return result;
 }

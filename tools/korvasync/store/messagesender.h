@@ -57,17 +57,17 @@ public:
                 const std::function<void()> &handedOver);
 
     //! What is known of Result::problem, in any thread, once the message has been handed over.
-    QString problem() const { return delivery->problem(); }
+    QString problem() const { return m_delivery->problem(); }
 
 private:
     Answer read(KorvaSyncIf::LocationId folder, QList<StoredMessage> &messages);
     Answer remember();
     Answer look(const KorvaSyncIf::SmsInfo &message, Result &result);
 
-    StoreLocation &location;
-    MessageStore &store;
-    ClientLock clientLock;
-    std::optional<Delivery> delivery;
-    const QDateTime since;
-    QSet<int> knownIds;
+    StoreLocation &m_location;
+    MessageStore &m_store;
+    ClientLock m_clientLock;
+    std::optional<Delivery> m_delivery;
+    const QDateTime m_since;
+    QSet<int> m_knownIds;
 };

@@ -34,7 +34,7 @@ MessageStore::Written write(std::chrono::milliseconds timeout, const Start &star
 } // namespace
 
 MessageStore::MessageStore(std::chrono::milliseconds timeout)
-    : timeout(timeout)
+    : m_timeout(timeout)
 {
 }
 
@@ -46,7 +46,7 @@ Answer MessageStore::probe()
 
 MessageStore::Read MessageStore::messages(const QDateTime &since, LocationId folder)
 {
-    return waitForRead(timeout, [&] { return facade.messages(since, folder); });
+    return waitForRead(m_timeout, [&] { return m_facade.messages(since, folder); });
 }
 
 Answer MessageStore::forEach(const QList<LocationId> &folders, const QDateTime &since,
@@ -54,13 +54,13 @@ Answer MessageStore::forEach(const QList<LocationId> &folders, const QDateTime &
 {
     const TroubleWatch watch;
     const auto begin = [&](LocationId folder) {
-        const BoundedCall call(BoundedCall::Read, timeout);
-        return facade.messages(since, folder);
+        const BoundedCall call(BoundedCall::Read, m_timeout);
+        return m_facade.messages(since, folder);
     };
     PendingMsgs *pending = begin(folders.first());
     for (int next = 1; next <= folders.size(); ++next) {
         const Read read = waitForRead(
-            timeout, [&] { return std::exchange(pending, nullptr); }, watch);
+            m_timeout, [&] { return std::exchange(pending, nullptr); }, watch);
         if (read.answer != Answer::Finished)
             return read.answer;
         // The store has a thread of its own, which reads on while this one is taken.
@@ -77,13 +77,13 @@ Answer MessageStore::forEach(const QList<LocationId> &folders, const QDateTime &
 
 MessageStore::Read MessageStore::modifiedMessages(const QDateTime &since, LocationId folder)
 {
-    return waitForRead(timeout, [&] { return facade.modifiedMessages(since, folder); });
+    return waitForRead(m_timeout, [&] { return m_facade.modifiedMessages(since, folder); });
 }
 
 SyncSmsInfo MessageStore::message(int id)
 {
-    const BoundedCall call(BoundedCall::Read, timeout);
-    const SyncSmsInfo record = facade.message(id);
+    const BoundedCall call(BoundedCall::Read, m_timeout);
+    const SyncSmsInfo record = m_facade.message(id);
     return record.parentId == Folder::None ? SyncSmsInfo() : record;
 }
 
@@ -98,7 +98,7 @@ MessageStore::Written MessageStore::add(QList<SyncSmsInfo> messages)
         return std::nullopt;
     };
     written.answer = PendingWait::waitFor(
-        BoundedCall::Write, timeout, [&] { return facade.addNewMessages(messages); },
+        BoundedCall::Write, m_timeout, [&] { return m_facade.addNewMessages(messages); },
         [&](PendingIds *pending) {
             written.status = pending->status();
             written.ids = pending->ids();
@@ -109,10 +109,10 @@ MessageStore::Written MessageStore::add(QList<SyncSmsInfo> messages)
 
 MessageStore::Written MessageStore::modify(const SyncSmsInfo &message)
 {
-    return write(timeout, [&] { return facade.modifyMessages({message}); });
+    return write(m_timeout, [&] { return m_facade.modifyMessages({message}); });
 }
 
 MessageStore::Written MessageStore::remove(const QList<int> &ids)
 {
-    return write(timeout, [&] { return facade.deleteMessages(ids); });
+    return write(m_timeout, [&] { return m_facade.deleteMessages(ids); });
 }

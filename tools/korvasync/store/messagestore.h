@@ -50,6 +50,6 @@ public:
     Written remove(const QList<int> &ids);
 
 private:
-    std::chrono::milliseconds timeout;
-    KorvaSyncIf::SMSSyncInterface facade;
+    std::chrono::milliseconds m_timeout;
+    KorvaSyncIf::SMSSyncInterface m_facade;
 };

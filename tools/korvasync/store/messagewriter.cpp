@@ -35,8 +35,8 @@ Reason difference(const StoredMessage &stored, const SmsInfo &given)
 }
 
 MessageWriter::MessageWriter(StoreLocation &location, MessageStore &store)
-    : location(location)
-    , store(store)
+    : m_location(location)
+    , m_store(store)
 {
 }
 
@@ -51,7 +51,7 @@ Answer MessageWriter::add(const QList<NewMessage *> &messages)
         record.vMessage = encoder.encode(message->message).vMessage;
         records += record;
     }
-    const MessageStore::Written written = store.add(records);
+    const MessageStore::Written written = m_store.add(records);
     const Answer failure = written.answer == Answer::Finished ? Answer::Refused : written.answer;
     const bool committed = written.answer == Answer::Finished && !written.ids.contains(-1)
         && std::all_of(written.status.cbegin(), written.status.cend(),
@@ -80,7 +80,7 @@ void MessageWriter::findStored(const QList<NewMessage *> &messages, Answer failu
             ? Text::reason("no answer in time; not stored so far") // it can still come
             : Text::reason("the store did not take it");
     }
-    if (location.state() == StoreLocation::Absent) // not even made
+    if (m_location.state() == StoreLocation::Absent) // not even made
         return;
     for (const LocationId folder : Folder::all()) {
         QDateTime since;
@@ -91,7 +91,7 @@ void MessageWriter::findStored(const QList<NewMessage *> &messages, Answer failu
         }
         if (since.isNull())
             continue;
-        const MessageStore::Read read = store.messages(since, folder);
+        const MessageStore::Read read = m_store.messages(since, folder);
         if (read.answer != Answer::Finished) {
             for (NewMessage *const message : messages)
                 message->trouble = Text::reason("not known, as the store cannot be read back");
@@ -99,7 +99,7 @@ void MessageWriter::findStored(const QList<NewMessage *> &messages, Answer failu
         }
         QMultiHash<Fingerprint, int> newIds;
         for (const SyncSmsInfo &record : read.messages) {
-            if (record.id > highestId)
+            if (record.id > m_highestId)
                 newIds.insert(Fingerprint::of(StoredMessage::fromRecord(record)), record.id);
         }
         for (NewMessage *const message : messages) {
@@ -113,7 +113,7 @@ void MessageWriter::confirm(NewMessage &message)
 {
     noteStored(message.id);
     const TroubleWatch watch;
-    const StoredMessage stored = StoredMessage::fromRecord(store.message(message.id));
+    const StoredMessage stored = StoredMessage::fromRecord(m_store.message(message.id));
     const bool isRead = stored.id != -1 || !watch.hasTrouble();
     message.trouble = isRead ? difference(stored, message.message)
                              : Text::reason("not known, as the store cannot be read back");

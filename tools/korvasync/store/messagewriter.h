@@ -32,7 +32,7 @@ public:
 
     //! Notes a message that the store holds: one that has a higher id came later, as no store
     //! gives an id twice.
-    void noteStored(int id) { highestId = qMax(highestId, id); }
+    void noteStored(int id) { m_highestId = qMax(m_highestId, id); }
 
     //! Adds one chunk, and tells each message what became of it.
     //! \return Finished when every message is stored, else how the store failed; what is
@@ -43,9 +43,9 @@ private:
     void findStored(const QList<NewMessage *> &messages, Answer failure);
     void confirm(NewMessage &message);
 
-    StoreLocation &location;
-    MessageStore &store;
-    int highestId = -1; // of what is known to be there
+    StoreLocation &m_location;
+    MessageStore &m_store;
+    int m_highestId = -1; // of what is known to be there
 };
 
 //! How a stored message differs from what was handed over, empty when it does not.

@@ -9,13 +9,13 @@ using CommHistory::StoreProblem;
 
 StoreLocation::State StoreLocation::state()
 {
-    const CommHistory::StorePlace::Finding found = place.look();
+    const CommHistory::StorePlace::Finding found = m_place.look();
     if (found.problem == StoreProblem::OtherOwner) {
-        error = Text::tr("it belongs to another user");
+        m_error = Text::tr("it belongs to another user");
         return Unreachable;
     }
     if (found.systemError != 0) {
-        error = Text::ofSystemError(found.systemError).translated;
+        m_error = Text::ofSystemError(found.systemError).translated;
         return Unreachable;
     }
     if (found.problem == StoreProblem::Absent)

@@ -21,20 +21,20 @@ public:
 
     //! \param chosen  the --store option; empty = the environment's, else the default place
     explicit StoreLocation(const QString &chosen)
-        : place(chosen)
+        : m_place(chosen)
     {
     }
 
-    QString path() const { return place.path(); }
+    QString path() const { return m_place.path(); }
     State state();
-    QString errorText() const { return error; }
+    QString errorText() const { return m_error; }
 
     //! Makes the folder, closed to others. True when it was not there.
-    bool makeFolder() const { return place.makeFolder(); }
+    bool makeFolder() const { return m_place.makeFolder(); }
     //! Makes this place the one that the platform uses. It looks once, at its first use.
-    void select() const { place.select(); }
+    void select() const { m_place.select(); }
 
 private:
-    CommHistory::StorePlace place;
-    QString error;
+    CommHistory::StorePlace m_place;
+    QString m_error;
 };
