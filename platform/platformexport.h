@@ -5,6 +5,6 @@
 
 #include <QtCore/qglobal.h>
 
-//! Marks what leaves libkorvaplatform. On the ELF systems this library runs on,
-//! one spelling serves the library and its users.
+//! Marks what libkorvaplatform exports. Library and users share one definition: on ELF systems,
+//! nothing has to be imported.
 #define KORVAPLATFORM_EXPORT Q_DECL_EXPORT

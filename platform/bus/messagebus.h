@@ -15,10 +15,10 @@
 #include <atomic>
 #include <functional>
 
-//! The session bus or the system bus, either of which may be silent: it takes callers and answers
-//! none. To open such a bus makes the bus library wait without limit, and every other connection
-//! of the process with it. So the bus is greeted first, on a connection of its own on which the
-//! bus library asks nothing by itself. When it has answered, QDBusConnection::sessionBus() or
+//! The session bus or the system bus. A bus may be silent: it accepts connections and answers none.
+//! If the bus library opens such a bus, it waits without limit, and so does every other connection
+//! of the process. Therefore the bus is greeted first, on a connection of its own on which the bus
+//! library asks nothing by itself. Once it has answered, QDBusConnection::sessionBus() or
 //! systemBus() opens it without waiting.
 class KORVAPLATFORM_EXPORT MessageBus
 {
@@ -29,24 +29,24 @@ public:
         Silent  //!< it has not answered in time; it may later
     };
 
-    //! The longest that a call may take: without limit, where somebody else ends the wait.
+    //! Milliseconds that stand for no limit, where something else ends the wait.
     static constexpr int Unlimited = 0x7fffffff;
 
     static MessageBus &session();
     static MessageBus &system();
 
-    //! Whether it has answered and has not ended since. Asks nothing.
+    //! Whether the bus has answered and has not ended since. Never waits.
     bool isOpen() const;
-    //! Opens the bus unless it is open. Blocks, and may be called from any thread.
-    //! \param limitMsecs  how long its answer may take
+    //! Opens the bus unless it is open. Blocks. May be called from any thread.
+    //! \param limitMsecs  how long the answer may take, in milliseconds
     State open(int limitMsecs);
-    //! The same, on the event loop; only from the main thread.
-    //! \param next  called once, perhaps at once; not when the context is deleted before
+    //! Opens the bus without blocking. Only for the main thread.
+    //! \param next  called once, perhaps inside this call; never if the context is deleted before
     void open(int limitMsecs, const QObject *context, const std::function<void(State)> &next);
-    //! Waits until the open bus has read what was sent before, as its answer shows. Blocks.
+    //! Blocks until the open bus has answered a call, and so has read what was sent before.
     State flush(int limitMsecs);
 
-    //! Whether no answer has come to a call; what was asked may have been done.
+    //! Whether a call failed for want of an answer. What it asked for may have been done.
     static bool isUnanswered(const QDBusError &error);
 
 private:

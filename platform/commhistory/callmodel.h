@@ -26,14 +26,16 @@ public:
     explicit CallModel(QObject *parent = nullptr);
     ~CallModel() override;
 
-    //! \param since  lower bound of the start time, included; null = from the beginning
+    //! \param since  lower bound of the start time, inclusive, in milliseconds, any time zone;
+    //!               null = all calls
     void setFilter(Sorting sorting, CallEvent::CallType type, const QDateTime &since);
 
-    //! As SyncSMSModel::getEvents().
+    //! See SyncSMSModel::getEvents().
     bool getEvents();
 
-    //! Removes every call and nothing else. Synchronous: when it returns true, they
-    //! are gone from the disk.
+    //! Deletes every call, and nothing else. Blocks until the store has answered.
+    //! \return true if they are gone from the disk; false if there is no store or it was not
+    //!         written
     bool deleteAll();
 
 Q_SIGNALS:

@@ -5,7 +5,7 @@
 
 namespace CommHistory {
 
-//! Ids of folders that the platform itself has to do with; others are its users'.
+//! Ids of the folders that the platform itself knows. It stores any other id as it is.
 enum Folder : int {
     InboxFolder = 4098,
     OutboxFolder = 4099,

@@ -22,15 +22,18 @@ public:
     explicit GroupModel(QObject *parent = nullptr);
     ~GroupModel() override;
 
-    //! Whether the model follows address-book changes.
+    //! Has no effect: this platform has no address book. A phone's own model follows it.
     void enableContactChanges(bool enabled);
 
-    //! Adds the conversations in order. One that exists already, with the same local
-    //! uid and remote uids, is reported with the id it has. Reports as for
-    //! EventModel::addEvents(); true means that the request was taken.
+    //! Adds the conversations in order. One that exists already, with the same local uid and remote
+    //! uids, is reported with the id it has. The reports are those of EventModel::addEvents().
+    //! \param groups  not changed
+    //! \return true: the request was taken
     bool addGroups(QList<Group> &groups);
 
 Q_SIGNALS:
+    //! \param groupIds  database ids in the order of the request; of a failure, none
+    //! \param status    whether they are on the disk
     void groupsCommitted(QList<int> groupIds, bool status);
 
 private:

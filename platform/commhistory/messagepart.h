@@ -11,8 +11,8 @@
 
 namespace CommHistory {
 
-//! One part of a multi-part message. A text message has none; the type exists so
-//! that an Event can carry the parts which other programs announce on the bus.
+//! One part of a multi-part message. A text message has none. The type exists because events that
+//! other programs announce on the bus may have parts.
 class KORVAPLATFORM_EXPORT MessagePart
 {
 public:

@@ -11,12 +11,12 @@ namespace CommHistory {
 
 enum NormalizeFlag { NormalizeFlagNone = 0, NormalizeFlagRemovePunctuation = 1 };
 
-//! The digits of a phone number, in ASCII. Empty when the text has a letter, so that
-//! the name of a sender never becomes a number; nothing in the result is special in a
-//! regular expression.
+//! The digits of a phone number, in ASCII. They are safe in a regular expression.
+//! \param flags  NormalizeFlagRemovePunctuation; without it, the number comes back as it is
+//! \return empty if the text has a letter, so that the name of a sender never becomes a number
 KORVAPLATFORM_EXPORT QString normalizePhoneNumber(const QString &number, int flags);
 
-//! How many digits from the right decide whether two numbers are one.
+//! How many digits from the right decide whether two numbers are the same.
 KORVAPLATFORM_EXPORT int phoneNumberMatchLength();
 
 } // namespace CommHistory

@@ -13,10 +13,10 @@ namespace CommHistory {
 struct SyncSMSFilter
 {
     //! \param parentId      the folder
-    //! \param time          lower bound; null = from the beginning
-    //! \param lastModified  false: by the event's own time, bound included;
-    //!                      true: by the time of the last modification, bound excluded,
-    //!                      where a new event counts as modified when it was added
+    //! \param time          lower bound in milliseconds, any time zone; null = all messages
+    //! \param lastModified  false: the bound is on the event's own time, inclusive;
+    //!                      true: it is on the last modification, exclusive. Adding an event
+    //!                      counts as its first modification.
     SyncSMSFilter(int parentId, const QDateTime &time, bool lastModified)
         : parentId(parentId)
         , time(time)
@@ -29,7 +29,8 @@ struct SyncSMSFilter
     bool lastModified;
 };
 
-//! The text messages of one folder since a time, oldest first, equal times by id.
+//! The text messages of one folder since a time, oldest first, equal times by id. The time of a
+//! message in the inbox or in a user's folder is its end, in any other folder its start.
 class KORVAPLATFORM_EXPORT SyncSMSModel : public EventModel
 {
     Q_OBJECT
@@ -39,13 +40,15 @@ public:
 
     void setSyncSmsFilter(const SyncSMSFilter &filter);
 
-    //! Starts a read with the filter set last. False when the store cannot be
-    //! opened or read; no modelReady() follows then. A read that fails after its
-    //! start warns once and emits nothing.
+    //! Starts a read with the filter set last. Blocks while the store is being opened, three
+    //! seconds at most if another process holds it.
+    //! \return false if there is no store or it cannot be opened; modelReady() then never comes
+    //! \par Failure  A read that fails after its start logs a warning and emits nothing.
     bool getEvents();
 
 Q_SIGNALS:
     //! The rows of the read are in the model.
+    //! \param successful  always true
     void modelReady(bool successful);
 
 private:

@@ -15,9 +15,9 @@ public:
     //! The one object of the process; never null, not owned by the caller.
     static TrackerIO *instance();
 
-    //! Reads one event by its database id, after all requests of the process that were made
-    //! before. False, and \a event left as it was, when
-    //! there is none or the store cannot be read.
+    //! Reads one event by its database id, after all requests that the process made before. Blocks
+    //! until the store has answered.
+    //! \return false, with \a event as it was, if there is none or the store cannot be read
     bool getEvent(int id, Event &event);
 
 private:

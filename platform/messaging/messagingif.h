@@ -8,16 +8,16 @@
 #include <QtCore/QObject>
 #include <QtCore/QString>
 
-//! One message on its way. finished() comes once, on a later turn of the event loop, whatever
-//! becomes of it; then the object deletes itself, after slots that are connected to finished()
-//! directly or queued in its own thread have run.
+//! One message on its way. finished() comes once, from the event loop, whatever becomes of the
+//! message. Then the object deletes itself. Slots that are connected to finished() directly, or
+//! queued in the object's own thread, run before.
 class KORVAPLATFORM_EXPORT PendingMessage : public QObject
 {
     Q_OBJECT
 public:
     //! Whether the message was not sent, or may not have been; false until finished().
     bool isError() const { return !m_errorText.isEmpty(); }
-    //! Which failure it was: a sentence for the user, without number or text.
+    //! Why: a sentence for the user, without number or text. Empty if there is no error.
     QString errorText() const { return m_errorText; }
 
 Q_SIGNALS:
@@ -40,16 +40,18 @@ public:
     //!              sends messages, of ModemManager or, when that is not there, of oFono
     explicit MessagingIf(const QString &name, QObject *parent = nullptr);
 
-    //! Sends a message; the daemon splits a long one. Returns at once and never null. The
-    //! result belongs to this object; a message is seen through also without it. Why it was
-    //! not sent, or may not have been, is warned of too, in the category korvasync.messaging.
+    //! Sends a message; the daemon splits a long one. Returns at once. Deleting this object does
+    //! not stop a message.
     //!
     //! \param number  may have separators, which the modem does not get
-    //! \param keepInHistory  whether the platform adds one event to the store when the outcome
-    //!     is known, before finished(): in the sent folder, or with failed status in the outbox
-    //!     when the message was not sent. When it is not known (daemon or modem were lost after
-    //!     they had got the message, or did not answer) nothing is added. Number and text are
-    //!     stored as given. A store that cannot be written costs a warning, no error.
+    //! \param keepInHistory  whether to add an event to the store, before finished(), with number
+    //!     and text as given. A message that was sent goes into the sent folder; one that was not
+    //!     sent goes into the outbox, with failed status. Nothing is added if the outcome is not
+    //!     known, since daemon or modem were lost or did not answer after they had got the message.
+    //! \return never null; a child of this object
+    //! \par Failure  Why a message was not sent, or may not have been, is in
+    //!     PendingMessage::errorText(), and is logged as a warning in korvasync.messaging. A store
+    //!     that cannot be written is a warning, not an error.
     PendingMessage *sendSMS(const QString &number, const QString &text, bool keepInHistory);
 
 private:

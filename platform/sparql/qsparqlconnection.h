@@ -16,9 +16,8 @@ class KORVAPLATFORM_EXPORT QSparqlConnectionOptions
 {
 };
 
-//! A connection to an RDF store. The one driver is "QTRACKER_DIRECT", the process's
-//! embedded store; all its connections share one underlying connection, so making one
-//! costs nothing.
+//! A connection to an RDF store. The only driver is "QTRACKER_DIRECT", the embedded store. All
+//! connections of the process share one underlying connection, so making one costs nothing.
 class KORVAPLATFORM_EXPORT QSparqlConnection : public QObject
 {
     Q_OBJECT
@@ -28,16 +27,19 @@ public:
                                QObject *parent = nullptr);
     ~QSparqlConnection() override;
 
-    //! Runs the one query that there is, for the conversations of a party:
+    //! Runs the only query that there is, for the conversations of a party:
     //!
     //!     SELECT ?comm WHERE{?comm a nmo:CommunicationChannel; nie:subject 'ACCOUNT';
     //!     nie:generator ?remoteId. FILTER REGEX(?remoteId, 'PARTY$')}
     //!
-    //! in one line. It finds the party's own conversation, whatever signs its name has; without
-    //! one, those whose party PARTY$ matches, if the query is well-formed with it, PARTY is no
-    //! longer than a name and nothing in it groups, chooses or repeats. Null when the driver is
-    //! unknown or there is no store to ask; the caller owns the result. Any other query, and one
-    //! that the store fails to answer, gives a result with hasError().
+    //! in one line. It finds the party's own conversation, whatever signs its name has. If there is
+    //! none, it finds those whose party the expression PARTY$ matches. For that, the query has to
+    //! be well-formed with PARTY, PARTY no longer than a name, and free of signs that group, choose
+    //! or repeat.
+    //!
+    //! Blocks until the store has answered.
+    //! \return owned by the caller; null if the driver is unknown or there is no store. Any other
+    //!         query, and one that the store fails to answer, gives a result with hasError().
     QSparqlResult *exec(const QSparqlQuery &query);
 
 private:

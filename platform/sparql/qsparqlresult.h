@@ -18,13 +18,12 @@ public:
     explicit QSparqlResult(QSparqlResultPrivate *d);
     ~QSparqlResult();
 
-    //! Blocks until the query has been answered. It has been: the store answers before the
-    //! result is there.
+    //! Returns at once: the store has answered before the result exists.
     void waitForFinished();
     bool hasError() const;
 
-    //! Steps to the next row; before the first call there is no current row. False
-    //! after the last row and on error.
+    //! Steps to the next row. Before the first call there is no current row.
+    //! \return false after the last row, and after an error
     bool next();
     //! The column's value in the current row; empty outside rows and columns.
     QSparqlBinding binding(int column) const;

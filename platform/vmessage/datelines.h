@@ -6,12 +6,12 @@
 #include <optional>
 #include <string_view>
 
-// The Date lines of message bodies, told from texts that begin with the same word.
+// The Date lines of message bodies, as opposed to texts that begin with the same word.
 namespace DateLines {
 
-//! The value of a line "Date: ..." or, as one program writes it, "Date 1288794330000"; nothing
-//! when what stands there is no date in any of the spellings that programs use. None at all,
-//! and the zeros that stand for none, are dates here.
+//! The value of a line "Date: ..." or, as one program writes it, "Date 1288794330000". An empty
+//! value, and the zeros that some programs write for none, count as dates.
+//! \return nothing if the value is no date in any spelling of DateSpellings
 std::optional<std::string_view> dateOf(std::string_view line);
 
 } // namespace DateLines

@@ -7,11 +7,11 @@
 
 #include <string_view>
 
-// Why a vMessage was refused. It is looked for only then, in a second reading by the same rules,
-// so that the first one counts no lines.
+// Why a vMessage was refused. Only a refused one is read a second time, by the same rules, so that
+// the first reading need not count lines.
 namespace VMessageDiagnosis {
 
-//! \param bytes  which VMessageParser refused, as they were given, without zeros at their end
+//! \param bytes  what VMessageParser refused, without zeros at the end
 //! \return never VMessageProblem::None
 VMessageProblem diagnose(std::string_view bytes);
 

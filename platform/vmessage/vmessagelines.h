@@ -6,8 +6,8 @@
 #include <algorithm>
 #include <string_view>
 
-// The lines of a vMessage and the rule by which its body ends: what parser and scanner
-// have in common, so that both always see the same message in the same bytes.
+// The lines of a vMessage, and the rule by which its body ends. Parser and scanner share them, so
+// that both see the same message in the same bytes.
 namespace VMessageLines {
 
 enum class LineEnd { CrLf, Lf, None };
@@ -34,22 +34,22 @@ enum class Keyword {
     EndVBody,
 };
 
-//! What a line opens or closes. Blanks count round the colon and at the end of the line,
-//! but not before its first word: an indented line is text. A line that closes a message and
-//! begins the next is the first of the two; see joint().
+//! What a line opens or closes. Blanks around the colon and at the end of the line are ignored, but
+//! not before its first word: an indented line is text. A line that closes one message and begins
+//! the next counts as the first of the two; see joint().
 Keyword keyword(std::string_view line);
 
-//! Where on a line END:VMSG BEGIN:VMSG the second begins, as it is where files were joined of
-//! which the first lacks its last line end; 0 for any other line.
+//! Where BEGIN:VMSG begins on a line with END:VMSG and BEGIN:VMSG, in bytes; 0 for any other line.
+//! Such a line arises when files are joined and the first lacks its last line end.
 size_t joint(std::string_view line);
 
-// These run many times for every line, so the compiler shall see them.
+// These run many times for every line, and are here for the compiler to inline.
 
 inline bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\r'; }
 
 inline char lower(char c) { return c >= 'A' && c <= 'Z' ? char(c - 'A' + 'a') : c; }
 
-//! Without blanks at both ends.
+//! The text without blanks at either end.
 inline std::string_view trimmed(std::string_view text)
 {
     while (!text.empty() && isBlank(text.back()))
@@ -59,7 +59,7 @@ inline std::string_view trimmed(std::string_view text)
     return text;
 }
 
-//! Without regard to ASCII case.
+//! Ignores the case of ASCII letters.
 inline bool startsWith(std::string_view text, std::string_view start)
 {
     return text.size() >= start.size()
@@ -67,21 +67,21 @@ inline bool startsWith(std::string_view text, std::string_view start)
                       [](char a, char b) { return a == b || lower(a) == lower(b); });
 }
 
-//! Likewise.
+//! Ignores the case of ASCII letters.
 inline bool equals(std::string_view a, std::string_view b)
 {
     return a.size() == b.size() && startsWith(a, b);
 }
 
-//! Where the END:VBODY line starts that closes the body at the start of \a bytes: the
-//! last one that is followed by nothing but END:VENV lines up to END:VMSG, BEGIN:VMSG or
-//! the end. Null when the body is not closed.
+//! The start of the END:VBODY line that closes the body at the start of \a bytes: the last one that
+//! is followed only by END:VENV lines, up to END:VMSG, BEGIN:VMSG or the end. Null if the body is
+//! not closed.
 //! \param own  see isOwnText()
 const char *findBodyEnd(std::string_view bytes, bool own);
 
-//! Whether a body is in the form of VMessageEncoder, which drops every carriage return from a
-//! text, ends its own lines in CR LF, and begins the text behind the name of its property. So
-//! there a line behind a bare line feed is text, whatever it says, and no other line is.
+//! Whether a body is in the form of VMessageEncoder. That drops every carriage return from a text,
+//! ends its own lines in CR LF, and begins the text behind the name of its property. In this form a
+//! line behind a bare line feed is text, whatever it says, and no other line is.
 //! \param crLf  the lines before the body end in CR LF
 inline bool isOwnText(std::string_view firstLine, bool crLf)
 {

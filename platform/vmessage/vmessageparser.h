@@ -12,10 +12,10 @@ class VMessageParserPrivate;
 //! One parsed vMessage (IrMC 1.1, section 9.9). Owned by its parser.
 class VMessage;
 
-// The four records of a parsed vMessage. Every text is a zero-terminated byte string
-// that lives as long as the parser's message, or null when the vMessage has no such
-// part. What they hold is told apart from what it means: values stand as written, ends
-// trimmed. An empty name, number or date counts as absent.
+// The four records of a parsed vMessage. Every text is a zero-terminated byte string that lives as
+// long as the parser's message. It is null if the vMessage has no such part. Values are as written,
+// without blanks at their ends; the records do not interpret them. An empty name, number or date
+// counts as absent.
 
 struct VMessageHeader
 {
@@ -86,11 +86,12 @@ public:
 
     //! \param data    the bytes; UTF-8, or another character set where the vMessage names it
     //! \param length  bytes to read; zeros at the end and lines around the message are passed over
-    //! \return the message, or null when the bytes hold none or it is cut short. Missing
-    //!         END:VENV and END:VMSG lines behind a closed body are no cut.
+    //! \return owned by the parser, until the next call. Null if the bytes hold no message, or one
+    //!         that is cut short. A message that only lacks END:VENV and END:VMSG behind a closed
+    //!         body is whole.
     const VMessage *parseVMessage(const char *data, unsigned int length);
 
-    //! Why the latest bytes gave no message.
+    //! Why the latest bytes gave no message. VMessageProblem::None if they gave one.
     VMessageProblem problem() const;
 
     //! Each returns null when the message has no such part.

@@ -21,11 +21,11 @@ struct Line;
 //! \endcode
 //! It keeps no bytes, and hands back those that belong to the next message.
 //!
-//! In the form of VMessageEncoder, whose lines end in CR LF, what stands behind a bare line feed
-//! is text and never ends a message: so no text that it wrote can pass for another message.
-//! In any other form this cannot be told: there a text with an END:VBODY line ends early if
-//! nothing but END:VENV lines stands between it and END:VMSG, BEGIN:VMSG or the end of the file,
-//! and a BEGIN:VMSG line always begins a message.
+//! VMessageEncoder ends its lines in CR LF. In its form, a line behind a bare line feed is text and
+//! never ends a message, so no text that it wrote can pass for another message. Other forms do not
+//! show the difference. There, a text with an END:VBODY line ends early if only END:VENV lines
+//! stand between that line and END:VMSG, BEGIN:VMSG or the end of the file. A BEGIN:VMSG line
+//! always begins a message.
 class KORVAPLATFORM_EXPORT VMessageScanner
 {
 public:
