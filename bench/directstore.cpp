@@ -80,6 +80,7 @@ int DirectStore::conversation(TrackerBatch *batch, const std::string &number)
                                          "nmo:CommunicationChannel");
         tracker_resource_set_string(channel.get(), "nie:subject", Account);
         tracker_resource_set_string(channel.get(), "nie:generator", partyOf(number).c_str());
+        tracker_resource_set_int64(channel.get(), "kv:endKey", entry->second);
         tracker_batch_add_resource(batch, Graph, channel.get());
     }
     return entry->second;
@@ -94,6 +95,9 @@ Pointer<TrackerResource> DirectStore::newEvent(const Record &record)
     tracker_resource_set_int64(r, "kv:startTime", record.time * 1000);
     tracker_resource_set_int64(r, "kv:endTime", record.time * 1000);
     tracker_resource_set_int64(r, "kv:lastModified", record.time * 1000);
+    tracker_resource_set_int64(r, "kv:time", record.time * 1000);
+    tracker_resource_set_int64(r, "kv:change", id);
+    tracker_resource_set_int64(r, "kv:partyKey", std::stoll("1" + partyOf(record.number)));
     tracker_resource_set_int64(r, "kv:direction", record.isSent() ? 2 : 1);
     tracker_resource_set_boolean(r, "kv:isMissedCall", FALSE);
     tracker_resource_set_string(r, "kv:localUid", Account);
@@ -109,6 +113,7 @@ void DirectStore::write(TrackerBatch *batch)
 {
     const auto counter = newResource("urn:korvasync:ids", "kv:IdCounter");
     tracker_resource_set_int64(counter.get(), "kv:lastEventId", m_lastId);
+    tracker_resource_set_int64(counter.get(), "kv:lastChange", m_lastId);
     tracker_batch_add_resource(batch, Graph, counter.get());
     tracker_batch_execute(batch, nullptr, Fatal());
 }
@@ -157,6 +162,12 @@ void DirectStore::remove(const std::vector<int> &ids)
         std::string text = std::string("DELETE DATA { GRAPH <") + Graph + "> { ";
         for (std::size_t i = first; i < std::min(ids.size(), first + TransactionSize); ++i)
             text += "<" + eventUri(ids[i]) + "> a rdfs:Resource . ";
+        text += "} } ; INSERT DATA { GRAPH <" + std::string(Graph) + "> { ";
+        for (std::size_t i = first; i < std::min(ids.size(), first + TransactionSize); ++i) {
+            const std::string id = std::to_string(ids[i]);
+            text += "<deleted:" + id + "> a kv:Tombstone ; kv:deletedId " + id
+                + " ; kv:deletedType 2 ; kv:deletedChange " + id + " . ";
+        }
         text += "} }";
         tracker_sparql_connection_update(m_connection.get(), text.c_str(), nullptr, Fatal());
     }
@@ -186,13 +197,12 @@ int DirectStore::countRows(TrackerSparqlStatement *statement)
 
 int DirectStore::readFolder(int folder)
 {
-    const std::string time = folder == 4098 || folder > 4103 ? "?endTime" : "?startTime";
-    TrackerSparqlStatement *const reading =
-        statement(selectEvents("?event",
-                               "BIND (xsd:integer(~folder) AS ?wanted) BIND (xsd:integer(~since) AS"
-                               " ?since) FILTER (?type = 2 && ?folder = ?wanted && "
-                                   + time + " >= ?since)",
-                               "ORDER BY " + time + " ?id"));
+    TrackerSparqlStatement *const reading = statement(
+        selectEvents("?event",
+                     "?event kv:time ?time . BIND (xsd:integer(~folder) AS ?wanted) BIND"
+                     " (xsd:integer(~since) AS ?since) FILTER (?type + 0 = 2 && ?folder = ?wanted"
+                     " && ?time >= ?since)",
+                     "ORDER BY ?time ?id"));
     tracker_sparql_statement_bind_int(reading, "folder", folder);
     tracker_sparql_statement_bind_int(reading, "since", G_MININT64);
     return countRows(reading);
@@ -201,8 +211,10 @@ int DirectStore::readFolder(int folder)
 int DirectStore::readCalls()
 {
     TrackerSparqlStatement *const reading =
-        statement(selectEvents("?event", "FILTER (?type = 3 && ?startTime >= ~since)",
-                               "ORDER BY DESC(?startTime) DESC(?id)"));
+        statement(selectEvents("?event",
+                               "?event kv:time ?time . BIND (xsd:integer(~since) AS ?since)"
+                               " FILTER (?type = 3 && ?time >= ?since)",
+                               "ORDER BY DESC(?time) DESC(?id)"));
     tracker_sparql_statement_bind_int(reading, "since", G_MININT64);
     return countRows(reading);
 }

@@ -36,7 +36,7 @@ bool CallModel::getEvents()
 bool CallModel::deleteAll()
 {
     bool removed = false;
-    Store::instance().run(Store::Access::Read, [&](StoreConnection *connection) {
+    Store::instance().run(Store::Access::Change, [&](StoreConnection *connection) {
         removed = connection && removeCalls(*connection);
     });
     return removed;

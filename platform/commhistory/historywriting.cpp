@@ -3,7 +3,7 @@
 
 #include "historywriting_p.h"
 
-#include "eventrow_p.h"
+#include "eventresource_p.h"
 
 #include <store/storeconnection.h>
 #include <store/storedtext.h>
@@ -18,12 +18,6 @@
 namespace CommHistory {
 
 namespace {
-
-constexpr char EventCounter[] = "kv:lastEventId";
-constexpr char ConversationCounter[] = "kv:lastConversationId";
-constexpr int NoConversation = -1;
-
-constexpr Event::Properties AllFields(QFlag(~0));
 
 //! Runs a statement that gives at most one number. False when the store cannot be read.
 bool readNumber(StoreConnection &connection, TrackerSparqlStatement *statement,
@@ -41,31 +35,14 @@ bool readNumber(StoreConnection &connection, TrackerSparqlStatement *statement,
     return true;
 }
 
-GPointer<TrackerResource> newResource(const QByteArray &uri, const char *type)
-{
-    GPointer<TrackerResource> resource(tracker_resource_new(uri.constData()));
-    tracker_resource_add_uri(resource.get(), "rdf:type", type);
-    return resource;
-}
-
-void addTo(TrackerBatch *batch, TrackerResource *resource)
-{
-    tracker_batch_add_resource(batch, KORVASYNC_GRAPH, resource);
-}
-
 //! The counters stand in the graph of what they count, so that a transaction keeps or loses
-//! both together and no id is ever given twice.
-class IdCounter
+//! both together and no number is ever given twice.
+class Counter
 {
 public:
-    explicit IdCounter(const char *property)
-        : m_property(property)
-    {
-    }
-
-    //! False when it cannot be read, and when it has no more ids than these: what lies beyond
-    //! the range would come back as the id of another.
-    bool read(StoreConnection &connection, int count)
+    //! False when it cannot be read, and when it has no more numbers than these: what lies beyond
+    //! the range would come back as another's.
+    bool read(StoreConnection &connection, qint64 count)
     {
         const std::string text =
             std::string("SELECT ?last FROM <" KORVASYNC_GRAPH "> { <urn:korvasync:ids> ")
@@ -73,66 +50,97 @@ public:
         std::optional<qint64> last;
         if (!readNumber(connection, connection.statement(text), &last))
             return false;
-        if (!last || *last < 0 || *last > std::numeric_limits<int>::max() - count) {
+        if (!last || *last < 0 || *last > m_most - count) {
             connection.warnAbout(StoreProblem::OutOfIds);
             return false;
         }
-        m_last = int(*last);
+        m_last = *last;
         return true;
     }
-    int next() { return ++m_last; }
+    qint64 last() const { return m_last; }
+    qint64 next() { return ++m_last; }
+    void skip(qint64 count) { m_last += count; }
     void write(TrackerBatch *batch) const
     {
         const auto counter = newResource("urn:korvasync:ids", "kv:IdCounter");
-        tracker_resource_set_int64(counter.get(), m_property, m_last);
+        setNumber(counter.get(), m_property, m_last);
         addTo(batch, counter.get());
+    }
+
+protected:
+    Counter(const char *property, qint64 most)
+        : m_property(property)
+        , m_most(most)
+    {
     }
 
 private:
     const char *m_property;
-    int m_last = 0;
+    qint64 m_most;
+    qint64 m_last = 0;
 };
 
-QByteArray conversationUri(int id) { return "conversation:" + QByteArray::number(id); }
-
-template <typename Number>
-void setNumber(TrackerResource *resource, const char *name, Number number)
+struct EventIds : Counter
 {
-    if constexpr (std::is_same_v<Number, bool>)
-        tracker_resource_set_boolean(resource, name, number);
-    else
-        tracker_resource_set_int64(resource, name, number);
-}
+    EventIds()
+        : Counter("kv:lastEventId", std::numeric_limits<int>::max())
+    {
+    }
+};
 
-//! The event as the database takes it, with the fields that \a set names.
-GPointer<TrackerResource> toResource(const Event &event, Event::Properties set)
+struct ConversationIds : Counter
 {
-    auto resource = newResource(eventUri(event.id()), "kv:Event");
-    TrackerResource *r = resource.get();
-    const EventRow row = numbersOf(event);
-    forEachNumber([&](const auto &field) {
-        if (set & field.property)
-            setNumber(r, field.name, row.*field.inRow);
-    });
-    if (set & Event::GroupId)
-        tracker_resource_set_uri(r, "kv:channel", conversationUri(row.groupId).constData());
-    forEachText([&](const TextField &field) {
-        if (set & field.property)
-            tracker_resource_set_string(r, field.name, toStoredText((event.*field.get)()));
-    });
-    return resource;
-}
+    ConversationIds()
+        : Counter("kv:lastConversationId", std::numeric_limits<int>::max())
+    {
+    }
+};
 
-bool exists(StoreConnection &connection, int id, bool *found)
+struct ChangeNumbers : Counter
 {
-    TrackerSparqlStatement *statement =
-        connection.statement("SELECT ?id FROM <" KORVASYNC_GRAPH "> { ~event kv:id ?id }");
+    ChangeNumbers()
+        : Counter("kv:lastChange", std::numeric_limits<qint64>::max())
+    {
+    }
+};
+
+//! What an event's own time is made from. Nothing when there is no such event.
+bool readPlacing(StoreConnection &connection, int id, std::optional<EventRow> *placing)
+{
+    TrackerSparqlStatement *statement = connection.statement(
+        "SELECT ?type ?folder ?start ?end FROM <" KORVASYNC_GRAPH "> { ~event kv:type ?type ;"
+        " kv:folder ?folder ; kv:startTime ?start ; kv:endTime ?end }");
     if (statement)
         tracker_sparql_statement_bind_string(statement, "event", eventUri(id).constData());
-    std::optional<qint64> number;
-    const bool isRead = readNumber(connection, statement, &number);
-    *found = number.has_value();
-    return isRead;
+    const auto cursor = connection.execute(statement);
+    const auto step = connection.next(cursor.get());
+    placing->reset();
+    if (step == StoreConnection::Step::Failed) {
+        connection.warnAbout(StoreProblem::ReadFailed);
+        return false;
+    }
+    if (step == StoreConnection::Step::End)
+        return true;
+    EventRow row;
+    row.type = quint8(tracker_sparql_cursor_get_integer(cursor.get(), 0));
+    row.parentId = int(tracker_sparql_cursor_get_integer(cursor.get(), 1));
+    row.startTime = tracker_sparql_cursor_get_integer(cursor.get(), 2);
+    row.endTime = tracker_sparql_cursor_get_integer(cursor.get(), 3);
+    *placing = row;
+    return true;
+}
+
+//! Has \a row take from \a stored what places an event, unless it was set.
+void fillPlacing(EventRow *row, const EventRow &stored, Event::Properties set)
+{
+    if (!(set & Event::Type))
+        row->type = stored.type;
+    if (!(set & Event::ParentId))
+        row->parentId = stored.parentId;
+    if (!(set & Event::StartTime))
+        row->startTime = stored.startTime;
+    if (!(set & Event::EndTime))
+        row->endTime = stored.endTime;
 }
 
 //! The parties at the other end as one text. The mark after each of several keeps the
@@ -181,21 +189,18 @@ bool addEvents(StoreConnection &connection, QList<Event> &events)
 {
     QList<Event> added = events;
     const bool written = connection.write([&](TrackerBatch *batch) {
-        IdCounter counter(EventCounter);
-        if (!counter.read(connection, int(added.size())))
+        EventIds ids;
+        ChangeNumbers changes;
+        if (!ids.read(connection, added.size()) || !changes.read(connection, added.size()))
             return false;
         const QDateTime now = QDateTime::currentDateTimeUtc();
         for (Event &event : added) {
-            event.setId(counter.next());
+            event.setId(int(ids.next()));
             event.setLastModified(now);
-            const bool hasGroup = event.groupId() > 0;
-            const auto resource =
-                toResource(event, hasGroup ? AllFields : AllFields & ~Event::GroupId);
-            if (!hasGroup)
-                setNumber(resource.get(), "kv:conversationId", NoConversation);
-            addTo(batch, resource.get());
+            addTo(batch, eventResource(toRow(event), AllFields, changes.next()).get());
         }
-        counter.write(batch);
+        ids.write(batch);
+        changes.write(batch);
         return true;
     });
     if (written)
@@ -207,18 +212,27 @@ bool modifyEvents(StoreConnection &connection, QList<Event> &events)
 {
     QList<Event> modified = events;
     const bool written = connection.write([&](TrackerBatch *batch) {
+        ChangeNumbers changes;
+        if (!changes.read(connection, modified.size()))
+            return false;
         const QDateTime now = QDateTime::currentDateTimeUtc();
+        QHash<int, EventRow> placings; // in this batch
         for (Event &event : modified) {
-            bool found = false;
-            if (!exists(connection, event.id(), &found) || !found)
+            std::optional<EventRow> stored;
+            if (const auto earlier = placings.constFind(event.id()); earlier != placings.cend())
+                stored = *earlier;
+            else if (!readPlacing(connection, event.id(), &stored) || !stored)
                 return false;
             Event::Properties set = event.setProperties() & ~Event::Id;
             if (event.groupId() < 1)
                 set &= ~Event::GroupId;
-            set |= Event::LastModified;
             event.setLastModified(now);
-            addTo(batch, toResource(event, set).get());
+            EventRow row = toRow(event);
+            fillPlacing(&row, *stored, set);
+            placings.insert(event.id(), row);
+            addTo(batch, eventResource(row, set | Event::LastModified, changes.next()).get());
         }
+        changes.write(batch);
         return true;
     });
     if (written)
@@ -230,21 +244,27 @@ bool removeEvents(StoreConnection &connection, const QVector<int> &ids, QVector<
 {
     QVector<bool> found;
     const bool written = connection.write([&](TrackerBatch *batch) {
+        ChangeNumbers changes;
+        if (!changes.read(connection, ids.size()))
+            return false;
         QSet<int> seen;
         QByteArray text;
         for (const int id : ids) {
-            bool isThere = false;
-            if (!seen.contains(id) && !exists(connection, id, &isThere))
+            std::optional<EventRow> stored;
+            if (!seen.contains(id) && !readPlacing(connection, id, &stored))
                 return false;
             seen.insert(id);
-            found.append(isThere);
-            if (isThere)
-                text += "<" + eventUri(id) + "> a rdfs:Resource . ";
+            found.append(stored.has_value());
+            if (!stored)
+                continue;
+            text += "<" + eventUri(id) + "> a rdfs:Resource . ";
+            addTo(batch, tombstoneResource(id, stored->type, changes.next()).get());
         }
-        if (!text.isEmpty()) {
-            text = "DELETE DATA { GRAPH <" KORVASYNC_GRAPH "> { " + text + "} }";
-            tracker_batch_add_sparql(batch, text.constData());
-        }
+        if (text.isEmpty())
+            return true;
+        text = "DELETE DATA { GRAPH <" KORVASYNC_GRAPH "> { " + text + "} }";
+        tracker_batch_add_sparql(batch, text.constData());
+        changes.write(batch);
         return true;
     });
     if (written)
@@ -254,11 +274,24 @@ bool removeEvents(StoreConnection &connection, const QVector<int> &ids, QVector<
 
 bool removeCalls(StoreConnection &connection)
 {
-    return connection.write([](TrackerBatch *batch) {
-        const std::string text = "DELETE { GRAPH <" KORVASYNC_GRAPH "> { ?call a rdfs:Resource } }"
-                                 " WHERE { GRAPH <" KORVASYNC_GRAPH "> { ?call kv:type "
-            + std::to_string(Event::CallEvent) + " } }";
+    return connection.write([&](TrackerBatch *batch) {
+        EventIds ids;
+        ChangeNumbers changes;
+        if (!ids.read(connection, 0) || !changes.read(connection, ids.last()))
+            return false;
+        // However many there are, none comes here: its number follows from its id.
+        const std::string calls =
+            "GRAPH <" KORVASYNC_GRAPH "> { ?call kv:type " + std::to_string(Event::CallEvent);
+        const std::string text = "INSERT { GRAPH <" KORVASYNC_GRAPH "> { ?left a kv:Tombstone ;"
+                                 " kv:deletedId ?id ; kv:deletedType "
+            + std::to_string(Event::CallEvent) + " ; kv:deletedChange ?change } } WHERE { " + calls
+            + " ; kv:id ?id } BIND (IRI(CONCAT('deleted:', STR(?id))) AS ?left) BIND (?id + "
+            + std::to_string(changes.last()) + " AS ?change) } ;"
+            + " DELETE { GRAPH <" KORVASYNC_GRAPH "> { ?call a rdfs:Resource } } WHERE { " + calls
+            + " } }";
         tracker_batch_add_sparql(batch, text.c_str());
+        changes.skip(ids.last());
+        changes.write(batch);
         return true;
     });
 }
@@ -267,8 +300,8 @@ bool addConversations(StoreConnection &connection, const QList<Group> &groups, Q
 {
     QList<int> given;
     const bool written = connection.write([&](TrackerBatch *batch) {
-        IdCounter counter(ConversationCounter);
-        if (!counter.read(connection, int(groups.size())))
+        ConversationIds counter;
+        if (!counter.read(connection, groups.size()))
             return false;
         QHash<QPair<QByteArray, QByteArray>, int> added; // in this batch
         for (const Group &group : groups) {
@@ -278,12 +311,9 @@ bool addConversations(StoreConnection &connection, const QList<Group> &groups, Q
             if (id == 0 && !findConversation(connection, local, remote, &id))
                 return false;
             if (id == 0) {
-                id = counter.next();
+                id = int(counter.next());
                 added.insert({local, remote}, id);
-                const auto channel = newResource(conversationUri(id), "nmo:CommunicationChannel");
-                tracker_resource_set_string(channel.get(), "nie:subject", local.constData());
-                tracker_resource_set_string(channel.get(), "nie:generator", remote.constData());
-                addTo(batch, channel.get());
+                addTo(batch, conversationResource(id, local.constData(), remote).get());
             }
             given.append(id);
         }

@@ -34,6 +34,9 @@ public:
             && found.st_dev == m_status.st_dev && found.st_ino == m_status.st_ino;
     }
 
+    //! 0 when the file was not found.
+    quint64 inode() const { return m_status.st_ino; }
+
 private:
     QByteArray m_path;
     struct stat m_status = {};

@@ -5,6 +5,7 @@
 
 #include "logging.h"
 #include "storeconnection.h"
+#include "storefiles.h"
 
 #include <chrono>
 #include <future>
@@ -16,6 +17,11 @@ namespace {
 
 constexpr int ReadPatienceMsecs = 3000;
 constexpr int BusyMemoryMsecs = 10000; // for which reads do not try again
+
+bool isWriting(Store::Access access)
+{
+    return access == Store::Access::Write || access == Store::Access::Change;
+}
 
 } // namespace
 
@@ -193,6 +199,9 @@ StoreConnection *Store::connection(Access access)
         m_directory.place().warnAbout(StoreProblem::Replaced);
         return nullptr;
     }
+    const bool isReadOnly = m_connection && m_connection->mode() == StoreConnection::Mode::ReadOnly;
+    if (isReadOnly && isWriting(access))
+        close();
     if (!m_connection) {
         const StoreProblem problem = open(access);
         // Every request tries again, since the user may have put it right meanwhile, but
@@ -219,8 +228,11 @@ void Store::close()
 {
     if (!m_connection)
         return;
-    // Closing writes, too.
-    const StoreLockHolder holder(m_lock);
+    // Closing writes, too, what was opened for that.
+    if (m_connection->mode() == StoreConnection::Mode::ReadWrite) {
+        const StoreLockHolder holder(m_lock);
+        m_connection.reset();
+    }
     m_connection.reset();
 }
 
@@ -237,27 +249,22 @@ StoreProblem Store::open(Access access)
     if (problem != StoreProblem::None)
         return problem;
     // Somebody waits for a read in the event loop, perhaps for one after the other.
-    if (access != Access::Write && !m_busy.hasExpired())
+    if (!isWriting(access) && !m_busy.hasExpired())
         return StoreProblem::Busy;
-    m_isHeldUp = access == Access::Write;
-    const StoreLockHolder holder(
-        m_lock, access == Access::Write ? StoreLock::PatienceMsecs : ReadPatienceMsecs);
+    m_isHeldUp = isWriting(access);
+    const StoreLockHolder holder(m_lock,
+                                 isWriting(access) ? StoreLock::PatienceMsecs : ReadPatienceMsecs);
+    int format = 0;
+    problem = holder.isHeld() ? prepare(access, &format) : StoreProblem::Busy;
     m_isHeldUp = false;
-    if (!holder.isHeld()) {
+    if (!holder.isHeld())
         m_busy.setRemainingTime(BusyMemoryMsecs);
-        return StoreProblem::Busy;
-    }
-    // Another process may have been faster, or killed on the way.
-    problem = m_directory.place().look().problem;
-    if (problem == StoreProblem::Absent)
-        problem = m_directory.create();
-    else if (problem == StoreProblem::None)
-        problem = m_directory.finishCreation();
-    if (problem == StoreProblem::None)
-        problem = StoreConnection::probeFiles(m_directory.databasePath());
     if (problem != StoreProblem::None)
         return problem;
-    m_connection = StoreConnection::open(m_directory, m_lock);
+    m_connection = StoreConnection::open(m_directory, m_lock,
+                                         isWriting(access) ? StoreConnection::Mode::ReadWrite
+                                                           : StoreConnection::Mode::ReadOnly,
+                                         format);
     m_directory.makePrivate();
     if (!m_connection)
         return StoreProblem::Damaged;
@@ -266,6 +273,28 @@ StoreProblem Store::open(Access access)
         return StoreProblem::Replaced;
     }
     return StoreProblem::None;
+}
+
+//! Makes the store what the access needs. Another process may have been faster, or killed on the
+//! way. The lock is held.
+StoreProblem Store::prepare(Access access, int *format)
+{
+    const StorePlace::Finding found = m_directory.place().look();
+    *format = found.format;
+    StoreProblem problem = found.problem;
+    if (problem == StoreProblem::Absent && access == Access::Write) {
+        problem = m_directory.create(m_lock);
+        *format = StoreFiles::Format;
+    } else if (problem == StoreProblem::None) {
+        problem = m_directory.finish(m_lock, found.format);
+    }
+    if (problem == StoreProblem::None)
+        problem = StoreConnection::probeFiles(m_directory.databasePath());
+    if (problem == StoreProblem::None && isWriting(access) && *format != StoreFiles::Format) {
+        problem = m_directory.upgrade(m_lock, *format);
+        *format = StoreFiles::Format;
+    }
+    return problem;
 }
 
 } // namespace CommHistory

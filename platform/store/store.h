@@ -33,7 +33,8 @@ public:
     enum class Access {
         Read,
         LookUp, //!< as Read, but silent about a store that is absent: it may come to be
-        Write   //!< makes the store when it is absent
+        Change, //!< brings an older store up to date
+        Write   //!< the same, and makes the store when it is absent
     };
 
     static Store &instance();
@@ -78,6 +79,7 @@ private:
     StoreConnection *connection(Access access);
     void setOpen(bool isOpen);
     StoreProblem open(Access access);
+    StoreProblem prepare(Access access, int *format);
     void close();
 
     StoreDirectory m_directory;
@@ -90,7 +92,8 @@ private:
     bool m_ending = false;
     QDeadlineTimer m_refusing; // reads, until then: a write keeps the store's thread
     std::atomic<bool> m_isOpen{false};
-    std::atomic<bool> m_isHeldUp{false}; // a write waits for the lock
+    // A write waits for the lock, or brings the store up to date.
+    std::atomic<bool> m_isHeldUp{false};
 
     // What only the thread touches that carries out a request.
     StoreLock m_lock;

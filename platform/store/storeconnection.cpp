@@ -9,6 +9,7 @@
 #include "storelock.h"
 
 #include <QtCore/QFile>
+#include <QtCore/QRandomGenerator>
 
 #include <algorithm>
 #include <cerrno>
@@ -21,6 +22,9 @@ namespace CommHistory {
 namespace {
 
 constexpr int BusyMsecs = 10000;
+
+constexpr char LastEventQuery[] =
+    "SELECT ?last FROM <" KORVASYNC_GRAPH "> { <urn:korvasync:ids> kv:lastEventId ?last }";
 
 constexpr char OntologyUri[] = "resource:///org/korvasync/ontology";
 
@@ -47,7 +51,7 @@ void logCritical(const gchar *, GLogLevelFlags, const gchar *message, gpointer)
     qCDebug(lcStoreDatabase).noquote() << message;
 }
 
-GPointer<TrackerSparqlConnection> openDatabase(const QString &path)
+GPointer<TrackerSparqlConnection> openDatabase(const QString &path, StoreConnection::Mode mode)
 {
     // The library's own channel writes to stderr, where the client's user would see it.
     static const guint handler = g_log_set_handler(
@@ -55,26 +59,17 @@ GPointer<TrackerSparqlConnection> openDatabase(const QString &path)
     Q_UNUSED(handler)
 
     const GPointer<GFile> store(g_file_new_for_path(QFile::encodeName(path).constData()));
-    const GPointer<GFile> ontology(g_file_new_for_uri(OntologyUri));
+    // Opened to be written, a store of another ontology would be changed to ours.
+    const bool isReadOnly = mode == StoreConnection::Mode::ReadOnly;
+    const GPointer<GFile> ontology(isReadOnly ? nullptr : g_file_new_for_uri(OntologyUri));
     Error error;
-    GPointer<TrackerSparqlConnection> connection(tracker_sparql_connection_new(
-        TRACKER_SPARQL_CONNECTION_FLAGS_NONE, store.get(), ontology.get(), nullptr, error));
+    GPointer<TrackerSparqlConnection> connection(
+        tracker_sparql_connection_new(isReadOnly ? TRACKER_SPARQL_CONNECTION_FLAGS_READONLY
+                                                 : TRACKER_SPARQL_CONNECTION_FLAGS_NONE,
+                                      store.get(), ontology.get(), nullptr, error));
     if (error.isSet())
         connection.reset();
     return connection;
-}
-
-//! Whether the counters of ids can be read, which a new database gets last.
-bool hasCounters(TrackerSparqlConnection *connection)
-{
-    Error error;
-    const GPointer<TrackerSparqlCursor> cursor(tracker_sparql_connection_query(
-        connection,
-        "SELECT ?event ?conversation FROM <" KORVASYNC_GRAPH "> { <urn:korvasync:ids>"
-        " kv:lastEventId ?event ; kv:lastConversationId ?conversation }",
-        nullptr, error));
-    const bool isRow = cursor && tracker_sparql_cursor_next(cursor.get(), nullptr, error);
-    return !error.isSet() && isRow;
 }
 
 struct DatabaseCloser
@@ -124,47 +119,101 @@ StoreProblem StoreConnection::probeFiles(const QString &databasePath)
 bool StoreConnection::createDatabase(const QString &databasePath)
 {
     const RepeatedCalls calls;
-    const auto connection = openDatabase(databasePath);
+    const auto connection = CommHistory::openDatabase(databasePath, Mode::ReadWrite);
     if (!connection)
         return false;
+    const QByteArray id =
+        QByteArray::number(QRandomGenerator::system()->generate64(), 16).rightJustified(16, '0');
+    const QByteArray text = "CREATE GRAPH <" KORVASYNC_GRAPH "> ; INSERT DATA { GRAPH"
+                            " <" KORVASYNC_GRAPH "> { <urn:korvasync:ids> a kv:IdCounter ;"
+                            " kv:lastEventId 0 ; kv:lastConversationId 0 ; kv:lastChange 0 ;"
+                            " kv:storeId '"
+        + id + "' } }";
     Error error;
-    tracker_sparql_connection_update(connection.get(),
-                                     "CREATE GRAPH <" KORVASYNC_GRAPH "> ;"
-                                     "INSERT DATA { GRAPH <" KORVASYNC_GRAPH
-                                     "> { <urn:korvasync:ids> a kv:IdCounter ;"
-                                     " kv:lastEventId 0 ; kv:lastConversationId 0 } }",
-                                     nullptr, error);
+    tracker_sparql_connection_update(connection.get(), text.constData(), nullptr, error);
     if (error.isSet())
         return false;
     tracker_sparql_connection_close(connection.get());
     return true;
 }
 
-bool StoreConnection::isWhole(const QString &databasePath)
-{
-    const RepeatedCalls calls;
-    const auto connection = openDatabase(databasePath);
-    return connection && hasCounters(connection.get());
-}
-
 std::unique_ptr<StoreConnection> StoreConnection::open(const StoreDirectory &directory,
-                                                       StoreLock &lock)
+                                                       StoreLock &lock, Mode mode, int format)
 {
-    std::unique_ptr<StoreConnection> connection(new StoreConnection(directory, lock));
-    const RepeatedCalls calls;
-    connection->m_connection = openDatabase(directory.databasePath());
-    if (!connection->m_connection)
-        return nullptr;
-    hasCounters(connection->m_connection.get()); // the first read opens the files once more
-    return connection;
+    std::unique_ptr<StoreConnection> connection(
+        new StoreConnection(directory, lock, directory.databasePath(), mode, format));
+    return connection->openDatabase() ? std::move(connection) : nullptr;
 }
 
-StoreConnection::StoreConnection(const StoreDirectory &directory, StoreLock &lock)
+std::unique_ptr<StoreConnection> StoreConnection::openNew(const StoreDirectory &directory,
+                                                          StoreLock &lock)
+{
+    std::unique_ptr<StoreConnection> connection(new StoreConnection(
+        directory, lock, directory.newDatabasePath(), Mode::ReadWrite, StoreFiles::Format));
+    return connection->openDatabase() ? std::move(connection) : nullptr;
+}
+
+StoreConnection::StoreConnection(const StoreDirectory &directory, StoreLock &lock,
+                                 const QString &databasePath, Mode mode, int format)
     : m_directory(directory)
     , m_lock(lock)
+    , m_databasePath(databasePath)
+    , m_mode(mode)
+    , m_format(format)
 {
     for (const char *name : StoreFiles::DatabaseFiles)
-        m_files.emplace_back(QFile::encodeName(filePath(directory.databasePath(), name)));
+        m_files.emplace_back(QFile::encodeName(filePath(databasePath, name)));
+}
+
+bool StoreConnection::openDatabase()
+{
+    const RepeatedCalls calls;
+    m_connection = CommHistory::openDatabase(m_databasePath, m_mode);
+    if (m_connection)
+        readIdentity(); // the first read opens the files once more
+    return bool(m_connection);
+}
+
+void StoreConnection::readIdentity()
+{
+    if (m_format == 1) {
+        number(LastEventQuery);
+        return;
+    }
+    const auto cursor = execute(
+        statement("SELECT ?id FROM <" KORVASYNC_GRAPH "> { <urn:korvasync:ids> kv:storeId ?id }"));
+    if (next(cursor.get()) == Step::Row)
+        m_identity = QByteArray(tracker_sparql_cursor_get_string(cursor.get(), 0, nullptr)) + '-'
+            + QByteArray::number(m_files.front().inode(), 16);
+}
+
+//! What a query gives that gives one number; nothing when it gives none.
+std::optional<qint64> StoreConnection::number(const char *text)
+{
+    const auto cursor = execute(statement(text));
+    if (next(cursor.get()) != Step::Row)
+        return std::nullopt;
+    return tracker_sparql_cursor_get_integer(cursor.get(), 0);
+}
+
+std::optional<StoreConnection::Contents> StoreConnection::contents()
+{
+    const auto events =
+        number("SELECT (COUNT(?event) AS ?count) FROM <" KORVASYNC_GRAPH "> { ?event a kv:Event }");
+    const auto conversations = number("SELECT (COUNT(?channel) AS ?count) FROM <" KORVASYNC_GRAPH
+                                      "> { ?channel a nmo:CommunicationChannel }");
+    const auto lastEventId = number(LastEventQuery);
+    const auto lastConversationId = number("SELECT ?last FROM <" KORVASYNC_GRAPH
+                                           "> { <urn:korvasync:ids> kv:lastConversationId ?last }");
+    if (!events || !conversations || !lastEventId || !lastConversationId)
+        return std::nullopt;
+    return Contents{*events, *conversations, *lastEventId, *lastConversationId};
+}
+
+bool StoreConnection::Contents::operator==(const Contents &other) const
+{
+    return events == other.events && conversations == other.conversations
+        && lastEventId == other.lastEventId && lastConversationId == other.lastConversationId;
 }
 
 TrackerSparqlStatement *StoreConnection::statement(const std::string &text)
@@ -217,9 +266,7 @@ bool StoreConnection::write(const std::function<bool(TrackerBatch *)> &fill)
     const GPointer<TrackerBatch> batch(tracker_sparql_connection_create_batch(m_connection.get()));
     if (!fill(batch.get()))
         return false;
-    Error error;
-    tracker_batch_execute(batch.get(), nullptr, error);
-    if (error.isSet() || !syncToDisk()) {
+    if (!execute(batch.get()) || !syncToDisk()) {
         warnAbout(StoreProblem::WriteFailed);
         return false;
     }
@@ -229,6 +276,19 @@ bool StoreConnection::write(const std::function<bool(TrackerBatch *)> &fill)
         return false;
     }
     return true;
+}
+
+bool StoreConnection::fill(const std::function<bool(TrackerBatch *)> &fill)
+{
+    const GPointer<TrackerBatch> batch(tracker_sparql_connection_create_batch(m_connection.get()));
+    return fill(batch.get()) && execute(batch.get());
+}
+
+bool StoreConnection::execute(TrackerBatch *batch)
+{
+    Error error;
+    tracker_batch_execute(batch, nullptr, error);
+    return !error.isSet();
 }
 
 bool StoreConnection::isInPlace() const
@@ -249,7 +309,7 @@ void StoreConnection::warnAbout(StoreProblem problem) const
 bool StoreConnection::syncToDisk() const
 {
     for (const char *name : StoreFiles::DatabaseFiles) {
-        const QString path = filePath(m_directory.databasePath(), name) + QLatin1String("-wal");
+        const QString path = filePath(m_databasePath, name) + QLatin1String("-wal");
         const int file =
             ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NOFOLLOW | O_CLOEXEC);
         if (file < 0 && errno == ENOENT)

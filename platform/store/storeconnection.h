@@ -14,6 +14,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -41,14 +42,36 @@ class StoreConnection
 {
 public:
     enum class Step { Row, End, Failed };
+    enum class Mode {
+        ReadOnly, //!< changes no file of the database, also when it is of an older format
+        ReadWrite
+    };
+    //! What a store holds, in numbers.
+    struct Contents
+    {
+        qint64 events = 0;
+        qint64 conversations = 0;
+        qint64 lastEventId = 0;
+        qint64 lastConversationId = 0;
+        bool operator==(const Contents &other) const;
+    };
 
     //! Whether the files can be opened now. The lock must be held.
     static StoreProblem probeFiles(const QString &databasePath);
     static bool createDatabase(const QString &databasePath);
-    //! Whether a new database, opened once more, holds all that createDatabase() wrote.
-    static bool isWhole(const QString &databasePath);
     //! Null when the database cannot be opened. The lock must be held.
-    static std::unique_ptr<StoreConnection> open(const StoreDirectory &directory, StoreLock &lock);
+    //! \param format  of the database; one of an older format is only read
+    static std::unique_ptr<StoreConnection> open(const StoreDirectory &directory, StoreLock &lock,
+                                                 Mode mode, int format);
+    //! The same, of the database that is being made.
+    static std::unique_ptr<StoreConnection> openNew(const StoreDirectory &directory,
+                                                    StoreLock &lock);
+
+    Mode mode() const { return m_mode; }
+    int format() const { return m_format; }
+    //! Tells this database from every other, also from a copy of it; empty for a store of the first
+    //! format.
+    QByteArray identity() const { return m_identity; }
 
     //! The statement, prepared once; null when that fails. The text is a constant of ours: no
     //! text from outside comes before the database's parser, values are bound.
@@ -62,6 +85,10 @@ public:
     //! to be written, after reading what it needs; it returns false to write nothing. True
     //! when everything is on disk.
     bool write(const std::function<bool(TrackerBatch *)> &fill);
+    //! One transaction in a database that nobody else knows of yet. It is not brought to the disk.
+    bool fill(const std::function<bool(TrackerBatch *)> &fill);
+    //! Nothing when it cannot be read.
+    std::optional<Contents> contents();
 
     //! False when other processes find another store, or none, under the path of this one.
     bool isInPlace() const;
@@ -69,11 +96,20 @@ public:
     void warnAbout(StoreProblem problem) const;
 
 private:
-    StoreConnection(const StoreDirectory &directory, StoreLock &lock);
+    StoreConnection(const StoreDirectory &directory, StoreLock &lock, const QString &databasePath,
+                    Mode mode, int format);
+    bool openDatabase();
+    static bool execute(TrackerBatch *batch);
+    std::optional<qint64> number(const char *text);
+    void readIdentity();
     bool syncToDisk() const;
 
     StoreDirectory m_directory;
     StoreLock &m_lock;
+    QString m_databasePath;
+    Mode m_mode;
+    int m_format;
+    QByteArray m_identity;
     std::vector<FilePlace> m_files; // of the database
     GPointer<TrackerSparqlConnection> m_connection;
     std::map<std::string, GPointer<TrackerSparqlStatement>> m_statements;

@@ -7,6 +7,7 @@
 #include "storeconnection.h"
 #include "storefiles.h"
 #include "storelock.h"
+#include "storeupgrade.h"
 
 #include <cerrno>
 #include <fcntl.h>
@@ -49,13 +50,34 @@ bool writeMarker(const OwnDirectory &directory)
                               O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR);
     if (file < 0)
         return false;
-    constexpr ssize_t size = sizeof(StoreFiles::FormatLine) - 1;
-    const bool isWritten =
-        ::write(file, StoreFiles::FormatLine, size) == size && ::fsync(file) == 0;
+    const QByteArray line = QByteArray::number(StoreFiles::Format) + '\n';
+    const bool isWritten = ::write(file, line.constData(), std::size_t(line.size())) == line.size()
+        && ::fsync(file) == 0;
     return ::close(file) == 0 && isWritten
         && ::renameat(directory.descriptor(), StoreFiles::NewMarker, directory.descriptor(),
                       StoreFiles::Marker)
         == 0;
+}
+
+//! What a database that was made holds when it is opened once more.
+std::optional<StoreConnection::Contents> newContents(const StoreDirectory &directory,
+                                                     StoreLock &lock)
+{
+    const auto connection = StoreConnection::openNew(directory, lock);
+    return connection ? connection->contents() : std::nullopt;
+}
+
+//! An empty folder for a new database.
+bool makeNewFolder(const OwnDirectory &directory)
+{
+    return directory.remove(StoreFiles::NewDatabase)
+        && ::mkdirat(directory.descriptor(), StoreFiles::NewDatabase, S_IRWXU) == 0;
+}
+
+bool rename(const OwnDirectory &directory, const char *from, const char *to)
+{
+    return ::renameat(directory.descriptor(), from, directory.descriptor(), to) == 0
+        && ::fsync(directory.descriptor()) == 0;
 }
 
 } // namespace
@@ -63,6 +85,11 @@ bool writeMarker(const OwnDirectory &directory)
 QString StoreDirectory::databasePath() const
 {
     return m_place.path() + QLatin1Char('/') + QLatin1String(StoreFiles::Database);
+}
+
+QString StoreDirectory::newDatabasePath() const
+{
+    return m_place.path() + QLatin1Char('/') + QLatin1String(StoreFiles::NewDatabase);
 }
 
 StoreProblem StoreDirectory::claim(StoreLock &lock) const
@@ -79,33 +106,68 @@ StoreProblem StoreDirectory::claim(StoreLock &lock) const
 
 void StoreDirectory::makePrivate() const { closeToOthers(OwnDirectory(m_place.encodedPath())); }
 
-StoreProblem StoreDirectory::create() const
+StoreProblem StoreDirectory::create(StoreLock &lock) const
 {
     const OwnDirectory directory(m_place.encodedPath());
-    const QString database =
-        m_place.path() + QLatin1Char('/') + QLatin1String(StoreFiles::NewDatabase);
-    if (!directory.remove(StoreFiles::NewDatabase)
-        || ::mkdirat(directory.descriptor(), StoreFiles::NewDatabase, S_IRWXU) != 0)
+    const QString database = newDatabasePath();
+    if (!makeNewFolder(directory))
         return StoreProblem::WriteFailed;
     // The database library takes some failed writes for done; only a second look tells.
-    if (!StoreConnection::createDatabase(database) || !StoreConnection::isWhole(database)
+    if (!StoreConnection::createDatabase(database) || !newContents(*this, lock)
         || !OwnDirectory(directory, StoreFiles::NewDatabase).sync() || !writeMarker(directory)) {
         directory.remove(StoreFiles::NewDatabase);
         return StoreProblem::WriteFailed;
     }
-    return finishCreation();
+    return finish(lock, StoreFiles::Format);
 }
 
-StoreProblem StoreDirectory::finishCreation() const
+StoreProblem StoreDirectory::upgrade(StoreLock &lock, int format) const
 {
     const OwnDirectory directory(m_place.encodedPath());
-    if (OwnDirectory(directory, StoreFiles::Database).state() != OwnDirectory::State::Absent)
-        return StoreProblem::None;
-    const bool isDone = ::renameat(directory.descriptor(), StoreFiles::NewDatabase,
-                                   directory.descriptor(), StoreFiles::Database)
-            == 0
-        && ::fsync(directory.descriptor()) == 0;
-    return isDone ? StoreProblem::None : StoreProblem::WriteFailed;
+    if (!makeNewFolder(directory) || !copyDatabase(lock, format)
+        || !OwnDirectory(directory, StoreFiles::NewDatabase).sync() || !writeMarker(directory)) {
+        directory.remove(StoreFiles::NewDatabase);
+        return StoreProblem::NotUpgraded;
+    }
+    return finish(lock, StoreFiles::Format);
+}
+
+bool StoreDirectory::copyDatabase(StoreLock &lock, int format) const
+{
+    std::optional<StoreConnection::Contents> copied;
+    if (!StoreConnection::createDatabase(newDatabasePath()))
+        return false;
+    {
+        const auto old =
+            StoreConnection::open(*this, lock, StoreConnection::Mode::ReadOnly, format);
+        const auto fresh = StoreConnection::openNew(*this, lock);
+        if (old && fresh)
+            copied = copyHistory(*old, *fresh);
+    }
+    return copied && newContents(*this, lock) == copied;
+}
+
+StoreProblem StoreDirectory::finish(StoreLock &lock, int format) const
+{
+    const OwnDirectory directory(m_place.encodedPath());
+    const bool hasOld =
+        OwnDirectory(directory, StoreFiles::Database).state() != OwnDirectory::State::Absent;
+    const bool hasNew =
+        OwnDirectory(directory, StoreFiles::NewDatabase).state() == OwnDirectory::State::Open;
+    if (hasOld && format != StoreFiles::Format)
+        return StoreProblem::None; // what a broken-off upgrade made is no store's
+    if (hasNew && hasOld) {
+        // The marker must not come to the disk later than the names.
+        if (!newContents(*this, lock))
+            return StoreProblem::Damaged;
+        if (!directory.remove(StoreFiles::OldDatabase) || ::fsync(directory.descriptor()) != 0
+            || !rename(directory, StoreFiles::Database, StoreFiles::OldDatabase))
+            return StoreProblem::WriteFailed;
+    }
+    if (hasNew && !rename(directory, StoreFiles::NewDatabase, StoreFiles::Database))
+        return StoreProblem::WriteFailed;
+    return directory.remove(StoreFiles::OldDatabase) ? StoreProblem::None
+                                                     : StoreProblem::WriteFailed;
 }
 
 } // namespace CommHistory

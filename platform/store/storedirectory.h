@@ -23,17 +23,25 @@ public:
 
     const StorePlace &place() const { return m_place; }
     QString databasePath() const;
+    //! Of the database that is being made.
+    QString newDatabasePath() const;
 
     //! Makes the folder when it is absent, closes it to other users and opens the lock.
     StoreProblem claim(StoreLock &lock) const;
     //! Closes what is there to other users, as far as the system lets us.
     void makePrivate() const;
     //! Makes a store where the place is absent. The lock must be held.
-    StoreProblem create() const;
-    //! Brings an interrupted creation to its end. The lock must be held.
-    StoreProblem finishCreation() const;
+    StoreProblem create(StoreLock &lock) const;
+    //! Gives a store of an older format a new database beside the old one, and then its place. The
+    //! old one stays as it is until the new one has been read. The lock must be held.
+    StoreProblem upgrade(StoreLock &lock, int format) const;
+    //! Brings an interrupted creation or upgrade to its end. The lock must be held.
+    //! \param format  that the marker names
+    StoreProblem finish(StoreLock &lock, int format) const;
 
 private:
+    bool copyDatabase(StoreLock &lock, int format) const;
+
     StorePlace m_place;
 };
 

@@ -68,6 +68,10 @@ QString sentence(StoreProblem problem)
     case StoreProblem::NoThread:
         return QStringLiteral("The system gives no thread to work on the store in %1; end other "
                               "programs, or raise the limit of processes.");
+    case StoreProblem::NotUpgraded:
+        return QStringLiteral("The store in %1 is of an older version and could not be brought up "
+                              "to date; see that its disk has room for it once more. It is as it "
+                              "was, and can be read.");
     case StoreProblem::ReadFailed:
         return QStringLiteral("The store in %1 cannot be read; check the disk, or restore the "
                               "directory from a backup.");
@@ -139,8 +143,18 @@ bool isEmpty(const OwnDirectory &directory, const QVector<Entry> &entries)
             && std::all_of(entries.cbegin(), entries.cend(), isLeftOver));
 }
 
+//! The number that a marker names; 0 when it is none that this version knows.
+int formatIn(const QByteArray &marker)
+{
+    const QByteArray text = marker.trimmed();
+    const int number = text.toInt();
+    const bool isKnown = number >= StoreFiles::OldestFormat && number <= StoreFiles::Format
+        && text == QByteArray::number(number);
+    return isKnown ? number : 0;
+}
+
 //! What is wrong with a store, and not only with its folder.
-StoreProblem checkMarked(const OwnDirectory &directory)
+StoreProblem checkMarked(const OwnDirectory &directory, int *format)
 {
     constexpr std::size_t most = 64;
     std::array<char, most> bytes;
@@ -152,13 +166,16 @@ StoreProblem checkMarked(const OwnDirectory &directory)
     ::close(marker);
     if (size < 0)
         return StoreProblem::ReadFailed;
-    if (QByteArray(bytes.data(), int(size)).trimmed()
-        != QByteArray(StoreFiles::FormatLine).trimmed())
+    *format = formatIn(QByteArray(bytes.data(), int(size)));
+    if (*format == 0)
         return StoreProblem::UnknownFormat;
     // In this order, since another process may just give the one the name of the other.
     const OwnDirectory complete(directory, StoreFiles::NewDatabase);
     const OwnDirectory database(directory, StoreFiles::Database);
-    const bool isNamed = database.state() != OwnDirectory::State::Absent;
+    // An older one counts until the marker names the new one's format.
+    const bool isNewer =
+        *format == StoreFiles::Format && complete.state() == OwnDirectory::State::Open;
+    const bool isNamed = database.state() != OwnDirectory::State::Absent && !isNewer;
     if (!isNamed && complete.state() != OwnDirectory::State::Open)
         return StoreProblem::LostDatabase;
     const OwnDirectory &found = isNamed ? database : complete;
@@ -216,7 +233,10 @@ StorePlace::Finding StorePlace::look() const
         return {StoreProblem::NoAccess, errno};
     if (!hasMarker(directory))
         return {isEmpty(directory, entries) ? StoreProblem::Absent : StoreProblem::NotAStore};
-    return {areOwn(entries) ? checkMarked(directory) : StoreProblem::ForeignFiles};
+    Finding finding;
+    finding.problem =
+        areOwn(entries) ? checkMarked(directory, &finding.format) : StoreProblem::ForeignFiles;
+    return finding;
 }
 
 bool StorePlace::makeFolder() const

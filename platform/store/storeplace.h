@@ -25,6 +25,7 @@ enum class StoreProblem {
     Damaged,       //!< the database cannot be opened
     OutOfIds,      //!< the counter of ids is at its end, or damaged
     NoThread,      //!< the system gives the process no thread to work on the store
+    NotUpgraded,   //!< an older store could not be brought up to date
     ReadFailed,
     WriteFailed
 };
@@ -43,6 +44,8 @@ public:
         StoreProblem problem = StoreProblem::None;
         //! Why the folder itself cannot be opened or listed, as errno has it; else 0.
         int systemError = 0;
+        //! The number that the marker names, when there is a store.
+        int format = 0;
     };
 
     //! \param chosen  the folder; empty = that of $KORVASYNC_STORE, else the data folder's

@@ -6,6 +6,7 @@
 
 #include "storetesting.h"
 
+#include <commhistory/callmodel.h>
 #include <commhistory/trackerio.h>
 #include <sparql/qsparqlconnection.h>
 #include <sparql/qsparqlresult.h>
@@ -41,6 +42,64 @@ int list()
     out << model.rowCount() << "\n";
     for (const Event &read : eventsOf(model))
         out << read.id() << " " << read.freeText() << "\n";
+    return 0;
+}
+
+QString lineOf(const Event &event)
+{
+    const auto time = [](const QDateTime &time) {
+        return time.isNull() ? QStringLiteral("none") : time.toUTC().toString(Qt::ISODateWithMs);
+    };
+    QStringList fields;
+    for (const int number :
+         {event.id(), int(event.type()), event.parentId(), int(event.direction()),
+          int(event.status()), int(event.isRead()), int(event.isMissedCall()), event.groupId()})
+        fields.append(QString::number(number));
+    fields << time(event.startTime()) << time(event.endTime()) << event.localUid()
+           << event.remoteUid() << event.messageToken() << event.encoding() << event.characterSet()
+           << event.language() << event.freeText();
+    QString line = fields.join(QLatin1Char('|'));
+    return line.replace(QLatin1Char('\n'), QStringLiteral("\\n"));
+}
+
+//! Prints all fields of all messages and calls, but for the times of modification.
+int dump()
+{
+    QTextStream out(stdout);
+    CallModel calls;
+    calls.setFilter(CallModel::SortByTime, CallEvent::AllCalls, QDateTime());
+    QSignalSpy ready(&calls, &CallModel::modelReady);
+    if (!calls.getEvents() || !ready.wait(Patience)) {
+        out << "refused\n";
+        return 1;
+    }
+    for (const int folder : {0, 4098, 4099, 4100, 4101, 4102, 4103, 4104}) {
+        for (const Event &event : read(folder))
+            out << lineOf(event) << "\n";
+    }
+    for (const Event &event : eventsOf(calls))
+        out << lineOf(event) << "\n";
+    return 0;
+}
+
+//! Adds a message behind a read.
+int readAndAdd()
+{
+    Event event;
+    std::puts(TrackerIO::instance()->getEvent(1, event) ? "read" : "not read");
+    const QList<int> ids = add(messages(1));
+    std::printf("%d\n", ids.value(0, -1));
+    return 0;
+}
+
+//! Asks for an event at each line of its input.
+int readAtEachLine()
+{
+    while (std::getchar() == '\n') {
+        Event event;
+        std::puts(TrackerIO::instance()->getEvent(1, event) ? "read" : "not read");
+        std::fflush(stdout);
+    }
     return 0;
 }
 
@@ -194,6 +253,12 @@ int main(int argc, char *argv[])
         return countRefused(count);
     if (verb == QLatin1String("read-behind-a-write"))
         return readBehindAWrite();
+    if (verb == QLatin1String("dump"))
+        return dump();
+    if (verb == QLatin1String("read-and-add"))
+        return readAndAdd();
+    if (verb == QLatin1String("read-at-each-line"))
+        return readAtEachLine();
     if (verb == QLatin1String("look-up"))
         return lookUp();
     return 2;

@@ -89,7 +89,7 @@ void TestStoreDirectory::anAbsentStoreIsMadeByTheFirstWrite()
         QVERIFY(QDir(m_store).isEmpty());
 
     makeStore();
-    QCOMPARE(contents(path("korvasync-store")), QByteArray("1\n"));
+    QCOMPARE(contents(path("korvasync-store")), QByteArray("2\n"));
     QCOMPARE(program.list(), QStringLiteral("1"));
 }
 
@@ -178,7 +178,9 @@ void TestStoreDirectory::aFileIsRefused()
 void TestStoreDirectory::anUnknownFormatIsRefused_data()
 {
     QTest::addColumn<QByteArray>("marker");
-    QTest::newRow("newer") << QByteArray("2\n");
+    QTest::newRow("newer") << QByteArray("3\n");
+    QTest::newRow("older than the first") << QByteArray("0\n");
+    QTest::newRow("with a sign") << QByteArray("+2\n");
     QTest::newRow("longer") << QByteArray("10\n");
     QTest::newRow("empty") << QByteArray();
     QTest::newRow("noise") << QByteArray("\xff\x00\x01", 3);
@@ -258,7 +260,7 @@ void TestStoreDirectory::damageWithinTheRowsFailsTheRead()
 {
     makeStore(2000);
     QByteArray damaged = contents(path(History));
-    damaged.replace(120000, 160000, QByteArray(160000, 'x'));
+    damaged.replace(200000, 160000, QByteArray(160000, 'x'));
     QVERIFY(replace(path(History), damaged));
     const auto outcome = StoreProcess(m_store).run({List});
     QVERIFY(outcome.ended);

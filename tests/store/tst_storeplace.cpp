@@ -70,7 +70,7 @@ void TestStorePlace::whatIsThereIsTold_data()
     row("an empty folder", "mkdir $S", StoreProblem::Absent);
     row("an empty lock", "mkdir $S; : >$S/lock", StoreProblem::Absent);
     row("what a first write leaves",
-        "mkdir -p $S/db.new; : >$S/lock; echo 1 >$S/korvasync-store.new;"
+        "mkdir -p $S/db.new; : >$S/lock; echo 2 >$S/korvasync-store.new;"
         "cd $S/db.new; echo x >meta.db-wal; : >ontologies.gvdb; : >.meta.isrunning",
         StoreProblem::Absent);
     row("a lock that holds something", "mkdir $S; echo 123 >$S/lock", StoreProblem::NotAStore);
@@ -84,6 +84,8 @@ void TestStorePlace::whatIsThereIsTold_data()
     row("an unfinished marker without a lock", "mkdir $S; : >$S/korvasync-store.new",
         StoreProblem::NotAStore);
     row("a database without a lock", "mkdir -p $S/db.new", StoreProblem::NotAStore);
+    row("an older database without a marker", "mkdir -p $S/db.old; : >$S/lock",
+        StoreProblem::NotAStore);
     row("a letter", "mkdir $S; echo x >$S/letter", StoreProblem::NotAStore);
     row("a letter beside the lock", "mkdir $S; : >$S/lock; echo x >$S/letter",
         StoreProblem::NotAStore);
@@ -96,14 +98,29 @@ void TestStorePlace::whatIsThereIsTold_data()
     row("a link to nothing", "ln -s away $S", StoreProblem::NoAccess, ENOENT);
     row("a link to an empty folder", "mkdir there; ln -s there $S", StoreProblem::Absent);
     const auto marked = [&row](const char *name, const QByteArray &commands, StoreProblem problem) {
-        row(name, wholeDatabase + (" && : >$S/lock && echo 1 >$S/korvasync-store; " + commands),
+        row(name, wholeDatabase + (" && : >$S/lock && echo 2 >$S/korvasync-store; " + commands),
             problem);
     };
     marked("a store", "true", StoreProblem::None);
     marked("a store with a letter", "echo x >$S/letter", StoreProblem::None);
     marked("a store without its lock", "rm $S/lock", StoreProblem::None);
     marked("a store that awaits its name", "mv $S/db $S/db.new", StoreProblem::None);
-    marked("a newer store", "echo 2 >$S/korvasync-store", StoreProblem::UnknownFormat);
+    marked("an older store", "echo 1 >$S/korvasync-store", StoreProblem::None);
+    marked("an older store without a database", "echo 1 >$S/korvasync-store; rm -r $S/db",
+           StoreProblem::LostDatabase);
+    marked("an older store and a new database that is not whole",
+           "echo 1 >$S/korvasync-store; mkdir $S/db.new", StoreProblem::None);
+    marked("an older database and the new one", "cp -r $S/db $S/db.new; rm $S/db/meta.db",
+           StoreProblem::None);
+    marked("an older database and a new one without a file",
+           "cp -r $S/db $S/db.new; rm $S/db.new/meta.db", StoreProblem::LostDatabase);
+    marked("a new database that awaits the name of the older one",
+           "cp -r $S/db $S/db.new; mv $S/db $S/db.old", StoreProblem::None);
+    marked("an older database that is still there", "cp -r $S/db $S/db.old", StoreProblem::None);
+    marked("nothing but an older database", "mv $S/db $S/db.old", StoreProblem::LostDatabase);
+    marked("an older database that is a link", "mkdir d; ln -s ../d $S/db.old",
+           StoreProblem::ForeignFiles);
+    marked("a newer store", "echo 3 >$S/korvasync-store", StoreProblem::UnknownFormat);
     marked("an empty marker", ": >$S/korvasync-store", StoreProblem::UnknownFormat);
     marked("a marker without a database", "rm -r $S/db", StoreProblem::LostDatabase);
     marked("a database without a file", "rm $S/db/meta.db", StoreProblem::LostDatabase);

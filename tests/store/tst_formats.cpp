@@ -1,0 +1,272 @@
+// SPDX-FileCopyrightText: 2026 The korvasync developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "storedirectoryfixture.h"
+
+#include <QtCore/QCoreApplication>
+
+//! Stores of older formats: read as they are, brought up to date by the first write, and whole
+//! wherever that is broken off.
+class TestFormats : public QObject, private StoreDirectoryFixture
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void init() { begin(); }
+    void anOlderStoreIsReadAsItIs_data() { archives(); }
+    void anOlderStoreIsReadAsItIs();
+    void theFirstWriteBringsItUpToDate_data() { archives(); }
+    void theFirstWriteBringsItUpToDate();
+    void aProcessThatReadBringsItUpToDate();
+    void aReaderFindsTheNewDatabase();
+    void deletingBringsItUpToDate();
+    void aKilledUpgradeGoesOn_data();
+    void aKilledUpgradeGoesOn();
+    void aNewDatabaseThatIsNotWholeTakesNoPlace();
+    void withoutRoomItStaysAsItWas();
+
+private:
+    void archives();
+    void unpack(const QString &archive, const QString &folder = QString()) const;
+    QByteArray query(const char *text) const;
+    QStringList names() const;
+};
+
+namespace {
+
+const QString Dump = QStringLiteral("dump");
+
+QStringList expectedLines()
+{
+    QStringList lines = QString::fromUtf8(contents(QStringLiteral(STORES "/format-1.expected")))
+                            .split(QLatin1Char('\n'));
+    lines.removeLast();
+    return lines;
+}
+
+} // namespace
+
+void TestFormats::archives()
+{
+    QTest::addColumn<QString>("archive");
+    QTest::newRow("the first") << QStringLiteral("format-1-first");
+    QTest::newRow("with an index of modification") << QStringLiteral("format-1");
+}
+
+void TestFormats::unpack(const QString &archive, const QString &folder) const
+{
+    QCOMPARE(
+        QProcess::execute(QStringLiteral("tar"),
+                          {QStringLiteral("-xzf"), QStringLiteral(STORES "/%1.tar.gz").arg(archive),
+                           QStringLiteral("--no-same-owner"), QStringLiteral("-C"),
+                           folder.isEmpty() ? m_directory->path() : folder}),
+        0);
+}
+
+//! What the database holds, as SQLite prints it.
+QByteArray TestFormats::query(const char *text) const
+{
+    QProcess sqlite;
+    sqlite.start(QStringLiteral("sqlite3"), {path(History), QString::fromLatin1(text)});
+    return sqlite.waitForFinished(60000) ? sqlite.readAllStandardOutput() : QByteArray();
+}
+
+//! What lies in the store's folder.
+QStringList TestFormats::names() const
+{
+    return QDir(m_store).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot,
+                                   QDir::Name);
+}
+
+void TestFormats::anOlderStoreIsReadAsItIs()
+{
+    QFETCH(QString, archive);
+    unpack(archive);
+    const QByteArray meta = contents(path(Meta));
+    const QByteArray history = contents(path(History));
+    const auto outcome = StoreProcess(m_store).run({Dump});
+    QCOMPARE(outcome.errors, QString());
+    QCOMPARE(int(outcome.lines.size()), 48);
+    QCOMPARE(outcome.lines, expectedLines());
+    QVERIFY(contents(path(Meta)) == meta);
+    QVERIFY(contents(path(History)) == history);
+    QCOMPARE(contents(path("korvasync-store")), QByteArray("1\n"));
+    QCOMPARE(names(),
+             (QStringList{QStringLiteral("db"), QStringLiteral("korvasync-store"),
+                          QStringLiteral("lock")}));
+}
+
+void TestFormats::theFirstWriteBringsItUpToDate()
+{
+    QFETCH(QString, archive);
+    unpack(archive);
+    const auto outcome = StoreProcess(m_store).run({Add, QStringLiteral("1")});
+    QCOMPARE(outcome.errors, QString());
+    QCOMPARE(outcome.lines, QStringList{QStringLiteral("49 text00")});
+    QCOMPARE(contents(path("korvasync-store")), QByteArray("2\n"));
+    QCOMPARE(names(),
+             (QStringList{QStringLiteral("db"), QStringLiteral("korvasync-store"),
+                          QStringLiteral("lock")}));
+
+    QStringList lines = StoreProcess(m_store).run({Dump}).lines;
+    QCOMPARE(lines.filter(QStringLiteral("text0")).size(), 1);
+    lines.erase(
+        std::remove_if(lines.begin(), lines.end(),
+                       [](const QString &line) { return line.startsWith(QLatin1String("49|")); }),
+        lines.end());
+    QCOMPARE(lines, expectedLines());
+
+    QCOMPARE(query("SELECT \"kv:lastEventId\", \"kv:lastConversationId\", \"kv:lastChange\","
+                   " length(\"kv:storeId\") FROM \"kv:IdCounter\""),
+             QByteArray("49|24|49|16\n"));
+    QCOMPARE(query("SELECT count(*), sum(\"kv:change\" = \"kv:id\") FROM \"kv:Event\""),
+             QByteArray("49|49\n"));
+    QCOMPARE(query("SELECT \"kv:id\", \"kv:time\", \"kv:partyKey\" FROM \"kv:Event\""
+                   " WHERE \"kv:id\" IN (1, 5, 44, 45) ORDER BY 1"),
+             QByteArray("1|1704442500000|15550100\n"
+                        "5|1704625200000|-17250519270440\n"
+                        "44|1711846734000|15550100\n"
+                        "45|1711846740000|15550101\n"));
+    QCOMPARE(query("SELECT count(*) FROM \"kv:Tombstone\""), QByteArray("0\n"));
+    QCOMPARE(query("SELECT count(*), count(\"kv:endKey\") FROM \"nmo:CommunicationChannel\""),
+             QByteArray("24|24\n"));
+}
+
+void TestFormats::aProcessThatReadBringsItUpToDate()
+{
+    unpack(QStringLiteral("format-1"));
+    QCOMPARE(StoreProcess(m_store).run({QStringLiteral("read-and-add")}).lines,
+             (QStringList{QStringLiteral("read"), QStringLiteral("49")}));
+    QCOMPARE(contents(path("korvasync-store")), QByteArray("2\n"));
+}
+
+// As when any store is replaced, the next request fails, and the one after it is carried out.
+void TestFormats::aReaderFindsTheNewDatabase()
+{
+    unpack(QStringLiteral("format-1"));
+    const StoreProcess program(m_store);
+    QProcess reader;
+    program.start(&reader, {QStringLiteral("read-at-each-line")});
+    const auto ask = [&] {
+        reader.write("\n");
+        while (!reader.canReadLine() && reader.waitForReadyRead(60000)) { }
+        return reader.readLine();
+    };
+    QCOMPARE(ask(), QByteArray("read\n"));
+    QCOMPARE(program.run({Add, QStringLiteral("1")}).lines.size(), 1);
+    QCOMPARE(ask(), QByteArray("not read\n"));
+    QCOMPARE(ask(), QByteArray("read\n"));
+    reader.closeWriteChannel();
+    const auto outcome = StoreProcess::finish(&reader);
+    QVERIFY2(outcome.errors.contains(QLatin1String("was moved or replaced")),
+             qPrintable(outcome.errors));
+}
+
+void TestFormats::deletingBringsItUpToDate()
+{
+    unpack(QStringLiteral("format-1"));
+    QProcess process;
+    StoreProcess(m_store).start(&process, {QStringLiteral("remove-and-stay"), QStringLiteral("3")});
+    QVERIFY(process.waitForReadyRead(60000));
+    QTRY_COMPARE_WITH_TIMEOUT(
+        query("SELECT \"kv:deletedId\", \"kv:deletedType\", \"kv:deletedChange\""
+              " FROM \"kv:Tombstone\""),
+        QByteArray("3|2|49\n"), 20000);
+    process.closeWriteChannel();
+    QVERIFY(StoreProcess::finish(&process).ended);
+    QCOMPARE(query("SELECT count(*) FROM \"kv:Event\""), QByteArray("47\n"));
+}
+
+void TestFormats::aKilledUpgradeGoesOn_data()
+{
+    QTest::addColumn<QString>("stop");
+    QTest::addColumn<QByteArray>("marker"); // that is there then
+    // strace kills the process at a given call of one that an upgrade makes on its way.
+    for (const char *stop : {
+             "mkdirat:when=1", // of the new database
+             "rename:when=1", "fdatasync:when=1", "fdatasync:when=9", "fdatasync:when=20",
+             "unlink:when=5",
+             "fsync:when=8",    // what was made is brought to the disk
+             "renameat:when=1", // the marker
+         })
+        QTest::newRow(stop) << QString::fromLatin1(stop) << QByteArray("1\n");
+    for (const char *stop : {
+             "renameat:when=2", // the old database gives up its name
+             "renameat:when=3", // the new one takes it
+             "unlinkat:when=3", // the old one is removed
+             "unlinkat:when=5",
+         })
+        QTest::newRow(stop) << QString::fromLatin1(stop) << QByteArray("2\n");
+}
+
+void TestFormats::aKilledUpgradeGoesOn()
+{
+    QFETCH(QString, stop);
+    QFETCH(QByteArray, marker);
+    const QString calls = stop.section(QLatin1Char(':'), 0, 0);
+    for (const bool isReadFirst : {false, true}) {
+        init();
+        unpack(QStringLiteral("format-1"));
+        const StoreProcess killed(
+            m_store,
+            {QStringLiteral("strace"), QStringLiteral("-f"), QStringLiteral("-o"),
+             QStringLiteral("/dev/null"), QStringLiteral("-e"), QStringLiteral("trace=") + calls,
+             QStringLiteral("-e"), QStringLiteral("inject=%1:signal=KILL").arg(stop)});
+        QVERIFY(!killed.run({Add, QStringLiteral("1")}).ended);
+        QCOMPARE(contents(path("korvasync-store")), marker);
+        const StoreProcess program(m_store);
+        if (isReadFirst) {
+            const auto outcome = program.run({Dump});
+            QCOMPARE(outcome.errors, QString());
+            QCOMPARE(outcome.lines, expectedLines());
+            QCOMPARE(contents(path("korvasync-store")), marker);
+        }
+        QCOMPARE(program.run({Add, QStringLiteral("1")}).lines,
+                 QStringList{QStringLiteral("49 text00")});
+        QCOMPARE(names(),
+                 (QStringList{QStringLiteral("db"), QStringLiteral("korvasync-store"),
+                              QStringLiteral("lock")}));
+        QCOMPARE(int(program.run({Dump}).lines.size()), 49);
+        QCOMPARE(query("SELECT count(*) FROM \"kv:Event\""), QByteArray("49\n"));
+    }
+}
+
+// The marker says that it is: then the old one is not given away for it.
+void TestFormats::aNewDatabaseThatIsNotWholeTakesNoPlace()
+{
+    makeStore(3);
+    QVERIFY(QDir(m_store).mkdir(QStringLiteral("db.new")));
+    for (const char *name : {"meta.db", "urn%3Akorvasync%3Ahistory.db"})
+        QVERIFY(replace(path("db.new/") + QLatin1String(name), "x"));
+    expectRefused(QStringLiteral("the database is damaged"));
+    QVERIFY(QDir(path("db.new")).removeRecursively());
+    QCOMPARE(StoreProcess(m_store).list(), QStringLiteral("3"));
+}
+
+void TestFormats::withoutRoomItStaysAsItWas()
+{
+    unpack(QStringLiteral("format-1"));
+    const QString disk = m_directory->filePath(QStringLiteral("disk"));
+    const QString script =
+        QStringLiteral("mkdir %1 && mount -t tmpfs -o size=1200k none %1 && cp -r %2 %1 &&"
+                       " \"$0\" add 1; \"$0\" dump | wc -l; cat %1/store/korvasync-store;"
+                       " ls %1/store | tr '\\n' ' '; echo; mount -o remount,size=60m %1;"
+                       " \"$0\" add 1; \"$0\" dump | wc -l; cat %1/store/korvasync-store")
+            .arg(disk, m_store);
+    const StoreProcess program(disk + QStringLiteral("/store"),
+                               {QStringLiteral("unshare"), QStringLiteral("-m"),
+                                QStringLiteral("sh"), QStringLiteral("-c"), script});
+    const auto outcome = program.run({});
+    QVERIFY(outcome.ended);
+    QCOMPARE(outcome.lines,
+             (QStringList{QStringLiteral("failed"), QStringLiteral("48"), QStringLiteral("1"),
+                          QStringLiteral("db korvasync-store lock "), QStringLiteral("49 text00"),
+                          QStringLiteral("49"), QStringLiteral("2")}));
+    QCOMPARE(outcome.errors,
+             QStringLiteral("korvasync.store: The store in %1/store is of an older version and "
+                            "could not be brought up to date; see that its disk has room for it "
+                            "once more. It is as it was, and can be read.\n")
+                 .arg(disk));
+}
+
+QTEST_GUILESS_MAIN(TestFormats)
+#include "tst_formats.moc"
