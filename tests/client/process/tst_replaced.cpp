@@ -17,6 +17,7 @@ private Q_SLOTS:
     void initTestCase();
     void anAdderStops_data();
     void anAdderStops();
+    void anAdderOfACallStops();
 };
 
 namespace {
@@ -27,6 +28,12 @@ QByteArray message(int second)
 {
     return vMessage("INBOX", "20101103T1425" + QByteArray::number(second) + "Z", "+15550100",
                     "Hello");
+}
+
+QByteArray callElement(int second)
+{
+    return "<call number=\"+15550100\" duration=\"65\" date=\"12887943" + QByteArray::number(second)
+        + "000\" type=\"1\" />\n";
 }
 
 bool copy(const QString &from, const QString &to)
@@ -98,6 +105,19 @@ void TestReplaced::anAdderStops()
     QCOMPARE(outcome.exitCode, 3);
     QVERIFY2(outcome.output.startsWith("added  2  -:1\nfailed  -:16  sms-store: "), outcome.output);
     QCOMPARE(outcome.output.count('\n'), 2);
+    QVERIFY2(outcome.errors.contains("was moved or replaced while it was in use"), outcome.errors);
+}
+
+void TestReplaced::anAdderOfACallStops()
+{
+    const ClientProcess client;
+    client.fill("<calls>\n" + callElement(10) + "</calls>\n");
+    const auto outcome =
+        addAround(client, "<calls>\n" + callElement(11), callElement(10) + "</calls>\n", moveStore);
+    QCOMPARE(outcome.exitCode, 3);
+    QCOMPARE(outcome.output,
+             QByteArray("added  -:2\n"
+                        "failed  -:3  call-store: not known, as the store cannot be read back\n"));
     QVERIFY2(outcome.errors.contains("was moved or replaced while it was in use"), outcome.errors);
 }
 

@@ -295,20 +295,20 @@ void ImportRun::writeItems()
 void ImportRun::setOutcome(NewItem &item) const
 {
     ItemResult &result = item.result;
-    const auto set = [&result](int id, const Reason &failure, RejectReason refusal) {
+    const auto set = [&item, &result](int id, const Reason &failure) {
         result.id = id;
         result.status = failure.isEmpty() ? ItemResult::Added : ItemResult::Failed;
         if (!failure.isEmpty()) {
-            result.refusal = refusal;
+            result.refusal = item.isCall ? RejectReason::CallStore : RejectReason::SmsStore;
             result.detail = failure;
         }
     };
     if (const auto *const message = std::get_if<NewMessage>(&item.content))
-        set(message->id, message->trouble, RejectReason::SmsStore);
+        set(message->id, message->trouble);
     else if (const auto *const call = std::get_if<NewCall>(&item.content))
-        set(NewCall::NoId, call->trouble, RejectReason::CallStore);
+        set(NewCall::NoId, call->trouble);
     else if (result.status == ItemResult::Present && m_storeCode != AllDone)
-        set(-1, Text::reason("not known, as the store cannot be read back"), m_judge.notStored());
+        set(-1, Text::reason("not known, as the store cannot be read back"));
 }
 
 void ImportRun::report(const NewItem &item)

@@ -110,6 +110,7 @@ void ItemJudge::takeCall(const InputItem &input, NewItem &item) const
     if (isElement)
         item.sought.append(Fingerprint::ofExport(parsed.call));
     item.content = call;
+    item.isCall = true;
 }
 
 void ItemJudge::refuseObject(const InputItem &input, NewItem &item) const

@@ -34,11 +34,7 @@ public:
     //! The item with its content, or with the reason why it is refused.
     NewItem judge(const InputItem &input) const;
 
-    //! What the store calls an item that it does not have, and a file that has no item.
-    RejectReason notStored() const
-    {
-        return accepts(Messages) ? RejectReason::SmsStore : RejectReason::CallStore;
-    }
+    //! What a file that has no item is called.
     RejectReason noItem() const
     {
         return accepts(Messages) ? RejectReason::SmsParse : RejectReason::CallParse;

@@ -23,6 +23,7 @@ struct NewItem
     std::variant<std::monostate, NewMessage, NewCall> content; //!< none: it is not to be stored
     QByteArray bytes;        //!< as they were read; empty when they are not kept
     bool isLeftover = false; //!< only bytes of earlier rejects, without a result
+    bool isCall = false;     //!< as its content, which goes when the store has it
 
     Fingerprints sought;                //!< it equals a stored item that has one of these
     Fingerprints stored;                //!< under which it is found once it is stored
