@@ -88,9 +88,9 @@ RejectReason refusalOf(const ParsedMessage &parsed, const SmsInfo &message,
         return RejectReason::SmsNoFolder;
     if (parties.isEmpty())
         return RejectReason::SmsNoNumber;
+    // A stored message has one party. The others would be lost.
     if (parties.size() > 1)
-        return RejectReason::TooManyRecipients; // a stored message has one, the others would be
-                                                // lost
+        return RejectReason::TooManyRecipients;
     if (!message.time.isValid())
         return RejectReason::BadTime;
     return RejectReason::None;
