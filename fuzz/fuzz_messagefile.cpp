@@ -46,13 +46,13 @@ void normaliseAndReadBack(const std::optional<ParsedMessage> &parsed)
     rules.localZone = QTimeZone::utc();
     rules.now = now();
     const NormalisedMessage normalised = normalise(*parsed, rules);
-    if (normalised.refusal != RejectReason::None)
+    if (normalised.rejectReason != RejectReason::None)
         return;
     const QString written = KorvaSyncIf::VMessageEncoder().encode(normalised.message).vMessage;
     const auto again = ParsedMessage::parse(written.toUtf8());
     require(again.has_value());
     const NormalisedMessage stored = normalise(*again, rules);
-    require(stored.refusal == RejectReason::None);
+    require(stored.rejectReason == RejectReason::None);
     require(stored.message.parentId == normalised.message.parentId);
     // What reading makes good in a number is the library's own doing, which is left out here.
     require(stored.message.fromNumber == Number::asMeant(normalised.message.fromNumber));

@@ -72,12 +72,12 @@ bool SendService::refuseUnsendable(const QString &vMessage, const QDBusMessage &
     message = normalised.message;
     if (message.body.isEmpty()) {
         reply(call, -1, PendingSmsId::NoText);
-    } else if (normalised.refusal == RejectReason::SmsNoNumber) {
+    } else if (normalised.rejectReason == RejectReason::SmsNoNumber) {
         reply(call, -1, PendingSmsId::NoRecipient);
-    } else if (normalised.refusal != RejectReason::None) {
+    } else if (normalised.rejectReason != RejectReason::None) {
         refuse(call,
                QStringLiteral("The message was not sent: %1.")
-                   .arg(reasonOf(normalised.refusal).english));
+                   .arg(reasonOf(normalised.rejectReason).english));
     } else if (!isCarriedWhole(message)) {
         refuse(call,
                QStringLiteral("The message was not sent, as no message can carry its number or "

@@ -7,7 +7,7 @@
 
 #include <vmessage/vmessageparser.h>
 
-RejectReason ParsedMessage::refusalOfType() const
+RejectReason ParsedMessage::rejectReasonOfType() const
 {
     if (type.compare(QLatin1String("INET"), Qt::CaseInsensitive) == 0)
         return RejectReason::ForeignObject;

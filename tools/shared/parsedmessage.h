@@ -25,7 +25,7 @@ struct ParsedMessage
     QString body;            //!< with a line feed for every line end
 
     //! Whether it is another kind of object than a text message.
-    RejectReason refusalOfType() const;
+    RejectReason rejectReasonOfType() const;
 
     //! The text with a line feed for every line end; the encoder drops carriage returns.
     static QString withLineFeeds(QString text);

@@ -13,9 +13,9 @@ struct Wording
     const char *reason;
 };
 
-Wording wordingOf(RejectReason refusal)
+Wording wordingOf(RejectReason rejectReason)
 {
-    switch (refusal) {
+    switch (rejectReason) {
     case RejectReason::None:
         return {"", ""};
     case RejectReason::SmsParse:
@@ -94,9 +94,9 @@ const char *wordingOf(VMessageProblem::Kind problem)
 
 } // namespace
 
-QString codeOf(RejectReason refusal) { return QLatin1String(wordingOf(refusal).code); }
+QString codeOf(RejectReason rejectReason) { return QLatin1String(wordingOf(rejectReason).code); }
 
-Reason reasonOf(RejectReason refusal) { return Text::reason(wordingOf(refusal).reason); }
+Reason reasonOf(RejectReason rejectReason) { return Text::reason(wordingOf(rejectReason).reason); }
 
 Reason parseErrorIn(const QByteArray &vMessage, quint64 firstLine)
 {
@@ -111,9 +111,9 @@ Reason parseErrorIn(const QByteArray &vMessage, quint64 firstLine)
     return reason.arg(QString::number(firstLine + problem.line - 1));
 }
 
-QByteArray reasonLine(const QString &source, RejectReason refusal, const QString &reason)
+QByteArray reasonLine(const QString &source, RejectReason rejectReason, const QString &reason)
 {
-    return "# " + source.toUtf8() + ": " + wordingOf(refusal).code + ": " + reason.toUtf8();
+    return "# " + source.toUtf8() + ": " + wordingOf(rejectReason).code + ": " + reason.toUtf8();
 }
 
 static bool isCode(std::string_view word)

@@ -34,14 +34,14 @@ enum class RejectReason {
 };
 
 //! The word that results carry, such as "sms-no-number"; empty for None.
-QString codeOf(RejectReason refusal);
+QString codeOf(RejectReason rejectReason);
 //! The same in words, as the end of a sentence.
-Reason reasonOf(RejectReason refusal);
+Reason reasonOf(RejectReason rejectReason);
 //! For SmsParse instead: what is wrong with a vMessage that cannot be parsed, and in which line.
 //! \param firstLine  of the message in its file
 Reason parseErrorIn(const QByteArray &vMessage, quint64 firstLine);
 
 //! The line without its end that a file of rejects has in front of an item.
-QByteArray reasonLine(const QString &source, RejectReason refusal, const QString &reason);
+QByteArray reasonLine(const QString &source, RejectReason rejectReason, const QString &reason);
 //! Whether a line, or its long enough start, is such a line.
 bool isReasonLine(std::string_view line);

@@ -9,10 +9,11 @@
 
 using namespace KorvaSyncIf;
 
-static RejectReason refusalOf(const ParsedMessage &parsed, const QStringList &parties)
+static RejectReason rejectReasonOf(const ParsedMessage &parsed, const QStringList &parties)
 {
-    if (const RejectReason refusal = parsed.refusalOfType(); refusal != RejectReason::None)
-        return refusal;
+    if (const RejectReason rejectReason = parsed.rejectReasonOfType();
+        rejectReason != RejectReason::None)
+        return rejectReason;
     if (parties.isEmpty())
         return RejectReason::SmsNoNumber;
     return parties.size() > 1 ? RejectReason::TooManyRecipients : RejectReason::None;
@@ -25,7 +26,7 @@ SendableMessage normaliseToSend(const ParsedMessage &parsed)
     QString body = parsed.body;
     body.remove(QLatin1Char('\r')); // messages have bare line feeds
     SendableMessage sendable;
-    sendable.refusal = refusalOf(parsed, parties);
+    sendable.rejectReason = rejectReasonOf(parsed, parties);
     sendable.message.parentId = LocSent;
     sendable.message.toNumber = parties.value(0);
     sendable.message.readStatus = QStringLiteral("READ");

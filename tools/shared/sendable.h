@@ -13,7 +13,7 @@
 struct SendableMessage
 {
     KorvaSyncIf::SmsInfo message;
-    RejectReason refusal = RejectReason::None; //!< else why it cannot be sent
+    RejectReason rejectReason = RejectReason::None; //!< else why it cannot be sent
 };
 
 SendableMessage normaliseToSend(const ParsedMessage &parsed);

@@ -112,7 +112,7 @@ void TestItemJudge::takesWhatItAccepts()
     QFETCH(Accepted, accepted);
     QFETCH(InputItem, input);
     const NewItem item = judged(accepted, input);
-    QCOMPARE(item.result.refusal, RejectReason::None);
+    QCOMPARE(item.result.rejectReason, RejectReason::None);
     QCOMPARE(item.result.detail.english, QString());
     QTEST(static_cast<int>(item.content.index()), "content");
     QCOMPARE(item.bytes, input.bytes);
@@ -122,11 +122,11 @@ void TestItemJudge::refusesWhatItDoesNotAccept_data()
 {
     QTest::addColumn<Accepted>("accepted");
     QTest::addColumn<InputItem>("input");
-    QTest::addColumn<RejectReason>("refusal");
+    QTest::addColumn<RejectReason>("rejectReason");
     QTest::addColumn<QString>("detail");
     const auto row = [](const char *name, Accepted accepted, const InputItem &input,
-                        RejectReason refusal, const char *detail = "") {
-        QTest::newRow(name) << accepted << input << refusal << QString::fromLatin1(detail);
+                        RejectReason rejectReason, const char *detail = "") {
+        QTest::newRow(name) << accepted << input << rejectReason << QString::fromLatin1(detail);
     };
     const InputItem card = item(InputItem::ForeignObject, "BEGIN:VCARD\r\nEND:VCARD\r\n");
     const InputItem cut = item(InputItem::CutFile);
@@ -158,7 +158,7 @@ void TestItemJudge::refusesWhatItDoesNotAccept()
     QFETCH(Accepted, accepted);
     QFETCH(InputItem, input);
     const NewItem item = judged(accepted, input);
-    QTEST(item.result.refusal, "refusal");
+    QTEST(item.result.rejectReason, "rejectReason");
     QTEST(item.result.detail.english, "detail");
     QVERIFY(!item.isNew());
 }

@@ -66,10 +66,10 @@ void Deleting::deleteChunk(const QList<int> &ids)
         fates = m_invocation.global.dryRun ? foretell(known) : remove(known);
     for (const int id : ids) {
         ItemResult left;
-        left.refusal = others.contains(id) ? RejectReason::SmsChanged : RejectReason::SmsBadId;
+        left.rejectReason = others.contains(id) ? RejectReason::SmsChanged : RejectReason::SmsBadId;
         if (!isRead) {
             left.status = ItemResult::Failed;
-            left.refusal = RejectReason::SmsDelete;
+            left.rejectReason = RejectReason::SmsDelete;
         }
         report(id, fates.contains(id) ? fates.take(id) : left);
     }
@@ -107,7 +107,7 @@ QHash<int, ItemResult> Deleting::remove(const QList<int> &ids)
             && written.status.value(i, SmsDeleteFailed) == SmsNoError;
         ItemResult &result = fates[ids.at(i)];
         result.status = ItemResult::Failed;
-        result.refusal = RejectReason::SmsDelete;
+        result.rejectReason = RejectReason::SmsDelete;
         if (!canTell) {
             result.detail = Text::reason("not known, as the store cannot be read back");
         } else if (left.contains(ids.at(i))) {
@@ -116,7 +116,7 @@ QHash<int, ItemResult> Deleting::remove(const QList<int> &ids)
             result.status = ItemResult::Deleted;
         } else if (answer == Answer::Finished) { // another client was faster
             result.status = ItemResult::Refused;
-            result.refusal = RejectReason::SmsBadId;
+            result.rejectReason = RejectReason::SmsBadId;
         } else { // a failed commit names the whole chunk
             result.detail = Text::reason("gone, but the store did not confirm it");
         }
@@ -129,6 +129,6 @@ void Deleting::report(int id, ItemResult result)
     result.ref = m_results.count();
     result.id = id;
     if (result.status == ItemResult::Deleted)
-        result.refusal = RejectReason::None;
+        result.rejectReason = RejectReason::None;
     m_results.report(result);
 }

@@ -43,7 +43,7 @@ Answer write(MessageStore &store, const StoredMessage &old, SmsInfo message,
         return Answer::Finished;
     }
     result.status = ItemResult::Failed;
-    result.refusal = RejectReason::SmsStore;
+    result.rejectReason = RejectReason::SmsStore;
     if (now.id == -1 && watch.hasTrouble())
         result.detail = Text::reason("not known, as the store cannot be read back");
     if (written.answer != Answer::Finished)
@@ -78,7 +78,7 @@ Answer foresee(MessageStore &store, const SmsInfo &message, ItemResult &result)
         return Answer::Finished;
     }
     result.status = ItemResult::Failed;
-    result.refusal = RejectReason::SmsStore;
+    result.rejectReason = RejectReason::SmsStore;
     result.detail = Text::reason(NoConversation);
     return Answer::Finished;
 }
@@ -121,14 +121,14 @@ ExitCode runModify(const Invocation &invocation)
     rules.localZone = global.localZone;
     const NormalisedMessage normalised = parsed ? normalise(*parsed, rules) : NormalisedMessage();
     if (old.id == -1)
-        result.refusal = RejectReason::SmsBadId;
+        result.rejectReason = RejectReason::SmsBadId;
     else
-        result.refusal = parsed ? normalised.refusal : RejectReason::SmsParse;
-    if (result.refusal == RejectReason::SmsNoFolder)
-        result.refusal = RejectReason::SmsNoFolderToReplace; // --folder is for what is added
-    if (result.refusal == RejectReason::SmsParse)
+        result.rejectReason = parsed ? normalised.rejectReason : RejectReason::SmsParse;
+    if (result.rejectReason == RejectReason::SmsNoFolder)
+        result.rejectReason = RejectReason::SmsNoFolderToReplace; // --folder is for what is added
+    if (result.rejectReason == RejectReason::SmsParse)
         result.detail = parseErrorIn(given->bytes, given->line);
-    if (result.refusal == RejectReason::None) {
+    if (result.rejectReason == RejectReason::None) {
         answer = global.dryRun ? foresee(store, normalised.message, result)
                                : write(store, old, normalised.message, invocation.watch, result);
     }

@@ -241,10 +241,10 @@ ExitCode runSend(const Invocation &invocation)
         Diagnostics::error(Text::tr("there is no text to send; give one behind the number"));
         return UsageError;
     }
-    if (normalised.refusal != RejectReason::None) {
-        const Reason reason = given ? reasonOf(normalised.refusal) : parseError;
+    if (normalised.rejectReason != RejectReason::None) {
+        const Reason reason = given ? reasonOf(normalised.rejectReason) : parseError;
         Diagnostics::error(
-            Text::tr("not sent (%1): %2").arg(codeOf(normalised.refusal), reason.translated));
+            Text::tr("not sent (%1): %2").arg(codeOf(normalised.rejectReason), reason.translated));
         return SomeNotDone;
     }
     if (!isCarriedWhole(normalised.message)) {

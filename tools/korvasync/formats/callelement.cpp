@@ -51,13 +51,13 @@ CallEntry::Parsed CallElement::parse(const QByteArray &element, const QDateTime 
     CallEntry::Parsed parsed;
     const auto attributes = ElementAttributes::parse(element);
     if (!attributes) {
-        parsed.refusal = RejectReason::CallParse;
+        parsed.rejectReason = RejectReason::CallParse;
         parsed.detail = Text::reason("not a whole call element");
         return parsed;
     }
     const Type type = typeOf(attributes->value("type").toInt());
     if (*type.refusal) {
-        parsed.refusal = RejectReason::CallType;
+        parsed.rejectReason = RejectReason::CallType;
         parsed.detail = Text::reason(type.refusal);
         return parsed;
     }

@@ -103,10 +103,10 @@ bool isStorable(const QString &number)
     });
 }
 
-Parsed refused(RejectReason refusal, const Reason &detail = Reason())
+Parsed refused(RejectReason rejectReason, const Reason &detail = Reason())
 {
     Parsed parsed;
-    parsed.refusal = refusal;
+    parsed.rejectReason = rejectReason;
     parsed.detail = detail;
     return parsed;
 }

@@ -19,7 +19,7 @@ namespace CallEntry {
 struct Parsed
 {
     Call call;
-    RejectReason refusal = RejectReason::None;
+    RejectReason rejectReason = RejectReason::None;
     Reason detail;
 };
 

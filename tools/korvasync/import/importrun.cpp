@@ -164,9 +164,9 @@ void ImportRun::take(const InputItem &input)
 
 void ImportRun::take(NewItem &&item)
 {
-    if (item.result.refusal == RejectReason::None)
+    if (item.result.rejectReason == RejectReason::None)
         lookUp(item);
-    if (item.result.refusal != RejectReason::None && item.bytes.isEmpty())
+    if (item.result.rejectReason != RejectReason::None && item.bytes.isEmpty())
         m_rejects.leaveIn(m_path);
     item.result.ref = m_nextRef++;
     if (verifies()) {
@@ -299,7 +299,7 @@ void ImportRun::setOutcome(NewItem &item) const
         result.id = id;
         result.status = failure.isEmpty() ? ItemResult::Added : ItemResult::Failed;
         if (!failure.isEmpty()) {
-            result.refusal = item.isCall ? RejectReason::CallStore : RejectReason::SmsStore;
+            result.rejectReason = item.isCall ? RejectReason::CallStore : RejectReason::SmsStore;
             result.detail = failure;
         }
     };

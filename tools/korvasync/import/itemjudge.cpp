@@ -59,10 +59,10 @@ void ItemJudge::takeMessage(const InputItem &input, NewItem &item) const
                                      : parseErrorIn(input.bytes, input.line));
     }
     const NormalisedMessage normalised = normalise(*parsed, m_rules);
-    if (normalised.refusal == RejectReason::ForeignObject)
-        return item.refuse(normalised.refusal, Text::reason("an e-mail, not a text message"));
-    if (normalised.refusal != RejectReason::None)
-        return item.refuse(normalised.refusal);
+    if (normalised.rejectReason == RejectReason::ForeignObject)
+        return item.refuse(normalised.rejectReason, Text::reason("an e-mail, not a text message"));
+    if (normalised.rejectReason != RejectReason::None)
+        return item.refuse(normalised.rejectReason);
     identify(normalised, isElement, item);
 }
 
@@ -100,8 +100,8 @@ void ItemJudge::takeCall(const InputItem &input, NewItem &item) const
     const CallEntry::Parsed parsed = isElement
         ? CallElement::parse(input.bytes, m_rules.now)
         : CallEntry::parse(input.bytes, m_rules.localZone, m_rules.now);
-    if (parsed.refusal != RejectReason::None)
-        return item.refuse(parsed.refusal, parsed.detail);
+    if (parsed.rejectReason != RejectReason::None)
+        return item.refuse(parsed.rejectReason, parsed.detail);
     NewCall call;
     call.call = parsed.call;
     call.fingerprint = Fingerprint::of(parsed.call);

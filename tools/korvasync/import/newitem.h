@@ -30,9 +30,9 @@ struct NewItem
     std::optional<Fingerprint> untimed; //!< of equal items without a time, whose place it takes
 
     bool isNew() const { return !std::holds_alternative<std::monostate>(content); }
-    void refuse(RejectReason refusal, const Reason &detail = Reason())
+    void refuse(RejectReason rejectReason, const Reason &detail = Reason())
     {
-        result.refusal = refusal;
+        result.rejectReason = rejectReason;
         result.detail = detail;
     }
 };

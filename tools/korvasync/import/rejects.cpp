@@ -18,7 +18,7 @@ void Rejects::add(const ItemResult &result, const QByteArray &message)
 {
     if (!isWanted())
         return;
-    write(reasonLine(terminalText(result.source), result.refusal,
+    write(reasonLine(terminalText(result.source), result.rejectReason,
                      terminalText(result.reason().english))
           + "\r\n");
     write(message);

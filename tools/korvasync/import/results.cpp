@@ -43,7 +43,7 @@ static QByteArray jsonOf(const ItemResult &result)
         .add("status", QLatin1String(nameOf(result.status)));
     if (result.id != -1)
         json.add("id", result.id);
-    return json.addUnlessEmpty("code", codeOf(result.refusal))
+    return json.addUnlessEmpty("code", codeOf(result.rejectReason))
         .addUnlessEmpty("detail", result.reason().english)
         .line();
 }
@@ -55,9 +55,9 @@ static QString textOf(const ItemResult &result, const QString &status)
         words += QString::number(result.id);
     if (!result.source.isEmpty())
         words += terminalText(result.source);
-    if (result.refusal != RejectReason::None)
-        words +=
-            codeOf(result.refusal) + QLatin1String(": ") + terminalText(result.reason().translated);
+    if (result.rejectReason != RejectReason::None)
+        words += codeOf(result.rejectReason) + QLatin1String(": ")
+            + terminalText(result.reason().translated);
     return words.join(QLatin1String("  "));
 }
 
@@ -104,8 +104,8 @@ void Results::note(const ItemResult &result)
 {
     ++m_read;
     ++m_totals[result.status];
-    if (result.refusal != RejectReason::None)
-        ++m_refusals[result.refusal];
+    if (result.rejectReason != RejectReason::None)
+        ++m_refusals[result.rejectReason];
 }
 
 void Results::report(const ItemResult &result)

@@ -20,10 +20,10 @@ struct ItemResult
     QString source; //!< file:line; empty for items that come from no file
     Status status = Refused;
     int id = -1; //!< database id, -1 = none
-    RejectReason refusal = RejectReason::None;
-    Reason detail; //!< instead of the refusal's own words
+    RejectReason rejectReason = RejectReason::None;
+    Reason detail; //!< instead of the words of the reject reason
 
-    Reason reason() const { return detail.isEmpty() ? reasonOf(refusal) : detail; }
+    Reason reason() const { return detail.isEmpty() ? reasonOf(rejectReason) : detail; }
 };
 
 //! Prints the results of a writing command, one a line, then their sum.

@@ -77,11 +77,12 @@ QDateTime timeOf(const ParsedMessage &parsed, const NormalisingRules &rules)
     return QDateTime();
 }
 
-RejectReason refusalOf(const ParsedMessage &parsed, const SmsInfo &message,
-                       const QStringList &parties)
+RejectReason rejectReasonOf(const ParsedMessage &parsed, const SmsInfo &message,
+                            const QStringList &parties)
 {
-    if (const RejectReason refusal = parsed.refusalOfType(); refusal != RejectReason::None)
-        return refusal;
+    if (const RejectReason rejectReason = parsed.rejectReasonOfType();
+        rejectReason != RejectReason::None)
+        return rejectReason;
     if (message.parentId == LocDrafts)
         return RejectReason::SmsDraft;
     if (message.parentId == Folder::None)
@@ -114,6 +115,6 @@ NormalisedMessage normalise(const ParsedMessage &parsed, const NormalisingRules 
     if (!normalised.hasOwnTime && rules.badTimeIsNow)
         message.time = rules.now;
     message.body = parsed.body;
-    normalised.refusal = refusalOf(parsed, message, parties);
+    normalised.rejectReason = rejectReasonOf(parsed, message, parties);
     return normalised;
 }

@@ -27,7 +27,7 @@ struct NormalisingRules
 struct NormalisedMessage
 {
     KorvaSyncIf::SmsInfo message;
-    RejectReason refusal = RejectReason::None;
+    RejectReason rejectReason = RejectReason::None;
     bool hasOwnTime = true; //!< else the clock's
 };
 
