@@ -6,9 +6,8 @@
 #include "eventmarshalling.h"
 #include "eventrow_p.h"
 
-#include <store/logging.h>
-
 #include <bus/messagebus.h>
+#include <store/logging.h>
 
 #include <QtDBus/QDBusConnection>
 #include <QtDBus/QDBusMessage>
