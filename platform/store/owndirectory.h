@@ -38,14 +38,14 @@ public:
     int error() const { return m_error; }
 
     //! Gives all entries. False when they cannot be read; errno tells why.
-    bool list(QVector<Entry> *entries) const;
+    [[nodiscard]] bool list(QVector<Entry> *entries) const;
     //! Removes an entry, and all that is in it if it is a directory. A link goes, what it points
     //! to stays. True when it is gone.
     bool remove(const char *name) const;
     //! Takes the rights of other users from the directory. True when they have none.
     bool makePrivate() const;
     //! Brings all files of the directory, and their names, to the disk.
-    bool sync() const;
+    [[nodiscard]] bool sync() const;
 
 private:
     Q_DISABLE_COPY(OwnDirectory)

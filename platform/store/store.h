@@ -74,7 +74,7 @@ private:
 
     void enqueueGathered(); // m_mutex is locked
     void wake();
-    bool runHere(Access access, const Request &request);
+    [[nodiscard]] bool runHere(Access access, const Request &request);
     void work();
     StoreConnection *connection(Access access);
     void setOpen(bool isOpen);

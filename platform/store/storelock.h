@@ -23,14 +23,14 @@ public:
 
     //! Makes the lock file when it is absent. False when that is impossible.
     //! \param path  by which other processes find it
-    bool open(const OwnDirectory &directory, const QByteArray &path);
+    [[nodiscard]] bool open(const OwnDirectory &directory, const QByteArray &path);
 
     //! False when the file that was opened is no longer the one that other processes open:
     //! the store was removed, moved or replaced.
     bool isInPlace() const { return m_place.isStillThere(); }
 
     //! Waits for the lock. False when another process kept it.
-    bool acquire(int patienceMsecs);
+    [[nodiscard]] bool acquire(int patienceMsecs);
     void release();
 
 private:

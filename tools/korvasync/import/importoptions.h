@@ -33,9 +33,9 @@ struct ImportOptions
     //! Takes the options that all who import have.
     //! \param textForm  MessageForm or CallForm
     //! \return false when one is not as it must be, which is told on stderr
-    bool take(const Invocation &invocation, const char *textForm);
+    [[nodiscard]] bool take(const Invocation &invocation, const char *textForm);
     static QList<QCommandLineOption> declared(Purpose purpose, const char *textForm);
 
 private:
-    bool takeReading(const Invocation &invocation, const char *textForm);
+    [[nodiscard]] bool takeReading(const Invocation &invocation, const char *textForm);
 };

@@ -21,32 +21,32 @@ public:
     ~OwnFile();
 
     //! \return false when it cannot be written there; errorText() tells why, also for the others
-    bool open(const QString &path);
-    bool write(const QByteArray &bytes);
+    [[nodiscard]] bool open(const QString &path);
+    [[nodiscard]] bool write(const QByteArray &bytes);
     //! Has all that was written reach the disk. Only then it may get a name.
-    bool finish();
+    [[nodiscard]] bool finish();
 
     bool hasPredecessor() const { return m_predecessor.has_value(); }
     //! Whether a path leads to the file that it may replace; "-" is standard input.
     bool isPredecessor(const QString &path) const;
 
     //! Replaces its predecessor, unless that has changed since open().
-    bool takePlace();
+    [[nodiscard]] bool takePlace();
     //! Takes the first free one of NAME.1, NAME.2 and so on.
-    bool takePlaceBeside();
+    [[nodiscard]] bool takePlaceBeside();
 
     QString path() const; //!< where it is
     QString errorText() const { return m_trouble; }
 
 private:
     Q_DISABLE_COPY(OwnFile)
-    bool findPlace(const QByteArray &given);
+    [[nodiscard]] bool findPlace(const QByteArray &given);
     bool mayReplace(const struct stat &found);
-    bool openUnnamed();
-    bool flush();
-    bool writeAll(const QByteArray &bytes);
-    bool giveName(const QByteArray &to, bool replaces);
-    bool link(const QByteArray &to) const;
+    [[nodiscard]] bool openUnnamed();
+    [[nodiscard]] bool flush();
+    [[nodiscard]] bool writeAll(const QByteArray &bytes);
+    [[nodiscard]] bool giveName(const QByteArray &to, bool replaces);
+    [[nodiscard]] bool link(const QByteArray &to) const;
     bool isUnchanged() const;
     bool fail(int error);
     bool fail(const QString &reason);

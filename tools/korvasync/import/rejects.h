@@ -20,7 +20,7 @@ public:
     explicit Rejects(const QString &path);
 
     bool isWanted() const { return !m_wanted.isEmpty(); }
-    bool open();
+    [[nodiscard]] bool open();
     void add(const ItemResult &result, const QByteArray &message);
     void keep(const QByteArray &leftovers); //!< of rejects that were read
     //! An item is not among the rejects, but for its reason: it is where it was read.
@@ -28,7 +28,7 @@ public:
     void leaveIn(const QString &path);
     //! Gives the file its name, and tells of one beside its place.
     //! \param isWhole  the run came to its end: what was read is stored or among the rejects
-    bool commit(bool isWhole);
+    [[nodiscard]] bool commit(bool isWhole);
 
     QString place() const { return m_wanted; }
     QString errorText() const { return m_file.errorText(); }

@@ -35,7 +35,7 @@ public:
     //! whatever happens.
     Answer add(const QList<Call> &calls);
 
-    bool removeAll();
+    [[nodiscard]] bool removeAll();
 
 private:
     std::chrono::milliseconds m_timeout;

@@ -31,7 +31,7 @@ private:
     ClientLock(const ClientLock &) = delete;
     ClientLock &operator=(const ClientLock &) = delete;
 
-    bool open();
+    [[nodiscard]] bool open();
     bool isInPlace() const;
     void close();
 

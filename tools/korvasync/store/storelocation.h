@@ -30,7 +30,7 @@ public:
     QString errorText() const { return m_error; }
 
     //! Makes the folder, closed to others. True when it was not there.
-    bool makeFolder() const { return m_place.makeFolder(); }
+    [[nodiscard]] bool makeFolder() const { return m_place.makeFolder(); }
     //! Makes this place the one that the platform uses. It looks once, at its first use.
     void select() const { m_place.select(); }
 
