@@ -25,7 +25,7 @@ int folderOfBox(const QString &box, int unknown)
     static const struct
     {
         QLatin1String keyword;
-        LocationId folder;
+        LocationId folder = LocInbox;
     } folders[] = {
         {QLatin1String("INBOX"), LocInbox},       {QLatin1String("DRAFT"), LocDrafts},
         {QLatin1String("OUTBOX"), LocOutbox},     {QLatin1String("SENT"), LocSent},

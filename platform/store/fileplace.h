@@ -29,7 +29,7 @@ public:
     //! False when another file, or none, is under the path now.
     bool isStillThere() const
     {
-        struct stat found;
+        struct stat found = {};
         return m_isKnown && ::stat(m_path.constData(), &found) == 0
             && found.st_dev == m_status.st_dev && found.st_ino == m_status.st_ino;
     }

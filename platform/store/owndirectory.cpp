@@ -30,7 +30,7 @@ bool OwnDirectory::Entry::isOwn() const
 
 OwnDirectory::OwnDirectory(const QByteArray &path)
 {
-    struct stat status;
+    struct stat status = {};
     const bool isLink = ::lstat(path.constData(), &status) == 0 && S_ISLNK(status.st_mode);
     if (isLink && !isOfThisUser(status))
         m_state = State::OtherOwner;
@@ -53,7 +53,7 @@ OwnDirectory::~OwnDirectory()
 
 void OwnDirectory::open(int parent, const char *path, int flags)
 {
-    struct stat status;
+    struct stat status = {};
     m_descriptor = ::openat(parent, path, O_RDONLY | O_DIRECTORY | O_CLOEXEC | flags);
     m_error = m_descriptor < 0 ? errno : 0;
     if (m_error == ENOENT)
@@ -114,7 +114,7 @@ bool OwnDirectory::remove(const char *name) const
 bool OwnDirectory::makePrivate() const
 {
     constexpr mode_t othersMask = S_IRWXG | S_IRWXO;
-    struct stat status;
+    struct stat status = {};
     if (::fstat(m_descriptor, &status) != 0)
         return false;
     return (status.st_mode & othersMask) == 0

@@ -157,7 +157,7 @@ int formatIn(const QByteArray &marker)
 StoreProblem checkMarked(const OwnDirectory &directory, int *format)
 {
     constexpr std::size_t most = 64;
-    std::array<char, most> bytes;
+    std::array<char, most> bytes = {};
     const int marker =
         ::openat(directory.descriptor(), StoreFiles::Marker, O_RDONLY | O_NOFOLLOW | O_CLOEXEC);
     if (marker < 0)
@@ -189,7 +189,7 @@ StoreProblem checkMarked(const OwnDirectory &directory, int *format)
 //! being made meanwhile is not taken for something else.
 bool hasMarker(const OwnDirectory &directory)
 {
-    struct stat status;
+    struct stat status = {};
     return ::fstatat(directory.descriptor(), StoreFiles::Marker, &status, AT_SYMLINK_NOFOLLOW) == 0;
 }
 

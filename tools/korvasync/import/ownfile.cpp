@@ -32,7 +32,7 @@ QByteArrayList namesIn(const QByteArray &path)
 
 QByteArray targetOf(const Descriptor &link)
 {
-    std::array<char, PATH_MAX> target;
+    std::array<char, PATH_MAX> target = {};
     const ssize_t length = readlinkat(link, "", target.data(), target.size());
     return QByteArray(target.data(), static_cast<int>(qMax<ssize_t>(0, length)));
 }

@@ -248,7 +248,7 @@ QByteArray InputFile::readBytes()
         if (Interrupt::signalNumber() != 0)
             return QByteArray();
     }
-    std::array<char, pieceSize> piece;
+    std::array<char, pieceSize> piece = {};
     const ssize_t count = ::read(m_descriptor, piece.data(), piece.size());
     if (count < 0)
         m_trouble = Text::ofSystemError(errno);

@@ -15,7 +15,7 @@
 static QByteArray bytesOf(const QString &path)
 {
     constexpr size_t longest = 16384;
-    std::array<char, longest> bytes;
+    std::array<char, longest> bytes = {};
     const QByteArray name = FileName::encode(path);
     struct stat status = {};
     if (path == QLatin1String("-") || stat(name.constData(), &status) != 0

@@ -17,7 +17,7 @@ struct GlobalOptions
     int quiet = 0; //!< 1 = no summary, 2 = no warnings either
     bool verbose = false;
     QString progress;
-    std::chrono::milliseconds timeout;
+    std::chrono::milliseconds timeout = {};
     QTimeZone localZone;
     bool localZoneIsExact = true; //!< else it has the distance of today alone
 
