@@ -4,16 +4,12 @@
 #pragma once
 
 #include <commhistory/event.h>
+#include <commhistory/historyreader.h>
 
-#include <limits>
 #include <tuple>
 #include <type_traits>
 
 namespace CommHistory {
-
-//! A time that is absent, in milliseconds: it sorts before every time and lies outside
-//! every "since" but the one from the beginning.
-constexpr qint64 NoTime = std::numeric_limits<qint64>::min();
 
 //! Milliseconds since 1970 in UTC.
 inline qint64 toStoredTime(const QDateTime &time)
@@ -142,6 +138,15 @@ void forEachText(Visit visit)
             visit(field);
     });
 }
+
+//! The numbers and texts, which the store has.
+inline constexpr int FieldCount = std::apply(
+    [](const auto &...fields) {
+        return (
+            int(std::decay_t<decltype(fields)>::IsNumber || std::decay_t<decltype(fields)>::IsText)
+            + ...);
+    },
+    EventFields);
 
 inline constexpr std::size_t TextCount = std::apply(
     [](const auto &...fields) {

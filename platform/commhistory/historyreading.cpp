@@ -3,13 +3,12 @@
 
 #include "historyreading_p.h"
 
+#include "eventquery_p.h"
 #include "historykeys_p.h"
 
 #include <store/storeconnection.h>
 
-#include <array>
 #include <string>
-#include <string_view>
 
 namespace CommHistory {
 
@@ -64,50 +63,6 @@ std::string callFilter(CallEvent::CallType type)
 }
 
 } // namespace
-
-std::string selectEvents(const char *subject, const std::string &rest, const std::string &order)
-{
-    std::string variables;
-    std::string pattern;
-    const auto add = [&](const char *name) {
-        const std::string variable = std::string(" ?") + (name + sizeof("kv:") - 1);
-        variables += variable;
-        pattern += (pattern.empty() ? " " : " ; ") + (name + variable);
-    };
-    forEachNumber([&](const auto &field) { add(field.name); });
-    forEachText([&](const TextField &field) { add(field.name); });
-    return "SELECT" + variables + " FROM <" KORVASYNC_GRAPH "> { " + subject + pattern + " . "
-        + rest + " } " + order;
-}
-
-EventRow readRow(TrackerSparqlCursor *cursor)
-{
-    int column = 0;
-    EventRow row;
-    forEachNumber([&](const auto &field) {
-        auto &number = row.*field.inRow;
-        if constexpr (std::is_same_v<decltype(number), bool &>)
-            number = tracker_sparql_cursor_get_boolean(cursor, column++);
-        else
-            number =
-                std::decay_t<decltype(number)>(tracker_sparql_cursor_get_integer(cursor, column++));
-    });
-    std::array<std::string_view, TextCount> texts;
-    std::size_t size = texts.size() - 1; // the zero bytes between them
-    for (std::string_view &text : texts) {
-        glong length = 0;
-        const char *const bytes = tracker_sparql_cursor_get_string(cursor, column++, &length);
-        text = {bytes, std::size_t(length)};
-        size += text.size();
-    }
-    row.texts.reserve(int(size)); // no more, since a folder's worth of rows stays
-    for (std::size_t i = 0; i < texts.size(); ++i) {
-        if (i > 0)
-            row.texts.append('\0');
-        row.texts.append(texts[i].data(), int(texts[i].size()));
-    }
-    return row;
-}
 
 bool readEvent(StoreConnection &connection, int id, QVector<EventRow> *rows)
 {

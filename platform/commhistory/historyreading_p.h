@@ -7,21 +7,11 @@
 #include "eventrow_p.h"
 #include "syncsmsmodel.h"
 
-#include <store/storeconnection.h>
-
 #include <QtCore/QVector>
-
-#include <string>
 
 namespace CommHistory {
 
-//! A query for whole events.
-//! \param subject  the event: a variable or a parameter
-//! \param rest     filters within the pattern
-//! \param order    what follows the pattern
-std::string selectEvents(const char *subject, const std::string &rest, const std::string &order);
-//! Reads a row that selectEvents() asked for.
-EventRow readRow(TrackerSparqlCursor *cursor);
+class StoreConnection;
 
 // Reads of the store. Each returns false when the store cannot be read, and then leaves
 // its result as it was.

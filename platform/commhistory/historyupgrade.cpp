@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The korvasync developers
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
+#include "eventquery_p.h"
 #include "eventresource_p.h"
-#include "historyreading_p.h"
 #include "historywriting_p.h"
 
 #include <store/storeupgrade.h>

@@ -11,12 +11,20 @@
 
 namespace CommHistory {
 
-QString normalizePhoneNumber(const QString &number, int flags)
+namespace {
+
+bool isWord(const QString &party)
 {
-    const bool hasLetter = std::any_of(number.cbegin(), number.cend(), [](QChar c) {
+    return std::any_of(party.cbegin(), party.cend(), [](QChar c) {
         return c.isLetter() || c.isSurrogate(); // beyond the BMP there are no dialled digits
     });
-    if (hasLetter)
+}
+
+} // namespace
+
+QString normalizePhoneNumber(const QString &number, int flags)
+{
+    if (isWord(number))
         return QString();
     if (!(flags & NormalizeFlagRemovePunctuation))
         return number;
@@ -35,5 +43,21 @@ QString normalizePhoneNumber(const QString &number, int flags)
 }
 
 int phoneNumberMatchLength() { return 7; }
+
+bool isSameParty(const QString &a, const QString &b)
+{
+    if (a == b)
+        return true;
+    if (isWord(a) || isWord(b)) {
+        const auto folded = [](const QString &word) {
+            return word.normalized(QString::NormalizationForm_C).toCaseFolded();
+        };
+        return isWord(a) == isWord(b) && folded(a) == folded(b);
+    }
+    using i18n::phonenumbers::PhoneNumberUtil;
+    const auto match = PhoneNumberUtil::GetInstance()->IsNumberMatchWithTwoStrings(a.toStdString(),
+                                                                                   b.toStdString());
+    return match == PhoneNumberUtil::NSN_MATCH || match == PhoneNumberUtil::EXACT_MATCH;
+}
 
 } // namespace CommHistory

@@ -19,4 +19,8 @@ KORVAPLATFORM_EXPORT QString normalizePhoneNumber(const QString &number, int fla
 //! How many digits from the right decide whether two numbers are the same.
 KORVAPLATFORM_EXPORT int phoneNumberMatchLength();
 
+//! Whether two parties are one: numbers when they are equal in national or international form,
+//! words when they are equal but for case.
+KORVAPLATFORM_EXPORT bool isSameParty(const QString &a, const QString &b);
+
 } // namespace CommHistory

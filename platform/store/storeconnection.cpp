@@ -236,9 +236,14 @@ GPointer<TrackerSparqlCursor> StoreConnection::execute(TrackerSparqlStatement *s
     Error error;
     GPointer<TrackerSparqlCursor> cursor(
         tracker_sparql_statement_execute(statement, nullptr, error));
-    if (error.isSet())
-        return nullptr;
-    return cursor;
+    if (!error.isSet())
+        return cursor;
+    // The library frees the error of one that could not be translated twice when it is run again.
+    const auto failed =
+        std::find_if(m_statements.cbegin(), m_statements.cend(),
+                     [=](const auto &entry) { return entry.second.get() == statement; });
+    m_statements.erase(failed);
+    return nullptr;
 }
 
 StoreConnection::Step StoreConnection::next(TrackerSparqlCursor *cursor)

@@ -93,6 +93,7 @@ public:
     //! False when other processes find another store, or none, under the path of this one.
     bool isInPlace() const;
 
+
     void warnAbout(StoreProblem problem) const;
 
 private:

@@ -46,6 +46,12 @@ first, or name the directory of another store."
     is "$("$work/build/inbox" 2>&1 || echo "rc $?")" "$absent
 inbox: the messages cannot be read
 rc 1"
+    is "$("$work/build/followchanges" 2>&1 || echo "rc $?")" "$absent
+followchanges: the store cannot be read
+rc 1"
+    is "$("$work/build/newest" 2>&1 || echo "rc $?")" "$absent
+newest: the store cannot be read
+rc 1"
     "$work/build/pullandpush" 2024-05-01T10:00:00Z +15550101 Hello >"$work/out" 2>"$work/errors" ||
         { cat "$work/errors" >&2; exit 1; }
     is "$(cat "$work/out")" "added as 1"
@@ -86,5 +92,17 @@ added as 2"
     is "$("$work/build/inbox")" \
         "1
 2"
+    is "$("$work/build/newest")" \
+        "2
+1"
+    is "$("$work/build/followchanges" | head -n 2)" \
+        "added 1
+added 2"
+    cursor=$("$work/build/followchanges" | tail -n 1)
+    "$prefix/bin/korvasync" -qq delete 1 --yes
+    is "$("$work/build/followchanges" "$cursor" | head -n 1)" "deleted 1"
+    is "$("$work/build/followchanges" yesterday 2>&1 || echo "rc $?")" \
+        "followchanges: no cursor of this store; begin again without one
+rc 1"
     ;;
 esac

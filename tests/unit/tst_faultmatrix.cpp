@@ -13,6 +13,7 @@
 #include "vmessagetext.h"
 
 #include <korvasync/callsyncinterface.h>
+#include <korvasync/historyinterface.h>
 #include <korvasync/smssyncinterface.h>
 
 #include <QtCore/QFile>
@@ -34,12 +35,17 @@ struct Fixture
         for (const int id : {11, 12, 13}) {
             store.messageRows += messageEvent(id, LocInbox);
             store.callRows += callEvent(id, CommHistory::Event::Inbound);
+            CommHistory::HistoryEntry entry;
+            entry.id = id;
+            store.historyPortions += QList<CommHistory::HistoryEntry>{entry};
+            store.historyTallies += CommHistory::HistoryTally{id, QString(), 1, 0, 0, 0};
         }
     }
 
     ScriptedStore store;
     SMSSyncInterface messages;
     CallSyncInterface calls;
+    HistoryInterface history;
 };
 
 //! What a pending object has told.
@@ -98,6 +104,11 @@ QStringList valuesOf(PendingStatus *pending)
     return values;
 }
 
+QStringList valuesOf(PendingCounts *pending)
+{
+    return {QStringLiteral("counts %1").arg(pending->counts().size())};
+}
+
 using Watched = std::shared_ptr<Outcome>;
 
 template <typename Pending>
@@ -110,6 +121,26 @@ Watched watch(Pending *pending)
         ++outcome->finishedCount;
         outcome->error = sender->isError();
         outcome->values = valuesOf(sender);
+    });
+    return outcome;
+}
+
+//! What HistoryInterface hands out in portions.
+template <typename Pending, typename Item>
+Watched watchPortions(Pending *pending, void (Pending::*portion)(const QList<Item> &))
+{
+    const auto outcome = std::make_shared<Outcome>();
+    const auto count = std::make_shared<int>(0);
+    outcome->errorAtOnce = pending->isError();
+    outcome->presentValues = [count] {
+        return QStringList(QStringLiteral("items %1").arg(*count));
+    };
+    QObject::connect(pending, portion,
+                     [count](const QList<Item> &items) { *count += int(items.size()); });
+    QObject::connect(pending, &Pending::finished, [outcome](Pending *sender) {
+        ++outcome->finishedCount;
+        outcome->error = sender->isError();
+        outcome->values = outcome->presentValues();
     });
     return outcome;
 }
@@ -182,6 +213,24 @@ QList<Operation> operations()
                                                "CALL-DATETIME:20101103T142530Z\r\n"
                                                "END:VCALLHISTENTRY\r\n");
              return watch(f.calls.addNewCalls({entry, entry, entry}));
+         }},
+        {"HistoryInterface::query()",
+         Request::ReadHistory,
+         {},
+         [](Fixture &f) {
+             return watchPortions(f.history.query(HistoryFilter()), &PendingHistory::portion);
+         }},
+        {"HistoryInterface::changes()",
+         Request::ReadHistory,
+         {},
+         [](Fixture &f) {
+             return watchPortions(f.history.changes(QString()), &PendingChanges::portion);
+         }},
+        {"HistoryInterface::counts()",
+         Request::ReadHistory,
+         {},
+         [](Fixture &f) {
+             return watch(f.history.counts(HistoryFilter(), HistoryCount::By::Folder));
          }},
     };
 }

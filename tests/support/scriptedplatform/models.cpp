@@ -30,17 +30,11 @@ namespace {
 
 QString boolText(bool value) { return value ? QStringLiteral("true") : QStringLiteral("false"); }
 
-// Times are recorded in UTC so that the record does not depend on the time zone.
-QString timeText(const QDateTime &time)
-{
-    return time.isNull() ? QStringLiteral("null") : time.toUTC().toString(Qt::ISODate);
-}
-
 QString filterText(const SyncSMSFilter &filter)
 {
     return QStringLiteral("%1, %2, %3")
         .arg(filter.parentId)
-        .arg(timeText(filter.time), boolText(filter.lastModified));
+        .arg(ScriptedStore::timeText(filter.time), boolText(filter.lastModified));
 }
 
 //! The requested events with the ids that the report names; ids beyond them come alone.
@@ -181,7 +175,7 @@ void CallModel::setFilter(Sorting sorting, CallEvent::CallType type, const QDate
     ScriptedStore::record(QStringLiteral("CallModel::setFilter(%1, %2, %3)")
                               .arg(int(sorting))
                               .arg(int(m_type))
-                              .arg(timeText(m_since)));
+                              .arg(ScriptedStore::timeText(m_since)));
 }
 
 bool CallModel::getEvents()

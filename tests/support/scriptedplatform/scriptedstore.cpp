@@ -35,6 +35,11 @@ void ScriptedStore::record(const QString &call)
         currentStore->calls.append(call);
 }
 
+QString ScriptedStore::timeText(const QDateTime &time)
+{
+    return time.isNull() ? QStringLiteral("null") : time.toUTC().toString(Qt::ISODate);
+}
+
 void ScriptedStore::react(Request request, const Reaction &reaction)
 {
     reactions[request].append(reaction);

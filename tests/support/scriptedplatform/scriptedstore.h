@@ -5,6 +5,7 @@
 
 #include <commhistory/event.h>
 #include <commhistory/group.h>
+#include <commhistory/historyreader.h>
 
 #include <QtCore/QHash>
 #include <QtCore/QList>
@@ -17,7 +18,15 @@
 #include <functional>
 
 //! What the library asks of the store and can be given a scripted reaction.
-enum class Request { ReadMessages, ReadCalls, AddEvents, ModifyEvents, DeleteEvents, AddGroups };
+enum class Request {
+    ReadMessages,
+    ReadCalls,
+    ReadHistory,
+    AddEvents,
+    ModifyEvents,
+    DeleteEvents,
+    AddGroups
+};
 
 //! One report of a write: the ids that it names, and its status. A read takes no ids.
 struct Report
@@ -65,6 +74,10 @@ public:
     QList<CommHistory::Event> messageRows; //!< rows of every read of messages
     QList<CommHistory::Event> callRows;    //!< rows of every read of calls
     QMap<int, CommHistory::Event> eventsById;
+    QList<QList<CommHistory::HistoryEntry>> historyPortions; //!< of every read by a HistoryReader
+    QList<CommHistory::HistoryTally> historyTallies;
+    CommHistory::HistoryPosition historyPosition; //!< what every read of changes reaches
+    CommHistory::HistoryReader::Result historyFailure = CommHistory::HistoryReader::ReadFailed;
     //! First column of the rows that the query for a number gives; no rows for others.
     QHash<QString, QStringList> conversations;
     QSet<QString> unanswered;      //!< numbers whose query gives no result object
@@ -92,6 +105,8 @@ public:
 
     static ScriptedStore *current();
     static void record(const QString &call);
+    //! As times are recorded: in UTC, so that the record does not depend on the time zone.
+    static QString timeText(const QDateTime &time);
 
     //! Starts what comes of a request and tells whether it is taken. \a requested are the
     //! ids that its report names when nothing is scripted; \a deliver runs once a report,
