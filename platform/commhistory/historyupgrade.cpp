@@ -5,7 +5,7 @@
 #include "eventresource_p.h"
 #include "historywriting_p.h"
 
-#include <store/storeupgrade.h>
+#include <store/store.h>
 
 #include <algorithm>
 #include <functional>
@@ -14,11 +14,12 @@ namespace CommHistory {
 
 namespace {
 
-//! Adds what \a make makes of each row of a query of the old store.
-bool copyRows(StoreConnection &old, StoreConnection &fresh, const std::string &text,
+//! Adds what \a make makes of each row of a query of the old store, from the row \a first on. The
+//! rows come in the order in which the database has them, as nobody writes meanwhile.
+bool copyRows(StoreConnection &old, StoreConnection &fresh, const std::string &text, qint64 first,
               const std::function<GPointer<TrackerResource>(TrackerSparqlCursor *)> &make)
 {
-    const auto cursor = old.execute(old.statement(text));
+    const auto cursor = old.execute(old.statement(text + " OFFSET " + std::to_string(first)));
     auto step = StoreConnection::Step::Row;
     const auto fill = [&](TrackerBatch *batch) {
         for (int i = 0; i < MaxTransaction && step == StoreConnection::Step::Row; ++i) {
@@ -35,52 +36,47 @@ bool copyRows(StoreConnection &old, StoreConnection &fresh, const std::string &t
     return true;
 }
 
-bool copyCounters(StoreConnection &old, StoreConnection &fresh, qint64 lastChange,
-                  StoreConnection::Contents *contents)
+//! Nobody followed the changes of the old store, so the ids of its events number them.
+bool setCounters(StoreConnection &fresh, const StoreConnection::Contents &old)
 {
-    const std::optional<StoreConnection::Contents> before = old.contents();
-    if (!before)
-        return false;
-    contents->lastEventId = before->lastEventId;
-    contents->lastConversationId = before->lastConversationId;
     return fresh.fill([&](TrackerBatch *batch) {
         const auto counters = newResource("urn:korvasync:ids", "kv:IdCounter");
-        setNumber(counters.get(), "kv:lastEventId", before->lastEventId);
-        setNumber(counters.get(), "kv:lastConversationId", before->lastConversationId);
-        setNumber(counters.get(), "kv:lastChange", lastChange);
+        setNumber(counters.get(), "kv:lastEventId", old.lastEventId);
+        setNumber(counters.get(), "kv:lastConversationId", old.lastConversationId);
+        setNumber(counters.get(), "kv:lastChange", std::max<qint64>(old.lastEventId, 0));
         addTo(batch, counters.get());
         return true;
     });
 }
 
-} // namespace
-
-std::optional<StoreConnection::Contents> copyHistory(StoreConnection &old, StoreConnection &fresh)
+bool copyHistory(StoreConnection &old, StoreConnection &fresh)
 {
-    StoreConnection::Contents contents;
-    const bool hasConversations = copyRows(
-        old, fresh,
-        "SELECT (xsd:integer(STRAFTER(STR(?channel), 'conversation:')) AS ?id) ?local ?remote"
-        " FROM <" KORVASYNC_GRAPH "> { ?channel a nmo:CommunicationChannel ; nie:subject ?local ;"
-        " nie:generator ?remote }",
-        [&](TrackerSparqlCursor *cursor) {
-            ++contents.conversations;
-            return conversationResource(int(tracker_sparql_cursor_get_integer(cursor, 0)),
-                                        tracker_sparql_cursor_get_string(cursor, 1, nullptr),
-                                        tracker_sparql_cursor_get_string(cursor, 2, nullptr));
-        });
-    // Nobody followed the changes of the old store, so its ids can number them.
-    qint64 lastChange = 0;
-    const bool hasEvents = hasConversations
-        && copyRows(old, fresh, selectEvents("?event", "", ""), [&](TrackerSparqlCursor *cursor) {
-                               const EventRow row = readRow(cursor);
-                               ++contents.events;
-                               lastChange = std::max<qint64>(lastChange, row.id);
-                               return eventResource(row, AllFields, row.id);
-                           });
-    if (!hasEvents || !copyCounters(old, fresh, lastChange, &contents))
-        return std::nullopt;
-    return contents;
+    const auto all = old.contents();
+    const auto copied = fresh.contents();
+    if (!all || !copied)
+        return false;
+    return copyRows(old, fresh,
+                    "SELECT (xsd:integer(STRAFTER(STR(?channel), 'conversation:')) AS ?id) ?local"
+                    " ?remote FROM <" KORVASYNC_GRAPH "> { ?channel a nmo:CommunicationChannel ;"
+                    " nie:subject ?local ; nie:generator ?remote }",
+                    copied->conversations,
+                    [](TrackerSparqlCursor *cursor) {
+                        return conversationResource(
+                            int(tracker_sparql_cursor_get_integer(cursor, 0)),
+                            tracker_sparql_cursor_get_string(cursor, 1, nullptr),
+                            tracker_sparql_cursor_get_string(cursor, 2, nullptr));
+                    })
+        && copyRows(old, fresh, selectEvents("?event", "", ""), copied->events,
+                    [](TrackerSparqlCursor *cursor) {
+                        const EventRow row = readRow(cursor);
+                        return eventResource(row, AllFields, row.id);
+                    })
+        && setCounters(fresh, *all);
 }
+
+//! Gives itself to the store when the library is loaded: the store, which is below, cannot ask.
+[[maybe_unused]] const bool isGiven = (Store::setHistoryCopier(copyHistory), true);
+
+} // namespace
 
 } // namespace CommHistory

@@ -18,6 +18,8 @@ namespace {
 constexpr int ReadPatienceMsecs = 3000;
 constexpr int BusyMemoryMsecs = 10000; // for which reads do not try again
 
+HistoryCopier historyCopier = nullptr;
+
 bool isWriting(Store::Access access)
 {
     return access == Store::Access::Write || access == Store::Access::Change;
@@ -34,6 +36,8 @@ Store &Store::instance()
     static Store store;
     return store;
 }
+
+void Store::setHistoryCopier(HistoryCopier copier) { historyCopier = copier; }
 
 Store::Store()
     : m_directory(StorePlace().absolute()) // the process may change its working directory later
@@ -291,7 +295,7 @@ StoreProblem Store::prepare(Access access, int *format)
     if (problem == StoreProblem::None)
         problem = StoreConnection::probeFiles(m_directory.databasePath());
     if (problem == StoreProblem::None && isWriting(access) && *format != StoreFiles::Format) {
-        problem = m_directory.upgrade(m_lock, *format);
+        problem = m_directory.upgrade(m_lock, *format, historyCopier);
         *format = StoreFiles::Format;
     }
     return problem;

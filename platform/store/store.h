@@ -39,6 +39,9 @@ public:
 
     static Store &instance();
 
+    //! Gives it what copies an older store; before the first write, and for good.
+    static void setHistoryCopier(HistoryCopier copier);
+
     //! Has the store's thread carry out the request.
     void post(Access access, Request request);
     //! The same, and waits until it is done; when the store's thread has nothing to do, the calling

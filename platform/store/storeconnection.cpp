@@ -23,8 +23,9 @@ namespace {
 
 constexpr int BusyMsecs = 10000;
 
-constexpr char LastEventQuery[] =
-    "SELECT ?last FROM <" KORVASYNC_GRAPH "> { <urn:korvasync:ids> kv:lastEventId ?last }";
+constexpr char IdsQuery[] =
+    "SELECT ?event ?conversation FROM <" KORVASYNC_GRAPH "> { <urn:korvasync:ids>"
+    " kv:lastEventId ?event ; kv:lastConversationId ?conversation }";
 
 constexpr char OntologyUri[] = "resource:///org/korvasync/ontology";
 
@@ -177,7 +178,8 @@ bool StoreConnection::openDatabase()
 void StoreConnection::readIdentity()
 {
     if (m_format == 1) {
-        number(LastEventQuery);
+        std::array<qint64, 2> ids;
+        readNumbers(IdsQuery, &ids);
         return;
     }
     const auto cursor = execute(
@@ -187,32 +189,42 @@ void StoreConnection::readIdentity()
             + QByteArray::number(m_files.front().inode(), 16);
 }
 
-//! What a query gives that gives one number; nothing when it gives none.
-std::optional<qint64> StoreConnection::number(const char *text)
+//! Reads the one row of a query.
+template <std::size_t Count>
+bool StoreConnection::readNumbers(const char *text, std::array<qint64, Count> *numbers)
 {
     const auto cursor = execute(statement(text));
     if (next(cursor.get()) != Step::Row)
-        return std::nullopt;
-    return tracker_sparql_cursor_get_integer(cursor.get(), 0);
+        return false;
+    for (std::size_t i = 0; i < Count; ++i)
+        (*numbers)[i] = tracker_sparql_cursor_get_integer(cursor.get(), int(i));
+    return true;
 }
 
 std::optional<StoreConnection::Contents> StoreConnection::contents()
 {
-    const auto events =
-        number("SELECT (COUNT(?event) AS ?count) FROM <" KORVASYNC_GRAPH "> { ?event a kv:Event }");
-    const auto conversations = number("SELECT (COUNT(?channel) AS ?count) FROM <" KORVASYNC_GRAPH
-                                      "> { ?channel a nmo:CommunicationChannel }");
-    const auto lastEventId = number(LastEventQuery);
-    const auto lastConversationId = number("SELECT ?last FROM <" KORVASYNC_GRAPH
-                                           "> { <urn:korvasync:ids> kv:lastConversationId ?last }");
-    if (!events || !conversations || !lastEventId || !lastConversationId)
+    // The times are taken from a late one, so that the sum stays within the numbers.
+    std::array<qint64, 3> events;
+    std::array<qint64, 1> conversations;
+    std::array<qint64, 2> ids;
+    const bool isRead =
+        readNumbers("SELECT (COUNT(?id) AS ?count) (SUM(?id) AS ?ids)"
+                    " (SUM(?modified - 1700000000000) AS ?times) FROM <" KORVASYNC_GRAPH
+                    "> { ?event kv:id ?id ; kv:lastModified ?modified }",
+                    &events)
+        && readNumbers("SELECT (COUNT(?channel) AS ?count) FROM <" KORVASYNC_GRAPH
+                       "> { ?channel a nmo:CommunicationChannel }",
+                       &conversations)
+        && readNumbers(IdsQuery, &ids);
+    if (!isRead)
         return std::nullopt;
-    return Contents{*events, *conversations, *lastEventId, *lastConversationId};
+    return Contents{events[0], events[1], events[2], conversations[0], ids[0], ids[1]};
 }
 
 bool StoreConnection::Contents::operator==(const Contents &other) const
 {
-    return events == other.events && conversations == other.conversations
+    return events == other.events && eventIds == other.eventIds
+        && modifications == other.modifications && conversations == other.conversations
         && lastEventId == other.lastEventId && lastConversationId == other.lastConversationId;
 }
 
@@ -286,7 +298,7 @@ bool StoreConnection::write(const std::function<bool(TrackerBatch *)> &fill)
 bool StoreConnection::fill(const std::function<bool(TrackerBatch *)> &fill)
 {
     const GPointer<TrackerBatch> batch(tracker_sparql_connection_create_batch(m_connection.get()));
-    return fill(batch.get()) && execute(batch.get());
+    return fill(batch.get()) && execute(batch.get()) && syncToDisk();
 }
 
 bool StoreConnection::execute(TrackerBatch *batch)

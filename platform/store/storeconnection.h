@@ -11,6 +11,7 @@
 
 #include <libtracker-sparql/tracker-sparql.h>
 
+#include <array>
 #include <functional>
 #include <map>
 #include <memory>
@@ -46,10 +47,12 @@ public:
         ReadOnly, //!< changes no file of the database, also when it is of an older format
         ReadWrite
     };
-    //! What a store holds, in numbers.
+    //! What a store holds, in numbers: whatever is written changes one of them.
     struct Contents
     {
         qint64 events = 0;
+        qint64 eventIds = 0;      //!< their sum
+        qint64 modifications = 0; //!< the sum of the times of modification
         qint64 conversations = 0;
         qint64 lastEventId = 0;
         qint64 lastConversationId = 0;
@@ -85,7 +88,7 @@ public:
     //! to be written, after reading what it needs; it returns false to write nothing. True
     //! when everything is on disk.
     bool write(const std::function<bool(TrackerBatch *)> &fill);
-    //! One transaction in a database that nobody else knows of yet. It is not brought to the disk.
+    //! One transaction in a database that nobody else knows of yet.
     bool fill(const std::function<bool(TrackerBatch *)> &fill);
     //! Nothing when it cannot be read.
     std::optional<Contents> contents();
@@ -101,7 +104,8 @@ private:
                     Mode mode, int format);
     bool openDatabase();
     static bool execute(TrackerBatch *batch);
-    std::optional<qint64> number(const char *text);
+    template <std::size_t Count>
+    bool readNumbers(const char *text, std::array<qint64, Count> *numbers);
     void readIdentity();
     bool syncToDisk() const;
 

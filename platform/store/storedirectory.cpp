@@ -7,7 +7,6 @@
 #include "storeconnection.h"
 #include "storefiles.h"
 #include "storelock.h"
-#include "storeupgrade.h"
 
 #include <cerrno>
 #include <fcntl.h>
@@ -121,30 +120,39 @@ StoreProblem StoreDirectory::create(StoreLock &lock) const
     return finish(lock, StoreFiles::Format);
 }
 
-StoreProblem StoreDirectory::upgrade(StoreLock &lock, int format) const
+StoreProblem StoreDirectory::upgrade(StoreLock &lock, int format, HistoryCopier copy) const
 {
     const OwnDirectory directory(m_place.encodedPath());
-    if (!makeNewFolder(directory) || !copyDatabase(lock, format)
-        || !OwnDirectory(directory, StoreFiles::NewDatabase).sync() || !writeMarker(directory)) {
+    // One that was broken off goes on, lest a time limit that is too short for it keep it from ever
+    // coming to its end. The old database may have been written since: then it does not agree.
+    const bool isBegun =
+        OwnDirectory(directory, StoreFiles::NewDatabase).state() == OwnDirectory::State::Open
+        && StoreConnection::probeFiles(newDatabasePath()) == StoreProblem::None;
+    const bool isCopied = (isBegun && copyDatabase(lock, format, copy))
+        || (makeNewFolder(directory) && StoreConnection::createDatabase(newDatabasePath())
+            && copyDatabase(lock, format, copy));
+    if (!isCopied || !OwnDirectory(directory, StoreFiles::NewDatabase).sync()
+        || !writeMarker(directory)) {
         directory.remove(StoreFiles::NewDatabase);
         return StoreProblem::NotUpgraded;
     }
     return finish(lock, StoreFiles::Format);
 }
 
-bool StoreDirectory::copyDatabase(StoreLock &lock, int format) const
+//! Copies what is in the old database and not in the new one yet. True when the new one, opened
+//! once more, holds all of it.
+bool StoreDirectory::copyDatabase(StoreLock &lock, int format, HistoryCopier copy) const
 {
-    std::optional<StoreConnection::Contents> copied;
-    if (!StoreConnection::createDatabase(newDatabasePath()))
-        return false;
+    std::optional<StoreConnection::Contents> all;
     {
         const auto old =
             StoreConnection::open(*this, lock, StoreConnection::Mode::ReadOnly, format);
         const auto fresh = StoreConnection::openNew(*this, lock);
-        if (old && fresh)
-            copied = copyHistory(*old, *fresh);
+        if (!old || !fresh || !copy || !copy(*old, *fresh))
+            return false;
+        all = old->contents();
     }
-    return copied && newContents(*this, lock) == copied;
+    return all && newContents(*this, lock) == all;
 }
 
 StoreProblem StoreDirectory::finish(StoreLock &lock, int format) const

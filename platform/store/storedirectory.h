@@ -9,7 +9,13 @@
 
 namespace CommHistory {
 
+class StoreConnection;
 class StoreLock;
+
+//! Copies all that a store of an older format holds into a new database, in portions. Goes on where
+//! it was broken off if the new one holds something; whether both hold the same then, their
+//! contents tell. It is given from above, as the store does not know what an event has.
+using HistoryCopier = bool (*)(StoreConnection &old, StoreConnection &fresh);
 
 //! What is done in the folder of a store, which StorePlace has looked at: claiming it, making
 //! the store and closing it to others.
@@ -34,13 +40,13 @@ public:
     StoreProblem create(StoreLock &lock) const;
     //! Gives a store of an older format a new database beside the old one, and then its place. The
     //! old one stays as it is until the new one has been read. The lock must be held.
-    StoreProblem upgrade(StoreLock &lock, int format) const;
+    StoreProblem upgrade(StoreLock &lock, int format, HistoryCopier copy) const;
     //! Brings an interrupted creation or upgrade to its end. The lock must be held.
     //! \param format  that the marker names
     StoreProblem finish(StoreLock &lock, int format) const;
 
 private:
-    bool copyDatabase(StoreLock &lock, int format) const;
+    bool copyDatabase(StoreLock &lock, int format, HistoryCopier copy) const;
 
     StorePlace m_place;
 };

@@ -4,6 +4,9 @@
 #include "storedirectoryfixture.h"
 
 #include <QtCore/QCoreApplication>
+#include <QtCore/QRandomGenerator>
+
+#include <sys/stat.h>
 
 //! Stores of older formats: read as they are, brought up to date by the first write, and whole
 //! wherever that is broken off.
@@ -21,19 +24,40 @@ private Q_SLOTS:
     void deletingBringsItUpToDate();
     void aKilledUpgradeGoesOn_data();
     void aKilledUpgradeGoesOn();
+    void aBrokenOffUpgradeGoesOnWhereItWas();
+    void whatWasWrittenMeanwhileIsCopiedToo();
+    void killedAnywhereNothingIsLost();
     void aNewDatabaseThatIsNotWholeTakesNoPlace();
     void withoutRoomItStaysAsItWas();
 
 private:
     void archives();
-    void unpack(const QString &archive, const QString &folder = QString()) const;
-    QByteArray query(const char *text) const;
+    void unpack(const QString &archive) const;
+    void makeOlderStore(int count) const;
+    void breakOff() const;
+    QByteArray query(const char *text, const char *database = "db") const;
     QStringList names() const;
 };
 
 namespace {
 
 const QString Dump = QStringLiteral("dump");
+
+//! strace with which a program is killed at one of its calls.
+QStringList killAt(const QString &stop)
+{
+    return {
+        QStringLiteral("strace"), QStringLiteral("-f"),
+        QStringLiteral("-o"),     QStringLiteral("/dev/null"),
+        QStringLiteral("-e"),     QStringLiteral("trace=") + stop.section(QLatin1Char(':'), 0, 0),
+        QStringLiteral("-e"),     QStringLiteral("inject=%1:signal=KILL").arg(stop)};
+}
+
+quint64 inode(const QString &path)
+{
+    struct stat status;
+    return ::stat(QFile::encodeName(path).constData(), &status) == 0 ? status.st_ino : 0;
+}
 
 QStringList expectedLines()
 {
@@ -52,21 +76,42 @@ void TestFormats::archives()
     QTest::newRow("with an index of modification") << QStringLiteral("format-1");
 }
 
-void TestFormats::unpack(const QString &archive, const QString &folder) const
+void TestFormats::unpack(const QString &archive) const
 {
-    QCOMPARE(
-        QProcess::execute(QStringLiteral("tar"),
-                          {QStringLiteral("-xzf"), QStringLiteral(STORES "/%1.tar.gz").arg(archive),
-                           QStringLiteral("--no-same-owner"), QStringLiteral("-C"),
-                           folder.isEmpty() ? m_directory->path() : folder}),
-        0);
+    QCOMPARE(QProcess::execute(
+                 QStringLiteral("tar"),
+                 {QStringLiteral("-xzf"), QStringLiteral(STORES "/%1.tar.gz").arg(archive),
+                  QStringLiteral("--no-same-owner"), QStringLiteral("-C"), m_directory->path()}),
+             0);
+}
+
+void TestFormats::makeOlderStore(int count) const
+{
+    QCOMPARE(QProcess::execute(QStringLiteral(OLDERSTORE), {m_store, QString::number(count)}), 0);
+}
+
+//! Has a first write to an older store killed when a part has been copied.
+void TestFormats::breakOff() const
+{
+    // Making the new database takes some of these calls, and each portion two.
+    int copied = 0;
+    for (int call = 16; copied == 0; ++call) {
+        QDir(path("db.new")).removeRecursively();
+        const StoreProcess killed(m_store, killAt(QStringLiteral("fdatasync:when=%1").arg(call)));
+        QVERIFY(!killed.run({Add, QStringLiteral("1")}).ended);
+        copied = query("SELECT count(*) FROM \"kv:Event\"", "db.new").trimmed().toInt();
+    }
+    QCOMPARE(contents(path("korvasync-store")), QByteArray("1\n"));
+    QVERIFY2(copied < 6000, qPrintable(QString::number(copied)));
 }
 
 //! What the database holds, as SQLite prints it.
-QByteArray TestFormats::query(const char *text) const
+QByteArray TestFormats::query(const char *text, const char *database) const
 {
     QProcess sqlite;
-    sqlite.start(QStringLiteral("sqlite3"), {path(History), QString::fromLatin1(text)});
+    sqlite.start(QStringLiteral("sqlite3"),
+                 {path(database) + QStringLiteral("/urn%3Akorvasync%3Ahistory.db"),
+                  QString::fromLatin1(text)});
     return sqlite.waitForFinished(60000) ? sqlite.readAllStandardOutput() : QByteArray();
 }
 
@@ -180,7 +225,7 @@ void TestFormats::aKilledUpgradeGoesOn_data()
 {
     QTest::addColumn<QString>("stop");
     QTest::addColumn<QByteArray>("marker"); // that is there then
-    // strace kills the process at a given call of one that an upgrade makes on its way.
+    // Calls that an upgrade makes on its way.
     for (const char *stop : {
              "mkdirat:when=1", // of the new database
              "rename:when=1", "fdatasync:when=1", "fdatasync:when=9", "fdatasync:when=20",
@@ -202,15 +247,10 @@ void TestFormats::aKilledUpgradeGoesOn()
 {
     QFETCH(QString, stop);
     QFETCH(QByteArray, marker);
-    const QString calls = stop.section(QLatin1Char(':'), 0, 0);
     for (const bool isReadFirst : {false, true}) {
         init();
         unpack(QStringLiteral("format-1"));
-        const StoreProcess killed(
-            m_store,
-            {QStringLiteral("strace"), QStringLiteral("-f"), QStringLiteral("-o"),
-             QStringLiteral("/dev/null"), QStringLiteral("-e"), QStringLiteral("trace=") + calls,
-             QStringLiteral("-e"), QStringLiteral("inject=%1:signal=KILL").arg(stop)});
+        const StoreProcess killed(m_store, killAt(stop));
         QVERIFY(!killed.run({Add, QStringLiteral("1")}).ended);
         QCOMPARE(contents(path("korvasync-store")), marker);
         const StoreProcess program(m_store);
@@ -228,6 +268,72 @@ void TestFormats::aKilledUpgradeGoesOn()
         QCOMPARE(int(program.run({Dump}).lines.size()), 49);
         QCOMPARE(query("SELECT count(*) FROM \"kv:Event\""), QByteArray("49\n"));
     }
+}
+
+void TestFormats::aBrokenOffUpgradeGoesOnWhereItWas()
+{
+    makeOlderStore(6000);
+    breakOff();
+    const quint64 begun = inode(path("db.new/meta.db"));
+    QVERIFY(begun != 0);
+    QCOMPARE(StoreProcess(m_store).run({Add, QStringLiteral("1")}).lines,
+             QStringList{QStringLiteral("6001 text00")});
+    QCOMPARE(inode(path(Meta)), begun);
+    QCOMPARE(query("SELECT count(*), sum(\"kv:id\"), sum(\"kv:change\"), count(DISTINCT \"kv:id\")"
+                   " FROM \"kv:Event\""),
+             QByteArray("6001|18009001|18009001|6001\n"));
+}
+
+// By a program of the older version, which had the store open all the time.
+void TestFormats::whatWasWrittenMeanwhileIsCopiedToo()
+{
+    makeOlderStore(6000);
+    breakOff();
+    query("UPDATE \"kv:Event\" SET \"kv:text\" = 'meanwhile', \"kv:lastModified\" ="
+          " \"kv:lastModified\" + 1 WHERE \"kv:id\" = 2");
+    QCOMPARE(StoreProcess(m_store).run({Add, QStringLiteral("1")}).lines,
+             QStringList{QStringLiteral("6001 text00")});
+    QCOMPARE(query("SELECT \"kv:text\" FROM \"kv:Event\" WHERE \"kv:id\" = 2"),
+             QByteArray("meanwhile\n"));
+    QCOMPARE(query("SELECT count(*), sum(\"kv:id\") FROM \"kv:Event\""),
+             QByteArray("6001|18009001\n"));
+}
+
+// Five times in a small store; forty times in a store of a hundred thousand with
+// KORVASYNC_TEST_LONG.
+void TestFormats::killedAnywhereNothingIsLost()
+{
+    const bool isLong = qEnvironmentVariableIsSet("KORVASYNC_TEST_LONG");
+    const int count = isLong ? 100000 : 6000;
+    makeOlderStore(count);
+    const QString older = m_directory->filePath(QStringLiteral("older"));
+    const auto copy = [](const QString &from, const QString &to) {
+        return QProcess::execute(QStringLiteral("cp"), {QStringLiteral("-r"), from, to}) == 0;
+    };
+    QVERIFY(copy(m_store, older));
+    const StoreProcess program(m_store);
+    for (int round = 0; round < (isLong ? 40 : 5); ++round) {
+        if (contents(path("korvasync-store")) != "1\n" || round % 4 == 0) {
+            QVERIFY(QDir(m_store).removeRecursively());
+            QVERIFY(copy(older, m_store));
+        }
+        QProcess process;
+        program.start(&process, {Add, QStringLiteral("1")});
+        const int patience = QRandomGenerator::global()->bounded(isLong ? 3000 : 600);
+        process.waitForFinished(patience);
+        process.kill();
+        process.waitForFinished(60000);
+        // What is there is whole, perhaps with the new message.
+        const int found = program.list().toInt();
+        QVERIFY2(found == count / 2 || found == count / 2 + 1, qPrintable(QString::number(found)));
+    }
+    QCOMPARE(int(program.run({Add, QStringLiteral("1")}).lines.size()), 1);
+    QCOMPARE(contents(path("korvasync-store")), QByteArray("2\n"));
+    QCOMPARE(
+        query("SELECT sum(\"kv:id\") FROM \"kv:Event\" WHERE \"kv:lastModified\" < 1700000000000"
+              " AND \"kv:change\" = \"kv:id\" AND \"kv:time\" = CASE \"kv:folder\" WHEN 4098"
+              " THEN \"kv:endTime\" ELSE \"kv:startTime\" END"),
+        QByteArray::number(qint64(count) * (count + 1) / 2) + '\n');
 }
 
 // The marker says that it is: then the old one is not given away for it.
