@@ -140,4 +140,6 @@ QString asMeant(const QString &number)
     return QString::fromLatin1(bytes) == number && meant.toUtf8() == bytes ? meant : number;
 }
 
+QString asStored(const QString &number) { return QString::fromLatin1(number.toUtf8()); }
+
 } // namespace Number

@@ -33,5 +33,7 @@ QStringList parties(const QStringList &numbers);
 //! from there, as "BÃ¤nk". Undone here, it is shown right, stays what it is when it is
 //! added again, and is equal to itself.
 QString asMeant(const QString &number);
+//! As what is meant stands in the store.
+QString asStored(const QString &number);
 
 } // namespace Number

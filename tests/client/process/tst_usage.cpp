@@ -151,6 +151,9 @@ void TestUsage::saysWhatItDoesNotUnderstand_data()
     row("show -x", "Unknown option 'x'; see korvasync show --help");
     row("list extra", "list takes no arguments; --number and --grep look for messages");
     row("list --ids --count", "--ids and --count exclude each other");
+    row("list --number 1 --number-tail 1", "--number and --number-tail exclude each other");
+    row("list --number=", "--number needs a number or a name");
+    row("list --number-tail=", "--number-tail needs a number or a name");
     row("list --ids -o vmsg", "--ids and -o vmsg exclude each other");
     row("list --timeout inf",
         "--timeout is a number of seconds above 0 and up to 1000000; see korvasync list --help");

@@ -28,7 +28,7 @@ Answer readGroups(MessageStore &store, Groups &groups)
 {
     DuplicateIndex index;
     const Answer answer =
-        store.forEach(Folder::all(), QDateTime(), [&](const StoredMessage &message) {
+        store.forEach(KorvaSyncIf::HistoryFilter(), [&](const StoredMessage &message) {
             index.addStored(Fingerprint::of(message), message.id);
         });
     groups = index.repeatedIds();

@@ -2,141 +2,212 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
 #include "options/command.h"
+#include "store/historyrequest.h"
 #include "store/storeaccess.h"
 
 #include "formats/messageformats.h"
 #include "model/folder.h"
 #include "options/arguments.h"
 #include "process/diagnostics.h"
-#include "shared/interrupt.h"
 #include "shared/number.h"
 #include "shared/text.h"
 
 #include <QtCore/QRegularExpression>
-#include <QtCore/QSet>
+
+#include <korvasync/vmessageencoder.h>
 
 #include <algorithm>
+#include <functional>
 #include <limits>
 
 using namespace KorvaSyncIf;
 
 namespace {
 
-//! Which messages are wanted.
+//! Which messages are wanted. The store answers for all but the regular expression.
 struct Selection
 {
-    QList<LocationId> folders = Folder::all();
-    QDateTime since;
-    QDateTime modifiedSince;
-    std::optional<QString> number; //!< comparable
+    HistoryFilter filter;
     QRegularExpression body;
     int limit = std::numeric_limits<int>::max();
-    bool keepsVMessages = false; //!< which take more room than all else of a message
 
     bool take(const Invocation &invocation);
-    bool accepts(const StoredMessage &message);
+    bool hasExpression() const { return !body.pattern().isEmpty(); }
+    bool matches(const QString &text);
 
     int undecided = 0; //!< texts at which the search for the expression was given up
-    bool matches(const QString &text);
+
+private:
+    bool takeTimes(const Invocation &invocation);
+    bool takeParty(const Invocation &invocation);
+    bool takeExpression(const Invocation &invocation);
 };
 
-bool Selection::take(const Invocation &invocation)
+bool Selection::takeTimes(const Invocation &invocation)
 {
     const QTimeZone &zone = invocation.global.localZone;
-    if (!Arguments::takeTime(invocation.options, "since", zone, since)
-        || !Arguments::takeTime(invocation.options, "modified-since", zone, modifiedSince,
-                                DateText::RoundDown)
-        || !Arguments::takeNumber(invocation.options, "limit", 0, limit, limit))
+    return Arguments::takeTime(invocation.options, "since", zone, filter.from)
+        && Arguments::takeTime(invocation.options, "until", zone, filter.to)
+        && Arguments::takeTime(invocation.options, "modified-since", zone, filter.modifiedSince,
+                               DateText::RoundDown);
+}
+
+bool Selection::takeParty(const Invocation &invocation)
+{
+    const bool isTail = invocation.isSet("number-tail");
+    if (isTail && invocation.isSet("number")) {
+        Diagnostics::error(Text::tr("--number and --number-tail exclude each other"));
         return false;
-    const QString folder = invocation.value("folder");
-    if (invocation.isSet("folder") && folder != QLatin1String("all")) {
-        const auto location = Folder::byName(folder);
-        if (!location) {
-            Diagnostics::error(Text::tr("--folder is inbox, outbox, drafts, sent, my or all"));
-            return false;
-        }
-        folders = {*location};
     }
-    if (invocation.isSet("number"))
-        number = Number::comparable(invocation.value("number"));
-    if (invocation.isSet("grep"))
-        body = QRegularExpression(invocation.value("grep"),
-                                  QRegularExpression::UseUnicodePropertiesOption);
-    if (!body.isValid()) {
-        Diagnostics::error(Text::tr("--grep is no regular expression: %1").arg(body.errorString()));
+    filter.party = Number::asStored(invocation.value(isTail ? "number-tail" : "number"));
+    filter.partyMatch =
+        isTail ? HistoryFilter::PartyMatch::SameEnding : HistoryFilter::PartyMatch::SameNumber;
+    if (filter.party.isEmpty() && (isTail || invocation.isSet("number"))) {
+        Diagnostics::error(Text::tr("--%1 needs a number or a name")
+                               .arg(QLatin1String(isTail ? "number-tail" : "number")));
         return false;
     }
     return true;
 }
 
+bool Selection::takeExpression(const Invocation &invocation)
+{
+    QRegularExpression::PatternOptions options = QRegularExpression::UseUnicodePropertiesOption;
+    if (invocation.isSet("ignore-case"))
+        options |= QRegularExpression::CaseInsensitiveOption;
+    if (invocation.isSet("grep"))
+        body = QRegularExpression(invocation.value("grep").normalized(QString::NormalizationForm_C),
+                                  options);
+    if (!body.isValid())
+        Diagnostics::error(Text::tr("--grep is no regular expression: %1").arg(body.errorString()));
+    return body.isValid();
+}
+
+bool Selection::take(const Invocation &invocation)
+{
+    if (!takeTimes(invocation) || !takeParty(invocation) || !takeExpression(invocation)
+        || !Arguments::takeNumber(invocation.options, "limit", 0, limit, limit)
+        || !Arguments::takeNumber(invocation.options, "conversation", 1,
+                                  std::numeric_limits<int>::max(), filter.conversation))
+        return false;
+    filter.unreadOnly = invocation.isSet("unread");
+    const QString folder = invocation.value("folder");
+    if (!invocation.isSet("folder") || folder == QLatin1String("all"))
+        return true;
+    const auto location = Folder::byName(folder);
+    if (!location) {
+        Diagnostics::error(Text::tr("--folder is inbox, outbox, drafts, sent, my or all"));
+        return false;
+    }
+    filter.folders = {*location};
+    return true;
+}
+
 bool Selection::matches(const QString &text)
 {
-    if (body.pattern().isEmpty())
+    if (!hasExpression())
         return true;
-    const QRegularExpressionMatch match = body.match(text);
+    const QRegularExpressionMatch match = body.match(text.normalized(QString::NormalizationForm_C));
     if (!match.isValid())
         ++undecided;
     return match.hasMatch();
 }
 
-bool Selection::accepts(const StoredMessage &message)
+//! Prints messages as they come. Forms that begin with what only the last message decides wait for
+//! the end.
+class Printer
 {
-    return folders.contains(static_cast<LocationId>(message.folder))
-        && (since.isNull() || (message.time.isValid() && message.time >= since))
-        && (!number || Number::comparable(message.number) == number) && matches(message.body);
-}
-
-// A read by modification carries that time as the messages' own: only its ids are of use.
-Answer readModified(MessageStore &store, Selection &selection, QList<StoredMessage> &messages)
-{
-    QSet<int> ids;
-    for (const LocationId folder : selection.folders) {
-        const MessageStore::Read read = store.modifiedMessages(selection.modifiedSince, folder);
-        if (read.answer != Answer::Finished)
-            return read.answer;
-        for (const SyncSmsInfo &record : read.messages)
-            ids += record.id;
+public:
+    explicit Printer(const Invocation &invocation)
+        : m_output(invocation.output)
+        , m_format(invocation.global.format)
+        , m_idsOnly(invocation.isSet("ids"))
+        , m_isStreamed(m_format == QLatin1String("ndjson") || needsVMessages())
+    {
     }
-    const TroubleWatch watch;
-    for (const int id : qAsConst(ids)) {
-        if (Interrupt::signalNumber() != 0)
-            return Answer::Interrupted;
-        const StoredMessage message = StoredMessage::fromRecord(store.message(id));
-        if (message.id != -1 && selection.accepts(message)) // it may be gone or elsewhere by now
-            messages += message;
-    }
-    // Else messages would be missing without a word.
-    return watch.hasTrouble() ? Answer::Refused : Answer::Finished;
-}
 
-//! In the order of the list: equal times by id.
-bool isOlder(const StoredMessage &a, const StoredMessage &b)
-{
-    const qint64 first = a.time.isValid() ? a.time.toMSecsSinceEpoch() : 0;
-    const qint64 second = b.time.isValid() ? b.time.toMSecsSinceEpoch() : 0;
-    return std::tie(first, a.id) < std::tie(second, b.id);
-}
-
-void keepNewest(QList<StoredMessage> &messages, int limit)
-{
-    if (messages.size() <= limit)
-        return;
-    std::nth_element(messages.begin(), messages.end() - limit, messages.end(), isOlder);
-    messages = messages.mid(messages.size() - limit);
-}
-
-Answer readFolders(MessageStore &store, Selection &selection, QList<StoredMessage> &messages)
-{
-    constexpr int fewest = 1000; // to look through at a time
-    return store.forEach(selection.folders, selection.since, [&](const StoredMessage &message) {
-        if (!selection.accepts(message))
+    void print(const HistoryItem &item)
+    {
+        if (m_idsOnly) {
+            m_output.write(QByteArray::number(item.id) + '\n');
             return;
-        messages += message;
-        if (!selection.keepsVMessages)
-            messages.last().vMessage.clear();
-        if (messages.size() - selection.limit > qMax(selection.limit, fewest))
-            keepNewest(messages, selection.limit);
-    });
+        }
+        StoredMessage message = StoredMessage::fromItem(item);
+        if (needsVMessages())
+            message.vMessage = m_encoder.encode(item.toSmsInfo()).vMessage;
+        m_waiting += message;
+        constexpr int portion = 500;
+        if (m_isStreamed && m_waiting.size() >= portion)
+            flush();
+    }
+
+    void end()
+    {
+        if (m_idsOnly)
+            return;
+        if (m_format == QLatin1String("text"))
+            MessageFormats::printTable(m_waiting, m_output);
+        else
+            flush();
+    }
+
+private:
+    bool needsVMessages() const { return m_format == QLatin1String("vmsg"); }
+
+    void flush()
+    {
+        MessageFormats::print(m_waiting, m_format, m_output);
+        m_waiting.clear();
+    }
+
+    StandardOutput &m_output;
+    const QString m_format;
+    const bool m_idsOnly;
+    const bool m_isStreamed;
+    VMessageEncoder m_encoder;
+    QList<StoredMessage> m_waiting;
+};
+
+//! Hands out the newest ones, oldest first.
+Answer readNewest(const Invocation &invocation, Selection &selection,
+                  const std::function<void(const HistoryItem &)> &take)
+{
+    HistoryFilter filter = selection.filter;
+    filter.order = HistoryFilter::Order::NewestFirst;
+    if (!selection.hasExpression())
+        filter.limit = selection.limit;
+    QList<HistoryItem> newest;
+    const Answer answer = selection.limit == 0
+        ? Answer::Finished
+        : HistoryRequest::forEach(invocation.global.timeout, filter, [&](const HistoryItem &item) {
+              if (selection.matches(item.text))
+                  newest += item;
+              return newest.size() < selection.limit;
+          });
+    std::for_each(newest.crbegin(), newest.crend(), take);
+    return answer;
+}
+
+Answer readAll(const Invocation &invocation, Selection &selection,
+               const std::function<void(const HistoryItem &)> &take)
+{
+    return HistoryRequest::forEach(invocation.global.timeout, selection.filter,
+                                   [&](const HistoryItem &item) {
+                                       if (selection.matches(item.text))
+                                           take(item);
+                                       return invocation.output.error().isEmpty();
+                                   });
+}
+
+Answer countAll(const Invocation &invocation, const Selection &selection, qint64 *count)
+{
+    QList<HistoryCount> counts;
+    const Answer answer = HistoryRequest::counts(invocation.global.timeout, selection.filter,
+                                                 HistoryCount::By::Folder, &counts);
+    for (const HistoryCount &one : counts)
+        *count += one.count;
+    *count = qMin<qint64>(*count, selection.limit);
+    return answer;
 }
 
 //! What is wrong with the command line; empty = nothing.
@@ -156,39 +227,42 @@ QString misuse(const Invocation &invocation)
     return QString();
 }
 
+Answer printCount(const Invocation &invocation, Selection &selection)
+{
+    qint64 count = 0;
+    const auto take = [&](const HistoryItem &) { ++count; };
+    const Answer answer = selection.hasExpression() ? readNewest(invocation, selection, take)
+                                                    : countAll(invocation, selection, &count);
+    if (answer == Answer::Finished)
+        invocation.output.write(QByteArray::number(count) + '\n');
+    return answer;
+}
+
+Answer printMessages(const Invocation &invocation, Selection &selection)
+{
+    Printer printer(invocation);
+    const auto read = invocation.isSet("limit") ? readNewest : readAll;
+    const Answer answer =
+        read(invocation, selection, [&](const HistoryItem &item) { printer.print(item); });
+    if (answer == Answer::Finished)
+        printer.end();
+    return answer;
+}
+
 ExitCode runList(const Invocation &invocation)
 {
-    const bool idsOnly = invocation.isSet("ids");
-    const bool countOnly = invocation.isSet("count");
-    const QString &format = invocation.global.format;
-    const bool isTable = format == QLatin1String("text");
     Selection selection;
     const QString wrong = misuse(invocation);
     if (!wrong.isEmpty())
         Diagnostics::error(wrong);
     if (!wrong.isEmpty() || !selection.take(invocation))
         return UsageError;
-    selection.keepsVMessages = format == QLatin1String("vmsg");
-    MessageStore store(invocation.global.timeout);
-    if (const ExitCode code = StoreAccess::requireReadable(invocation.location, store))
+    if (const ExitCode code = StoreAccess::requireStore(invocation.location))
         return code;
-    QList<StoredMessage> messages;
-    const auto read = selection.modifiedSince.isNull() ? readFolders : readModified;
-    const Answer answer = read(store, selection, messages);
+    const auto print = invocation.isSet("count") ? printCount : printMessages;
+    const Answer answer = print(invocation, selection);
     if (answer != Answer::Finished)
         return StoreAccess::complain(invocation.location, answer);
-    keepNewest(messages, selection.limit);
-    std::sort(messages.begin(), messages.end(), isOlder);
-    if (countOnly) {
-        invocation.output.write(QByteArray::number(messages.size()) + '\n');
-    } else if (idsOnly) {
-        for (const StoredMessage &message : messages)
-            invocation.output.write(QByteArray::number(message.id) + '\n');
-    } else if (isTable) {
-        MessageFormats::printTable(messages, invocation.output);
-    } else {
-        MessageFormats::print(messages, format, invocation.output);
-    }
     if (selection.undecided == 0)
         return AllDone;
     Diagnostics::warn(Text::tr("%n not listed, as --grep is too hard to decide for them; a simpler "
@@ -214,11 +288,18 @@ Command listCommand()
                  Text::tr("From this time on: 2024-05-01T10:00:00Z, 2024-05-01 or @seconds."),
                  text("T")},
                 {text("modified-since"), Text::tr("Added or changed after this time."), text("T")},
+                {text("until"), Text::tr("Before this time."), text("T")},
                 {text("number"),
-                 Text::tr("To or from this number (its last 7 digits) or alphanumeric sender."),
+                 Text::tr("To or from this number, in any spelling, or alphanumeric sender."),
                  text("N")},
+                {text("number-tail"),
+                 Text::tr("To or from any number with the same last 7 digits."), text("N")},
+                {text("conversation"), Text::tr("Of this conversation, by its id."), text("ID")},
+                {text("unread"), Text::tr("Only what is unread.")},
                 {text("grep"), Text::tr("With a text that matches this regular expression."),
                  text("RE")},
+                {QStringList{text("i"), text("ignore-case")},
+                 Text::tr("Let --grep match upper case with lower case.")},
                 {text("limit"), Text::tr("Only the newest N."), text("N")},
                 {text("ids"), Text::tr("Print only the ids.")},
                 {text("count"), Text::tr("Print only how many there are.")},

@@ -64,13 +64,12 @@ Answer foresee(MessageStore &store, const SmsInfo &message, ItemResult &result)
     const bool isSoughtByEnd = Number::isSoughtByEnd(number);
     const QRegularExpression end(number + QLatin1Char('$'));
     bool isKnown = false;
-    const Answer answer =
-        store.forEach(Folder::all(), QDateTime(), [&](const StoredMessage &other) {
-            if (isKnown)
-                return;
-            const QString known = Number::comparable(other.number);
-            isKnown = known == number || (isSoughtByEnd && end.match(known).hasMatch());
-        });
+    const Answer answer = store.forEach(HistoryFilter(), [&](const StoredMessage &other) {
+        if (isKnown)
+            return;
+        const QString known = Number::comparable(other.number);
+        isKnown = known == number || (isSoughtByEnd && end.match(known).hasMatch());
+    });
     if (answer != Answer::Finished)
         return answer;
     if (isKnown) {

@@ -78,7 +78,7 @@ ExitCode runNumbers(const Invocation &invocation)
     NumberFindings findings;
     MessageStore store(invocation.global.timeout);
     const Answer answer =
-        store.forEach(Folder::all(), QDateTime(),
+        store.forEach(KorvaSyncIf::HistoryFilter(),
                       [&](const StoredMessage &message) { findings.add(message.number); });
     if (answer != Answer::Finished)
         return StoreAccess::complain(invocation.location, answer);

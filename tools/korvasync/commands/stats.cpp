@@ -116,7 +116,9 @@ ExitCode runStats(const Invocation &invocation)
         return code;
     Counting messages(false, "folder");
     MessageStore store(invocation.global.timeout);
-    const Answer answer = store.forEach(Folder::all(), since, [&](const StoredMessage &message) {
+    KorvaSyncIf::HistoryFilter filter;
+    filter.from = since;
+    const Answer answer = store.forEach(filter, [&](const StoredMessage &message) {
         messages.count(Folder::name(message.folder), message.time, message.number,
                        message.isRead ? 0 : 1);
     });

@@ -24,7 +24,7 @@ Answer ImportStore::read() { return m_messages ? readMessages() : readCalls(); }
 
 Answer ImportStore::readMessages()
 {
-    return m_messages->forEach(Folder::all(), QDateTime(), [this](const StoredMessage &message) {
+    return m_messages->forEach(KorvaSyncIf::HistoryFilter(), [this](const StoredMessage &message) {
         m_messageWriter->noteStored(message.id);
         if (m_equals == AreAdded)
             return;

@@ -4,6 +4,7 @@
 #include "storedmessage.h"
 
 #include "datetext.h"
+#include "shared/number.h"
 #include "shared/parsedmessage.h"
 
 StoredMessage StoredMessage::fromRecord(const KorvaSyncIf::SyncSmsInfo &record)
@@ -20,5 +21,21 @@ StoredMessage StoredMessage::fromRecord(const KorvaSyncIf::SyncSmsInfo &record)
         message.number = (parsed->originators + parsed->recipients).value(0);
         message.body = parsed->body;
     }
+    return message;
+}
+
+StoredMessage StoredMessage::fromItem(const KorvaSyncIf::HistoryItem &item)
+{
+    StoredMessage message;
+    message.id = item.id;
+    message.folder = item.folder;
+    message.isRead = item.isRead;
+    // A vMessage has whole seconds and no carriage returns.
+    if (item.time.isValid())
+        message.time = item.time.addMSecs(-item.time.time().msec());
+    message.number = Number::asMeant(item.party);
+    message.body = item.text;
+    message.body.remove(QLatin1Char('\r'));
+    message.token = item.token;
     return message;
 }

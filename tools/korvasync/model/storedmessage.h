@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <korvasync/historyitem.h>
 #include <korvasync/syncrecords.h>
 
 #include <QtCore/QDateTime>
@@ -18,7 +19,9 @@ struct StoredMessage
     QString number; //!< the other party, as it is meant
     QString body;
     QString token;
-    QString vMessage; //!< as the library gave it
+    QString vMessage; //!< as the library gave it; empty when it was not asked for
 
     static StoredMessage fromRecord(const KorvaSyncIf::SyncSmsInfo &record);
+    //! Without its vMessage; otherwise equal to the same message as a record.
+    static StoredMessage fromItem(const KorvaSyncIf::HistoryItem &item);
 };

@@ -3,9 +3,8 @@
 
 #include "messagestore.h"
 
+#include "historyrequest.h"
 #include "model/folder.h"
-
-#include <utility>
 
 using namespace KorvaSyncIf;
 
@@ -49,35 +48,13 @@ MessageStore::Read MessageStore::messages(const QDateTime &since, LocationId fol
     return waitForRead(m_timeout, [&] { return m_facade.messages(since, folder); });
 }
 
-Answer MessageStore::forEach(const QList<LocationId> &folders, const QDateTime &since,
-                             const std::function<void(const StoredMessage &)> &take)
+Answer MessageStore::forEach(const HistoryFilter &filter,
+                             const std::function<void(const StoredMessage &)> &take) const
 {
-    const TroubleWatch watch;
-    const auto begin = [&](LocationId folder) {
-        const BoundedCall call(BoundedCall::Read, m_timeout);
-        return m_facade.messages(since, folder);
-    };
-    PendingMsgs *pending = begin(folders.first());
-    for (int next = 1; next <= folders.size(); ++next) {
-        const Read read = waitForRead(
-            m_timeout, [&] { return std::exchange(pending, nullptr); }, watch);
-        if (read.answer != Answer::Finished)
-            return read.answer;
-        // The store has a thread of its own, which reads on while this one is taken.
-        if (next < folders.size())
-            pending = begin(folders.at(next));
-        for (const SyncSmsInfo &record : read.messages) {
-            if (Interrupt::signalNumber() != 0)
-                return Answer::Interrupted;
-            take(StoredMessage::fromRecord(record));
-        }
-    }
-    return Answer::Finished;
-}
-
-MessageStore::Read MessageStore::modifiedMessages(const QDateTime &since, LocationId folder)
-{
-    return waitForRead(m_timeout, [&] { return m_facade.modifiedMessages(since, folder); });
+    return HistoryRequest::forEach(m_timeout, filter, [&](const HistoryItem &item) {
+        take(StoredMessage::fromItem(item));
+        return true;
+    });
 }
 
 SyncSmsInfo MessageStore::message(int id)

@@ -6,6 +6,7 @@
 #include "model/storedmessage.h"
 #include "shared/pendingwait.h"
 
+#include <korvasync/historyitem.h>
 #include <korvasync/smssyncinterface.h>
 
 #include <QtCore/QList>
@@ -35,13 +36,9 @@ public:
     //! that is broken from an id that is unknown.
     Answer probe();
     Read messages(const QDateTime &since, KorvaSyncIf::LocationId folder);
-    //! Hands out the messages of several folders one by one, while the store reads the next folder.
-    //! They are held a folder at a time.
-    //! \param folders  at least one
-    //! \param since  their own time, included; null = all
-    Answer forEach(const QList<KorvaSyncIf::LocationId> &folders, const QDateTime &since,
-                   const std::function<void(const StoredMessage &)> &take);
-    Read modifiedMessages(const QDateTime &since, KorvaSyncIf::LocationId folder);
+    //! Hands out the messages that pass the filter, one by one, without their vMessages.
+    Answer forEach(const KorvaSyncIf::HistoryFilter &filter,
+                   const std::function<void(const StoredMessage &)> &take) const;
     //! \return id -1 when no message has the id; calls share the ids, but are no messages
     KorvaSyncIf::SyncSmsInfo message(int id);
 

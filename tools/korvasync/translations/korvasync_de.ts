@@ -405,10 +405,6 @@ Weitere Aktionen: „calls add“ und „calls wipe“, jede mit eigenem --help.
         <translation>Nach dieser Zeit hinzugefügt oder geändert.</translation>
     </message>
     <message>
-        <source>To or from this number (its last 7 digits) or alphanumeric sender.</source>
-        <translation>An oder von dieser Nummer (ihre letzten 7 Ziffern) oder diesem Namen als Absender.</translation>
-    </message>
-    <message>
         <source>With a text that matches this regular expression.</source>
         <translation>Deren Text zu diesem regulären Ausdruck passt.</translation>
     </message>
@@ -1123,6 +1119,38 @@ Weitere Aktionen: „calls add“ und „calls wipe“, jede mit eigenem --help.
     <message>
         <source>the text below line %1 is longer than 2 GiB</source>
         <translation>der Text unter Zeile %1 ist länger als 2 GiB</translation>
+    </message>
+    <message>
+        <source>--number and --number-tail exclude each other</source>
+        <translation>--number und --number-tail schließen sich aus</translation>
+    </message>
+    <message>
+        <source>--%1 needs a number or a name</source>
+        <translation>--%1 braucht eine Nummer oder einen Namen</translation>
+    </message>
+    <message>
+        <source>Before this time.</source>
+        <translation>Vor dieser Zeit.</translation>
+    </message>
+    <message>
+        <source>To or from this number, in any spelling, or alphanumeric sender.</source>
+        <translation>An oder von dieser Nummer, in jeder Schreibweise, oder diesem alphanumerischen Absender.</translation>
+    </message>
+    <message>
+        <source>To or from any number with the same last 7 digits.</source>
+        <translation>An oder von jeder Nummer mit denselben letzten 7 Ziffern.</translation>
+    </message>
+    <message>
+        <source>Of this conversation, by its id.</source>
+        <translation>Aus dieser Unterhaltung, nach ihrer Kennung.</translation>
+    </message>
+    <message>
+        <source>Only what is unread.</source>
+        <translation>Nur Ungelesenes.</translation>
+    </message>
+    <message>
+        <source>Let --grep match upper case with lower case.</source>
+        <translation>--grep unterscheidet Groß- und Kleinschreibung nicht.</translation>
     </message>
 </context>
 </TS>

@@ -405,10 +405,6 @@ Otras acciones: «calls add» y «calls wipe», cada una con su --help.</transla
         <translation>Añadidos o cambiados después de esta hora.</translation>
     </message>
     <message>
-        <source>To or from this number (its last 7 digits) or alphanumeric sender.</source>
-        <translation>Para o de este número (sus últimas 7 cifras) o remitente alfanumérico.</translation>
-    </message>
-    <message>
         <source>With a text that matches this regular expression.</source>
         <translation>Cuyo texto coincide con esta expresión regular.</translation>
     </message>
@@ -1123,6 +1119,38 @@ Otras acciones: «calls add» y «calls wipe», cada una con su --help.</transla
     <message>
         <source>the text below line %1 is longer than 2 GiB</source>
         <translation>el texto bajo la línea %1 supera 2 GiB</translation>
+    </message>
+    <message>
+        <source>--number and --number-tail exclude each other</source>
+        <translation>--number y --number-tail se excluyen</translation>
+    </message>
+    <message>
+        <source>--%1 needs a number or a name</source>
+        <translation>--%1 necesita un número o un nombre</translation>
+    </message>
+    <message>
+        <source>Before this time.</source>
+        <translation>Antes de esta hora.</translation>
+    </message>
+    <message>
+        <source>To or from this number, in any spelling, or alphanumeric sender.</source>
+        <translation>De o para este número, en cualquier forma, o este remitente alfanumérico.</translation>
+    </message>
+    <message>
+        <source>To or from any number with the same last 7 digits.</source>
+        <translation>De o para cualquier número con las mismas 7 últimas cifras.</translation>
+    </message>
+    <message>
+        <source>Of this conversation, by its id.</source>
+        <translation>De esta conversación, por su identificador.</translation>
+    </message>
+    <message>
+        <source>Only what is unread.</source>
+        <translation>Solo lo no leído.</translation>
+    </message>
+    <message>
+        <source>Let --grep match upper case with lower case.</source>
+        <translation>--grep no distingue mayúsculas de minúsculas.</translation>
     </message>
 </context>
 </TS>
