@@ -5,6 +5,7 @@
 
 #include "historykeys_p.h"
 
+#include <store/endkey.h>
 #include <store/storedtext.h>
 
 #include <cstring>

@@ -44,14 +44,4 @@ qint64 partyKeyOf(const QString &party)
     return digits.isEmpty() ? wordKey(party) : (QLatin1Char('1') + digits).toLongLong();
 }
 
-qint64 endKey(const QByteArray &text)
-{
-    constexpr int length = 7;
-    const int end = int(text.size()) - (text.endsWith('\n') ? 1 : 0);
-    qint64 key = 0;
-    for (int i = 1; i <= length; ++i)
-        key = key << 8 | (i <= end ? quint8(text.at(end - i)) : 0);
-    return key;
-}
-
 } // namespace CommHistory

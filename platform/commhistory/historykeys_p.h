@@ -5,7 +5,6 @@
 
 #include "eventrow_p.h"
 
-#include <QtCore/QByteArray>
 #include <QtCore/QString>
 
 namespace CommHistory {
@@ -24,9 +23,5 @@ qint64 ownTime(const EventRow &row);
 //! it. Of a number it is made from the last seven digits, of a word from the word without regard
 //! to letter case and to how its signs are composed.
 qint64 partyKeyOf(const QString &party);
-
-//! The key of a text's end: its last seven bytes backwards, so that texts that end alike lie side
-//! by side. A line feed at the end does not count, as it does not to the end of an expression.
-qint64 endKey(const QByteArray &text);
 
 } // namespace CommHistory

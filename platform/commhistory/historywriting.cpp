@@ -159,13 +159,15 @@ QByteArray remoteText(const Group &group)
 
 //! The first conversation of a party. Texts are equal to the database that differ in signs which
 //! nobody sees; those of a name that looks alike are none.
+//! COALESCE keeps the database from its index of accounts, of which there is one.
 //! \param id  of the conversation, 0 when there is none
 bool findConversation(StoreConnection &connection, const QByteArray &local,
                       const QByteArray &remote, int *id)
 {
     TrackerSparqlStatement *statement = connection.statement(
         "SELECT ?id ?remote FROM <" KORVASYNC_GRAPH "> { ?channel a nmo:CommunicationChannel ;"
-        " nie:subject ~local ; nie:generator ?remote . FILTER (?remote = ~remote)"
+        " nie:subject ?local ; nie:generator ?remote ."
+        " FILTER (?remote = ~remote && COALESCE(?local, '') = ~local)"
         " BIND (xsd:integer(STRAFTER(STR(?channel), 'conversation:')) AS ?id) } ORDER BY ?id");
     if (statement) {
         tracker_sparql_statement_bind_string(statement, "local", local.constData());

@@ -61,7 +61,7 @@ public:
 
     //! Whether the files can be opened now. The lock must be held.
     static StoreProblem probeFiles(const QString &databasePath);
-    static bool createDatabase(const QString &databasePath);
+    [[nodiscard]] static bool createDatabase(const QString &databasePath);
     //! Null when the database cannot be opened. The lock must be held.
     //! \param format  of the database; one of an older format is only read
     static std::unique_ptr<StoreConnection> open(const StoreDirectory &directory, StoreLock &lock,
@@ -87,27 +87,26 @@ public:
     //! One transaction under the lock of all processes. \a fill adds to the batch what is
     //! to be written, after reading what it needs; it returns false to write nothing. True
     //! when everything is on disk.
-    bool write(const std::function<bool(TrackerBatch *)> &fill);
+    [[nodiscard]] bool write(const std::function<bool(TrackerBatch *)> &fill);
     //! One transaction in a database that nobody else knows of yet.
-    bool fill(const std::function<bool(TrackerBatch *)> &fill);
+    [[nodiscard]] bool fill(const std::function<bool(TrackerBatch *)> &fill);
     //! Nothing when it cannot be read.
     std::optional<Contents> contents();
 
     //! False when other processes find another store, or none, under the path of this one.
     bool isInPlace() const;
 
-
     void warnAbout(StoreProblem problem) const;
 
 private:
     StoreConnection(const StoreDirectory &directory, StoreLock &lock, const QString &databasePath,
                     Mode mode, int format);
-    bool openDatabase();
-    static bool execute(TrackerBatch *batch);
+    [[nodiscard]] bool openDatabase();
+    [[nodiscard]] static bool execute(TrackerBatch *batch);
     template <std::size_t Count>
     bool readNumbers(const char *text, std::array<qint64, Count> *numbers);
     void readIdentity();
-    bool syncToDisk() const;
+    [[nodiscard]] bool syncToDisk() const;
 
     StoreDirectory m_directory;
     StoreLock &m_lock;

@@ -7,7 +7,9 @@
 #include "storeconnection.h"
 #include "storefiles.h"
 #include "storelock.h"
+#include "storeupgrade.h"
 
+#include <atomic>
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -39,6 +41,19 @@ void closeToOthers(const OwnDirectory &directory)
                        entry.status.st_mode & S_IRWXU, 0);
     }
 }
+
+std::atomic<bool> isUpgrading{false};
+
+//! Tells others of an upgrade as long as it lives.
+class UpgradeMark
+{
+public:
+    UpgradeMark() { isUpgrading = true; }
+    ~UpgradeMark() { isUpgrading = false; }
+
+private:
+    Q_DISABLE_COPY(UpgradeMark)
+};
 
 //! Writes the whole marker or, where that fails, none.
 bool writeMarker(const OwnDirectory &directory)
@@ -120,8 +135,11 @@ StoreProblem StoreDirectory::create(StoreLock &lock) const
     return finish(lock, StoreFiles::Format);
 }
 
+bool isStoreBeingUpgraded() { return isUpgrading; }
+
 StoreProblem StoreDirectory::upgrade(StoreLock &lock, int format, HistoryCopier copy) const
 {
+    const UpgradeMark mark;
     const OwnDirectory directory(m_place.encodedPath());
     // One that was broken off goes on, lest a time limit that is too short for it keep it from ever
     // coming to its end. The old database may have been written since: then it does not agree.

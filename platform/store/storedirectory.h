@@ -33,20 +33,20 @@ public:
     QString newDatabasePath() const;
 
     //! Makes the folder when it is absent, closes it to other users and opens the lock.
-    StoreProblem claim(StoreLock &lock) const;
+    [[nodiscard]] StoreProblem claim(StoreLock &lock) const;
     //! Closes what is there to other users, as far as the system lets us.
     void makePrivate() const;
     //! Makes a store where the place is absent. The lock must be held.
-    StoreProblem create(StoreLock &lock) const;
+    [[nodiscard]] StoreProblem create(StoreLock &lock) const;
     //! Gives a store of an older format a new database beside the old one, and then its place. The
     //! old one stays as it is until the new one has been read. The lock must be held.
-    StoreProblem upgrade(StoreLock &lock, int format, HistoryCopier copy) const;
+    [[nodiscard]] StoreProblem upgrade(StoreLock &lock, int format, HistoryCopier copy) const;
     //! Brings an interrupted creation or upgrade to its end. The lock must be held.
     //! \param format  that the marker names
-    StoreProblem finish(StoreLock &lock, int format) const;
+    [[nodiscard]] StoreProblem finish(StoreLock &lock, int format) const;
 
 private:
-    bool copyDatabase(StoreLock &lock, int format, HistoryCopier copy) const;
+    [[nodiscard]] bool copyDatabase(StoreLock &lock, int format, HistoryCopier copy) const;
 
     StorePlace m_place;
 };

@@ -311,6 +311,10 @@ void TestChangeNumbers::conversationsAreFoundByTheirEnds_data()
     QTest::newRow("none") << QString() << QByteArray("0");
     QTest::newRow("bytes") << QStringLiteral("caf\u00e9") << QByteArray("a9c36661630000");
     QTest::newRow("a line's end") << QStringLiteral("177\n") << QByteArray("37373100000000");
+    QTest::newRow("another line's end")
+        << QStringLiteral("177\r\n") << QByteArray("37373100000000");
+    QTest::newRow("two line's ends")
+        << QStringLiteral("177\n\u2028") << QByteArray("a373731000000");
 }
 
 void TestChangeNumbers::conversationsAreFoundByTheirEnds()
