@@ -2,7 +2,8 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
 #include "model/datetext.h"
-#include "process/localzone.h"
+
+#include <vmessage/messagetime.h>
 
 #include <QtTest/QTest>
 
@@ -149,13 +150,13 @@ void TestDateText::readsTimesOfTheCommandLine()
 
 void TestDateText::takesTheFirstOfTwoEqualLocalTimes()
 {
-    const QDateTime utc = LocalZone::toUtc(QDate(2010, 10, 31), QTime(3, 30), helsinki);
+    const QDateTime utc = MessageTime::toUtc(QDate(2010, 10, 31), QTime(3, 30), helsinki);
     QCOMPARE(DateText::write(utc), QStringLiteral("2010-10-31T00:30:00Z"));
 }
 
 void TestDateText::movesLocalTimesOutOfAGap()
 {
-    const QDateTime utc = LocalZone::toUtc(QDate(2010, 3, 28), QTime(3, 30), helsinki);
+    const QDateTime utc = MessageTime::toUtc(QDate(2010, 3, 28), QTime(3, 30), helsinki);
     QCOMPARE(DateText::write(utc), QStringLiteral("2010-03-28T01:30:00Z"));
 }
 
@@ -166,7 +167,7 @@ void TestDateText::agreesWithQtAllYearRound()
         QDateTime utc(QDate(2010, 1, 1), QTime(0, 0), Qt::UTC);
         for (; utc.date().year() == 2010; utc = utc.addSecs(30 * 60)) {
             const QDateTime local = utc.toTimeZone(zone);
-            const QDateTime again = LocalZone::toUtc(local.date(), local.time(), zone);
+            const QDateTime again = MessageTime::toUtc(local.date(), local.time(), zone);
             // Only the second of two equal times of the clock is taken for the first.
             if (again != utc)
                 QCOMPARE(again.toTimeZone(zone).time(), local.time());

@@ -3,9 +3,7 @@
 
 #include "datetext.h"
 
-#include "process/localzone.h"
-
-#include <vmessage/datespellings.h>
+#include <vmessage/messagetime.h>
 
 #include <QtCore/QStringView>
 #include <QtCore/QVarLengthArray>
@@ -35,34 +33,12 @@ std::string_view viewOf(const Characters &characters)
     return {characters.constData(), static_cast<size_t>(characters.size())};
 }
 
-QDateTime toUtc(const DateSpellings::Date &spelled, const QTimeZone &local)
-{
-    const QDate date(spelled.year, spelled.month, spelled.day);
-    const QTime time(spelled.hour, spelled.minute, spelled.second);
-    if (!date.isValid())
-        return QDateTime();
-    if (!spelled.offset)
-        return LocalZone::toUtc(date, time, local);
-    return QDateTime(date, time, Qt::UTC).addSecs(-*spelled.offset);
-}
-
-// Whatever the zone.
-bool isStandIn(const DateSpellings::Date &date)
-{
-    return date.year == 1970 && date.month == 1 && date.day == 1 && date.hour == 0
-        && date.minute == 0 && date.second == 0;
-}
-
 } // namespace
 
 QDateTime readMessageTime(const QString &text, const QTimeZone &local)
 {
     const Characters characters = asciiOf(QStringView(text).trimmed());
-    if (const auto date = DateSpellings::readDate(viewOf(characters)))
-        return isStandIn(*date) ? QDateTime() : toUtc(*date, local);
-    if (const auto seconds = DateSpellings::readCount(viewOf(characters)))
-        return QDateTime::fromMSecsSinceEpoch(*seconds * 1000, Qt::UTC);
-    return QDateTime();
+    return MessageTime::read(viewOf(characters), local);
 }
 
 QDateTime readOption(const QString &text, const QTimeZone &local, Rounding rounding)
@@ -85,7 +61,8 @@ QDateTime readOption(const QString &text, const QTimeZone &local, Rounding round
         return QDateTime();
     if (!isDay && !date->offset) // RFC 3339 always names its zone
         return QDateTime();
-    return toUtc(*date, local).addSecs(date->hasFraction && rounding == RoundUp ? 1 : 0);
+    return MessageTime::toUtc(*date, local)
+        .addSecs(date->hasFraction && rounding == RoundUp ? 1 : 0);
 }
 
 QDateTime now()

@@ -6,6 +6,7 @@
 #include "zonename.h"
 
 #include <QtCore/QByteArrayList>
+#include <QtCore/QDateTime>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 
@@ -97,20 +98,6 @@ Found rememberAndLeave()
         found = {QTimeZone::utc(), true, QString::fromUtf8(name)};
     leave();
     return found;
-}
-
-QDateTime toUtc(QDate date, QTime time, const QTimeZone &zone)
-{
-    const QDateTime shown(date, time, Qt::UTC);
-    if (!shown.isValid())
-        return QDateTime();
-    const int before = zone.offsetFromUtc(shown.addDays(-1));
-    const int after = zone.offsetFromUtc(shown.addDays(1));
-    QDateTime early = shown.addSecs(-before);
-    if (before == after || zone.offsetFromUtc(early) == before)
-        return early;
-    const QDateTime late = shown.addSecs(-after);
-    return zone.offsetFromUtc(late) == after ? late : early;
 }
 
 } // namespace LocalZone

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include <QtCore/QDateTime>
+#include <QtCore/QString>
 #include <QtCore/QTimeZone>
 
 //! The person's time zone. Everything that this process writes is in UTC; only texts
@@ -20,10 +20,5 @@ struct Found
 //! Finds the zone that the C library goes by and puts the process on UTC. To be called before
 //! anything else of Qt looks at the zone.
 Found rememberAndLeave();
-
-//! The instant at which the clocks of \a zone show the given time, in UTC: the first one
-//! where they show it twice; where they skip it, what the clock would show had it not
-//! been put forward. Alike under every version of Qt.
-QDateTime toUtc(QDate date, QTime time, const QTimeZone &zone);
 
 } // namespace LocalZone
