@@ -4,6 +4,7 @@
 #include "syncstorageif_p.h"
 
 #include "base/datetimetext.h"
+#include "base/folders.h"
 #include "base/logging.h"
 
 #include <commhistory/phonenumber.h>
@@ -27,7 +28,7 @@ QString cellularAccountUid()
 
 bool SyncStorageIfPrivate::isOutboundEvent(const SmsInfo &info)
 {
-    return info.parentId == LocOutbox || info.parentId == LocDrafts || info.parentId == LocSent;
+    return isOutboundFolder(info.parentId);
 }
 
 QString SyncStorageIfPrivate::getRemoteId(const SmsInfo &info)
