@@ -37,6 +37,8 @@ const VMessage *VMessageParser::parseVMessage(const char *data, unsigned int len
     return script->parses ? &parsedMessage : nullptr;
 }
 
+VMessageProblem VMessageParser::problem() const { return {}; }
+
 const VMessageHeader *VMessageParser::header(const VMessage *) { return script->header; }
 const VMessageOriginator *VMessageParser::originator(const VMessage *)
 {
