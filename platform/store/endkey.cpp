@@ -21,7 +21,7 @@ qint64 lastBytes(const QByteArray &text, qsizetype size)
 {
     qint64 key = 0;
     for (qsizetype i = 1; i <= KeyLength; ++i)
-        key = key << 8 | (i <= size ? quint8(text.at(size - i)) : 0);
+        key = key << 8 | (i <= size ? quint8(text.constData()[size - i]) : 0);
     return key;
 }
 
