@@ -69,6 +69,14 @@ void TestListing::selects_data()
     row("--ids --since @1288794331", "2\n5\n4\n");
     row("--ids --until 2010-11-03T14:25:31Z", "3\n1\n");
     row("--ids --since 2010-11-03 --until 2010-11-04", "1\n2\n5\n");
+    row("--ids --since 2010-11-04", "4\n");
+    row("--ids --since 2010-11-04 --assume-tz Pacific/Kiritimati", "1\n2\n5\n4\n");
+    row("--ids --since 2w", "");
+    row("--ids --since yesterday", "");
+    row("--ids --until today", "3\n1\n2\n5\n4\n");
+    row("--ids --until 30m", "3\n1\n2\n5\n4\n");
+    row("--ids --until 165343w", "");
+    row("--ids --modified-since 12h", "3\n1\n2\n5\n4\n");
     row("--ids --number +15550100", "1\n2\n");
     row("--ids --number +1-555-0100", "1\n2\n");
     row("--ids --number 5550100", "1\n2\n");

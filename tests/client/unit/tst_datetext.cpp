@@ -18,6 +18,8 @@ private Q_SLOTS:
     void refusesWhatIsNoTime();
     void readsTimesOfTheCommandLine_data();
     void readsTimesOfTheCommandLine();
+    void readsTimesThatTheClockDecides_data();
+    void readsTimesThatTheClockDecides();
     void takesTheFirstOfTwoEqualLocalTimes();
     void movesLocalTimesOutOfAGap();
     void agreesWithQtAllYearRound();
@@ -25,6 +27,11 @@ private Q_SLOTS:
 private:
     const QTimeZone helsinki{"Europe/Helsinki"};
 };
+
+static QDateTime clockAt(const char *utc)
+{
+    return QDateTime::fromString(QString::fromLatin1(utc), Qt::ISODate);
+}
 
 void TestDateText::readsTheSpellingsOfMessageFiles_data()
 {
@@ -136,8 +143,8 @@ void TestDateText::readsTimesOfTheCommandLine_data()
     row("01-05-2024 10:00:00Z", "");
     row("20240501T100000Z", "");
     row("Wed, 01 May 2024 10:00:00 GMT", "");
-    row("yesterday", "");
     row("@", "");
+    row("@100000000001", "");
     row("", "");
 }
 
@@ -145,7 +152,74 @@ void TestDateText::readsTimesOfTheCommandLine()
 {
     QFETCH(QString, text);
     QFETCH(QString, utc);
-    QCOMPARE(DateText::write(DateText::readOption(text, helsinki)), utc);
+    QCOMPARE(DateText::write(DateText::readOption(text, helsinki, clockAt("2024-05-01T10:00:00Z"))),
+             utc);
+}
+
+void TestDateText::readsTimesThatTheClockDecides_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QByteArray>("zone");
+    QTest::addColumn<QDateTime>("now");
+    QTest::addColumn<QString>("utc");
+    const auto row = [](const char *name, const char *text, const char *zone, const char *now,
+                        const char *utc) {
+        QTest::newRow(name) << QString::fromLatin1(text) << QByteArray(zone) << clockAt(now)
+                            << QString::fromLatin1(utc);
+    };
+    const char *const berlin = "Europe/Berlin";
+    row("minutes", "30m", berlin, "2024-05-01T10:00:00Z", "2024-05-01T09:30:00Z");
+    row("hours", "12h", berlin, "2024-05-01T10:00:00Z", "2024-04-30T22:00:00Z");
+    row("days", "7d", berlin, "2024-05-01T10:00:00Z", "2024-04-24T10:00:00Z");
+    row("weeks", "2w", berlin, "2024-05-01T10:00:00Z", "2024-04-17T10:00:00Z");
+    row("none", "0d", berlin, "2024-05-01T10:00:00Z", "2024-05-01T10:00:00Z");
+    row("many", "20000d", berlin, "2024-05-01T10:00:00Z", "1969-07-29T10:00:00Z");
+    row("days-over-a-change", "7d", berlin, "2024-04-03T10:00:00Z", "2024-03-27T10:00:00Z");
+    row("today", "today", berlin, "2024-05-01T10:00:00Z", "2024-04-30T22:00:00Z");
+    row("yesterday", "yesterday", berlin, "2024-05-01T10:00:00Z", "2024-04-29T22:00:00Z");
+    row("already-tomorrow", "today", berlin, "2024-05-01T22:00:00Z", "2024-05-01T22:00:00Z");
+    row("not-yet-tomorrow", "today", berlin, "2024-05-01T21:59:59Z", "2024-04-30T22:00:00Z");
+    row("west", "today", "America/New_York", "2024-05-01T03:00:00Z", "2024-04-30T04:00:00Z");
+    row("spring-today", "today", berlin, "2024-03-31T10:00:00Z", "2024-03-30T23:00:00Z");
+    row("spring-yesterday", "yesterday", berlin, "2024-04-01T10:00:00Z", "2024-03-30T23:00:00Z");
+    row("autumn-today", "today", berlin, "2024-10-27T10:00:00Z", "2024-10-26T22:00:00Z");
+    row("autumn-yesterday", "yesterday", berlin, "2024-10-28T10:00:00Z", "2024-10-26T22:00:00Z");
+    row("no-midnight", "today", "America/Sao_Paulo", "2018-11-04T12:00:00Z",
+        "2018-11-04T03:00:00Z");
+    row("year", "yesterday", "UTC", "2024-01-01T00:00:00Z", "2023-12-31T00:00:00Z");
+    for (const char *text : {"7",
+                             "d",
+                             "-7d",
+                             "+7d",
+                             "7 d",
+                             " 7d",
+                             "7D",
+                             "7dd",
+                             "7s",
+                             "7y",
+                             "1.5h",
+                             "1h30m",
+                             "0x7d",
+                             "1e3m",
+                             "tomorrow",
+                             "Today",
+                             "now",
+                             "165344w",
+                             "9223372036854775808m",
+                             "153722867280912931m",
+                             "@7d"})
+        row(text, text, berlin, "2024-05-01T10:00:00Z", "");
+    QTest::newRow("other-digits") << QString::fromUtf8("\u0667d") << QByteArray(berlin)
+                                  << clockAt("2024-05-01T10:00:00Z") << QString();
+}
+
+void TestDateText::readsTimesThatTheClockDecides()
+{
+    QFETCH(QString, text);
+    QFETCH(QByteArray, zone);
+    QFETCH(QDateTime, now);
+    QFETCH(QString, utc);
+    QCOMPARE(DateText::write(DateText::readOption(text, QTimeZone(zone), now)), utc);
 }
 
 void TestDateText::takesTheFirstOfTwoEqualLocalTimes()

@@ -45,8 +45,9 @@ private:
 
 bool Selection::takeTimes(const Invocation &invocation)
 {
-    const QTimeZone &zone = invocation.global.localZone;
-    return Arguments::takeTime(invocation.options, "since", zone, filter.from)
+    QTimeZone zone = invocation.global.localZone;
+    return Arguments::takeZone(invocation.options, zone)
+        && Arguments::takeTime(invocation.options, "since", zone, filter.from)
         && Arguments::takeTime(invocation.options, "until", zone, filter.to)
         && Arguments::takeTime(invocation.options, "modified-since", zone, filter.modifiedSince,
                                DateText::RoundDown);
@@ -285,10 +286,14 @@ Command listCommand()
                 {text("folder"), Text::tr("inbox, outbox, drafts, sent, my or all (default)."),
                  text("F")},
                 {text("since"),
-                 Text::tr("From this time on: 2024-05-01T10:00:00Z, 2024-05-01 or @seconds."),
+                 Text::tr("From this time on: 2024-05-01T10:00:00Z, 2024-05-01, today, "
+                          "yesterday, 30m, 12h, 7d, 2w or @seconds."),
                  text("T")},
                 {text("modified-since"), Text::tr("Added or changed after this time."), text("T")},
                 {text("until"), Text::tr("Before this time."), text("T")},
+                {text("assume-tz"),
+                 Text::tr("Time zone of dates, e.g. Europe/Helsinki (default: the system's)."),
+                 text("ZONE")},
                 {text("number"),
                  Text::tr("To or from this number, in any spelling, or alphanumeric sender."),
                  text("N")},
@@ -307,7 +312,7 @@ Command listCommand()
             runList,
             {{},
              {"korvasync list --folder inbox --since 2024-05-01 --limit 20",
-              "korvasync list -o vmsg > all.vmsg"},
+              "korvasync list --since yesterday --unread", "korvasync list -o vmsg > all.vmsg"},
              Text::tr("Exit codes: 0 listed, 1 --grep could not be decided for some, 2 usage, 3 "
                       "the store cannot be read, 5 it gave no answer.")}};
 }

@@ -108,7 +108,9 @@ ExitCode runStats(const Invocation &invocation)
         Diagnostics::error(Text::tr("%1 takes no arguments").arg(QLatin1String("stats")));
         return UsageError;
     }
-    if (!Arguments::takeTime(invocation.options, "since", invocation.global.localZone, since)
+    QTimeZone zone = invocation.global.localZone;
+    if (!Arguments::takeZone(invocation.options, zone)
+        || !Arguments::takeTime(invocation.options, "since", zone, since)
         || !Arguments::takeNumber(invocation.options, "limit", 0, std::numeric_limits<int>::max(),
                                   limit))
         return UsageError;
@@ -148,8 +150,12 @@ Command statsCommand()
         {text("text"), text("ndjson")},
         {
             {text("since"),
-             Text::tr("From this time on: 2024-05-01T10:00:00Z, 2024-05-01 or @seconds."),
+             Text::tr("From this time on: 2024-05-01T10:00:00Z, 2024-05-01, today, "
+                      "yesterday, 30m, 12h, 7d, 2w or @seconds."),
              text("T")},
+            {text("assume-tz"),
+             Text::tr("Time zone of dates, e.g. Europe/Helsinki (default: the system's)."),
+             text("ZONE")},
             {text("limit"), Text::tr("The N most frequent numbers (text: 10, ndjson: all)."),
              text("N")},
         },

@@ -4,8 +4,6 @@
 #include "importoptions.h"
 
 #include "options/arguments.h"
-#include "process/diagnostics.h"
-#include "process/zonename.h"
 #include "shared/text.h"
 
 bool ImportOptions::take(const Invocation &invocation, const char *textForm)
@@ -31,13 +29,7 @@ bool ImportOptions::takeReading(const Invocation &invocation, const char *textFo
         return false;
     form = static_cast<ItemReader::Form>(*from);
     localZone = invocation.global.localZone;
-    if (invocation.isSet("assume-tz"))
-        localZone = ZoneName::zone(invocation.value("assume-tz").toUtf8());
-    if (!localZone.isValid()) {
-        Diagnostics::error(
-            ZoneName::complaint(QStringLiteral("--assume-tz"), invocation.value("assume-tz")));
-    }
-    return localZone.isValid();
+    return Arguments::takeZone(invocation.options, localZone);
 }
 
 QList<QCommandLineOption> ImportOptions::declared(Purpose purpose, const char *textForm)

@@ -8,6 +8,8 @@
 #include <QtCore/QStringView>
 #include <QtCore/QVarLengthArray>
 
+#include <algorithm>
+#include <optional>
 #include <string_view>
 
 namespace DateText {
@@ -33,6 +35,46 @@ std::string_view viewOf(const Characters &characters)
     return {characters.constData(), static_cast<size_t>(characters.size())};
 }
 
+constexpr qint64 FarthestSeconds = 100000000000; // from 1970, or from now
+
+QDateTime countedFrom1970(const QString &digits)
+{
+    bool isNumber = false;
+    const qint64 seconds = digits.toLongLong(&isNumber);
+    if (!isNumber || seconds < -FarthestSeconds || seconds > FarthestSeconds)
+        return QDateTime();
+    return QDateTime::fromMSecsSinceEpoch(seconds * 1000, Qt::UTC);
+}
+
+//! How many seconds ago "30m", "12h", "7d" or "2w" is; nothing for any other text.
+std::optional<qint64> secondsAgo(const QString &text)
+{
+    struct Unit
+    {
+        char letter;
+        qint64 seconds;
+    };
+    constexpr Unit units[] = {{'m', 60}, {'h', 3600}, {'d', 86400}, {'w', 7 * 86400}};
+    const QString digits = text.chopped(text.isEmpty() ? 0 : 1);
+    const bool isCount = std::all_of(digits.cbegin(), digits.cend(), [](QChar c) {
+        return c >= QLatin1Char('0') && c <= QLatin1Char('9');
+    });
+    bool isNumber = false;
+    const qint64 count = digits.toLongLong(&isNumber); // what is too long is none
+    for (const Unit &unit : units) {
+        if (isCount && isNumber && text.endsWith(QLatin1Char(unit.letter))
+            && count <= FarthestSeconds / unit.seconds)
+            return count * unit.seconds;
+    }
+    return std::nullopt;
+}
+
+QDateTime midnight(const QDateTime &now, int daysAgo, const QTimeZone &local)
+{
+    const QDate today = now.addSecs(local.offsetFromUtc(now)).date();
+    return MessageTime::toUtc(today.addDays(-daysAgo), QTime(0, 0), local);
+}
+
 } // namespace
 
 QDateTime readMessageTime(const QString &text, const QTimeZone &local)
@@ -41,16 +83,15 @@ QDateTime readMessageTime(const QString &text, const QTimeZone &local)
     return MessageTime::read(viewOf(characters), local);
 }
 
-QDateTime readOption(const QString &text, const QTimeZone &local, Rounding rounding)
+QDateTime readOption(const QString &text, const QTimeZone &local, const QDateTime &now,
+                     Rounding rounding)
 {
-    if (text.startsWith(QLatin1Char('@'))) {
-        bool isNumber = false;
-        const qint64 seconds = text.mid(1).toLongLong(&isNumber);
-        constexpr qint64 limit = 100000000000;
-        if (!isNumber || seconds < -limit || seconds > limit)
-            return QDateTime();
-        return QDateTime::fromMSecsSinceEpoch(seconds * 1000, Qt::UTC);
-    }
+    if (text.startsWith(QLatin1Char('@')))
+        return countedFrom1970(text.mid(1));
+    if (text == QLatin1String("today") || text == QLatin1String("yesterday"))
+        return midnight(now, text == QLatin1String("today") ? 0 : 1, local);
+    if (const auto seconds = secondsAgo(text))
+        return now.addSecs(-*seconds);
     constexpr int yearLength = 4;
     const bool isDay = text.size() == 10;
     const Characters characters = asciiOf(isDay ? text + QLatin1String("T00:00:00") : text);

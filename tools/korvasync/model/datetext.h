@@ -18,11 +18,14 @@ QDateTime readMessageTime(const QString &text, const QTimeZone &local);
 
 enum Rounding { RoundDown, RoundUp };
 
-//! Reads a time of the command line: RFC 3339, a date (its midnight in \a local) or
-//! @seconds since 1970.
+//! Reads a time of the command line: RFC 3339, a date (its midnight in \a local), @seconds since
+//! 1970, or one that \a now decides: the midnight in \a local with which today or yesterday began,
+//! or so many minutes, hours, days of 24 hours or weeks of seven such days ago (30m, 12h, 7d, 2w).
+//! \param now       in UTC and whole seconds
 //! \param rounding  of a fraction of a second
 //! \return in UTC; null for any other text
-QDateTime readOption(const QString &text, const QTimeZone &local, Rounding rounding = RoundUp);
+QDateTime readOption(const QString &text, const QTimeZone &local, const QDateTime &now,
+                     Rounding rounding = RoundUp);
 
 //! The clock, in UTC and whole seconds.
 QDateTime now();

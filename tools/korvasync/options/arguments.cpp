@@ -7,6 +7,7 @@
 #include "input/inputfile.h"
 #include "model/folder.h"
 #include "process/diagnostics.h"
+#include "process/zonename.h"
 #include "shared/interrupt.h"
 #include "shared/text.h"
 
@@ -20,12 +21,25 @@ bool takeTime(const QCommandLineParser &parser, const char *option, const QTimeZ
     const QString name = QLatin1String(option);
     if (!parser.isSet(name))
         return true;
-    time = DateText::readOption(parser.value(name), local, rounding);
+    static const QDateTime now = DateText::now(); // one for all options
+    time = DateText::readOption(parser.value(name), local, now, rounding);
     if (!time.isValid()) {
-        Diagnostics::error(
-            Text::tr("--%1 takes 2024-05-01T10:00:00Z, 2024-05-01 or @seconds").arg(name));
+        Diagnostics::error(Text::tr("--%1 takes 2024-05-01T10:00:00Z, 2024-05-01, today, "
+                                    "yesterday, 30m, 12h, 7d, 2w or @seconds")
+                               .arg(name));
     }
     return time.isValid();
+}
+
+bool takeZone(const QCommandLineParser &parser, QTimeZone &zone)
+{
+    const QString name = QStringLiteral("assume-tz");
+    if (!parser.isSet(name))
+        return true;
+    zone = ZoneName::zone(parser.value(name).toUtf8());
+    if (!zone.isValid())
+        Diagnostics::error(ZoneName::complaint(QStringLiteral("--assume-tz"), parser.value(name)));
+    return zone.isValid();
 }
 
 bool takeNumber(const QCommandLineParser &parser, const char *option, int least, int most,

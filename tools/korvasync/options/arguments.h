@@ -23,6 +23,9 @@ namespace Arguments {
 bool takeTime(const QCommandLineParser &parser, const char *option, const QTimeZone &local,
               QDateTime &time, DateText::Rounding rounding = DateText::RoundUp);
 
+//! Takes --assume-tz; where it is absent, \a zone stays. \return false when it names none
+bool takeZone(const QCommandLineParser &parser, QTimeZone &zone);
+
 //! An absent option leaves \a number as it is. \return false when it is no number in bounds
 bool takeNumber(const QCommandLineParser &parser, const char *option, int least, int most,
                 int &number);

@@ -397,10 +397,6 @@ Weitere Aktionen: „calls add“ und „calls wipe“, jede mit eigenem --help.
         <translation>inbox, outbox, drafts, sent, my oder all (Vorgabe).</translation>
     </message>
     <message>
-        <source>From this time on: 2024-05-01T10:00:00Z, 2024-05-01 or @seconds.</source>
-        <translation>Ab dieser Zeit: 2024-05-01T10:00:00Z, 2024-05-01 oder @Sekunden.</translation>
-    </message>
-    <message>
         <source>Added or changed after this time.</source>
         <translation>Nach dieser Zeit hinzugefügt oder geändert.</translation>
     </message>
@@ -678,10 +674,6 @@ Weitere Aktionen: „calls add“ und „calls wipe“, jede mit eigenem --help.
     <message>
         <source>the file cannot be read</source>
         <translation>die Datei ist nicht lesbar</translation>
-    </message>
-    <message>
-        <source>--%1 takes 2024-05-01T10:00:00Z, 2024-05-01 or @seconds</source>
-        <translation>--%1 nimmt 2024-05-01T10:00:00Z, 2024-05-01 oder @Sekunden</translation>
     </message>
     <message>
         <source>--%1 is a number from %2 to %3</source>
@@ -1151,6 +1143,18 @@ Weitere Aktionen: „calls add“ und „calls wipe“, jede mit eigenem --help.
     <message>
         <source>Let --grep match upper case with lower case.</source>
         <translation>--grep unterscheidet Groß- und Kleinschreibung nicht.</translation>
+    </message>
+    <message>
+        <source>From this time on: 2024-05-01T10:00:00Z, 2024-05-01, today, yesterday, 30m, 12h, 7d, 2w or @seconds.</source>
+        <translation>Ab dieser Zeit: 2024-05-01T10:00:00Z, 2024-05-01, today (heute), yesterday (gestern), 30m, 12h, 7d, 2w oder @Sekunden.</translation>
+    </message>
+    <message>
+        <source>Time zone of dates, e.g. Europe/Helsinki (default: the system&apos;s).</source>
+        <translation>Zeitzone für Datumsangaben, z. B. Europe/Helsinki (Vorgabe: die des Systems).</translation>
+    </message>
+    <message>
+        <source>--%1 takes 2024-05-01T10:00:00Z, 2024-05-01, today, yesterday, 30m, 12h, 7d, 2w or @seconds</source>
+        <translation>--%1 nimmt 2024-05-01T10:00:00Z, 2024-05-01, today (heute), yesterday (gestern), 30m, 12h, 7d, 2w oder @Sekunden</translation>
     </message>
 </context>
 </TS>

@@ -397,10 +397,6 @@ Otras acciones: «calls add» y «calls wipe», cada una con su --help.</transla
         <translation>inbox, outbox, drafts, sent, my o all (predeterminado).</translation>
     </message>
     <message>
-        <source>From this time on: 2024-05-01T10:00:00Z, 2024-05-01 or @seconds.</source>
-        <translation>A partir de esta hora: 2024-05-01T10:00:00Z, 2024-05-01 o @segundos.</translation>
-    </message>
-    <message>
         <source>Added or changed after this time.</source>
         <translation>Añadidos o cambiados después de esta hora.</translation>
     </message>
@@ -678,10 +674,6 @@ Otras acciones: «calls add» y «calls wipe», cada una con su --help.</transla
     <message>
         <source>the file cannot be read</source>
         <translation>no se puede leer el archivo</translation>
-    </message>
-    <message>
-        <source>--%1 takes 2024-05-01T10:00:00Z, 2024-05-01 or @seconds</source>
-        <translation>--%1 admite 2024-05-01T10:00:00Z, 2024-05-01 o @segundos</translation>
     </message>
     <message>
         <source>--%1 is a number from %2 to %3</source>
@@ -1151,6 +1143,18 @@ Otras acciones: «calls add» y «calls wipe», cada una con su --help.</transla
     <message>
         <source>Let --grep match upper case with lower case.</source>
         <translation>--grep no distingue mayúsculas de minúsculas.</translation>
+    </message>
+    <message>
+        <source>From this time on: 2024-05-01T10:00:00Z, 2024-05-01, today, yesterday, 30m, 12h, 7d, 2w or @seconds.</source>
+        <translation>A partir de esta hora: 2024-05-01T10:00:00Z, 2024-05-01, today (hoy), yesterday (ayer), 30m, 12h, 7d, 2w o @segundos.</translation>
+    </message>
+    <message>
+        <source>Time zone of dates, e.g. Europe/Helsinki (default: the system&apos;s).</source>
+        <translation>Zona horaria de las fechas, p. ej. Europe/Helsinki (predeterminado: la del sistema).</translation>
+    </message>
+    <message>
+        <source>--%1 takes 2024-05-01T10:00:00Z, 2024-05-01, today, yesterday, 30m, 12h, 7d, 2w or @seconds</source>
+        <translation>--%1 admite 2024-05-01T10:00:00Z, 2024-05-01, today (hoy), yesterday (ayer), 30m, 12h, 7d, 2w o @segundos</translation>
     </message>
 </context>
 </TS>
