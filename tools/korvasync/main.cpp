@@ -32,7 +32,7 @@ const QList<Command> &commands()
     static const QList<Command> all{listCommand(),   showCommand(),   addCommand(),
                                     modifyCommand(), deleteCommand(), callsCommand(),
                                     sendCommand(),   statsCommand(),  numbersCommand(),
-                                    dupsCommand(),   verifyCommand()};
+                                    dupsCommand(),   verifyCommand(), changesCommand()};
     return all;
 }
 

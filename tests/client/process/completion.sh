@@ -31,7 +31,7 @@ expect()
     failures=$((failures + 1))
 }
 
-expect list,show,add,modify,delete,calls,send,stats,numbers,dups,verify ''
+expect list,show,add,modify,delete,calls,send,stats,numbers,dups,verify,changes ''
 expect show,send,stats s
 expect dups --store nowhere du
 expect '' nonsense ''
@@ -40,6 +40,8 @@ expect --on-duplicate,--on-bad-time add --on
 expect --keep dups --delete --k
 expect --dry-run add --dr
 expect '' stats --fo
+expect --follow changes --fo
+expect ndjson changes -o ''
 expect text,ndjson,vmsg,csv,mbox,android-xml list -o ''
 expect entries calls -o e
 expect text,ndjson add -o ''

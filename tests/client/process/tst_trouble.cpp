@@ -74,6 +74,8 @@ static const QList<const char *> commands{"list",
                                           "numbers",
                                           "dups",
                                           "dups --delete --yes",
+                                          "changes",
+                                          "changes --follow",
                                           "verify -",
                                           "add -",
                                           "add -n -"};
@@ -81,7 +83,7 @@ static const QList<const char *> commands{"list",
 void TestTrouble::makesNoStoreByReading_data()
 {
     addCommandRows({"list", "show 1", "modify 1 -", "delete --yes 1", "stats", "numbers", "dups",
-                    "dups --delete --yes", "verify -"});
+                    "dups --delete --yes", "changes", "changes --follow", "verify -"});
 }
 
 void TestTrouble::makesNoStoreByReading()

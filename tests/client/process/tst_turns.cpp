@@ -153,8 +153,8 @@ void TestTurns::leavesNoFolderWithoutAStore()
 void TestTurns::givesUpOnAHeldStore_data()
 {
     Trouble::addCommandRows({"list", "show 1", "list --modified-since 2024-01-01", "modify 1 -",
-                             "delete --yes 1", "add -", "calls", "calls wipe --yes",
-                             "calls add -"});
+                             "delete --yes 1", "add -", "calls", "calls wipe --yes", "calls add -",
+                             "changes"});
 }
 
 void TestTurns::givesUpOnAHeldStore()
@@ -174,7 +174,7 @@ void TestTurns::givesUpOnAHeldStore()
 
 void TestTurns::endsAtOnceWhenInterruptedOnAHeldStore_data()
 {
-    Trouble::addCommandRows({"list", "show 1", "delete --yes 1", "calls"});
+    Trouble::addCommandRows({"list", "show 1", "delete --yes 1", "calls", "changes"});
 }
 
 void TestTurns::endsAtOnceWhenInterruptedOnAHeldStore()

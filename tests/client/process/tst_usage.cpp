@@ -40,7 +40,8 @@ void TestUsage::refusesWhatItDoesNotUnderstand_data()
     for (const char *line : {"frob",
                              "mirror",
                              "status",
-                             "changes",
+                             "changes 1 2",
+                             "changes -o text",
                              "undo",
                              "log",
                              "lis",
@@ -229,6 +230,7 @@ void TestUsage::helps_data()
     row("numbers -h", "Usage: korvasync [OPTIONS] numbers\n");
     row("dups -h", "Usage: korvasync [OPTIONS] dups\n");
     row("verify -h", "Usage: korvasync [OPTIONS] verify FILE|DIR|-...\n");
+    row("changes -h", "Usage: korvasync [OPTIONS] changes [CURSOR]\n");
     row("--version", "korvasync ");
     row("list --version", "korvasync ");
     row("calls add --version", "korvasync ");

@@ -5,22 +5,22 @@
 
 #include "androidxml.h"
 #include "callentry.h"
-#include "jsonline.h"
 #include "model/datetext.h"
 #include "shared/terminaltext.h"
 #include "shared/text.h"
 
 namespace CallFormats {
 
-static QByteArray ndjson(const Call &call)
+JsonLine jsonOf(const Call &call, JsonLine json)
 {
-    JsonLine json;
     json.addUnlessEmpty("type", call.type)
         .addUnlessEmpty("number", call.number)
         .add("duration", call.duration)
         .addUnlessEmpty("time", DateText::write(call.start));
-    return json.line();
+    return json;
 }
+
+static QByteArray ndjson(const Call &call) { return jsonOf(call).line(); }
 
 QString clockText(qint64 seconds)
 {

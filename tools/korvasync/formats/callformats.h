@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "jsonline.h"
 #include "model/call.h"
 #include "process/standardoutput.h"
 
@@ -14,6 +15,9 @@ namespace CallFormats {
 //! \param format  text (one line a call: start, type, duration, number), ndjson, entries or
 //!                android-xml
 void print(const QList<Call> &calls, const QString &format, StandardOutput &output);
+
+//! \param json  what stands before the members of the call
+JsonLine jsonOf(const Call &call, JsonLine json = JsonLine());
 
 QString clockText(qint64 seconds); //!< 0:07, 12:30, 1:02:03
 

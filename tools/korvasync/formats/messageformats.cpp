@@ -18,9 +18,8 @@
 
 namespace MessageFormats {
 
-JsonLine jsonOf(const StoredMessage &message)
+JsonLine jsonOf(const StoredMessage &message, JsonLine json)
 {
-    JsonLine json;
     json.add("id", message.id)
         .addUnlessEmpty("folder", Folder::name(message.folder))
         .addUnlessEmpty("number", message.number)

@@ -17,7 +17,8 @@ namespace MessageFormats {
 //! \param format  ndjson, vmsg, csv, mbox or android-xml
 void print(const QList<StoredMessage> &messages, const QString &format, StandardOutput &output);
 
-JsonLine jsonOf(const StoredMessage &message);
+//! \param json  what stands before the members of the message
+JsonLine jsonOf(const StoredMessage &message, JsonLine json = JsonLine());
 
 //! For people, one line a message: id, time, folder, unread mark, number, text.
 void printTable(const QList<StoredMessage> &messages, StandardOutput &output);

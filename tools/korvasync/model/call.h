@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include <korvasync/historyitem.h>
+
 #include <QtCore/QDateTime>
 #include <QtCore/QString>
 
@@ -16,4 +18,6 @@ struct Call
 
     bool isOutgoing() const { return type == QLatin1String("outgoing"); }
     QDateTime end() const { return start.addSecs(duration); }
+
+    static Call fromItem(const KorvaSyncIf::HistoryItem &item);
 };

@@ -55,6 +55,7 @@ Command addCommand();
 Command modifyCommand();
 Command deleteCommand();
 Command callsCommand();
+Command changesCommand();
 Command sendCommand();
 Command statsCommand();
 Command numbersCommand();

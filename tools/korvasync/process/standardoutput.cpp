@@ -57,6 +57,19 @@ static bool canGoOn(int error)
         && (poll(&room, 1, pollMilliseconds) > 0 || Interrupt::signalNumber() == 0);
 }
 
+void StandardOutput::rest(std::chrono::milliseconds time)
+{
+    pollfd reader{STDOUT_FILENO, 0, 0};
+    if (poll(&reader, 1, static_cast<int>(time.count())) > 0)
+        fail(EPIPE);
+}
+
+void StandardOutput::fail(int error)
+{
+    m_isBroken = error == EPIPE;
+    m_errorText = Text::ofSystemError(error).translated;
+}
+
 bool StandardOutput::flush()
 {
     const char *data = m_buffer.constData();
@@ -67,8 +80,7 @@ bool StandardOutput::flush()
             data += count;
             left -= static_cast<size_t>(count);
         } else if (!canGoOn(errno)) {
-            m_isBroken = errno == EPIPE;
-            m_errorText = Text::ofSystemError(errno).translated;
+            fail(errno);
         }
     }
     m_buffer.clear();

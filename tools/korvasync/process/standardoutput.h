@@ -6,6 +6,8 @@
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
 
+#include <chrono>
+
 //! Data on standard output. What cannot be written is remembered, not lost silently. Files and
 //! pipes get every byte as it is. A terminal gets no control character but the ends of lines,
 //! whatever a message, a name or a path holds; these become visible signs.
@@ -29,11 +31,15 @@ public:
     //! Whether somebody reads it on a screen.
     static bool isTerminal();
 
+    //! Passes the time, less of it when a signal comes or the reader goes.
+    void rest(std::chrono::milliseconds time);
+
     QString error() const { return m_errorText; }
     bool readerIsGone() const { return m_isBroken; } //!< which is an error as well
 
 private:
     void append(const QByteArray &bytes);
+    void fail(int error);
 
     const bool m_hasTerminal;
     const bool m_hasColours;

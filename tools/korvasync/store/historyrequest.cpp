@@ -105,7 +105,7 @@ Answer counts(Limit limit, const HistoryFilter &filter, HistoryCount::By by,
 }
 
 Changes changes(Limit limit, const QString &cursor,
-                const std::function<void(const HistoryChange &)> &take)
+                const std::function<bool(const HistoryChange &)> &take)
 {
     HistoryInterface history;
     Changes changes;
@@ -114,12 +114,8 @@ Changes changes(Limit limit, const QString &cursor,
         changes.isUnknownCursor = done->error() == HistoryError::UnknownCursor;
         changes.cursor = done->cursor();
     });
-    const auto takeAll = [&take](const HistoryChange &change) {
-        take(change);
-        return true;
-    };
     Waiting<PendingChanges> waiting(pending, limit);
-    waiting.takeFrom(&PendingChanges::portion, takeAll);
+    waiting.takeFrom(&PendingChanges::portion, take);
     changes.answer = waiting.run();
     return changes;
 }

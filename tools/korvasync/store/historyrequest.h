@@ -33,7 +33,8 @@ struct Changes
 };
 
 //! Hands out the changes since a cursor one by one.
+//! \param take  false ends the request, which counts as finished, but has no cursor
 Changes changes(Limit limit, const QString &cursor,
-                const std::function<void(const KorvaSyncIf::HistoryChange &)> &take);
+                const std::function<bool(const KorvaSyncIf::HistoryChange &)> &take);
 
 } // namespace HistoryRequest

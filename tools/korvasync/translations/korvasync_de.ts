@@ -1156,5 +1156,29 @@ Weitere Aktionen: „calls add“ und „calls wipe“, jede mit eigenem --help.
         <source>--%1 takes 2024-05-01T10:00:00Z, 2024-05-01, today, yesterday, 30m, 12h, 7d, 2w or @seconds</source>
         <translation>--%1 nimmt 2024-05-01T10:00:00Z, 2024-05-01, today (heute), yesterday (gestern), 30m, 12h, 7d, 2w oder @Sekunden</translation>
     </message>
+    <message>
+        <source>the store %1 never gave this cursor, or an older copy of it was put back; start anew without one, and compare</source>
+        <translation>der Speicher %1 hat diesen Cursor nie ausgegeben, oder eine ältere Kopie von ihm wurde zurückgelegt; ohne Cursor neu anfangen und vergleichen</translation>
+    </message>
+    <message>
+        <source>changes takes one cursor at most</source>
+        <translation>changes nimmt höchstens einen Cursor</translation>
+    </message>
+    <message>
+        <source>Prints what was added, changed and deleted since a cursor.</source>
+        <translation>Gibt aus, was seit einem Cursor hinzugefügt, geändert und gelöscht wurde.</translation>
+    </message>
+    <message>
+        <source>Go on with what happens next, until interrupted.</source>
+        <translation>Gibt auch aus, was danach geschieht, bis zur Unterbrechung.</translation>
+    </message>
+    <message>
+        <source>The last line has the cursor for the next time. Without one, all that is in the store counts as added. An item comes once, as it is now, however often it was changed; of a deleted one come its kind and id. With --follow a cursor comes behind each batch.</source>
+        <translation>In der letzten Zeile steht der Cursor für das nächste Mal. Ohne Cursor gilt alles im Speicher als hinzugefügt. Ein Eintrag kommt einmal, so wie er jetzt ist, wie oft er auch geändert wurde; von einem gelöschten kommen Art und ID. Mit --follow steht hinter jedem Schub ein Cursor.</translation>
+    </message>
+    <message>
+        <source>Exit codes: 0 printed, 2 usage, 3 the store cannot be read or does not know the cursor, 5 it gave no answer.</source>
+        <translation>Exit-Codes: 0 ausgegeben, 2 Aufruf falsch, 3 der Speicher ist nicht lesbar oder kennt den Cursor nicht, 5 er antwortet nicht.</translation>
+    </message>
 </context>
 </TS>

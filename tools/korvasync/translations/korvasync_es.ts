@@ -1156,5 +1156,29 @@ Otras acciones: «calls add» y «calls wipe», cada una con su --help.</transla
         <source>--%1 takes 2024-05-01T10:00:00Z, 2024-05-01, today, yesterday, 30m, 12h, 7d, 2w or @seconds</source>
         <translation>--%1 admite 2024-05-01T10:00:00Z, 2024-05-01, today (hoy), yesterday (ayer), 30m, 12h, 7d, 2w o @segundos</translation>
     </message>
+    <message>
+        <source>the store %1 never gave this cursor, or an older copy of it was put back; start anew without one, and compare</source>
+        <translation>el almacén %1 nunca dio este cursor, o se repuso una copia más antigua; empezar de nuevo sin cursor y comparar</translation>
+    </message>
+    <message>
+        <source>changes takes one cursor at most</source>
+        <translation>changes admite un cursor como máximo</translation>
+    </message>
+    <message>
+        <source>Prints what was added, changed and deleted since a cursor.</source>
+        <translation>Muestra lo que se añadió, cambió y borró desde un cursor.</translation>
+    </message>
+    <message>
+        <source>Go on with what happens next, until interrupted.</source>
+        <translation>Sigue con lo que ocurra después, hasta que se interrumpa.</translation>
+    </message>
+    <message>
+        <source>The last line has the cursor for the next time. Without one, all that is in the store counts as added. An item comes once, as it is now, however often it was changed; of a deleted one come its kind and id. With --follow a cursor comes behind each batch.</source>
+        <translation>La última línea tiene el cursor para la próxima vez. Sin cursor, todo lo que hay en el almacén cuenta como añadido. Un elemento aparece una vez, tal como está ahora, por muchas veces que se haya cambiado; de uno borrado aparecen su clase y su identificador. Con --follow aparece un cursor detrás de cada tanda.</translation>
+    </message>
+    <message>
+        <source>Exit codes: 0 printed, 2 usage, 3 the store cannot be read or does not know the cursor, 5 it gave no answer.</source>
+        <translation>Códigos de salida: 0 mostrado, 2 uso incorrecto, 3 no se puede leer el almacén o no conoce el cursor, 5 no respondió.</translation>
+    </message>
 </context>
 </TS>
