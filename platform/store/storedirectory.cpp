@@ -9,6 +9,7 @@
 #include "storelock.h"
 #include "storeupgrade.h"
 
+#include <algorithm>
 #include <atomic>
 #include <cerrno>
 #include <fcntl.h>
@@ -81,6 +82,15 @@ std::optional<StoreConnection::Contents> newContents(const StoreDirectory &direc
     return connection ? connection->contents() : std::nullopt;
 }
 
+//! Whether it is there, and nothing in it leads elsewhere.
+bool holdsOwnFiles(const OwnDirectory &directory)
+{
+    QVector<Entry> files;
+    return directory.state() == OwnDirectory::State::Open && directory.list(&files)
+        && std::all_of(files.cbegin(), files.cend(),
+                       [](const Entry &file) { return file.isOwn(); });
+}
+
 //! An empty folder for a new database.
 bool makeNewFolder(const OwnDirectory &directory)
 {
@@ -143,8 +153,7 @@ StoreProblem StoreDirectory::upgrade(StoreLock &lock, int format, HistoryCopier 
     const OwnDirectory directory(m_place.encodedPath());
     // One that was broken off goes on, lest a time limit that is too short for it keep it from ever
     // coming to its end. The old database may have been written since: then it does not agree.
-    const bool isBegun =
-        OwnDirectory(directory, StoreFiles::NewDatabase).state() == OwnDirectory::State::Open
+    const bool isBegun = holdsOwnFiles(OwnDirectory(directory, StoreFiles::NewDatabase))
         && StoreConnection::probeFiles(newDatabasePath()) == StoreProblem::None;
     const bool isCopied = (isBegun && copyDatabase(lock, format, copy))
         || (makeNewFolder(directory) && StoreConnection::createDatabase(newDatabasePath())

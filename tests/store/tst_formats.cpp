@@ -26,6 +26,7 @@ private Q_SLOTS:
     void aKilledUpgradeGoesOn();
     void aBrokenOffUpgradeGoesOnWhereItWas();
     void whatWasWrittenMeanwhileIsCopiedToo();
+    void aLinkInTheNewDatabaseIsNotFollowed();
     void killedAnywhereNothingIsLost();
     void aNewDatabaseThatIsNotWholeTakesNoPlace();
     void withoutRoomItStaysAsItWas();
@@ -297,6 +298,21 @@ void TestFormats::whatWasWrittenMeanwhileIsCopiedToo()
              QByteArray("meanwhile\n"));
     QCOMPARE(query("SELECT count(*), sum(\"kv:id\") FROM \"kv:Event\""),
              QByteArray("6001|18009001\n"));
+}
+
+void TestFormats::aLinkInTheNewDatabaseIsNotFollowed()
+{
+    makeOlderStore(6000);
+    breakOff();
+    const QString elsewhere = m_directory->filePath(QStringLiteral("elsewhere"));
+    QVERIFY(QFile::rename(path("db.new/meta.db"), elsewhere));
+    QVERIFY(QFile::link(elsewhere, path("db.new/meta.db")));
+    const QByteArray before = contents(elsewhere);
+    QCOMPARE(StoreProcess(m_store).run({Add, QStringLiteral("1")}).lines,
+             QStringList{QStringLiteral("6001 text00")});
+    QVERIFY(contents(elsewhere) == before);
+    QVERIFY(!QFileInfo(path(Meta)).isSymLink());
+    QCOMPARE(query("SELECT count(*) FROM \"kv:Event\""), QByteArray("6001\n"));
 }
 
 // Five times in a small store; forty times in a store of a hundred thousand with
