@@ -15,6 +15,7 @@ private Q_SLOTS:
     void selects_data();
     void selects();
     void printsATable();
+    void showsLocalTimes();
     void printsNdjson();
     void printsVMessagesOfTheSelection();
     void countsWhatItSelects();
@@ -123,6 +124,25 @@ void TestListing::printsATable()
                         "Ada\n"
                         "5  2010-11-03T14:25:31Z  inbox      0155 501-00  same second as another\n"
                         "4  2011-11-03T14:25:30Z  outbox     +15550101    tea?\n"));
+}
+
+void TestListing::showsLocalTimes()
+{
+    QCOMPARE(client.run({text("list"), text("--local"), text("--limit"), text("1")}).output,
+             QByteArray("4  2011-11-03 16:25:30+02:00  outbox     +15550101  tea?\n"));
+    const ClientProcess other;
+    other.fill(vMessage("INBOX", "20100703T202530Z", "+15550100", "Summer")
+               + vMessage("INBOX", "20101103T142530Z", "+15550100", "Winter", "UNREAD"));
+    const auto shown =
+        other.run({text("list"), text("--local"), text("--assume-tz"), text("Asia/Kathmandu")});
+    QCOMPARE(shown.errors, QByteArray());
+    QCOMPARE(shown.output,
+             QByteArray("1  2010-07-04 02:10:30+05:45  inbox      +15550100  Summer\n"
+                        "2  2010-11-03 20:10:30+05:45  inbox   *  +15550100  Winter\n"));
+    const auto refused = other.run({text("list"), text("--local"), text("-ondjson")});
+    QCOMPARE(refused.exitCode, 2);
+    QCOMPARE(refused.output, QByteArray());
+    QCOMPARE(refused.errors, QByteArray("korvasync: --local and -o ndjson exclude each other\n"));
 }
 
 void TestListing::printsNdjson()

@@ -20,6 +20,8 @@ private Q_SLOTS:
     void readsTimesOfTheCommandLine();
     void readsTimesThatTheClockDecides_data();
     void readsTimesThatTheClockDecides();
+    void showsTimesAsTheClocksOfAZoneDo_data();
+    void showsTimesAsTheClocksOfAZoneDo();
     void takesTheFirstOfTwoEqualLocalTimes();
     void movesLocalTimesOutOfAGap();
     void agreesWithQtAllYearRound();
@@ -220,6 +222,39 @@ void TestDateText::readsTimesThatTheClockDecides()
     QFETCH(QDateTime, now);
     QFETCH(QString, utc);
     QCOMPARE(DateText::write(DateText::readOption(text, QTimeZone(zone), now)), utc);
+}
+
+void TestDateText::showsTimesAsTheClocksOfAZoneDo_data()
+{
+    QTest::addColumn<QTimeZone>("zone");
+    QTest::addColumn<QDateTime>("time");
+    QTest::addColumn<QString>("shown");
+    const auto row = [](const char *name, const QTimeZone &zone, const char *utc,
+                        const char *shown) {
+        QTest::newRow(name) << zone << clockAt(utc) << QString::fromLatin1(shown);
+    };
+    const QTimeZone berlin("Europe/Berlin");
+    row("summer", berlin, "2024-05-01T08:00:00Z", "2024-05-01 10:00:00+02:00");
+    row("winter", berlin, "2024-01-01T23:30:05Z", "2024-01-02 00:30:05+01:00");
+    row("first-of-two", berlin, "2024-10-27T00:30:00Z", "2024-10-27 02:30:00+02:00");
+    row("second-of-two", berlin, "2024-10-27T01:30:00Z", "2024-10-27 02:30:00+01:00");
+    row("west", QTimeZone("America/New_York"), "2024-05-01T03:00:00Z", "2024-04-30 23:00:00-04:00");
+    row("less-than-an-hour-west", QTimeZone(-1800), "2024-05-01T00:00:00Z",
+        "2024-04-30 23:30:00-00:30");
+    row("quarters", QTimeZone("Asia/Kathmandu"), "2024-05-01T08:00:00Z",
+        "2024-05-01 13:45:00+05:45");
+    row("seconds", QTimeZone(3661), "2024-05-01T08:00:00Z", "2024-05-01 09:01:01+01:01:01");
+    row("seconds-west", QTimeZone(-3661), "2024-05-01T08:00:00Z", "2024-05-01 06:58:59-01:01:01");
+    row("utc", QTimeZone::utc(), "2024-05-01T08:00:00Z", "2024-05-01 08:00:00+00:00");
+    QTest::newRow("none") << berlin << QDateTime() << QString();
+}
+
+void TestDateText::showsTimesAsTheClocksOfAZoneDo()
+{
+    QFETCH(QTimeZone, zone);
+    QFETCH(QDateTime, time);
+    QFETCH(QString, shown);
+    QCOMPARE(DateText::writeIn(zone, time), shown);
 }
 
 void TestDateText::takesTheFirstOfTwoEqualLocalTimes()

@@ -19,6 +19,7 @@
 #include <algorithm>
 #include <functional>
 #include <limits>
+#include <optional>
 
 using namespace KorvaSyncIf;
 
@@ -29,6 +30,7 @@ struct Selection
 {
     HistoryFilter filter;
     QRegularExpression body;
+    QTimeZone zone; //!< of dates, and of the times that --local shows
     int limit = std::numeric_limits<int>::max();
 
     bool take(const Invocation &invocation);
@@ -45,7 +47,7 @@ private:
 
 bool Selection::takeTimes(const Invocation &invocation)
 {
-    QTimeZone zone = invocation.global.localZone;
+    zone = invocation.global.localZone;
     return Arguments::takeZone(invocation.options, zone)
         && Arguments::takeTime(invocation.options, "since", zone, filter.from)
         && Arguments::takeTime(invocation.options, "until", zone, filter.to)
@@ -119,11 +121,13 @@ bool Selection::matches(const QString &text)
 class Printer
 {
 public:
-    explicit Printer(const Invocation &invocation)
+    //! \param zone  of the times in text output; nothing = UTC
+    Printer(const Invocation &invocation, const std::optional<QTimeZone> &zone)
         : m_output(invocation.output)
         , m_format(invocation.global.format)
         , m_idsOnly(invocation.isSet("ids"))
         , m_isStreamed(m_format == QLatin1String("ndjson") || needsVMessages())
+        , m_zone(zone)
     {
     }
 
@@ -147,7 +151,7 @@ public:
         if (m_idsOnly)
             return;
         if (m_format == QLatin1String("text"))
-            MessageFormats::printTable(m_waiting, m_output);
+            MessageFormats::printTable(m_waiting, m_output, m_zone);
         else
             flush();
     }
@@ -165,6 +169,7 @@ private:
     const QString m_format;
     const bool m_idsOnly;
     const bool m_isStreamed;
+    const std::optional<QTimeZone> m_zone;
     VMessageEncoder m_encoder;
     QList<StoredMessage> m_waiting;
 };
@@ -217,11 +222,17 @@ QString misuse(const Invocation &invocation)
     const bool idsOnly = invocation.isSet("ids");
     const bool countOnly = invocation.isSet("count");
     const QString &format = invocation.global.format;
+    const bool isLocal = invocation.isSet("local");
     const bool hasForm = format != QLatin1String("text") && format != QLatin1String("ndjson");
     if (!invocation.arguments.isEmpty())
         return Text::tr("list takes no arguments; --number and --grep look for messages");
     if (idsOnly && countOnly)
         return Text::tr("--ids and --count exclude each other");
+    if (isLocal && (idsOnly || countOnly))
+        return Text::tr("--local and --%1 exclude each other")
+            .arg(QLatin1String(idsOnly ? "ids" : "count"));
+    if (isLocal && format != QLatin1String("text"))
+        return Text::tr("--%1 and -o %2 exclude each other").arg(QLatin1String("local"), format);
     if (hasForm && (idsOnly || countOnly))
         return Text::tr("--%1 and -o %2 exclude each other")
             .arg(QLatin1String(idsOnly ? "ids" : "count"), format);
@@ -241,7 +252,8 @@ Answer printCount(const Invocation &invocation, Selection &selection)
 
 Answer printMessages(const Invocation &invocation, Selection &selection)
 {
-    Printer printer(invocation);
+    const bool isLocal = invocation.isSet("local");
+    Printer printer(invocation, isLocal ? std::make_optional(selection.zone) : std::nullopt);
     const auto read = invocation.isSet("limit") ? readNewest : readAll;
     const Answer answer =
         read(invocation, selection, [&](const HistoryItem &item) { printer.print(item); });
@@ -294,6 +306,9 @@ Command listCommand()
                 {text("assume-tz"),
                  Text::tr("Time zone of dates, e.g. Europe/Helsinki (default: the system's)."),
                  text("ZONE")},
+                {text("local"),
+                 Text::tr("Show times in the time zone of --assume-tz or the system's, not in UTC "
+                          "(text output only).")},
                 {text("number"),
                  Text::tr("To or from this number, in any spelling, or alphanumeric sender."),
                  text("N")},

@@ -54,22 +54,29 @@ void print(const QList<StoredMessage> &messages, const QString &format, Standard
     printers.value(format)(messages, output);
 }
 
-void printTable(const QList<StoredMessage> &messages, StandardOutput &output)
+void printTable(const QList<StoredMessage> &messages, StandardOutput &output,
+                const std::optional<QTimeZone> &zone)
 {
-    const QString noTime = QStringLiteral("-");
+    const auto timeOf = [&](const StoredMessage &message) {
+        if (!message.time.isValid())
+            return QStringLiteral("-");
+        return zone ? DateText::writeIn(*zone, message.time) : DateText::write(message.time);
+    };
+    int timeWidth = 20;
     int idWidth = 0;
     int numberWidth = 0;
     constexpr int widestNumber = 20; // longer ones push their own line only
     for (const StoredMessage &message : messages) {
         idWidth = qMax(idWidth, static_cast<int>(QString::number(message.id).size()));
         numberWidth = qMax(numberWidth, static_cast<int>(message.number.size()));
+        if (zone)
+            timeWidth = qMax(timeWidth, static_cast<int>(timeOf(message).size()));
     }
     numberWidth = qMin(numberWidth, widestNumber);
     for (const StoredMessage &message : messages) {
-        const QString time = DateText::write(message.time);
         const QString line = QStringLiteral("%1  %2  %3  %4  %5  %6")
                                  .arg(QString::number(message.id).rightJustified(idWidth),
-                                      (time.isEmpty() ? noTime : time).leftJustified(20),
+                                      timeOf(message).leftJustified(timeWidth),
                                       Folder::name(message.folder).leftJustified(6),
                                       message.isRead ? QStringLiteral(" ") : QStringLiteral("*"),
                                       terminalText(message.number).leftJustified(numberWidth),

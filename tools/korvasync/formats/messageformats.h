@@ -9,6 +9,9 @@
 
 #include <QtCore/QList>
 #include <QtCore/QString>
+#include <QtCore/QTimeZone>
+
+#include <optional>
 
 //! The forms in which messages of the store are printed.
 namespace MessageFormats {
@@ -21,7 +24,9 @@ void print(const QList<StoredMessage> &messages, const QString &format, Standard
 JsonLine jsonOf(const StoredMessage &message, JsonLine json = JsonLine());
 
 //! For people, one line a message: id, time, folder, unread mark, number, text.
-void printTable(const QList<StoredMessage> &messages, StandardOutput &output);
+//! \param zone  that the times are shown in; nothing = UTC, without an offset
+void printTable(const QList<StoredMessage> &messages, StandardOutput &output,
+                const std::optional<QTimeZone> &zone = std::nullopt);
 //! For people, each message in full.
 void printPages(const QList<StoredMessage> &messages, StandardOutput &output);
 

@@ -122,4 +122,21 @@ QString write(const QDateTime &time)
                           : QString();
 }
 
+QString writeIn(const QTimeZone &zone, const QDateTime &time)
+{
+    if (!time.isValid())
+        return QString();
+    const int offset = zone.offsetFromUtc(time);
+    const QString shown =
+        time.toUTC().addSecs(offset).toString(QStringLiteral("yyyy-MM-dd hh:mm:ss"));
+    const auto twoDigits = [](int number) {
+        return QString::number(number).rightJustified(2, QLatin1Char('0'));
+    };
+    const int size = qAbs(offset); // a rule of POSIX can have more than a day
+    QStringList parts{twoDigits(size / 3600), twoDigits(size / 60 % 60)};
+    if (size % 60 != 0) // only in old or odd zones
+        parts += twoDigits(size % 60);
+    return shown + QLatin1Char(offset < 0 ? '-' : '+') + parts.join(QLatin1Char(':'));
+}
+
 } // namespace DateText

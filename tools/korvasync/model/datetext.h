@@ -37,4 +37,7 @@ bool isBelievable(const QDateTime &time, const QDateTime &now);
 //! 2010-11-03T14:25:30Z; empty for a null time.
 QString write(const QDateTime &time);
 
+//! 2010-11-03 16:25:30+02:00, as the clocks of \a zone show it; empty for a null time.
+QString writeIn(const QTimeZone &zone, const QDateTime &time);
+
 } // namespace DateText

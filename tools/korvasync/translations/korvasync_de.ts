@@ -1180,5 +1180,13 @@ Weitere Aktionen: „calls add“ und „calls wipe“, jede mit eigenem --help.
         <source>Exit codes: 0 printed, 2 usage, 3 the store cannot be read or does not know the cursor, 5 it gave no answer.</source>
         <translation>Exit-Codes: 0 ausgegeben, 2 Aufruf falsch, 3 der Speicher ist nicht lesbar oder kennt den Cursor nicht, 5 er antwortet nicht.</translation>
     </message>
+    <message>
+        <source>--local and --%1 exclude each other</source>
+        <translation>--local und --%1 schließen einander aus</translation>
+    </message>
+    <message>
+        <source>Show times in the time zone of --assume-tz or the system&apos;s, not in UTC (text output only).</source>
+        <translation>Zeiten in der Zeitzone von --assume-tz oder des Systems zeigen, nicht in UTC (nur in der Ausgabe als text).</translation>
+    </message>
 </context>
 </TS>

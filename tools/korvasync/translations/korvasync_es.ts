@@ -1180,5 +1180,13 @@ Otras acciones: «calls add» y «calls wipe», cada una con su --help.</transla
         <source>Exit codes: 0 printed, 2 usage, 3 the store cannot be read or does not know the cursor, 5 it gave no answer.</source>
         <translation>Códigos de salida: 0 mostrado, 2 uso incorrecto, 3 no se puede leer el almacén o no conoce el cursor, 5 no respondió.</translation>
     </message>
+    <message>
+        <source>--local and --%1 exclude each other</source>
+        <translation>--local y --%1 se excluyen mutuamente</translation>
+    </message>
+    <message>
+        <source>Show times in the time zone of --assume-tz or the system&apos;s, not in UTC (text output only).</source>
+        <translation>Mostrar las horas en la zona horaria de --assume-tz o del sistema, no en UTC (solo en la salida text).</translation>
+    </message>
 </context>
 </TS>
