@@ -11,6 +11,9 @@
 #include <sparql/qsparqlconnection.h>
 #include <sparql/qsparqlresult.h>
 
+#include <store/storeupgrade.h>
+
+#include <QtCore/QDeadlineTimer>
 #include <QtCore/QTextStream>
 
 #include <cstdio>
@@ -100,6 +103,22 @@ int readAtEachLine()
         std::puts(TrackerIO::instance()->getEvent(1, event) ? "read" : "not read");
         std::fflush(stdout);
     }
+    return 0;
+}
+
+//! Adds a message, and looks meanwhile whether the store is brought up to date.
+int watchUpgrade()
+{
+    EventModel model;
+    Reports reports(&model);
+    QList<Event> events = messages(1);
+    model.addEvents(events, false);
+    bool isSeen = false;
+    for (const QDeadlineTimer deadline(Patience); reports.waiting() == 0 && !deadline.hasExpired();
+         QCoreApplication::processEvents())
+        isSeen = isSeen || isStoreBeingUpgraded();
+    std::puts(isSeen ? "seen" : "not seen");
+    std::puts(isStoreBeingUpgraded() ? "going on" : "over");
     return 0;
 }
 
@@ -259,6 +278,8 @@ int main(int argc, char *argv[])
         return readAndAdd();
     if (verb == QLatin1String("read-at-each-line"))
         return readAtEachLine();
+    if (verb == QLatin1String("watch-upgrade"))
+        return watchUpgrade();
     if (verb == QLatin1String("look-up"))
         return lookUp();
     return 2;

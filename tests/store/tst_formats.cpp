@@ -30,6 +30,8 @@ private Q_SLOTS:
     void killedAnywhereNothingIsLost();
     void aNewDatabaseThatIsNotWholeTakesNoPlace();
     void withoutRoomItStaysAsItWas();
+    void anUpgradeIsTold();
+    void aReadGivesUpBeforeAnUpgradeDoes();
 
 private:
     void archives();
@@ -52,6 +54,19 @@ QStringList killAt(const QString &stop)
         QStringLiteral("-o"),     QStringLiteral("/dev/null"),
         QStringLiteral("-e"),     QStringLiteral("trace=") + stop.section(QLatin1Char(':'), 0, 0),
         QStringLiteral("-e"),     QStringLiteral("inject=%1:signal=KILL").arg(stop)};
+}
+
+//! strace with which the first of such calls takes so many seconds.
+QStringList delayedAt(const QString &call, int seconds)
+{
+    return {QStringLiteral("strace"),
+            QStringLiteral("-f"),
+            QStringLiteral("-o"),
+            QStringLiteral("/dev/null"),
+            QStringLiteral("-e"),
+            QStringLiteral("trace=") + call,
+            QStringLiteral("-e"),
+            QStringLiteral("inject=%1:delay_enter=%2s:when=1").arg(call).arg(seconds)};
 }
 
 quint64 inode(const QString &path)
@@ -388,6 +403,26 @@ void TestFormats::withoutRoomItStaysAsItWas()
                             "could not be brought up to date; see that its disk has room for it "
                             "once more. It is as it was, and can be read.\n")
                  .arg(disk));
+}
+
+void TestFormats::anUpgradeIsTold()
+{
+    unpack(QStringLiteral("format-1"));
+    const QStringList watch{QStringLiteral("watch-upgrade")};
+    QCOMPARE(StoreProcess(m_store, delayedAt(QStringLiteral("mkdirat"), 1)).run(watch).lines,
+             (QStringList{QStringLiteral("seen"), QStringLiteral("over")}));
+    QCOMPARE(StoreProcess(m_store).run(watch).lines,
+             (QStringList{QStringLiteral("not seen"), QStringLiteral("over")}));
+}
+
+// Somebody waits for it in the event loop; an upgrade may take minutes.
+void TestFormats::aReadGivesUpBeforeAnUpgradeDoes()
+{
+    unpack(QStringLiteral("format-1"));
+    const StoreProcess program(m_store, delayedAt(QStringLiteral("mkdirat"), 15));
+    const auto outcome = program.run({QStringLiteral("read-behind-a-write")});
+    QCOMPARE(outcome.lines, (QStringList{QStringLiteral("refused"), QStringLiteral("added")}));
+    QVERIFY2(outcome.errors.contains(QLatin1String("is kept busy")), qPrintable(outcome.errors));
 }
 
 QTEST_GUILESS_MAIN(TestFormats)
