@@ -38,10 +38,13 @@ public:
 
     //! What was added, changed and deleted since a cursor was given.
     //! \param cursor   of PendingChanges::cursor(); empty = since the beginning, when every item
-    //!                 counts as added and nothing as deleted
+    //!                 counts as added and nothing as deleted; now() = nothing so far
     //! \param portion  the most changes handed out at once, 1..HistoryFilter::MaxPortion
     //! \return never null; HistoryError::UnknownCursor for one that this store never gave
     PendingChanges *changes(const QString &cursor, int portion = 500);
+
+    //! The cursor of a client that follows what is to come, and has no use for what is there.
+    static QString now();
 
     //! How many items pass the filter; its order, limit and portion have no meaning here.
     //! \return never null

@@ -79,9 +79,9 @@ struct KORVASYNC_EXPORT HistoryFilter
     QList<int> folders; //!< of messages, MaxFolders at most; empty = all
     QString party;      //!< empty = every party
     PartyMatch partyMatch = PartyMatch::SameNumber;
-    int conversation = -1;   //!< id of a conversation; -1 = all
-    QDateTime from;          //!< time, included, any time zone; null = no bound
-    QDateTime to;            //!< time, excluded, any time zone; null = no bound
+    int conversation = -1; //!< id of a conversation; -1 = all
+    QDateTime from;        //!< time, included, any time zone; null = no bound
+    QDateTime to; //!< time, excluded, any time zone; null = no bound; no time is before every time
     QDateTime modifiedSince; //!< added or changed after this time; null = no bound
     bool unreadOnly = false;
     Order order = Order::OldestFirst;

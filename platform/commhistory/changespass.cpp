@@ -87,6 +87,10 @@ protected:
         Changes tombstones;
         if (!readCounters(connection, &counters))
             return readFailure(connection);
+        if (m_since.change == HistoryPosition::latest().change) {
+            position = {connection.identity(), counters.change, counters.eventId};
+            return {{}, HistoryReader::Done, true};
+        }
         const bool isKnown = m_since.store.isEmpty()
             || (m_since.store == connection.identity() && m_since.change <= counters.change
                 && m_since.lastId <= counters.eventId);

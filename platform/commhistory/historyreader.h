@@ -72,6 +72,9 @@ struct HistoryPosition
     QByteArray store;  //!< which store; empty = the beginning of any
     qint64 change = 0; //!< the last change that is known
     int lastId = 0;    //!< the last id that had been given by then
+
+    //! The end of any, wherever it is when it is asked for.
+    static HistoryPosition latest() { return {{}, std::numeric_limits<qint64>::max(), 0}; }
 };
 
 //! How many events share a key.

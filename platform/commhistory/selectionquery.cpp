@@ -35,9 +35,6 @@ SelectionQuery::SelectionQuery(const HistorySelection &selection)
     , m_highest(selection.to.isValid() ? toStoredTime(selection.to) - 1
                                        : std::numeric_limits<qint64>::max())
 {
-    // What has no time is not before one.
-    if (selection.to.isValid() && !selection.from.isValid())
-        m_lowest = NoTime + 1;
 }
 
 std::string SelectionQuery::pattern(int format) const

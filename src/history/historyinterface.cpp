@@ -22,6 +22,8 @@ PendingChanges *HistoryInterface::changes(const QString &cursor, int portion)
     return new PendingChanges(cursor, portion, this);
 }
 
+QString HistoryInterface::now() { return QStringLiteral("now"); }
+
 PendingCounts *HistoryInterface::counts(const HistoryFilter &filter, HistoryCount::By by)
 {
     return new PendingCounts(filter, by, this);

@@ -3,6 +3,8 @@
 
 #include "historymapping.h"
 
+#include <korvasync/historyinterface.h>
+
 #include <QtCore/QStringList>
 
 #include <algorithm>
@@ -184,6 +186,8 @@ std::optional<HistoryPosition> HistoryMapping::toPosition(const QString &cursor)
 {
     if (cursor.isEmpty())
         return HistoryPosition();
+    if (cursor == HistoryInterface::now())
+        return HistoryPosition::latest();
     const QStringList parts = cursor.split(QLatin1Char('.'));
     if (parts.size() != 4 || parts.at(0) != QLatin1String(CursorForm) || parts.at(1).isEmpty())
         return std::nullopt;

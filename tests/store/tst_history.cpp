@@ -176,7 +176,7 @@ private Q_SLOTS:
     void portionsAreOfTheSizeAskedFor();
     void aLimitTakesTheFirstInTheOrder();
     void timesAreBoundsOfTheirOwn();
-    void messagesWithoutATimeComeFirst();
+    void whatHasNoTimeIsBeforeEveryTime();
     void everyFieldComesBack();
     void foldersAreAnyOfSeveral();
     void unreadOnlyLeavesOutTheRead();
@@ -188,6 +188,7 @@ private Q_SLOTS:
     void callsAreReadByTheirStart();
     void aChangeBetweenPortionsLosesNothing();
     void changesFollowAddingChangingAndDeleting();
+    void nowIsACursorWithoutChanges();
     void changesFromTheBeginningHaveNoDeletions();
     void whatCameAndWentIsNotTold();
     void changesComeInPortions();
@@ -272,7 +273,7 @@ void TestHistory::timesAreBoundsOfTheirOwn()
     QCOMPARE(ask(filter).texts(), QStringList());
 }
 
-void TestHistory::messagesWithoutATimeComeFirst()
+void TestHistory::whatHasNoTimeIsBeforeEveryTime()
 {
     const int folder = FirstFolder + 5;
     QVERIFY(!add({message(QStringLiteral("w2"), folder, utc(1969, 12, 31)),
@@ -287,8 +288,10 @@ void TestHistory::messagesWithoutATimeComeFirst()
     filter.order = HistoryFilter::Order::NewestFirst;
     filter.portion = 1;
     QCOMPARE(ask(filter).texts(), numbered(QStringLiteral("w"), {2, 1}));
-    filter.to = utc(2030, 1, 1);
-    QCOMPARE(ask(filter).texts(), numbered(QStringLiteral("w"), {2}));
+    filter.to = utc(1950, 1, 1);
+    QCOMPARE(ask(filter).texts(), numbered(QStringLiteral("w"), {1}));
+    filter.from = utc(1940, 1, 1);
+    QCOMPARE(ask(filter).texts(), QStringList());
 }
 
 void TestHistory::everyFieldComesBack()
@@ -486,6 +489,16 @@ void TestHistory::changesFollowAddingChangingAndDeleting()
     QCOMPARE(follow(steps.cursor).told, QStringList());
     QVERIFY(!remove({before.value(0)})); // there is none to be told a second time
     QCOMPARE(follow(steps.cursor).told, QStringList());
+}
+
+void TestHistory::nowIsACursorWithoutChanges()
+{
+    const Steps now = follow(HistoryInterface::now());
+    QVERIFY(now.error == HistoryError::None);
+    QCOMPARE(now.told, QStringList());
+    QCOMPARE(now.cursor, follow(QString()).cursor);
+    const QList<int> ids = add(messages(1, QStringLiteral("n"), FirstFolder + 23));
+    QCOMPARE(follow(now.cursor).told, QStringList(QStringLiteral("added %1").arg(ids.value(0))));
 }
 
 void TestHistory::changesFromTheBeginningHaveNoDeletions()

@@ -504,9 +504,12 @@ void TestHistoryInterface::goesOnFromACursor()
     QCOMPARE(f.cursor, QStringLiteral("1.abc.5000000000.17"));
     f.changesSince(f.cursor);
     settle();
+    f.changesSince(HistoryInterface::now());
+    settle();
     QCOMPARE(f.store.calls,
              (lines({"HistoryReader::readChanges( 0 0, 500)",
-                     "HistoryReader::readChanges(abc 5000000000 17, 500)"})));
+                     "HistoryReader::readChanges(abc 5000000000 17, 500)",
+                     "HistoryReader::readChanges( 9223372036854775807 0, 500)"})));
 }
 
 void TestHistoryInterface::refusesWhatIsNoCursor_data()

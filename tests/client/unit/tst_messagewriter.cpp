@@ -26,6 +26,7 @@ private Q_SLOTS:
     void tellsOfAMessageThatIsNotThere();
     void findsWhatAFailedCommitStoredAllTheSame();
     void believesAFailedCommitThatStoredNothing();
+    void writesNothingWhereTheStoreCannotBeAsked();
     void takesNoOlderEqualMessageForItsOwn();
     void takesNoMessageOfItsOwnTwice();
     void doesNotKnowWhatItCannotReadBack();
@@ -52,6 +53,7 @@ struct Fixture
         : messages(timeout)
     {
         scripted.knowConversation(QStringLiteral("5550100"), 7);
+        scripted.historyPosition = {"store", 1, 100};
     }
 
     //! The store holds these messages, with the ids from 101 on.
@@ -118,7 +120,8 @@ QList<int> countsInIndex(ImportStore::Equals equals)
     std::vector<NewItem> added(1);
     added.front().content = message;
     added.front().stored.append(message.fingerprint);
-    if (store.read() != Answer::Finished)
+    added.front().second = message.message.time.toSecsSinceEpoch();
+    if (equals == ImportStore::AreFound && store.readAround(added.front()) != Answer::Finished)
         qFatal("the store cannot be read");
     const int ofStore = store.index.storedCount(message.fingerprint);
     if (store.add(added) != Answer::Finished)
@@ -183,12 +186,22 @@ void TestMessageWriter::believesAFailedCommitThatStoredNothing()
     QCOMPARE(added.at(0).trouble.english, notTaken);
 }
 
+void TestMessageWriter::writesNothingWhereTheStoreCannotBeAsked()
+{
+    Fixture fixture;
+    fixture.scripted.react(Request::ReadHistory, Reaction::refused());
+    QList<NewMessage> added{fixture.message("one")};
+    QCOMPARE(fixture.add(added), Answer::Refused);
+    QCOMPARE(added.at(0).trouble.english, notTaken);
+    QVERIFY(fixture.scripted.addedEvents.isEmpty());
+}
+
 void TestMessageWriter::takesNoOlderEqualMessageForItsOwn()
 {
     Fixture fixture;
     fixture.hold({QStringLiteral("one")});
     QList<NewMessage> added{fixture.message("one")};
-    fixture.writer.noteStored(101);
+    fixture.scripted.historyPosition.lastId = 101;
     fixture.scripted.react(Request::AddEvents, Reaction::failed());
     QCOMPARE(fixture.add(added), Answer::Refused);
     QCOMPARE(added.at(0).id, -1);
@@ -201,6 +214,7 @@ void TestMessageWriter::takesNoMessageOfItsOwnTwice()
     QList<NewMessage> added{fixture.message("one")};
     QCOMPARE(fixture.add(added), Answer::Finished);
     QCOMPARE(added.at(0).id, 101);
+    fixture.scripted.historyPosition.lastId = 101;
     fixture.scripted.react(Request::AddEvents, Reaction::failed());
     QList<NewMessage> again{fixture.message("one")};
     QCOMPARE(fixture.add(again), Answer::Refused);
@@ -211,7 +225,8 @@ void TestMessageWriter::doesNotKnowWhatItCannotReadBack()
 {
     Fixture fixture;
     fixture.scripted.react(Request::AddEvents, Reaction::failed());
-    fixture.scripted.react(Request::ReadMessages, Reaction::refused());
+    fixture.scripted.react(Request::ReadHistory, Reaction::reporting({Report()}));
+    fixture.scripted.react(Request::ReadHistory, Reaction::refused());
     QList<NewMessage> added{fixture.message("one")};
     QCOMPARE(fixture.add(added), Answer::Refused);
     QCOMPARE(added.at(0).trouble.english,

@@ -38,12 +38,12 @@ QString selectionText(const HistorySelection &selection)
 }
 
 //! A read that is refused ends as one of a store that is not there.
-void startRead(HistoryReader *reader)
+void startRead(HistoryReader *reader, const QList<QList<HistoryEntry>> &portions)
 {
     ScriptedStore *const store = ScriptedStore::current();
     const auto deliver = [=](const Report &report) {
         const QPointer<HistoryReader> guard(reader);
-        for (const auto &portion : qAsConst(store->historyPortions)) {
+        for (const auto &portion : portions) {
             if (guard)
                 Q_EMIT guard->entriesRead(portion);
         }
@@ -66,7 +66,7 @@ HistoryReader::~HistoryReader() = default;
 void HistoryReader::read(const HistorySelection &selection)
 {
     ScriptedStore::record(QStringLiteral("HistoryReader::read(%1)").arg(selectionText(selection)));
-    startRead(this);
+    startRead(this, ScriptedStore::current()->historyPortions);
 }
 
 void HistoryReader::readChanges(const HistoryPosition &since, int portion)
@@ -76,7 +76,9 @@ void HistoryReader::readChanges(const HistoryPosition &since, int portion)
                               .arg(since.change)
                               .arg(since.lastId)
                               .arg(portion));
-    startRead(this);
+    const bool isLatest = since.change == HistoryPosition::latest().change;
+    startRead(this,
+              isLatest ? QList<QList<HistoryEntry>>() : ScriptedStore::current()->historyPortions);
 }
 
 void HistoryReader::count(const HistorySelection &selection, Key key)
@@ -84,7 +86,7 @@ void HistoryReader::count(const HistorySelection &selection, Key key)
     ScriptedStore::record(QStringLiteral("HistoryReader::count(%1, key %2)")
                               .arg(selectionText(selection))
                               .arg(int(key)));
-    startRead(this);
+    startRead(this, ScriptedStore::current()->historyPortions);
 }
 
 HistoryPosition HistoryReader::position() const

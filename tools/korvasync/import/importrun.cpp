@@ -54,15 +54,17 @@ ExitCode ImportRun::openStore()
             verifies() ? StoreAccess::requireStore(location) : StoreAccess::requirePlace(location))
         return code;
     const bool writes = !verifies() && !m_invocation.global.dryRun;
-    if (writes && m_options.onDuplicate != ImportOptions::AddAgain) {
+    if (writes && looksUp()) {
         const Answer answer = m_clientLock.take(m_invocation.global.timeout);
         if (answer != Answer::Finished)
             return StoreAccess::complain(location, answer);
     }
-    if (!verifies() && location.state() == StoreLocation::Absent)
+    if (!verifies() && location.state() == StoreLocation::Absent) {
+        m_store.setEmpty();
         return AllDone;
+    }
     m_hasStore = true;
-    return StoreAccess::complain(location, m_store.read());
+    return StoreAccess::complain(location, m_store.open());
 }
 
 // ---- reading
@@ -152,12 +154,15 @@ std::optional<double> ImportRun::partDone()
 
 void ImportRun::take(const InputItem &input)
 {
-    const Answer answer = m_judge.isCall(input) ? m_store.readCallsOnce() : Answer::Finished;
+    NewItem item = m_judge.judge(input);
+    // That a call was stored only the number of its equals tells, also where nothing is looked up.
+    const bool isSought =
+        item.result.rejectReason == RejectReason::None && (looksUp() || item.isCall);
+    const Answer answer = isSought ? m_store.readAround(item) : Answer::Finished;
     if (answer != Answer::Finished) {
         m_storeCode = StoreAccess::complain(m_invocation.location, answer);
         return;
     }
-    NewItem item = m_judge.judge(input);
     item.result.source = m_path + QLatin1Char(':') + QString::number(input.line);
     take(std::move(item));
 }
@@ -195,7 +200,7 @@ void ImportRun::keep(const QByteArray &leftovers)
 //! Finds out whether the store has an item. Only one that is new keeps its content.
 void ImportRun::lookUp(NewItem &item)
 {
-    if (m_options.onDuplicate == ImportOptions::AddAgain)
+    if (!looksUp())
         return;
     const std::optional<int> storedId = idOfEqual(item);
     if (!storedId && !verifies()) {

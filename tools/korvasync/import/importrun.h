@@ -30,6 +30,8 @@ public:
 
 private:
     bool verifies() const { return m_options.purpose == ImportOptions::Verify; }
+    //! Whether what the store has already is told from what is new.
+    bool looksUp() const { return m_options.onDuplicate != ImportOptions::AddAgain; }
     bool goesOn() const;
 
     ExitCode openStore();

@@ -20,27 +20,39 @@ ImportStore::ImportStore(const Invocation &invocation, const ItemJudge &judge, E
 {
 }
 
-Answer ImportStore::read() { return m_messages ? readMessages() : readCalls(); }
+Answer ImportStore::open() { return m_messages ? m_messages->probe() : readCalls(); }
 
-Answer ImportStore::readMessages()
+void ImportStore::setEmpty()
 {
-    return m_messages->forEach(KorvaSyncIf::HistoryFilter(), [this](const StoredMessage &message) {
-        m_messageWriter->noteStored(message.id);
-        if (m_equals == AreAdded)
-            return;
+    m_messagesRead.growToAll();
+    m_callsAreRead = true;
+}
+
+Answer ImportStore::readAround(const NewItem &item)
+{
+    if (item.isCall)
+        return m_callsAreRead ? Answer::Finished : readCalls();
+    QList<TimeCoverage::Span> spans;
+    if (!item.second)
+        spans = m_messagesRead.growToAll();
+    else if (const auto span = m_messagesRead.grow(*item.second))
+        spans.append(*span);
+    Answer answer = Answer::Finished;
+    for (auto span = spans.cbegin(); span != spans.cend() && answer == Answer::Finished; ++span)
+        answer = readMessages(*span);
+    return answer;
+}
+
+Answer ImportStore::readMessages(TimeCoverage::Span span)
+{
+    KorvaSyncIf::HistoryFilter filter;
+    filter.from = span.from();
+    filter.to = span.to();
+    return m_messages->forEach(filter, [this](const StoredMessage &message) {
         for (const Fingerprint &fingerprint :
              m_judge.fingerprintsOf(message.folder, message.number, message.time, message.body))
             index.addStored(fingerprint, message.id);
     });
-}
-
-Answer ImportStore::readCallsOnce()
-{
-    if (m_callsAreRead || m_location.state() != StoreLocation::Present) {
-        m_callsAreRead = true;
-        return Answer::Finished;
-    }
-    return readCalls();
 }
 
 Answer ImportStore::readCalls()

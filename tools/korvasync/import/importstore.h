@@ -6,6 +6,7 @@
 #include "itemjudge.h"
 #include "options/command.h"
 #include "store/duplicateindex.h"
+#include "store/timecoverage.h"
 
 #include <optional>
 #include <vector>
@@ -15,17 +16,20 @@ class ImportStore
 {
 public:
     enum Equals {
-        AreFound, //!< which takes a few bytes for each item of the store
+        AreFound, //!< which takes a few bytes for each item of the part that was read
         AreAdded  //!< messages like all others, and the index has none of them
     };
 
     //! \param judge  tells what is added
     ImportStore(const Invocation &invocation, const ItemJudge &judge, Equals equals);
 
-    //! Reads the messages, or the calls where they alone are added.
-    Answer read();
-    //! Has the calls read as well when the first one turns up: most files hold none.
-    Answer readCallsOnce();
+    //! Whether the store can be read. Where calls alone are added, all are.
+    Answer open();
+    //! There is none yet: what it will hold is added here.
+    void setEmpty();
+    //! Has that part of the store read in which the item's equals may be: around its time, or when
+    //! it is the first call, all calls.
+    Answer readAround(const NewItem &item);
     Answer probe();
 
     //! Adds the new ones of the items and tells each what became of it.
@@ -35,7 +39,7 @@ public:
     DuplicateIndex index;
 
 private:
-    Answer readMessages();
+    Answer readMessages(TimeCoverage::Span span);
     Answer readCalls();
     void enter(const NewItem &item);
 
@@ -46,5 +50,6 @@ private:
     std::optional<MessageWriter> m_messageWriter;
     CallStore m_calls;
     CallWriter m_callWriter;
+    TimeCoverage m_messagesRead;
     bool m_callsAreRead = false;
 };

@@ -77,6 +77,7 @@ void ItemJudge::identify(const NormalisedMessage &normalised, bool isOfBackup, N
     added.fingerprint = item.stored.first();
     item.content = added;
     if (normalised.hasOwnTime) {
+        item.second = message.time.toSecsSinceEpoch();
         item.sought.append(item.stored.first());
         if (m_rules.badTimeIsNow)
             item.untimed = item.stored.last();

@@ -26,6 +26,7 @@ struct NewItem
     bool isCall = false;     //!< as its content, which goes when the store has it
 
     Fingerprints sought;                //!< it equals a stored item that has one of these
+    std::optional<qint64> second;       //!< of its equals, since 1970; none = they may have any
     Fingerprints stored;                //!< under which it is found once it is stored
     std::optional<Fingerprint> untimed; //!< of equal items without a time, whose place it takes
 

@@ -20,6 +20,8 @@ class MessageStore
 public:
     explicit MessageStore(std::chrono::milliseconds timeout);
 
+    std::chrono::milliseconds timeout() const { return m_timeout; }
+
     struct Read
     {
         Answer answer = Answer::Refused;

@@ -3,6 +3,7 @@
 
 #include "messagewriter.h"
 
+#include "historyrequest.h"
 #include "model/folder.h"
 #include "shared/parsedmessage.h"
 #include "shared/troublewatch.h"
@@ -34,6 +35,18 @@ Reason difference(const StoredMessage &stored, const SmsInfo &given)
     return parts.isEmpty() ? parts : Text::reason("stored, but with another %1").arg(parts);
 }
 
+namespace {
+
+Reason notTaken() { return Text::reason("the store did not take it"); }
+
+void setTrouble(const QList<NewMessage *> &messages, const Reason &trouble)
+{
+    for (NewMessage *const message : messages)
+        message->trouble = trouble;
+}
+
+} // namespace
+
 MessageWriter::MessageWriter(StoreLocation &location, MessageStore &store)
     : m_location(location)
     , m_store(store)
@@ -51,6 +64,12 @@ Answer MessageWriter::add(const QList<NewMessage *> &messages)
         record.vMessage = encoder.encode(message->message).vMessage;
         records += record;
     }
+    QString beginning;
+    const Answer begun = noteBeginning(&beginning);
+    if (begun != Answer::Finished) {
+        setTrouble(messages, notTaken());
+        return begun;
+    }
     const MessageStore::Written written = m_store.add(records);
     const Answer failure = written.answer == Answer::Finished ? Answer::Refused : written.answer;
     const bool committed = written.answer == Answer::Finished && !written.ids.contains(-1)
@@ -60,7 +79,11 @@ Answer MessageWriter::add(const QList<NewMessage *> &messages)
         for (int i = 0; i < messages.size(); ++i)
             messages.at(i)->id = written.ids.at(i);
     } else {
-        findStored(messages, failure);
+        setTrouble(messages,
+                   failure == Answer::TimedOut
+                       ? Text::reason("no answer in time; not stored so far") // it can still come
+                       : notTaken());
+        findStored(messages, beginning);
     }
     for (NewMessage *const message : messages) {
         if (message->id != -1)
@@ -71,47 +94,42 @@ Answer MessageWriter::add(const QList<NewMessage *> &messages)
     return allStored ? Answer::Finished : failure;
 }
 
+//! How far the store is; empty as long as there is none. What it gets from there on may be ours.
+Answer MessageWriter::noteBeginning(QString *cursor)
+{
+    if (m_location.state() == StoreLocation::Absent)
+        return Answer::Finished;
+    const auto now = HistoryRequest::changes(m_store.timeout(), HistoryInterface::now(),
+                                             [](const HistoryChange &) { return true; });
+    *cursor = now.cursor;
+    return now.answer;
+}
+
 // A failed commit names the whole chunk, and one that was never reported may have happened:
 // what the store holds now and did not hold before is ours.
-void MessageWriter::findStored(const QList<NewMessage *> &messages, Answer failure)
+void MessageWriter::findStored(const QList<NewMessage *> &messages, const QString &beginning)
 {
-    for (NewMessage *const message : messages) {
-        message->trouble = failure == Answer::TimedOut
-            ? Text::reason("no answer in time; not stored so far") // it can still come
-            : Text::reason("the store did not take it");
-    }
     if (m_location.state() == StoreLocation::Absent) // not even made
         return;
-    for (const LocationId folder : Folder::all()) {
-        QDateTime since;
-        for (const NewMessage *const message : messages) {
-            const QDateTime time = message->message.time;
-            if (message->message.parentId == folder && (since.isNull() || time < since))
-                since = time;
-        }
-        if (since.isNull())
-            continue;
-        const MessageStore::Read read = m_store.messages(since, folder);
-        if (read.answer != Answer::Finished) {
-            for (NewMessage *const message : messages)
-                message->trouble = Text::reason("not known, as the store cannot be read back");
-            return;
-        }
-        QMultiHash<Fingerprint, int> newIds;
-        for (const SyncSmsInfo &record : read.messages) {
-            if (record.id > m_highestId)
-                newIds.insert(Fingerprint::of(StoredMessage::fromRecord(record)), record.id);
-        }
-        for (NewMessage *const message : messages) {
-            if (message->message.parentId == folder && newIds.contains(message->fingerprint))
-                message->id = newIds.take(message->fingerprint);
-        }
+    QMultiHash<Fingerprint, int> newIds;
+    const auto read =
+        HistoryRequest::changes(m_store.timeout(), beginning, [&](const HistoryChange &change) {
+            const bool isMessage = change.item.kind == HistoryItem::Kind::Message;
+            if (isMessage && change.kind == HistoryChange::Kind::Added)
+                newIds.insert(Fingerprint::of(StoredMessage::fromItem(change.item)),
+                              change.item.id);
+            return true;
+        });
+    if (read.answer != Answer::Finished)
+        return setTrouble(messages, Text::reason("not known, as the store cannot be read back"));
+    for (NewMessage *const message : messages) {
+        if (newIds.contains(message->fingerprint))
+            message->id = newIds.take(message->fingerprint);
     }
 }
 
 void MessageWriter::confirm(NewMessage &message)
 {
-    noteStored(message.id);
     const TroubleWatch watch;
     const StoredMessage stored = StoredMessage::fromRecord(m_store.message(message.id));
     const bool isRead = stored.id != -1 || !watch.hasTrouble();

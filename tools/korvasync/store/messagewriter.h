@@ -30,22 +30,18 @@ class MessageWriter
 public:
     MessageWriter(StoreLocation &location, MessageStore &store);
 
-    //! Notes a message that the store holds: one that has a higher id came later, as no store
-    //! gives an id twice.
-    void noteStored(int id) { m_highestId = qMax(m_highestId, id); }
-
     //! Adds one chunk, and tells each message what became of it.
     //! \return Finished when every message is stored, else how the store failed; what is
     //!         stored all the same has its id
     Answer add(const QList<NewMessage *> &messages);
 
 private:
-    void findStored(const QList<NewMessage *> &messages, Answer failure);
+    Answer noteBeginning(QString *cursor);
+    void findStored(const QList<NewMessage *> &messages, const QString &beginning);
     void confirm(NewMessage &message);
 
     StoreLocation &m_location;
     MessageStore &m_store;
-    int m_highestId = -1; // of what is known to be there
 };
 
 //! How a stored message differs from what was handed over, empty when it does not.
