@@ -5,6 +5,7 @@
 
 #include "base/folders.h"
 
+#include <vmessage/headerwords.h>
 #include <vmessage/messagetime.h>
 #include <vmessage/vmessageparser.h>
 #include <vmessage/vmessagescanner.h>
@@ -81,27 +82,9 @@ QStringList numbersOf(const Party *party)
     return numbers;
 }
 
-//! Also false for an absent text.
-bool is(const char *text, const char *word) { return qstricmp(text, word) == 0; }
-
-// Where no box is known, the status tells the folder, or the direction.
-int folderNamedBy(const VMessageHeader &header)
-{
-    const QString box = QString::fromUtf8(header.box);
-    if (const int folder = folderOfBox(box, Qt::CaseInsensitive))
-        return folder;
-    // What backup programs of touch phones call the sent folder.
-    if (box.startsWith(QLatin1String("SENDBOX"), Qt::CaseInsensitive))
-        return LocSent;
-    if (is(header.status, "DRAFT"))
-        return LocDrafts;
-    if (is(header.messageType, "DELIVER") || is(header.messageType, "1"))
-        return LocInbox;
-    if (is(header.messageType, "SUBMIT") || is(header.messageType, "2")
-        || is(header.status, "SENT"))
-        return LocSent;
-    return 0;
-}
+static_assert(int(HeaderWords::Inbox) == LocInbox && int(HeaderWords::Outbox) == LocOutbox
+              && int(HeaderWords::Drafts) == LocDrafts && int(HeaderWords::Sent) == LocSent
+              && int(HeaderWords::MyFolder) == LocMyFolder);
 
 HistoryItem::Direction directionOf(int folder)
 {
@@ -114,9 +97,9 @@ HistoryItem::Direction directionOf(int folder)
 // One's own messages need no reading.
 bool isRead(const char *status, bool isOutbound)
 {
-    if (is(status, "READ") || is(status, "1"))
-        return true;
-    return isOutbound && !is(status, "UNREAD") && !is(status, "0");
+    const auto named = HeaderWords::readStatusOf(status);
+    return named == HeaderWords::ReadStatus::Read
+        || (isOutbound && named == HeaderWords::ReadStatus::Unknown);
 }
 
 QDateTime timeOf(const VMessageHeader &header, const VMessageBody *body, const QTimeZone &local)
@@ -172,8 +155,8 @@ bool VMessageDecoder::decode(const QByteArray &vMessage, HistoryItem *item)
     m_recipients = numbersOf(parser.recipients(message));
 
     HistoryItem decoded;
-    const int named = folderNamedBy(header);
-    decoded.folder = named == 0 ? m_defaultFolder : named;
+    const int named = HeaderWords::folderOf(header);
+    decoded.folder = named == HeaderWords::NoFolder ? m_defaultFolder : named;
     decoded.direction = directionOf(decoded.folder);
     const bool isOutbound = decoded.direction == HistoryItem::Direction::Outbound;
     const QStringList &expected = isOutbound ? m_recipients : m_originators;

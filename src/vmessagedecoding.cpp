@@ -4,7 +4,6 @@
 #include "smssyncinterface_p.h"
 
 #include "base/datetimetext.h"
-#include "base/folders.h"
 #include "base/logging.h"
 
 #include <vmessage/vmessageparser.h>
@@ -19,12 +18,31 @@ namespace KorvaSyncIf {
 
 namespace {
 
+//! The folder that a box text names by its beginning, or \a unknown.
+int folderOfBox(const QString &box, int unknown)
+{
+    // By the beginning, so that the plural words of the encoder are known too.
+    static const struct
+    {
+        QLatin1String keyword;
+        LocationId folder = LocInbox;
+    } folders[] = {
+        {QLatin1String("INBOX"), LocInbox},       {QLatin1String("DRAFT"), LocDrafts},
+        {QLatin1String("OUTBOX"), LocOutbox},     {QLatin1String("SENT"), LocSent},
+        {QLatin1String("MYFOLDER"), LocMyFolder},
+    };
+    for (const auto &entry : folders) {
+        if (box.startsWith(entry.keyword))
+            return entry.folder;
+    }
+    return unknown;
+}
+
 void extractHeader(const VMessageHeader *header, SmsInfo &info)
 {
     if (header->box) {
         const QString box = QString::fromLatin1(header->box);
-        if (const int folder = folderOfBox(box, Qt::CaseSensitive))
-            info.parentId = folder;
+        info.parentId = folderOfBox(box, info.parentId);
         info.folderName = box;
     }
     info.readStatus = QString::fromLatin1(header->status);

@@ -7,24 +7,6 @@
 
 namespace KorvaSyncIf {
 
-int folderOfBox(const QString &box, Qt::CaseSensitivity letters)
-{
-    static const struct
-    {
-        QLatin1String word;
-        LocationId folder = LocInbox;
-    } boxes[] = {
-        {QLatin1String("INBOX"), LocInbox},       {QLatin1String("DRAFT"), LocDrafts},
-        {QLatin1String("OUTBOX"), LocOutbox},     {QLatin1String("SENT"), LocSent},
-        {QLatin1String("MYFOLDER"), LocMyFolder},
-    };
-    for (const auto &entry : boxes) {
-        if (box.startsWith(entry.word, letters))
-            return entry.folder;
-    }
-    return 0;
-}
-
 bool isOutboundFolder(int folder)
 {
     return folder == LocOutbox || folder == LocDrafts || folder == LocSent;

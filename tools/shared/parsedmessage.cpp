@@ -48,10 +48,9 @@ std::optional<ParsedMessage> ParsedMessage::parse(const QByteArray &vMessage)
         return std::nullopt;
     ParsedMessage parsed;
     if (const VMessageHeader *header = parser.header(message)) {
-        parsed.status = QString::fromUtf8(header->status);
-        parsed.box = QString::fromUtf8(header->box);
+        parsed.folder = HeaderWords::folderOf(*header);
+        parsed.readStatus = HeaderWords::readStatusOf(header->status);
         parsed.type = QString::fromUtf8(header->type);
-        parsed.messageType = QString::fromUtf8(header->messageType);
         parsed.headerTime = QString::fromUtf8(header->dateTime);
     }
     if (const VMessageOriginator *originator = parser.originator(message))

@@ -5,19 +5,20 @@
 
 #include "rejectreason.h"
 
+#include <vmessage/headerwords.h>
+
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
 #include <optional>
 
-//! The parts of one vMessage as it wrote them; empty where it has no such part.
+//! The parts of one vMessage; empty where it has no such part.
 struct ParsedMessage
 {
-    QString status;
-    QString box;
-    QString type;        //!< SMS, INET, ...
-    QString messageType; //!< the direction: DELIVER or SUBMIT, 1 or 2
+    int folder = HeaderWords::NoFolder;
+    HeaderWords::ReadStatus readStatus = HeaderWords::ReadStatus::Unknown;
+    QString type; //!< SMS, INET, ...
     QString headerTime;
     QString bodyTime;
     QStringList originators; //!< numbers of the vCards in the sender's place

@@ -8,21 +8,21 @@
 namespace {
 
 // Of the phone's six boxes the outbox, the failed and the queued messages are one here.
-QString boxOf(const QString &type)
+HeaderWords::Folder folderOf(const QString &type)
 {
     switch (type.toInt()) {
     case 1:
-        return QStringLiteral("INBOX");
+        return HeaderWords::Inbox;
     case 2:
-        return QStringLiteral("SENT");
+        return HeaderWords::Sent;
     case 3:
-        return QStringLiteral("DRAFT");
+        return HeaderWords::Drafts;
     case 4:
     case 5:
     case 6:
-        return QStringLiteral("OUTBOX");
+        return HeaderWords::Outbox;
     default:
-        return QString();
+        return HeaderWords::NoFolder;
     }
 }
 
@@ -36,9 +36,10 @@ std::optional<ParsedMessage> SmsElement::parse(const QByteArray &element)
     if (!body)
         return std::nullopt;
     ParsedMessage parsed;
-    parsed.box = boxOf(attributes->value("type"));
-    const QString read = attributes->value("read");
-    parsed.status = read.isEmpty() ? QStringLiteral("1") : read; // few programs leave it out
+    parsed.folder = folderOf(attributes->value("type"));
+    const QString read = attributes->value("read"); // few programs leave it out
+    parsed.readStatus = read.isEmpty() ? HeaderWords::ReadStatus::Read
+                                       : HeaderWords::readStatusOf(read.toUtf8().constData());
     parsed.headerTime = attributes->value("date");
     parsed.recipients = QStringList{attributes->value("address")};
     parsed.body = ParsedMessage::withLineFeeds(*body);

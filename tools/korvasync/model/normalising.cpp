@@ -11,43 +11,6 @@ using namespace KorvaSyncIf;
 
 namespace {
 
-// The box as programs name it, by its first letters as the library does: DRAFT and DRAFTS,
-// SENT and SENTBOX. SENDBOX is what backup programs of touch phones call the sent folder.
-int folderOfBox(const QString &box)
-{
-    static constexpr struct
-    {
-        const char *word;
-        int folder;
-    } words[] = {{"INBOX", LocInbox}, {"DRAFT", LocDrafts}, {"OUTBOX", LocOutbox},
-                 {"SENT", LocSent},   {"SENDBOX", LocSent}, {"MYFOLDER", LocMyFolder}};
-    for (const auto &entry : words) {
-        if (box.startsWith(QLatin1String(entry.word), Qt::CaseInsensitive))
-            return entry.folder;
-    }
-    return Folder::None;
-}
-
-bool is(const QString &text, const char *word)
-{
-    return text.compare(QLatin1String(word), Qt::CaseInsensitive) == 0;
-}
-
-// Where no box is known, the direction tells the folder, then the status.
-int folderOf(const ParsedMessage &parsed)
-{
-    if (const int folder = folderOfBox(parsed.box))
-        return folder;
-    if (is(parsed.status, "DRAFT"))
-        return LocDrafts;
-    if (is(parsed.messageType, "DELIVER") || is(parsed.messageType, "1"))
-        return LocInbox;
-    if (is(parsed.messageType, "SUBMIT") || is(parsed.messageType, "2")
-        || is(parsed.status, "SENT"))
-        return LocSent;
-    return Folder::None;
-}
-
 // The vCards stand in the sender's and the receiver's place, but many programs write the
 // other party always in the first.
 QStringList otherParties(const ParsedMessage &parsed, bool outbound)
@@ -59,8 +22,8 @@ QStringList otherParties(const ParsedMessage &parsed, bool outbound)
 
 QString readStatus(const ParsedMessage &parsed, const NormalisingRules &rules, bool outbound)
 {
-    const bool unread = is(parsed.status, "UNREAD") || is(parsed.status, "0");
-    const bool read = is(parsed.status, "READ") || is(parsed.status, "1");
+    const bool read = parsed.readStatus == HeaderWords::ReadStatus::Read;
+    const bool unread = parsed.readStatus == HeaderWords::ReadStatus::Unread;
     // One's own messages need no reading.
     const bool asRead = rules.markRead || read || (outbound && !unread);
     return asRead ? QStringLiteral("READ") : QStringLiteral("UNREAD");
@@ -103,8 +66,7 @@ NormalisedMessage normalise(const ParsedMessage &parsed, const NormalisingRules 
 {
     NormalisedMessage normalised;
     SmsInfo &message = normalised.message;
-    const int named = folderOf(parsed);
-    message.parentId = named == Folder::None ? rules.folder : named;
+    message.parentId = parsed.folder == Folder::None ? rules.folder : parsed.folder;
     const bool outbound = Folder::isOutbound(message.parentId);
     const QStringList parties = otherParties(parsed, outbound);
     if (!parties.isEmpty())

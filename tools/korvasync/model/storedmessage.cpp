@@ -16,7 +16,7 @@ StoredMessage StoredMessage::fromRecord(const KorvaSyncIf::SyncSmsInfo &record)
     message.token = record.messageToken;
     message.vMessage = record.vMessage;
     if (const auto parsed = ParsedMessage::parse(record.vMessage.toUtf8())) {
-        message.isRead = parsed->status == QLatin1String("READ");
+        message.isRead = parsed->readStatus == HeaderWords::ReadStatus::Read;
         message.time = DateText::readMessageTime(parsed->headerTime, utc);
         message.number = (parsed->originators + parsed->recipients).value(0);
         message.body = parsed->body;
