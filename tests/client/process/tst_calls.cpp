@@ -14,6 +14,9 @@ private Q_SLOTS:
     void initTestCase();
     void selects_data();
     void selects();
+    void countsWhatItSelects_data();
+    void countsWhatItSelects();
+    void findsNumbersAsTheyAreMeant();
     void printsATable();
     void printsNdjson();
     void printsEntries();
@@ -89,6 +92,24 @@ void TestCalls::selects_data()
     row("calls --since @1288794330", missed);
     row("calls --since 2010-11-03T14:25:31Z", "");
     row("calls --type missed --since 2010-01-01", missed);
+    row("calls --until 2010-11-03T14:25:30Z", older + answered + dialled);
+    row("calls --since 2010-11-03T14:25:00Z --until 2010-11-03T14:25:30Z", answered + dialled);
+    row("calls --since 2010-11-04 --assume-tz Pacific/Kiritimati", answered + dialled + missed);
+    row("calls --since 2010-11-04 --assume-tz UTC", "");
+    row("calls --number +15550100", answered);
+    row("calls --number +1-555-0100", answered);
+    row("calls list --number 5550100", answered);
+    row("calls --number infopost", dialled);
+    row("calls --number InfoPos", "");
+    row("calls --number-tail +15550100", older + answered);
+    row("calls --number-tail 5550100 --limit 1", answered);
+    row("calls --limit 1", missed);
+    row("calls --limit 2", dialled + missed);
+    row("calls --limit 0", "");
+    row("calls --limit 99", older + answered + dialled + missed);
+    row("calls --limit 1 --type missed", missed);
+    row("calls --limit 1 --type in", answered);
+    row("calls --limit 0 --type in", "");
 }
 
 void TestCalls::selects()
@@ -99,6 +120,44 @@ void TestCalls::selects()
     QCOMPARE(outcome.exitCode, 0);
     QCOMPARE(outcome.output, entries);
     QCOMPARE(outcome.errors, QByteArray());
+}
+
+void TestCalls::countsWhatItSelects_data()
+{
+    QTest::addColumn<QByteArray>("count");
+    const auto row = [](const char *options, const char *count) {
+        QTest::newRow(options) << QByteArray(count);
+    };
+    row("calls --count", "4\n");
+    row("calls list --count -o ndjson", "4\n");
+    row("calls --count --limit 3", "3\n");
+    row("calls --count --limit 0", "0\n");
+    row("calls --count --type missed", "2\n");
+    row("calls --count --type missed --limit 1", "1\n");
+    row("calls --count --type missed --limit 0", "0\n");
+    row("calls --count --number 5550100", "1\n");
+    row("calls --count --since 2011-01-01", "0\n");
+}
+
+void TestCalls::countsWhatItSelects()
+{
+    QFETCH(QByteArray, count);
+    const QStringList words = QString::fromLatin1(QTest::currentDataTag()).split(QLatin1Char(' '));
+    const auto outcome = client.run(words);
+    QCOMPARE(outcome.exitCode, 0);
+    QCOMPARE(outcome.output, count);
+}
+
+void TestCalls::findsNumbersAsTheyAreMeant()
+{
+    ClientProcess other;
+    const QByteArray bank = callEntry("missed", "B\xC3\xA4nk", 0, "20101103T142530Z");
+    QCOMPARE(other.run(add, bank + answered).exitCode, 0);
+    QCOMPARE(other
+                 .run({text("calls"), text("-o"), text("entries"), text("--number"),
+                       text("B\xC3\xA4nk")})
+                 .output,
+             bank);
 }
 
 void TestCalls::printsATable()

@@ -3,6 +3,7 @@
 
 #include "confirmation.h"
 #include "import/importrun.h"
+#include "listing.h"
 #include "options/command.h"
 #include "store/storeaccess.h"
 
@@ -33,32 +34,51 @@ bool takesNoArguments(const Invocation &invocation, const char *action)
 
 // ---- list
 
-std::optional<CallType> takeType(const Invocation &invocation)
+//! The store has no order of calls by type.
+bool takeType(const Invocation &invocation, Listing &listing)
 {
     if (!invocation.isSet("type"))
-        return CallStore::AllCalls;
+        return true;
     const auto choice = Arguments::takeChoice(invocation.options, "calls list", "type");
-    constexpr std::array<CallType, 3> types{IncomingCall, OutgoingCall, MissedCall};
-    return choice ? std::optional(types[static_cast<size_t>(*choice)]) : std::nullopt;
+    if (!choice)
+        return false;
+    const std::array<QString, 3> types{QStringLiteral("incoming"), QStringLiteral("outgoing"),
+                                       QStringLiteral("missed")};
+    listing.condition = [type = types[static_cast<size_t>(*choice)]](const HistoryItem &item) {
+        return Call::fromItem(item).type == type;
+    };
+    return true;
+}
+
+Answer printCalls(const Invocation &invocation, const Listing &listing)
+{
+    QList<Call> calls;
+    const Answer answer =
+        listing.read(invocation, [&](const HistoryItem &item) { calls += Call::fromItem(item); });
+    if (answer == Answer::Finished)
+        CallFormats::print(calls, invocation.global.format, invocation.output);
+    return answer;
 }
 
 ExitCode list(const Invocation &invocation)
 {
-    QDateTime since;
-    if (!takesNoArguments(invocation, "calls list"))
+    Listing listing;
+    listing.filter.kind = HistoryItem::Kind::Call;
+    if (!takesNoArguments(invocation, "calls list") || !takeType(invocation, listing)
+        || !listing.takeOptions(invocation))
         return UsageError;
-    const auto type = takeType(invocation);
-    if (!type
-        || !Arguments::takeTime(invocation.options, "since", invocation.global.localZone, since))
+    const QString &format = invocation.global.format;
+    const bool hasForm = format != QLatin1String("text") && format != QLatin1String("ndjson");
+    if (hasForm && invocation.isSet("count")) {
+        Diagnostics::error(
+            Text::tr("--%1 and -o %2 exclude each other").arg(QLatin1String("count"), format));
         return UsageError;
+    }
     if (const ExitCode code = StoreAccess::requireStore(invocation.location))
         return code;
-    CallStore store(invocation.global.timeout);
-    const CallStore::Read read = store.calls(*type, since);
-    if (read.answer != Answer::Finished)
-        return StoreAccess::complain(invocation.location, read.answer);
-    CallFormats::print(read.calls, invocation.global.format, invocation.output);
-    return AllDone;
+    const Answer answer = invocation.isSet("count") ? listing.printCount(invocation)
+                                                    : printCalls(invocation, listing);
+    return StoreAccess::complain(invocation.location, answer);
 }
 
 // ---- add
@@ -184,9 +204,20 @@ Command listAction()
             {text("type"), Text::tr("Only incoming, outgoing or missed calls."),
              text("in|out|missed")},
             {text("since"),
-             Text::tr("Calls that began at this time or later: 2024-05-01T10:00:00Z, 2024-05-01 or "
-                      "@seconds."),
+             Text::tr("Calls that began at this time or later: 2024-05-01T10:00:00Z, 2024-05-01, "
+                      "today, yesterday, 30m, 12h, 7d, 2w or @seconds."),
              text("T")},
+            {text("until"), Text::tr("Before this time."), text("T")},
+            {text("assume-tz"),
+             Text::tr("Time zone of dates, e.g. Europe/Helsinki (default: the system's)."),
+             text("ZONE")},
+            {text("number"),
+             Text::tr("To or from this number, in any spelling, or alphanumeric sender."),
+             text("N")},
+            {text("number-tail"), Text::tr("To or from any number with the same last 7 digits."),
+             text("N")},
+            {text("limit"), Text::tr("Only the newest N."), text("N")},
+            {text("count"), Text::tr("Print only how many there are.")},
         },
         list,
         {Text::tr("\"korvasync calls\" alone lists as well.\n\nOther actions: \"calls add\" and "

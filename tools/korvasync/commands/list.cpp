@@ -1,23 +1,20 @@
 // SPDX-FileCopyrightText: 2026 The korvasync developers
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
+#include "listing.h"
 #include "options/command.h"
-#include "store/historyrequest.h"
 #include "store/storeaccess.h"
 
 #include "formats/messageformats.h"
 #include "model/folder.h"
 #include "options/arguments.h"
 #include "process/diagnostics.h"
-#include "shared/number.h"
 #include "shared/text.h"
 
 #include <QtCore/QRegularExpression>
 
 #include <korvasync/vmessageencoder.h>
 
-#include <algorithm>
-#include <functional>
 #include <limits>
 #include <optional>
 
@@ -25,75 +22,38 @@ using namespace KorvaSyncIf;
 
 namespace {
 
-//! Which messages are wanted. The store answers for all but the regular expression.
+//! Which messages are wanted.
 struct Selection
 {
-    HistoryFilter filter;
-    QRegularExpression body;
-    QTimeZone zone; //!< of dates, and of the times that --local shows
-    int limit = std::numeric_limits<int>::max();
-
-    bool take(const Invocation &invocation);
-    bool hasExpression() const { return !body.pattern().isEmpty(); }
-    bool matches(const QString &text);
-
+    Listing listing;
     int undecided = 0; //!< texts at which the search for the expression was given up
 
+    bool take(const Invocation &invocation);
+
 private:
-    bool takeTimes(const Invocation &invocation);
-    bool takeParty(const Invocation &invocation);
     bool takeExpression(const Invocation &invocation);
+    bool takeFolder(const Invocation &invocation);
+    bool matches(const QRegularExpression &body, const QString &text);
 };
-
-bool Selection::takeTimes(const Invocation &invocation)
-{
-    zone = invocation.global.localZone;
-    return Arguments::takeZone(invocation.options, zone)
-        && Arguments::takeTime(invocation.options, "since", zone, filter.from)
-        && Arguments::takeTime(invocation.options, "until", zone, filter.to)
-        && Arguments::takeTime(invocation.options, "modified-since", zone, filter.modifiedSince,
-                               DateText::RoundDown);
-}
-
-bool Selection::takeParty(const Invocation &invocation)
-{
-    const bool isTail = invocation.isSet("number-tail");
-    if (isTail && invocation.isSet("number")) {
-        Diagnostics::error(Text::tr("--number and --number-tail exclude each other"));
-        return false;
-    }
-    filter.party = Number::asStored(invocation.value(isTail ? "number-tail" : "number"));
-    filter.partyMatch =
-        isTail ? HistoryFilter::PartyMatch::SameEnding : HistoryFilter::PartyMatch::SameNumber;
-    if (filter.party.isEmpty() && (isTail || invocation.isSet("number"))) {
-        Diagnostics::error(Text::tr("--%1 needs a number or a name")
-                               .arg(QLatin1String(isTail ? "number-tail" : "number")));
-        return false;
-    }
-    return true;
-}
 
 bool Selection::takeExpression(const Invocation &invocation)
 {
     QRegularExpression::PatternOptions options = QRegularExpression::UseUnicodePropertiesOption;
     if (invocation.isSet("ignore-case"))
         options |= QRegularExpression::CaseInsensitiveOption;
-    if (invocation.isSet("grep"))
-        body = QRegularExpression(invocation.value("grep").normalized(QString::NormalizationForm_C),
+    const QRegularExpression body(invocation.value("grep").normalized(QString::NormalizationForm_C),
                                   options);
     if (!body.isValid())
         Diagnostics::error(Text::tr("--grep is no regular expression: %1").arg(body.errorString()));
+    else if (!body.pattern().isEmpty())
+        listing.condition = [this, body](const HistoryItem &item) {
+            return matches(body, item.text);
+        };
     return body.isValid();
 }
 
-bool Selection::take(const Invocation &invocation)
+bool Selection::takeFolder(const Invocation &invocation)
 {
-    if (!takeTimes(invocation) || !takeParty(invocation) || !takeExpression(invocation)
-        || !Arguments::takeNumber(invocation.options, "limit", 0, limit, limit)
-        || !Arguments::takeNumber(invocation.options, "conversation", 1,
-                                  std::numeric_limits<int>::max(), filter.conversation))
-        return false;
-    filter.unreadOnly = invocation.isSet("unread");
     const QString folder = invocation.value("folder");
     if (!invocation.isSet("folder") || folder == QLatin1String("all"))
         return true;
@@ -102,14 +62,25 @@ bool Selection::take(const Invocation &invocation)
         Diagnostics::error(Text::tr("--folder is inbox, outbox, drafts, sent, my or all"));
         return false;
     }
-    filter.folders = {*location};
+    listing.filter.folders = {*location};
     return true;
 }
 
-bool Selection::matches(const QString &text)
+bool Selection::take(const Invocation &invocation)
 {
-    if (!hasExpression())
-        return true;
+    HistoryFilter &filter = listing.filter;
+    filter.unreadOnly = invocation.isSet("unread");
+    return listing.takeOptions(invocation)
+        && Arguments::takeTime(invocation.options, "modified-since", listing.zone,
+                               filter.modifiedSince, DateText::RoundDown)
+        && takeExpression(invocation)
+        && Arguments::takeNumber(invocation.options, "conversation", 1,
+                                 std::numeric_limits<int>::max(), filter.conversation)
+        && takeFolder(invocation);
+}
+
+bool Selection::matches(const QRegularExpression &body, const QString &text)
+{
     const QRegularExpressionMatch match = body.match(text.normalized(QString::NormalizationForm_C));
     if (!match.isValid())
         ++undecided;
@@ -174,48 +145,6 @@ private:
     QList<StoredMessage> m_waiting;
 };
 
-//! Hands out the newest ones, oldest first.
-Answer readNewest(const Invocation &invocation, Selection &selection,
-                  const std::function<void(const HistoryItem &)> &take)
-{
-    HistoryFilter filter = selection.filter;
-    filter.order = HistoryFilter::Order::NewestFirst;
-    if (!selection.hasExpression())
-        filter.limit = selection.limit;
-    QList<HistoryItem> newest;
-    const Answer answer = selection.limit == 0
-        ? Answer::Finished
-        : HistoryRequest::forEach(invocation.global.timeout, filter, [&](const HistoryItem &item) {
-              if (selection.matches(item.text))
-                  newest += item;
-              return newest.size() < selection.limit;
-          });
-    std::for_each(newest.crbegin(), newest.crend(), take);
-    return answer;
-}
-
-Answer readAll(const Invocation &invocation, Selection &selection,
-               const std::function<void(const HistoryItem &)> &take)
-{
-    return HistoryRequest::forEach(invocation.global.timeout, selection.filter,
-                                   [&](const HistoryItem &item) {
-                                       if (selection.matches(item.text))
-                                           take(item);
-                                       return invocation.output.error().isEmpty();
-                                   });
-}
-
-Answer countAll(const Invocation &invocation, const Selection &selection, qint64 *count)
-{
-    QList<HistoryCount> counts;
-    const Answer answer = HistoryRequest::counts(invocation.global.timeout, selection.filter,
-                                                 HistoryCount::By::Folder, &counts);
-    for (const HistoryCount &one : counts)
-        *count += one.count;
-    *count = qMin<qint64>(*count, selection.limit);
-    return answer;
-}
-
 //! What is wrong with the command line; empty = nothing.
 QString misuse(const Invocation &invocation)
 {
@@ -239,24 +168,14 @@ QString misuse(const Invocation &invocation)
     return QString();
 }
 
-Answer printCount(const Invocation &invocation, Selection &selection)
+Answer printMessages(const Invocation &invocation, const Listing &listing)
 {
-    qint64 count = 0;
-    const auto take = [&](const HistoryItem &) { ++count; };
-    const Answer answer = selection.hasExpression() ? readNewest(invocation, selection, take)
-                                                    : countAll(invocation, selection, &count);
-    if (answer == Answer::Finished)
-        invocation.output.write(QByteArray::number(count) + '\n');
-    return answer;
-}
-
-Answer printMessages(const Invocation &invocation, Selection &selection)
-{
-    const bool isLocal = invocation.isSet("local");
-    Printer printer(invocation, isLocal ? std::make_optional(selection.zone) : std::nullopt);
-    const auto read = invocation.isSet("limit") ? readNewest : readAll;
+    std::optional<QTimeZone> zone;
+    if (invocation.isSet("local"))
+        zone = listing.zone;
+    Printer printer(invocation, zone);
     const Answer answer =
-        read(invocation, selection, [&](const HistoryItem &item) { printer.print(item); });
+        listing.read(invocation, [&](const HistoryItem &item) { printer.print(item); });
     if (answer == Answer::Finished)
         printer.end();
     return answer;
@@ -272,8 +191,8 @@ ExitCode runList(const Invocation &invocation)
         return UsageError;
     if (const ExitCode code = StoreAccess::requireStore(invocation.location))
         return code;
-    const auto print = invocation.isSet("count") ? printCount : printMessages;
-    const Answer answer = print(invocation, selection);
+    const Answer answer = invocation.isSet("count") ? selection.listing.printCount(invocation)
+                                                    : printMessages(invocation, selection.listing);
     if (answer != Answer::Finished)
         return StoreAccess::complain(invocation.location, answer);
     if (selection.undecided == 0)

@@ -235,10 +235,6 @@
         <translation>Nur eingegangene (in), ausgegangene (out) oder verpasste Anrufe (missed).</translation>
     </message>
     <message>
-        <source>Calls that began at this time or later: 2024-05-01T10:00:00Z, 2024-05-01 or @seconds.</source>
-        <translation>Anrufe, die zu dieser Zeit oder später begannen: 2024-05-01T10:00:00Z, 2024-05-01 oder @Sekunden.</translation>
-    </message>
-    <message>
         <source>&quot;korvasync calls&quot; alone lists as well.
 
 Other actions: &quot;calls add&quot; and &quot;calls wipe&quot;, each with its own --help.</source>
@@ -1187,6 +1183,10 @@ Weitere Aktionen: „calls add“ und „calls wipe“, jede mit eigenem --help.
     <message>
         <source>Show times in the time zone of --assume-tz or the system&apos;s, not in UTC (text output only).</source>
         <translation>Zeiten in der Zeitzone von --assume-tz oder des Systems zeigen, nicht in UTC (nur in der Ausgabe als text).</translation>
+    </message>
+    <message>
+        <source>Calls that began at this time or later: 2024-05-01T10:00:00Z, 2024-05-01, today, yesterday, 30m, 12h, 7d, 2w or @seconds.</source>
+        <translation>Anrufe, die zu dieser Zeit oder später begannen: 2024-05-01T10:00:00Z, 2024-05-01, today (heute), yesterday (gestern), 30m, 12h, 7d, 2w oder @Sekunden.</translation>
     </message>
 </context>
 </TS>

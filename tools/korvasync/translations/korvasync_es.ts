@@ -235,10 +235,6 @@
         <translation>Solo llamadas entrantes (in), salientes (out) o perdidas (missed).</translation>
     </message>
     <message>
-        <source>Calls that began at this time or later: 2024-05-01T10:00:00Z, 2024-05-01 or @seconds.</source>
-        <translation>Llamadas que empezaron a esta hora o después: 2024-05-01T10:00:00Z, 2024-05-01 o @segundos.</translation>
-    </message>
-    <message>
         <source>&quot;korvasync calls&quot; alone lists as well.
 
 Other actions: &quot;calls add&quot; and &quot;calls wipe&quot;, each with its own --help.</source>
@@ -1187,6 +1183,10 @@ Otras acciones: «calls add» y «calls wipe», cada una con su --help.</transla
     <message>
         <source>Show times in the time zone of --assume-tz or the system&apos;s, not in UTC (text output only).</source>
         <translation>Mostrar las horas en la zona horaria de --assume-tz o del sistema, no en UTC (solo en la salida text).</translation>
+    </message>
+    <message>
+        <source>Calls that began at this time or later: 2024-05-01T10:00:00Z, 2024-05-01, today, yesterday, 30m, 12h, 7d, 2w or @seconds.</source>
+        <translation>Llamadas que empezaron a esta hora o después: 2024-05-01T10:00:00Z, 2024-05-01, today (hoy), yesterday (ayer), 30m, 12h, 7d, 2w o @segundos.</translation>
     </message>
 </context>
 </TS>
