@@ -15,12 +15,9 @@ namespace KorvaSyncIf {
 
 //! Reads text messages that are vMessages 1.1 (IrMC 1.1, section 9.9), in the form of
 //! VMessageEncoder and in those of phones and backup programs.
-//! \code
-//! VMessageDecoder decoder;
-//! HistoryItem item;
-//! if (!decoder.decode(file.readAll(), &item))
-//!     qWarning() << "not a whole message, line" << decoder.problem().line;
-//! \endcode
+//!
+//! \include readmessage.cpp
+//!
 //! A plain value. One decoder may decode any number of messages, one after the other; what it tells
 //! is about the latest. It needs a libkorvasync that was built with korvasync's own platform.
 //!

@@ -38,6 +38,13 @@ pkgconfig)
     ;;
 example)
     build "$examples"
+    is "$(printf 'BEGIN:VMSG\r\nX-QLT-DT:20240501T100000Z\r\nBEGIN:VCARD\r\nTEL:+15550100\r
+END:VCARD\r\nBEGIN:VBODY\r\nHello, Ada!\r\nEND:VBODY\r\nEND:VMSG\r\n' | "$work/build/readmessage")" \
+        "2024-05-01T10:00:00Z +15550100
+Hello, Ada!"
+    is "$(echo Hello | "$work/build/readmessage" 2>&1 || echo "rc $?")" \
+        "readmessage: not a whole message, see line 1
+rc 1"
     # A new phone, without a store: reads are errors until the first write.
     export XDG_DATA_HOME="$work/data"
     unset KORVASYNC_STORE
