@@ -40,8 +40,8 @@ QByteArray messageBetween(const QByteArray &box, const QByteArray &originators,
         }
         return bytes;
     };
-    return "BEGIN:VMSG\r\nX-IRMC-BOX:" + box + "\r\n" + cards(originators) + "BEGIN:VENV\r\n"
-        + cards(recipients)
+    return "BEGIN:VMSG\r\nX-IRMC-TYPE:SMS\r\nX-IRMC-BOX:" + box + "\r\n" + cards(originators)
+        + "BEGIN:VENV\r\n" + cards(recipients)
         + "BEGIN:VENV\r\nBEGIN:VBODY\r\nX-SMS:Hello\r\nEND:VBODY\r\nEND:VENV\r\nEND:VENV\r\n"
           "END:VMSG\r\n";
 }
