@@ -4,6 +4,7 @@
 #include "storeconnection.h"
 
 #include "logging.h"
+#include "owndirectory.h"
 #include "repeatedcalls.h"
 #include "storefiles.h"
 #include "storelock.h"
@@ -62,6 +63,12 @@ GPointer<TrackerSparqlConnection> openDatabase(const QString &path, StoreConnect
     const GPointer<GFile> store(g_file_new_for_path(QFile::encodeName(path).constData()));
     // Opened to be written, a store of another ontology would be changed to ours.
     const bool isReadOnly = mode == StoreConnection::Mode::ReadOnly;
+    // Opened to be read, the library takes its cache of the ontology as it is, and crashes when it
+    // is damaged. Without one, it is as fast with the database's own.
+    const OwnDirectory files(QFile::encodeName(path));
+    if (isReadOnly
+        && (files.state() != OwnDirectory::State::Open || !files.remove(StoreFiles::OntologyCache)))
+        return nullptr;
     const GPointer<GFile> ontology(isReadOnly ? nullptr : g_file_new_for_uri(OntologyUri));
     Error error;
     GPointer<TrackerSparqlConnection> connection(

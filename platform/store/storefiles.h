@@ -36,7 +36,8 @@ inline constexpr int OldestFormat = 1; //!< that is read, and brought up to date
 //! main file first: what a crash can leave is an unused name, never an event without one.
 inline constexpr const char *DatabaseFiles[] = {"meta.db", "urn%3Akorvasync%3Ahistory.db"};
 //! What else it makes beside them; logs and journals have the names of these files, and more.
-inline constexpr const char *OtherFiles[] = {"ontologies.gvdb", ".meta.isrunning"};
+inline constexpr char OntologyCache[] = "ontologies.gvdb";
+inline constexpr const char *OtherFiles[] = {OntologyCache, ".meta.isrunning"};
 
 } // namespace StoreFiles
 

@@ -253,8 +253,8 @@ void TestFormats::aKilledUpgradeGoesOn_data()
     for (const char *stop : {
              "renameat:when=2", // the old database gives up its name
              "renameat:when=3", // the new one takes it
-             "unlinkat:when=3", // the old one is removed
-             "unlinkat:when=5",
+             "unlinkat:when=5", // the old one is removed
+             "unlinkat:when=7",
          })
         QTest::newRow(stop) << QString::fromLatin1(stop) << QByteArray("2\n");
 }

@@ -29,6 +29,8 @@ private Q_SLOTS:
     void aLostDatabaseIsNotReplaced();
     void aDamagedDatabaseIsNotReplaced_data();
     void aDamagedDatabaseIsNotReplaced();
+    void aDamagedCacheOfTheOntologyIsNoMatter_data();
+    void aDamagedCacheOfTheOntologyIsNoMatter();
     void aDatabaseThatAnotherProgramHoldsIsRefused();
     void damageWithinTheRowsFailsTheRead();
     void noIdIsGivenBeyondTheRange_data();
@@ -239,6 +241,33 @@ void TestStoreDirectory::aDamagedDatabaseIsNotReplaced()
     QVERIFY(replace(path, damaged));
     expectRefused(QStringLiteral("the database is damaged"));
     QVERIFY(contents(path) == damaged);
+}
+
+void TestStoreDirectory::aDamagedCacheOfTheOntologyIsNoMatter_data()
+{
+    QTest::addColumn<int>("size");
+    QTest::addColumn<int>("overwritten");
+    QTest::newRow("empty") << 0 << 0;
+    QTest::newRow("cut") << 10000 << 0;
+    QTest::newRow("noise at the beginning") << 20000 << 20000;
+    QTest::newRow("noise behind the beginning") << 20000 << 12000;
+}
+
+void TestStoreDirectory::aDamagedCacheOfTheOntologyIsNoMatter()
+{
+    QFETCH(int, size);
+    QFETCH(int, overwritten);
+    makeStore();
+    const QString cache = path("db/ontologies.gvdb");
+    QByteArray damaged = contents(cache);
+    QVERIFY(damaged.size() > size);
+    damaged.truncate(size);
+    damaged.replace(size - overwritten, overwritten, QByteArray(overwritten, 'x'));
+    QVERIFY(replace(cache, damaged));
+    QCOMPARE(StoreProcess(m_store).list(), QStringLiteral("1"));
+    QVERIFY(replace(cache, damaged));
+    QCOMPARE(StoreProcess(m_store).run({Add, QStringLiteral("1")}).first(),
+             QStringLiteral("2 text00"));
 }
 
 void TestStoreDirectory::aDatabaseThatAnotherProgramHoldsIsRefused()
