@@ -29,10 +29,10 @@ namespace {
 
 const QList<Command> &commands()
 {
-    static const QList<Command> all{listCommand(),   showCommand(),   addCommand(),
-                                    modifyCommand(), deleteCommand(), callsCommand(),
-                                    sendCommand(),   statsCommand(),  numbersCommand(),
-                                    dupsCommand(),   verifyCommand(), changesCommand()};
+    static const QList<Command> all{
+        listCommand(),   showCommand(),    addCommand(),          modifyCommand(),  deleteCommand(),
+        callsCommand(),  sendCommand(),    statsCommand(),        numbersCommand(), dupsCommand(),
+        verifyCommand(), changesCommand(), conversationsCommand()};
     return all;
 }
 

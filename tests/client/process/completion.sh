@@ -31,7 +31,7 @@ expect()
     failures=$((failures + 1))
 }
 
-expect list,show,add,modify,delete,calls,send,stats,numbers,dups,verify,changes ''
+expect list,show,add,modify,delete,calls,send,stats,numbers,dups,verify,changes,conversations ''
 expect show,send,stats s
 expect dups --store nowhere du
 expect '' nonsense ''
@@ -41,6 +41,7 @@ expect --keep dups --delete --k
 expect --dry-run add --dr
 expect '' stats --fo
 expect --follow changes --fo
+expect --number,--number-tail conversations --n
 expect ndjson changes -o ''
 expect text,ndjson,vmsg,csv,mbox,android-xml list -o ''
 expect entries calls -o e

@@ -105,7 +105,7 @@ void TestLanguages::helps()
     setLocale(client, locale(german));
     const QByteArray overview = client.run({text("--help")}).output;
     QVERIFY2(overview.contains("\nBefehle („korvasync BEFEHL --help“ zeigt mehr):\n"
-                               "  list     Listet Nachrichten auf, die ältesten zuerst.\n"),
+                               "  list          Listet Nachrichten auf, die ältesten zuerst.\n"),
              overview);
     QVERIFY2(overview.contains("\nOptionen:\n  --store <DIR> "), overview);
     QVERIFY2(overview.endsWith("141 die\nAusgabe hat keinen Leser mehr.\n"), overview);

@@ -76,6 +76,7 @@ static const QList<const char *> commands{"list",
                                           "dups --delete --yes",
                                           "changes",
                                           "changes --follow",
+                                          "conversations",
                                           "verify -",
                                           "add -",
                                           "add -n -"};
@@ -83,7 +84,8 @@ static const QList<const char *> commands{"list",
 void TestTrouble::makesNoStoreByReading_data()
 {
     addCommandRows({"list", "show 1", "modify 1 -", "delete --yes 1", "stats", "numbers", "dups",
-                    "dups --delete --yes", "changes", "changes --follow", "verify -"});
+                    "dups --delete --yes", "changes", "changes --follow", "conversations",
+                    "verify -"});
 }
 
 void TestTrouble::makesNoStoreByReading()

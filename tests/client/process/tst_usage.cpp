@@ -41,6 +41,11 @@ void TestUsage::refusesWhatItDoesNotUnderstand_data()
                              "mirror",
                              "status",
                              "changes 1 2",
+                             "conversations extra",
+                             "conversations -o vmsg",
+                             "conversations --since never",
+                             "conversations --number=",
+                             "conversations --limit 1",
                              "changes -o text",
                              "undo",
                              "log",
@@ -243,6 +248,7 @@ void TestUsage::helps_data()
     row("numbers -h", "Usage: korvasync [OPTIONS] numbers\n");
     row("dups -h", "Usage: korvasync [OPTIONS] dups\n");
     row("verify -h", "Usage: korvasync [OPTIONS] verify FILE|DIR|-...\n");
+    row("conversations -h", "Usage: korvasync [OPTIONS] conversations\n");
     row("changes -h", "Usage: korvasync [OPTIONS] changes [CURSOR]\n");
     row("--version", "korvasync ");
     row("list --version", "korvasync ");

@@ -71,7 +71,7 @@ QString textOf(const HelpNotes &notes)
 
 QByteArray overview(const QList<Command> &commands)
 {
-    constexpr int column = 11; // of the summaries
+    constexpr int column = 16; // of the summaries
     QString text = wrapped(Text::tr("Usage: korvasync [OPTIONS] COMMAND [ARGUMENTS]"))
         + wrapped(Text::tr("Reads and writes the text messages and calls of a phone's store."))
         + QLatin1Char('\n')

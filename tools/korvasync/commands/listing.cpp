@@ -34,13 +34,18 @@ bool Listing::takeParty(const Invocation &invocation)
     return true;
 }
 
-bool Listing::takeOptions(const Invocation &invocation)
+bool Listing::takeFilter(const Invocation &invocation)
 {
     zone = invocation.global.localZone;
     return Arguments::takeZone(invocation.options, zone)
         && Arguments::takeTime(invocation.options, "since", zone, filter.from)
         && Arguments::takeTime(invocation.options, "until", zone, filter.to)
-        && takeParty(invocation)
+        && takeParty(invocation);
+}
+
+bool Listing::takeOptions(const Invocation &invocation)
+{
+    return takeFilter(invocation)
         && Arguments::takeNumber(invocation.options, "limit", 0, std::numeric_limits<int>::max(),
                                  m_limit);
 }

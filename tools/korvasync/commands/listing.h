@@ -23,8 +23,10 @@ struct Listing
     //! The client's own; empty = none.
     std::function<bool(const KorvaSyncIf::HistoryItem &)> condition;
 
-    //! Takes --since, --until, --assume-tz, --number, --number-tail and --limit. What is wrong is
-    //! told on stderr.
+    //! Takes --since, --until, --assume-tz, --number and --number-tail. What is wrong is told on
+    //! stderr.
+    bool takeFilter(const Invocation &invocation);
+    //! The same and --limit.
     bool takeOptions(const Invocation &invocation);
 
     //! Hands out the items one by one, oldest first.

@@ -56,6 +56,7 @@ Command modifyCommand();
 Command deleteCommand();
 Command callsCommand();
 Command changesCommand();
+Command conversationsCommand();
 Command sendCommand();
 Command statsCommand();
 Command numbersCommand();

@@ -1170,7 +1170,7 @@ Weitere Aktionen: „calls add“ und „calls wipe“, jede mit eigenem --help.
     </message>
     <message>
         <source>The last line has the cursor for the next time. Without one, all that is in the store counts as added. An item comes once, as it is now, however often it was changed; of a deleted one come its kind and id. With --follow a cursor comes behind each batch.</source>
-        <translation>In der letzten Zeile steht der Cursor für das nächste Mal. Ohne Cursor gilt alles im Speicher als hinzugefügt. Ein Eintrag kommt einmal, so wie er jetzt ist, wie oft er auch geändert wurde; von einem gelöschten kommen Art und ID. Mit --follow steht hinter jedem Schub ein Cursor.</translation>
+        <translation>In der letzten Zeile steht der Cursor für das nächste Mal. Ohne Cursor gilt alles im Speicher als hinzugefügt. Ein Eintrag kommt einmal, so wie er jetzt ist, wie oft er auch geändert wurde; von einem gelöschten kommen Art und Kennung. Mit --follow steht hinter jedem Schub ein Cursor.</translation>
     </message>
     <message>
         <source>Exit codes: 0 printed, 2 usage, 3 the store cannot be read or does not know the cursor, 5 it gave no answer.</source>
@@ -1187,6 +1187,14 @@ Weitere Aktionen: „calls add“ und „calls wipe“, jede mit eigenem --help.
     <message>
         <source>Calls that began at this time or later: 2024-05-01T10:00:00Z, 2024-05-01, today, yesterday, 30m, 12h, 7d, 2w or @seconds.</source>
         <translation>Anrufe, die zu dieser Zeit oder später begannen: 2024-05-01T10:00:00Z, 2024-05-01, today (heute), yesterday (gestern), 30m, 12h, 7d, 2w oder @Sekunden.</translation>
+    </message>
+    <message>
+        <source>Lists conversations, the newest first.</source>
+        <translation>Listet Unterhaltungen auf, die neueste zuerst.</translation>
+    </message>
+    <message>
+        <source>A line has the id, time of the newest message, number of messages, of unread ones with a star, the other party, and the first words of the newest message. Only messages that the options select are looked at. &quot;korvasync list --conversation ID&quot; lists those of one.</source>
+        <translation>In einer Zeile stehen die Kennung, die Zeit der neuesten Nachricht, die Zahl der Nachrichten, die der ungelesenen mit einem Stern, die Gegenseite und die ersten Wörter der neuesten Nachricht. Es zählen nur Nachrichten, die die Optionen auswählen. &quot;korvasync list --conversation ID&quot; listet die einer Unterhaltung auf.</translation>
     </message>
 </context>
 </TS>

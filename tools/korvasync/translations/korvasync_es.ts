@@ -1188,5 +1188,13 @@ Otras acciones: «calls add» y «calls wipe», cada una con su --help.</transla
         <source>Calls that began at this time or later: 2024-05-01T10:00:00Z, 2024-05-01, today, yesterday, 30m, 12h, 7d, 2w or @seconds.</source>
         <translation>Llamadas que empezaron a esta hora o después: 2024-05-01T10:00:00Z, 2024-05-01, today (hoy), yesterday (ayer), 30m, 12h, 7d, 2w o @segundos.</translation>
     </message>
+    <message>
+        <source>Lists conversations, the newest first.</source>
+        <translation>Muestra la lista de conversaciones, la más reciente primero.</translation>
+    </message>
+    <message>
+        <source>A line has the id, time of the newest message, number of messages, of unread ones with a star, the other party, and the first words of the newest message. Only messages that the options select are looked at. &quot;korvasync list --conversation ID&quot; lists those of one.</source>
+        <translation>Cada línea tiene el identificador, la hora del mensaje más reciente, el número de mensajes, el de no leídos con un asterisco, la otra parte y las primeras palabras del mensaje más reciente. Solo cuentan los mensajes que seleccionan las opciones. &quot;korvasync list --conversation ID&quot; muestra los de una.</translation>
+    </message>
 </context>
 </TS>
