@@ -153,8 +153,8 @@ void TestTurns::leavesNoFolderWithoutAStore()
 void TestTurns::givesUpOnAHeldStore_data()
 {
     Trouble::addCommandRows({"list", "show 1", "list --modified-since 2024-01-01", "modify 1 -",
-                             "delete --yes 1", "add -", "calls", "calls wipe --yes", "calls add -",
-                             "changes"});
+                             "modify --read 1", "delete --yes 1", "add -", "calls",
+                             "calls wipe --yes", "calls add -", "changes"});
 }
 
 void TestTurns::givesUpOnAHeldStore()

@@ -114,6 +114,12 @@ void TestUsage::refusesWhatItDoesNotUnderstand_data()
                              "modify 1",
                              "modify 1 2 3",
                              "modify x -",
+                             "modify --read",
+                             "modify --read x",
+                             "modify --read --unread 1",
+                             "modify --folder drafts 1",
+                             "modify --folder spam 1",
+                             "modify --folder all 1",
                              "modify - -",
                              "delete",
                              "delete --yes",
@@ -237,7 +243,7 @@ void TestUsage::helps_data()
     row("-h list", "Usage: korvasync [OPTIONS] list\n");
     row("show -h", "Usage: korvasync [OPTIONS] show ID...\n");
     row("add -h", "Usage: korvasync [OPTIONS] add [FILE|DIR|-]...\n");
-    row("modify -h", "Usage: korvasync [OPTIONS] modify ID FILE|-\n");
+    row("modify -h", "Usage: korvasync [OPTIONS] modify ID FILE|- | ID...\n");
     row("delete -h", "Usage: korvasync [OPTIONS] delete ID...\n");
     row("calls -h", "Usage: korvasync [OPTIONS] calls list\n");
     row("calls list -h", "Usage: korvasync [OPTIONS] calls list\n");

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The korvasync developers
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
+#include "marking.h"
 #include "options/command.h"
 #include "store/storeaccess.h"
 
@@ -35,7 +36,7 @@ Answer write(MessageStore &store, const StoredMessage &old, SmsInfo message,
     record.parentId = Folder::None;
     record.messageToken = old.token;
     record.vMessage = VMessageEncoder().encode(message).vMessage;
-    const MessageStore::Written written = store.modify(record);
+    const MessageStore::Written written = store.modify({record});
     const StoredMessage now = StoredMessage::fromRecord(store.message(old.id));
     const Reason trouble = difference(now, message);
     if (trouble.isEmpty()) {
@@ -82,8 +83,52 @@ Answer foresee(MessageStore &store, const SmsInfo &message, ItemResult &result)
     return Answer::Finished;
 }
 
+//! \return false when the options make no sense
+bool takeMarks(const Invocation &invocation, Marking::Marks *marks)
+{
+    const bool isRead = invocation.isSet("read");
+    if (isRead && invocation.isSet("unread")) {
+        Diagnostics::error(Text::tr("--read and --unread exclude each other"));
+        return false;
+    }
+    if (isRead || invocation.isSet("unread"))
+        marks->isRead = isRead;
+    if (!invocation.isSet("folder"))
+        return true;
+    if (!Arguments::takeChoice(invocation.options, "modify", "folder"))
+        return false;
+    marks->folder = Folder::byName(invocation.value("folder"));
+    return true;
+}
+
+ExitCode runMarking(const Invocation &invocation)
+{
+    Marking::Marks marks;
+    if (!takeMarks(invocation, &marks))
+        return UsageError;
+    if (invocation.arguments.isEmpty()) {
+        Diagnostics::error(Text::tr("modify needs an id; \"korvasync list\" shows them"));
+        return UsageError;
+    }
+    const auto ids = Arguments::databaseIds(invocation.arguments);
+    if (!ids)
+        return UsageError;
+    MessageStore store(invocation.global.timeout);
+    if (const ExitCode code = StoreAccess::requireReadable(invocation.location, store))
+        return code;
+    ClientLock clientLock(invocation.location);
+    if (!invocation.global.dryRun) {
+        const Answer answer = clientLock.take(invocation.global.timeout);
+        if (answer != Answer::Finished)
+            return StoreAccess::complain(invocation.location, answer);
+    }
+    return Marking(invocation, store, marks).run(*ids);
+}
+
 ExitCode runModify(const Invocation &invocation)
 {
+    if (invocation.isSet("read") || invocation.isSet("unread") || invocation.isSet("folder"))
+        return runMarking(invocation);
     const GlobalOptions &global = invocation.global;
     if (invocation.arguments.size() != 2 || invocation.arguments.first() == QLatin1String("-")) {
         Diagnostics::error(Text::tr("modify needs an id and a file"));
@@ -144,18 +189,27 @@ ExitCode runModify(const Invocation &invocation)
 
 Command modifyCommand()
 {
-    return {"modify",
-            "ID FILE|-",
-            Text::tr("Replaces a message with the one in a vMessage. The time and token of the "
-                     "stored message stay."),
-            {QStringLiteral("text"), QStringLiteral("ndjson")},
-            {},
-            runModify,
-            {Text::tr("The other party must have a conversation. A dry run looks for messages "
-                      "instead: it refuses a party whose messages have all been deleted, which "
-                      "modify itself would take."),
-             {"korvasync show 812 | sed s/Hallo/Hello/ | korvasync modify 812 -"},
-             Text::tr("Exit codes: 0 changed, 1 refused or failed, 2 usage, 3 the store cannot be "
-                      "written, 4 the id was not found, 5 it gave no answer.")},
-            GlobalOptions::DryRun};
+    const auto text = [](const char *latin1) { return QString::fromLatin1(latin1); };
+    return {
+        "modify",
+        "ID FILE|- | ID...",
+        Text::tr("Replaces a message with the one in a vMessage, or marks or moves messages. "
+                 "The time and token of a stored message stay."),
+        {text("text"), text("ndjson")},
+        {
+            {text("read"), Text::tr("Mark messages as read instead; no file is given.")},
+            {text("unread"), Text::tr("Mark them as unread instead.")},
+            {text("folder"),
+             Text::tr("Move them instead: inbox, outbox, sent or my. Drafts cannot be changed."),
+             text("F")},
+        },
+        runModify,
+        {Text::tr("The other party must have a conversation. A dry run looks for messages "
+                  "instead: it refuses a party whose messages have all been deleted, which "
+                  "modify itself would take."),
+         {"korvasync show 812 | sed s/Hallo/Hello/ | korvasync modify 812 -",
+          "korvasync list --ids --unread --until 2w | korvasync modify --read -"},
+         Text::tr("Exit codes: 0 changed, 1 refused or failed, 2 usage, 3 the store cannot be "
+                  "written, 4 the id was not found, 5 it gave no answer.")},
+        GlobalOptions::DryRun};
 }

@@ -19,6 +19,8 @@ static const char *nameOf(ItemResult::Status status)
         return "missing";
     case ItemResult::Changed:
         return "changed";
+    case ItemResult::Unchanged:
+        return "unchanged";
     case ItemResult::Deleted:
         return "deleted";
     case ItemResult::Refused:
@@ -89,6 +91,8 @@ QString Results::sumOf(ItemResult::Status status) const
         return Text::tr("%n missing", nullptr, count);
     case ItemResult::Changed:
         return Text::tr("%n changed", nullptr, count);
+    case ItemResult::Unchanged:
+        return Text::tr("%n unchanged", nullptr, count);
     case ItemResult::Deleted:
         return m_isForetold ? Text::tr("%n would delete", nullptr, count)
                             : Text::tr("%n deleted", nullptr, count);
@@ -132,6 +136,8 @@ void Results::printSummary(bool isWhole)
         shown += ItemResult::Present;
     if (m_done == ItemResult::Present)
         shown += ItemResult::Missing;
+    if (total(ItemResult::Unchanged) > 0)
+        shown += ItemResult::Unchanged;
     shown << ItemResult::Refused << ItemResult::Failed;
     JsonLine sums;
     sums.add("read", m_read);

@@ -14,7 +14,7 @@
 //! What became of one item of the input.
 struct ItemResult
 {
-    enum Status { Added, Present, Missing, Changed, Deleted, Refused, Failed };
+    enum Status { Added, Present, Missing, Changed, Unchanged, Deleted, Refused, Failed };
 
     int ref = 0;    //!< reference index: position in the whole input
     QString source; //!< file:line; empty for items that come from no file

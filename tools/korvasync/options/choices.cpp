@@ -20,6 +20,7 @@ constexpr Choice Choices[] = {
     // Drafts are known there as well, but cannot be written.
     {"add", "folder", "inbox outbox sent my"},
     {"verify", "folder", "inbox outbox sent my"},
+    {"modify", "folder", "inbox outbox sent my"},
     {"add", "from", "auto vmsg android-xml"},
     {"verify", "from", "auto vmsg android-xml"},
     {"calls add", "from", "auto entries android-xml"},

@@ -84,9 +84,9 @@ MessageStore::Written MessageStore::add(QList<SyncSmsInfo> messages)
     return written;
 }
 
-MessageStore::Written MessageStore::modify(const SyncSmsInfo &message)
+MessageStore::Written MessageStore::modify(const QList<SyncSmsInfo> &messages)
 {
-    return write(m_timeout, [&] { return m_facade.modifyMessages({message}); });
+    return write(m_timeout, [&] { return m_facade.modifyMessages(messages); });
 }
 
 MessageStore::Written MessageStore::remove(const QList<int> &ids)

@@ -45,7 +45,7 @@ public:
     KorvaSyncIf::SyncSmsInfo message(int id);
 
     Written add(QList<KorvaSyncIf::SyncSmsInfo> messages);
-    Written modify(const KorvaSyncIf::SyncSmsInfo &message);
+    Written modify(const QList<KorvaSyncIf::SyncSmsInfo> &messages);
     Written remove(const QList<int> &ids);
 
 private:

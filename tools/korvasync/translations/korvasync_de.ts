@@ -425,10 +425,6 @@ Weitere Aktionen: „calls add“ und „calls wipe“, jede mit eigenem --help.
         <translation>modify braucht eine ID und eine Datei</translation>
     </message>
     <message>
-        <source>Replaces a message with the one in a vMessage. The time and token of the stored message stay.</source>
-        <translation>Ersetzt eine Nachricht durch die in einer vMessage. Zeit und Token der gespeicherten bleiben.</translation>
-    </message>
-    <message>
         <source>The other party must have a conversation. A dry run looks for messages instead: it refuses a party whose messages have all been deleted, which modify itself would take.</source>
         <translation>Die Gegenseite muss schon eine Unterhaltung haben. Ein Probelauf sucht stattdessen nach Nachrichten: Wurden alle einer Gegenseite gelöscht, lehnt er sie ab, obwohl modify selbst sie annähme.</translation>
     </message>
@@ -1195,6 +1191,41 @@ Weitere Aktionen: „calls add“ und „calls wipe“, jede mit eigenem --help.
     <message>
         <source>A line has the id, time of the newest message, number of messages, of unread ones with a star, the other party, and the first words of the newest message. Only messages that the options select are looked at. &quot;korvasync list --conversation ID&quot; lists those of one.</source>
         <translation>In einer Zeile stehen die Kennung, die Zeit der neuesten Nachricht, die Zahl der Nachrichten, die der ungelesenen mit einem Stern, die Gegenseite und die ersten Wörter der neuesten Nachricht. Es zählen nur Nachrichten, die die Optionen auswählen. &quot;korvasync list --conversation ID&quot; listet die einer Unterhaltung auf.</translation>
+    </message>
+    <message>
+        <source>its number or text cannot be written as it is</source>
+        <translation>ihre Nummer oder ihr Text lässt sich nicht unverändert schreiben</translation>
+    </message>
+    <message>
+        <source>--read and --unread exclude each other</source>
+        <translation>--read und --unread schließen einander aus</translation>
+    </message>
+    <message>
+        <source>modify needs an id; &quot;korvasync list&quot; shows them</source>
+        <translation>modify braucht eine ID; „korvasync list“ zeigt sie</translation>
+    </message>
+    <message>
+        <source>Replaces a message with the one in a vMessage, or marks or moves messages. The time and token of a stored message stay.</source>
+        <translation>Ersetzt eine Nachricht durch die einer vMessage oder markiert oder verschiebt Nachrichten. Zeit und Token gespeicherter Nachrichten bleiben.</translation>
+    </message>
+    <message>
+        <source>Mark messages as read instead; no file is given.</source>
+        <translation>Stattdessen Nachrichten als gelesen markieren; eine Datei wird nicht genannt.</translation>
+    </message>
+    <message>
+        <source>Mark them as unread instead.</source>
+        <translation>Sie stattdessen als ungelesen markieren.</translation>
+    </message>
+    <message>
+        <source>Move them instead: inbox, outbox, sent or my. Drafts cannot be changed.</source>
+        <translation>Sie stattdessen verschieben: inbox, outbox, sent oder my. Entwürfe lassen sich nicht ändern.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n unchanged</source>
+        <translation>
+            <numerusform>%n unverändert</numerusform>
+            <numerusform>%n unverändert</numerusform>
+        </translation>
     </message>
 </context>
 </TS>

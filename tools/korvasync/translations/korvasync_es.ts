@@ -425,10 +425,6 @@ Otras acciones: «calls add» y «calls wipe», cada una con su --help.</transla
         <translation>modify necesita un id y un archivo</translation>
     </message>
     <message>
-        <source>Replaces a message with the one in a vMessage. The time and token of the stored message stay.</source>
-        <translation>Sustituye un mensaje por el de un vMessage. La hora y el token del guardado se conservan.</translation>
-    </message>
-    <message>
         <source>The other party must have a conversation. A dry run looks for messages instead: it refuses a party whose messages have all been deleted, which modify itself would take.</source>
         <translation>La otra parte ya debe tener una conversación. Un ensayo busca mensajes en su lugar: si se borraron todos los de una parte, la rechaza, aunque modify mismo la aceptaría.</translation>
     </message>
@@ -1195,6 +1191,41 @@ Otras acciones: «calls add» y «calls wipe», cada una con su --help.</transla
     <message>
         <source>A line has the id, time of the newest message, number of messages, of unread ones with a star, the other party, and the first words of the newest message. Only messages that the options select are looked at. &quot;korvasync list --conversation ID&quot; lists those of one.</source>
         <translation>Cada línea tiene el identificador, la hora del mensaje más reciente, el número de mensajes, el de no leídos con un asterisco, la otra parte y las primeras palabras del mensaje más reciente. Solo cuentan los mensajes que seleccionan las opciones. &quot;korvasync list --conversation ID&quot; muestra los de una.</translation>
+    </message>
+    <message>
+        <source>its number or text cannot be written as it is</source>
+        <translation>su número o su texto no se puede escribir tal como está</translation>
+    </message>
+    <message>
+        <source>--read and --unread exclude each other</source>
+        <translation>--read y --unread se excluyen mutuamente</translation>
+    </message>
+    <message>
+        <source>modify needs an id; &quot;korvasync list&quot; shows them</source>
+        <translation>modify necesita un id; «korvasync list» los muestra</translation>
+    </message>
+    <message>
+        <source>Replaces a message with the one in a vMessage, or marks or moves messages. The time and token of a stored message stay.</source>
+        <translation>Sustituye un mensaje por el de un vMessage, o marca o mueve mensajes. La hora y el token de un mensaje guardado se conservan.</translation>
+    </message>
+    <message>
+        <source>Mark messages as read instead; no file is given.</source>
+        <translation>En su lugar, marcar mensajes como leídos; no se indica ningún archivo.</translation>
+    </message>
+    <message>
+        <source>Mark them as unread instead.</source>
+        <translation>En su lugar, marcarlos como no leídos.</translation>
+    </message>
+    <message>
+        <source>Move them instead: inbox, outbox, sent or my. Drafts cannot be changed.</source>
+        <translation>En su lugar, moverlos: inbox, outbox, sent o my. Los borradores no se pueden cambiar.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n unchanged</source>
+        <translation>
+            <numerusform>%n sin cambios</numerusform>
+            <numerusform>%n sin cambios</numerusform>
+        </translation>
     </message>
 </context>
 </TS>
