@@ -5,6 +5,8 @@
 
 #include "interrupt.h"
 
+#include <store/storeupgrade.h>
+
 #include <condition_variable>
 #include <mutex>
 #include <optional>
@@ -29,6 +31,7 @@ public:
     {
         const std::lock_guard<std::mutex> locker(m_mutex);
         m_isUnderWay = true;
+        m_limit = limit;
         m_deadline = steady_clock::now() + limit;
         m_signalDeadline.reset();
         m_hasWritten = m_hasWritten || kind == BoundedCall::Write;
@@ -69,6 +72,7 @@ private:
     bool m_isIdle = false;
     bool m_isUnderWay = false;
     bool m_hasWritten = false;
+    milliseconds m_limit{0};
     steady_clock::time_point m_deadline;
     std::optional<steady_clock::time_point> m_signalDeadline; // once a signal has been seen
     std::function<void(Answer)> m_giveUp;
@@ -100,6 +104,8 @@ void Watch::look()
         m_signalDeadline = now + currentGrace();
     if (!m_giveUp)
         return;
+    if (CommHistory::isStoreBeingUpgraded()) // which takes as long as the store is large
+        m_deadline = now + m_limit;
     if (m_signalDeadline && now >= *m_signalDeadline)
         m_giveUp(Answer::Interrupted);
     else if (now >= m_deadline)

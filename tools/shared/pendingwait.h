@@ -7,6 +7,8 @@
 #include "interrupt.h"
 #include "troublewatch.h"
 
+#include <store/storeupgrade.h>
+
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QEventLoop>
 #include <QtCore/QPointer>
@@ -45,10 +47,15 @@ Answer waitFor(BoundedCall::Kind kind, std::chrono::milliseconds timeout, const 
             answer = Answer::Finished;
             loop.quit();
         });
+        QTimer limit;
+        limit.setSingleShot(true);
+        QObject::connect(&limit, &QTimer::timeout, &loop, &QEventLoop::quit);
         QTimer poll;
         QElapsedTimer sinceSignal;
         QObject::connect(&poll, &QTimer::timeout, &loop, [&] {
-            call.emplace(kind, timeout); // what the loop does next may wait as well
+            call.emplace(kind, timeout);             // what the loop does next may wait as well
+            if (CommHistory::isStoreBeingUpgraded()) // which takes as long as the store is large
+                limit.start(timeout);
             if (Interrupt::signalNumber() != 0 && !sinceSignal.isValid())
                 sinceSignal.start();
             if (!answer && sinceSignal.isValid()
@@ -60,7 +67,7 @@ Answer waitFor(BoundedCall::Kind kind, std::chrono::milliseconds timeout, const 
                 loop.quit();
         });
         poll.start(pollInterval);
-        QTimer::singleShot(timeout, &loop, &QEventLoop::quit);
+        limit.start(timeout);
         loop.exec();
     }
     if (answer != Answer::Finished && pending) {

@@ -31,6 +31,7 @@ private Q_SLOTS:
     void takesNoMessageOfItsOwnTwice();
     void doesNotKnowWhatItCannotReadBack();
     void givesUpWhenNoAnswerComes();
+    void waitsForAStoreThatIsBroughtUpToDate();
     void doesNotWaitForConversationsThatCannotBeMade();
     void addsAgainAfterConversationsCouldNotBeMade();
     void endsAReadThatTheStoreWarnsOf();
@@ -243,6 +244,21 @@ void TestMessageWriter::givesUpWhenNoAnswerComes()
         QCOMPARE(added.at(0).trouble.english,
                  QStringLiteral("no answer in time; not stored so far"));
     }
+}
+
+void TestMessageWriter::waitsForAStoreThatIsBroughtUpToDate()
+{
+    Fixture fixture(shortly);
+    fixture.scripted.isBeingUpgraded = true;
+    fixture.scripted.react(Request::AddEvents, Reaction::silent());
+    bool isOver = false;
+    QTimer::singleShot(10 * shortly, this, [&] {
+        isOver = true;
+        fixture.scripted.isBeingUpgraded = false;
+    });
+    QList<NewMessage> added{fixture.message("one")};
+    QCOMPARE(fixture.add(added), Answer::TimedOut);
+    QVERIFY(isOver);
 }
 
 void TestMessageWriter::doesNotWaitForConversationsThatCannotBeMade()

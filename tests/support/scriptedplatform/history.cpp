@@ -6,6 +6,7 @@
 #include "scriptedstore.h"
 
 #include <commhistory/historyreader.h>
+#include <store/storeupgrade.h>
 
 #include <QtCore/QPointer>
 #include <QtCore/QStringList>
@@ -98,5 +99,7 @@ QList<HistoryTally> HistoryReader::tallies() const
 {
     return ScriptedStore::current()->historyTallies;
 }
+
+bool isStoreBeingUpgraded() { return ScriptedStore::current()->isBeingUpgraded; }
 
 } // namespace CommHistory

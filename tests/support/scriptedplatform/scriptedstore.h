@@ -15,6 +15,7 @@
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
+#include <atomic>
 #include <functional>
 
 //! What the library asks of the store and can be given a scripted reaction.
@@ -82,6 +83,7 @@ public:
     QHash<QString, QStringList> conversations;
     QSet<QString> unanswered;      //!< numbers whose query gives no result object
     bool callsCanBeDeleted = true; //!< answer to CallModel::deleteAll()
+    std::atomic<bool> isBeingUpgraded{false};
 
     //! Lets the next request of the kind be answered so; several wait in a queue.
     void react(Request request, const Reaction &reaction);

@@ -5,6 +5,8 @@
 
 #include "shared/interrupt.h"
 
+#include <store/storeupgrade.h>
+
 #include <QtCore/QEventLoop>
 #include <QtCore/QPointer>
 #include <QtCore/QTimer>
@@ -28,7 +30,10 @@ public:
         m_limit.setSingleShot(true);
         m_limit.setInterval(limit);
         QObject::connect(&m_limit, &QTimer::timeout, &m_loop, [this] { end(Answer::TimedOut); });
-        QObject::connect(&m_poll, &QTimer::timeout, &m_loop, [this] { isInterrupted(); });
+        QObject::connect(&m_poll, &QTimer::timeout, &m_loop, [this] {
+            if (!isInterrupted() && CommHistory::isStoreBeingUpgraded())
+                m_limit.start();
+        });
         QObject::connect(pending, &Pending::finished, &m_loop, [this](Pending *done) {
             end(done->isError() ? Answer::Refused : Answer::Finished);
         });
