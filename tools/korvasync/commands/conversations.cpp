@@ -39,7 +39,7 @@ QString firstWords(const QString &body)
         return text;
     const auto end = text.lastIndexOf(QLatin1Char(' '), most);
     QString words = text.left(end > 0 ? end : most);
-    if (!words.isEmpty() && words.back().isHighSurrogate())
+    if (!words.isEmpty() && words.at(words.size() - 1).isHighSurrogate())
         words.chop(1);
     return words + QChar(0x2026);
 }
