@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The korvasync developers
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-// followchanges [CURSOR]: prints what was added, changed and deleted since an earlier run had printed
-// CURSOR, and the cursor for the next run. Without one, everything counts as added. A phone that is
-// new has no store until something is written, which is an error here, not an empty list.
+// followchanges [CURSOR]: prints what was added, changed and deleted since an earlier run had
+// printed CURSOR, and the cursor for the next run. Without one, everything counts as added. A phone
+// that is new has no store until something is written, which is an error here, not an empty list.
 
 #include <korvasync/historyinterface.h>
 
