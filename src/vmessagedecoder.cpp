@@ -126,43 +126,43 @@ QString textOf(const VMessageBody &body)
 
 bool VMessageDecoder::decode(const QByteArray &vMessage, HistoryItem *item)
 {
-    m_problem = Problem();
-    m_type.clear();
-    m_originators.clear();
-    m_recipients.clear();
+    latestProblem = Problem();
+    latestType.clear();
+    latestOriginators.clear();
+    latestRecipients.clear();
     if (vMessage.size() > std::numeric_limits<int>::max()) {
-        m_problem = {Problem::LongText, 1};
+        latestProblem = {Problem::LongText, 1};
         return false;
     }
     if (const int line = findSecondMessage({vMessage.constData(), size_t(vMessage.size())})) {
-        m_problem = {Problem::SecondMessage, line};
+        latestProblem = {Problem::SecondMessage, line};
         return false;
     }
     VMessageParser parser;
     const VMessage *const message =
         parser.parseVMessage(vMessage.constData(), uint(vMessage.size()));
     if (!message) {
-        m_problem = {kindOf(parser.problem().kind), int(parser.problem().line)};
+        latestProblem = {kindOf(parser.problem().kind), int(parser.problem().line)};
         return false;
     }
-    if (!m_localZone.isValid())
-        m_localZone = QTimeZone::systemTimeZone();
+    if (!localZone.isValid())
+        localZone = QTimeZone::systemTimeZone();
 
     const VMessageHeader &header = *parser.header(message);
     const VMessageBody *const body = parser.body(message);
-    m_type = QString::fromUtf8(header.type);
-    m_originators = numbersOf(parser.originator(message));
-    m_recipients = numbersOf(parser.recipients(message));
+    latestType = QString::fromUtf8(header.type);
+    latestOriginators = numbersOf(parser.originator(message));
+    latestRecipients = numbersOf(parser.recipients(message));
 
     HistoryItem decoded;
     const int named = HeaderWords::folderOf(header);
-    decoded.folder = named == HeaderWords::NoFolder ? m_defaultFolder : named;
+    decoded.folder = named == HeaderWords::NoFolder ? defaultFolder : named;
     decoded.direction = directionOf(decoded.folder);
     const bool isOutbound = decoded.direction == HistoryItem::Direction::Outbound;
-    const QStringList &expected = isOutbound ? m_recipients : m_originators;
-    const QStringList &other = isOutbound ? m_originators : m_recipients;
+    const QStringList &expected = isOutbound ? latestRecipients : latestOriginators;
+    const QStringList &other = isOutbound ? latestOriginators : latestRecipients;
     decoded.party = expected.isEmpty() ? other.value(0) : expected.first();
-    decoded.time = timeOf(header, body, m_localZone);
+    decoded.time = timeOf(header, body, localZone);
     decoded.isRead = isRead(header.status, isOutbound);
     if (body) {
         decoded.text = textOf(*body);

@@ -52,11 +52,11 @@ public:
     ~VMessageDecoder() = default;
 
     //! The zone of times that name none. Without a call, or for an invalid zone, the system's.
-    void setLocalZone(const QTimeZone &zone) { m_localZone = zone; }
+    void setLocalZone(const QTimeZone &zone) { localZone = zone; }
 
     //! The folder of messages that name no known one, a LocationId or a user's own folder. 0, the
     //! default, leaves such a message without a folder.
-    void setDefaultFolder(int folder) { m_defaultFolder = folder; }
+    void setDefaultFolder(int folder) { defaultFolder = folder; }
 
     //! Decodes a message. Takes time and memory in proportion to the bytes.
     //!
@@ -81,27 +81,27 @@ public:
     [[nodiscard]] bool decode(const QByteArray &vMessage, HistoryItem *item);
 
     //! Why the latest bytes gave no message. Problem::None if they gave one.
-    Problem problem() const { return m_problem; }
+    Problem problem() const { return latestProblem; }
 
     //! What kind of object the message is, as it says itself: SMS, but also INET for an e-mail or
     //! MMS. Empty if it does not say.
-    QString type() const { return m_type; }
+    QString type() const { return latestType; }
 
     //! Numbers in the originator's place, as written, one for each vCard that has one. Many
     //! programs write the other party always here.
-    QStringList originators() const { return m_originators; }
+    QStringList originators() const { return latestOriginators; }
 
     //! Numbers in the recipient's place, likewise. HistoryItem::party holds only the first; a
     //! message to several has the others here.
-    QStringList recipients() const { return m_recipients; }
+    QStringList recipients() const { return latestRecipients; }
 
 private:
-    QTimeZone m_localZone;
-    int m_defaultFolder = 0;
-    Problem m_problem;
-    QString m_type;
-    QStringList m_originators;
-    QStringList m_recipients;
+    QTimeZone localZone;
+    int defaultFolder = 0;
+    Problem latestProblem;
+    QString latestType;
+    QStringList latestOriginators;
+    QStringList latestRecipients;
 };
 
 } // namespace KorvaSyncIf
