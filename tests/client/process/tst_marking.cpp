@@ -130,7 +130,7 @@ void TestMarking::changesNothingElse_data()
     row("word", "InfoPost", "Hello");
     row("word-with-accent", "B\xC3\xA4nk", "Hello");
     row("punctuation", "0155 501-00", "Hello");
-    // None of these is found among the conversations.
+    // Signs that mean something in an expression, and a word that is too long for one.
     row("quote", "McDonald's", "Hello");
     row("sign", "Pos+t", "Hello");
     row("long-word", QByteArray(65, 'x'), "Hello");

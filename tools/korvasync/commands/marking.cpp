@@ -161,12 +161,9 @@ void Marking::write(const QList<Change> &changes, QHash<int, ItemResult> *result
         if (isDone(changes.at(i), &result) || answer != Answer::Finished
             || m_invocation.watch.hasTrouble())
             continue;
-        // A party whose conversation is not found, such as a word with a quote, holds others up
-        // as well. Of three such records in one request the library gives up the first two and
-        // writes the last, which stays in the conversation that it is in.
+        // A party whose conversation is not found holds up others of the request.
         result = ItemResult();
-        const SyncSmsInfo &record = records.at(i);
-        answer = m_store.modify({record, record, record}).answer;
+        answer = m_store.modify({records.at(i)}).answer;
         isDone(changes.at(i), &result);
     }
     if (answer == Answer::Finished && m_invocation.watch.hasTrouble())
