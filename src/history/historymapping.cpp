@@ -3,6 +3,8 @@
 
 #include "historymapping.h"
 
+#include "base/folders.h"
+
 #include <korvasync/historyinterface.h>
 
 #include <QtCore/QStringList>
@@ -23,17 +25,12 @@ namespace {
 
 constexpr char CursorForm[] = "1";
 
-bool isOutbound(int folder)
-{
-    return folder == LocOutbox || folder == LocDrafts || folder == LocSent;
-}
-
 //! Drafts stand in the store as inbound, though their number is the recipient's.
 HistoryItem::Direction directionOf(const HistoryEntry &entry)
 {
     if (entry.type == Event::SmsEvent)
-        return isOutbound(entry.folder) ? HistoryItem::Direction::Outbound
-                                        : HistoryItem::Direction::Inbound;
+        return isOutboundFolder(entry.folder) ? HistoryItem::Direction::Outbound
+                                              : HistoryItem::Direction::Inbound;
     switch (entry.direction) {
     case Event::Inbound:
         return HistoryItem::Direction::Inbound;
