@@ -147,13 +147,14 @@ void AtModem::takePdu(const QByteArray &hex)
 
 void AtModem::collect(const SubmitPdu &pdu)
 {
-    QMap<int, QString> &parts = m_parts[pdu.reference];
+    const Recipient recipient(pdu.number, pdu.reference);
+    QMap<int, QString> &parts = m_parts[recipient];
     parts.insert(pdu.part, pdu.text);
     if (parts.size() < pdu.partCount)
         return;
     QString text;
     for (const QString &part : std::as_const(parts))
         text += part;
-    m_parts.remove(pdu.reference);
+    m_parts.remove(recipient);
     Q_EMIT received(pdu.number, text);
 }

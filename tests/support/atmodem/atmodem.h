@@ -9,6 +9,7 @@
 #include <QtCore/QIODevice>
 #include <QtCore/QMap>
 #include <QtCore/QObject>
+#include <QtCore/QPair>
 
 //! A modem at the other end of a serial line, as far as ModemManager and oFono look at one
 //! that they send messages through. It keeps what it is told between connections.
@@ -52,5 +53,6 @@ private:
     int m_delay = 0; //!< milliseconds
     QByteArray m_sim = "ready";
     bool m_isRegistered = true;
-    QMap<int, QMap<int, QString>> m_parts; //!< by reference and number of the part
+    using Recipient = QPair<QString, int>;       //!< with the reference, which may repeat itself
+    QMap<Recipient, QMap<int, QString>> m_parts; //!< by number of the part
 };
