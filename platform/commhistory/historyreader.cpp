@@ -60,6 +60,9 @@ public:
 private:
     void requestPortion();
     void take(const HistoryPortion &portion);
+    void hand(const HistoryPortion &portion);
+
+    QList<HistoryPortion> m_taken; // the first one is with the receiver
 };
 
 void HistoryReaderPrivate::requestPortion()
@@ -71,15 +74,32 @@ void HistoryReaderPrivate::requestPortion()
     Store::instance().post(access, request);
 }
 
+//! A receiver may run the event loop within its slot: what comes meanwhile waits until it returns.
 void HistoryReaderPrivate::take(const HistoryPortion &portion)
 {
+    m_taken.append(portion);
+    if (m_taken.size() > 1)
+        return;
     const QPointer<HistoryReader> guard(q);
-    if (!portion.isLast)
+    while (guard && !m_taken.isEmpty()) {
+        hand(m_taken.first());
+        if (guard)
+            m_taken.removeFirst();
+    }
+}
+
+void HistoryReaderPrivate::hand(const HistoryPortion &portion)
+{
+    const QPointer<HistoryReader> guard(q);
+    const bool isLast = portion.isLast;
+    const HistoryReader::Result result = portion.result;
+    if (!isLast)
         requestPortion(); // is read while the receiver works on this one
-    if (!portion.entries.isEmpty())
-        Q_EMIT q->entriesRead(portion.entries);
-    if (guard && portion.isLast)
-        Q_EMIT guard->ended(portion.result);
+    const QList<HistoryEntry> entries = portion.entries; // the receiver may delete the reader
+    if (!entries.isEmpty())
+        Q_EMIT q->entriesRead(entries);
+    if (guard && isLast)
+        Q_EMIT guard->ended(result);
 }
 
 HistoryReader::HistoryReader(QObject *parent)

@@ -75,7 +75,7 @@ bool copyHistory(StoreConnection &old, StoreConnection &fresh)
 }
 
 //! Gives itself to the store when the library is loaded: the store, which is below, cannot ask.
-[[maybe_unused]] const bool isGiven = (Store::setHistoryCopier(copyHistory), true);
+[[maybe_unused]] const bool IsGiven = (Store::setHistoryCopier(copyHistory), true);
 
 } // namespace
 

@@ -185,7 +185,7 @@ bool StoreConnection::openDatabase()
 void StoreConnection::readIdentity()
 {
     if (m_format == 1) {
-        std::array<qint64, 2> ids;
+        std::array<qint64, 2> ids{};
         readNumbers(IdsQuery, &ids);
         return;
     }
@@ -211,9 +211,9 @@ bool StoreConnection::readNumbers(const char *text, std::array<qint64, Count> *n
 std::optional<StoreConnection::Contents> StoreConnection::contents()
 {
     // The times are taken from a late one, so that the sum stays within the numbers.
-    std::array<qint64, 3> events;
-    std::array<qint64, 1> conversations;
-    std::array<qint64, 2> ids;
+    std::array<qint64, 3> events{};
+    std::array<qint64, 1> conversations{};
+    std::array<qint64, 2> ids{};
     const bool isRead =
         readNumbers("SELECT (COUNT(?id) AS ?count) (SUM(?id) AS ?ids)"
                     " (SUM(?modified - 1700000000000) AS ?times) FROM <" KORVASYNC_GRAPH

@@ -277,8 +277,8 @@ void TestHistory::callsAreReadByTheirStart()
     QCOMPARE(int(ask(filter).items.size()), 0);
 }
 
-// While the receiver works on the first portion, the second may have been read already; what is
-// written then appears from the third on.
+// The second portion is read while the receiver works on the first one. It waits for the receiver,
+// which runs the event loop to write, and so what is written appears from the third one on.
 void TestHistory::aChangeBetweenPortionsLosesNothing()
 {
     const int folder = FirstFolder + 15;

@@ -34,7 +34,7 @@ QString firstWords(const QString &body)
 {
     constexpr int most = 40;
     constexpr int enough = 5 * most; // of a long body; the rest may be blanks
-    const QString text = body.left(enough).simplified();
+    QString text = body.left(enough).simplified();
     if (text.size() <= most && body.size() <= enough)
         return text;
     const auto end = text.lastIndexOf(QLatin1Char(' '), most);

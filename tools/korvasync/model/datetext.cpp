@@ -54,7 +54,7 @@ std::optional<qint64> secondsAgo(const QString &text)
         char letter;
         qint64 seconds;
     };
-    constexpr Unit units[] = {{'m', 60}, {'h', 3600}, {'d', 86400}, {'w', 7 * 86400}};
+    constexpr Unit units[] = {{'m', 60}, {'h', 3600}, {'d', 86400}, {'w', qint64(7) * 86400}};
     const QString digits = text.chopped(text.isEmpty() ? 0 : 1);
     const bool isCount = std::all_of(digits.cbegin(), digits.cend(), [](QChar c) {
         return c >= QLatin1Char('0') && c <= QLatin1Char('9');
