@@ -111,7 +111,7 @@ protected:
         portion.isLast = events.isWhole && tombstones.isWhole && events.entries.isEmpty()
             && portion.entries.size() <= m_portion;
         if (portion.entries.size() > m_portion) {
-            portion.entries.erase(portion.entries.begin() + m_portion, portion.entries.end());
+            portion.entries = portion.entries.mid(0, m_portion);
             end = portion.entries.last().change;
         }
         m_reached = end;
@@ -151,8 +151,9 @@ private:
             const bool isUnknown = entry.id > m_since.lastId && entry.change <= m_begun;
             return entry.change > end || (entry.isRemoved && isUnknown);
         };
-        all.erase(std::remove_if(all.begin(), all.end(), isLeftOut), all.end());
-        return all;
+        QList<HistoryEntry> told;
+        std::remove_copy_if(all.cbegin(), all.cend(), std::back_inserter(told), isLeftOut);
+        return told;
     }
 
     HistoryPosition m_since;

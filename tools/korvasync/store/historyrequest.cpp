@@ -104,7 +104,7 @@ Answer counts(Limit limit, const HistoryFilter &filter, HistoryCount::By by,
 {
     HistoryInterface history;
     PendingCounts *const pending = history.counts(filter, by);
-    QObject::connect(pending, &PendingCounts::finished,
+    QObject::connect(pending, &PendingCounts::finished, pending,
                      [counts](PendingCounts *done) { *counts = done->counts(); });
     return Waiting<PendingCounts>(pending, limit).run();
 }
@@ -115,10 +115,11 @@ Changes changes(Limit limit, const QString &cursor,
     HistoryInterface history;
     Changes changes;
     PendingChanges *const pending = history.changes(cursor);
-    QObject::connect(pending, &PendingChanges::finished, [&changes](PendingChanges *done) {
-        changes.isUnknownCursor = done->error() == HistoryError::UnknownCursor;
-        changes.cursor = done->cursor();
-    });
+    QObject::connect(pending, &PendingChanges::finished, pending,
+                     [result = &changes](PendingChanges *done) {
+                         result->isUnknownCursor = done->error() == HistoryError::UnknownCursor;
+                         result->cursor = done->cursor();
+                     });
     Waiting<PendingChanges> waiting(pending, limit);
     waiting.takeFrom(&PendingChanges::portion, take);
     changes.answer = waiting.run();

@@ -30,7 +30,8 @@ std::optional<TimeCoverage::Span> TimeCoverage::grow(qint64 second)
     Span covered = span;
     if (above != m_covered.end() && above.key() == span.end) {
         covered.end = above.value();
-        above = m_covered.erase(above);
+        m_covered.remove(span.end);
+        above = m_covered.upperBound(second);
     }
     if (above != m_covered.begin() && std::prev(above).value() == span.begin)
         covered.begin = std::prev(above).key();
